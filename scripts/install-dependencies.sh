@@ -1,0 +1,144 @@
+#!/usr/bin/env bash
+# Installs what building, testing or checking the editor needs and this machine lacks.
+#
+# Debian and Ubuntu: with apt-get (through sudo when not root). Does nothing, and says nothing,
+# when everything is there. Elsewhere it only looks whether the tools are present, and ends with
+# status 1 and a list when they are not.
+
+set -euo pipefail
+
+usage() {
+    cat <<'USAGE'
+Usage: scripts/install-dependencies.sh [--for run|test|lint]
+
+  --for run    what building and starting the editor needs (the default);
+               adds a virtual display on a machine that has no display
+  --for test   also what the tests need
+  --for lint   also clang-format, clang-tidy and shellcheck
+USAGE
+}
+
+say() { printf '%s\n' "$*" >&2; }
+
+purpose=run
+while (($# > 0)); do
+    case "$1" in
+        --for)
+            purpose="${2:-}"
+            shift $(($# > 1 ? 2 : 1))
+            ;;
+        --for=*)
+            purpose="${1#--for=}"
+            shift
+            ;;
+        -h | --help)
+            usage
+            exit 0
+            ;;
+        *)
+            say "install-dependencies.sh: unknown option: $1"
+            usage >&2
+            exit 2
+            ;;
+    esac
+done
+
+packages=(g++ cmake ninja-build ccache qtbase5-dev libqt5serialport5-dev)
+case "$purpose" in
+    run)
+        if [[ -z "${DISPLAY:-}" && -z "${WAYLAND_DISPLAY:-}" ]]; then
+            packages+=(xvfb xauth fonts-dejavu-core)
+        fi
+        ;;
+    test)
+        packages+=(libgtest-dev libxml2-utils fonts-dejavu-core)
+        ;;
+    lint)
+        packages+=(libgtest-dev clang-format clang-tidy shellcheck)
+        ;;
+    *)
+        say "install-dependencies.sh: --for takes run, test or lint, not \"$purpose\""
+        exit 2
+        ;;
+esac
+
+# Prints the names of the packages that are not installed.
+missing_packages() {
+    local package
+    for package in "${packages[@]}"; do
+        if [[ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]]; then
+            printf '%s\n' "$package"
+        fi
+    done
+}
+
+has_qt5() {
+    # Whoever names the Qt folder to CMake knows where it is.
+    [[ -n "${Qt5_DIR:-}${CMAKE_PREFIX_PATH:-}" ]] && return 0
+    if command -v pkg-config >/dev/null && pkg-config --exists Qt5Widgets Qt5SerialPort; then
+        return 0
+    fi
+    local qmake
+    for qmake in qmake qmake-qt5 qmake5; do
+        if command -v "$qmake" >/dev/null && [[ "$("$qmake" -query QT_VERSION)" == 5.* ]]; then
+            return 0
+        fi
+    done
+    return 1
+}
+
+# Ends with status 1 and a list when a tool that the build cannot do without is absent.
+require_tools() {
+    local absent=()
+    command -v cmake >/dev/null || absent+=("CMake 3.21 or newer")
+    command -v c++ >/dev/null || command -v g++ >/dev/null || command -v clang++ >/dev/null ||
+        absent+=("a C++17 compiler")
+    command -v ninja >/dev/null || command -v ninja-build >/dev/null || absent+=("Ninja")
+    has_qt5 || absent+=("Qt 5.15 for development, with Qt SerialPort")
+    if ((${#absent[@]} == 0)); then
+        return 0
+    fi
+    say "$1"
+    say "Please install by hand:"
+    printf '  - %s\n' "${absent[@]}" >&2
+    if [[ "$purpose" != run ]]; then
+        say "  - GoogleTest (when it is missing too)"
+    fi
+    say "On Debian and Ubuntu these are the packages: ${packages[*]}"
+    exit 1
+}
+
+if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+    require_tools "This system has no apt-get, so nothing can be installed automatically."
+    exit 0
+fi
+
+mapfile -t missing < <(missing_packages)
+if ((${#missing[@]} == 0)); then
+    exit 0
+fi
+
+as_root=()
+if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null; then
+        require_tools "Installing ${missing[*]} needs root rights, and there is no sudo."
+        exit 0
+    fi
+    as_root=(sudo)
+fi
+
+apt() {
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -qq -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@" </dev/null
+}
+
+say "Installing: ${missing[*]}"
+log="$(mktemp)"
+trap 'rm -f "$log"' EXIT
+# An update may fail for one source of many; what counts is whether the packages can be had.
+apt update >"$log" 2>&1 || true
+if ! apt install --yes --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
+    cat "$log" >&2
+    say "install-dependencies.sh: apt-get could not install: ${missing[*]}"
+    exit 1
+fi
