@@ -13,8 +13,8 @@ Usage: scripts/install-dependencies.sh [--for run|test|lint]
 
   --for run    what building and starting the editor needs (the default);
                adds a virtual display on a machine that has no display
-  --for test   also what the tests need
-  --for lint   also clang-format, clang-tidy and shellcheck
+  --for test   what building and running the tests needs
+  --for lint   what checking the sources needs: also clang-format, clang-tidy and shellcheck
 USAGE
 }
 
@@ -43,18 +43,21 @@ while (($# > 0)); do
     esac
 done
 
-packages=(g++ cmake ninja-build ccache qtbase5-dev libqt5serialport5-dev)
+# The tree is configured as a whole, its tests included: what they look for belongs to every purpose.
+packages=(g++ cmake ninja-build ccache qtbase5-dev libqt5serialport5-dev libgtest-dev libxml2-utils)
 case "$purpose" in
     run)
         if [[ -z "${DISPLAY:-}" && -z "${WAYLAND_DISPLAY:-}" ]]; then
             packages+=(xvfb xauth fonts-dejavu-core)
+        elif [[ -z "${DISPLAY:-}" ]]; then
+            packages+=(qtwayland5)
         fi
         ;;
     test)
-        packages+=(libgtest-dev libxml2-utils fonts-dejavu-core)
+        packages+=(fonts-dejavu-core)
         ;;
     lint)
-        packages+=(libgtest-dev clang-format clang-tidy shellcheck)
+        packages+=(clang-format clang-tidy shellcheck)
         ;;
     *)
         say "install-dependencies.sh: --for takes run, test or lint, not \"$purpose\""
@@ -101,9 +104,7 @@ require_tools() {
     say "$1"
     say "Please install by hand:"
     printf '  - %s\n' "${absent[@]}" >&2
-    if [[ "$purpose" != run ]]; then
-        say "  - GoogleTest (when it is missing too)"
-    fi
+    say "  - and GoogleTest and xmllint, when they are missing too"
     say "On Debian and Ubuntu these are the packages: ${packages[*]}"
     exit 1
 }

@@ -1,0 +1,115 @@
+#!/usr/bin/env bash
+# Sets the machine up, builds everything and runs the tests. Needs no display.
+
+set -euo pipefail
+
+usage() {
+    cat <<'USAGE'
+Usage: ./test.sh [--sanitize | --coverage] [--filter REGEX]
+
+  --sanitize       build with the address and undefined-behaviour sanitizers (build/sanitize)
+  --coverage       build with coverage counters (build/coverage) and sum them up with gcovr
+                   when that is installed
+  --filter REGEX   run only the tests whose names match
+  --help           show this
+
+Without --sanitize, --coverage or --filter the formatting of the sources is checked first.
+USAGE
+}
+
+preset=dev
+filter=
+while (($# > 0)); do
+    case "$1" in
+        --sanitize | --coverage)
+            if [[ "$preset" != dev && "$preset" != "${1#--}" ]]; then
+                echo "test.sh: --sanitize and --coverage are separate builds" >&2
+                exit 2
+            fi
+            preset="${1#--}"
+            shift
+            ;;
+        --filter)
+            if (($# < 2)); then
+                echo "test.sh: --filter needs an expression" >&2
+                exit 2
+            fi
+            filter="$2"
+            shift 2
+            ;;
+        --filter=*)
+            filter="${1#--filter=}"
+            shift
+            ;;
+        -h | --help)
+            usage
+            exit 0
+            ;;
+        *)
+            echo "test.sh: unknown option: $1" >&2
+            usage >&2
+            exit 2
+            ;;
+    esac
+done
+
+# shellcheck source=scripts/common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
+
+check_formatting() {
+    local clang_format major folder folders=()
+    clang_format="$(command -v clang-format-14 || command -v clang-format || true)"
+    if [[ -z "$clang_format" ]]; then
+        progress "clang-format is not installed: formatting not checked"
+        return 0
+    fi
+    # Versions differ in what they make of the same rules; only one can be the judge.
+    major="$("$clang_format" --version | sed -E 's/.*version ([0-9]+).*/\1/')"
+    if [[ "$major" != 14 ]]; then
+        progress "clang-format is version $major, the judge is version 14: formatting not checked"
+        return 0
+    fi
+    for folder in src tests tools benchmarks; do
+        if [[ -d "$folder" ]]; then
+            folders+=("$folder")
+        fi
+    done
+    progress "Checking the formatting"
+    if ! find "${folders[@]}" \( -name '*.h' -o -name '*.cpp' \) -print0 |
+        xargs -0 "$clang_format" --dry-run -Werror; then
+        echo "test.sh: format with: clang-format -i FILE" >&2
+        return 1
+    fi
+}
+
+scripts/install-dependencies.sh --for test
+if [[ "$preset" == dev && -z "$filter" ]]; then
+    check_formatting
+fi
+configure "$preset"
+build "$preset"
+
+export QT_QPA_PLATFORM=offscreen
+# One locale for everybody, so that file names and texts are UTF-8 everywhere.
+export LC_ALL=C.UTF-8
+export UBSAN_OPTIONS="print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
+
+if [[ "$preset" == coverage ]]; then
+    find build/coverage -name '*.gcda' -delete
+fi
+
+progress "Running the tests of build/$preset"
+arguments=(--preset "$preset" --output-on-failure --no-tests=error -j "$(processors)")
+if [[ -n "$filter" ]]; then
+    arguments+=(-R "$filter")
+fi
+ctest "${arguments[@]}"
+
+if [[ "$preset" == coverage ]]; then
+    if command -v gcovr >/dev/null; then
+        gcovr --root . --filter src/ --print-summary --txt build/coverage/coverage.txt build/coverage
+        progress "Line by file: build/coverage/coverage.txt"
+    else
+        progress "Counters are in build/coverage; install gcovr to have them summed up"
+    fi
+fi
