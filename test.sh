@@ -92,7 +92,6 @@ build "$preset"
 export QT_QPA_PLATFORM=offscreen
 # One locale for everybody, so that file names and texts are UTF-8 everywhere.
 export LC_ALL=C.UTF-8
-export UBSAN_OPTIONS="print_stacktrace=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
 
 if [[ "$preset" == coverage ]]; then
     find build/coverage -name '*.gcda' -delete
