@@ -1,0 +1,31 @@
+# What every target of ours is compiled with. Sanitizers and coverage are switched by the presets.
+option(KELVARON_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(KELVARON_COVERAGE "Build with coverage counters" OFF)
+
+add_library(kelvaron_options INTERFACE)
+
+if(MSVC)
+    target_compile_options(kelvaron_options INTERFACE /W4 /WX /utf-8)
+else()
+    target_compile_options(kelvaron_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+endif()
+
+target_compile_definitions(kelvaron_options INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_CAST_FROM_BYTEARRAY
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_STRICT_ITERATORS
+    QT_DEPRECATED_WARNINGS)
+
+if(KELVARON_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+if(KELVARON_COVERAGE)
+    add_compile_options(--coverage -O0)
+    add_link_options(--coverage)
+endif()

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "CBGenerator/formulanode.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace HParser
+{
+class StructSetting;
+
+/// Turns the text of a formula into its expression tree.
+class FormulaBuilder
+{
+public:
+    /// Variable names are looked up in `settings`; the settings must outlive the trees.
+    explicit FormulaBuilder(QList<StructSetting*> settings);
+
+    /// The tree, or none for a malformed text. A name that no setting has gives a node without a
+    /// setting.
+    std::unique_ptr<FormulaNode> buildTree(const QString& text) const;
+
+    /// The group that opens at `start` up to its closing parenthesis, both included; up to the end
+    /// of the text when it is never closed.
+    static QString captureStuffInParentheses(const QString& text, int start);
+
+    /// The first setting whose C variable name is exactly `name`; nullptr when there is none.
+    static StructSetting* getSettingByVariableName(const QList<StructSetting*>& settings,
+                                                   const QString& name);
+
+private:
+    struct Tokens
+    {
+        QStringList operands;
+        QString operators; ///< operator i stands between operands i and i + 1
+    };
+
+    std::unique_ptr<FormulaNode> buildTree(const QString& text, int depth) const;
+    std::unique_ptr<FormulaNode> buildOperand(const QString& token) const;
+    static QString withoutOuterParentheses(const QString& text);
+    static Tokens tokenise(const QString& text);
+    static QString matchOperand(const QString& text, int position);
+    static int findSplitOperator(const QString& operators);
+    static QString rejoin(const Tokens& tokens, int firstOperand, int operandCount);
+
+    QList<StructSetting*> settings;
+};
+} // namespace HParser

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+class InstalledFileScope;
+
+namespace HParser
+{
+class StructSettings;
+
+/// The settings schema: parses the schema header (see docs/file-formats/schema-header.md).
+///
+/// Any malformation is a fatal assertion; what was being parsed (file, number of the line, line) is
+/// printed on standard output.
+class Generator : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Generator(QObject* parent);
+
+    /// Path of the header to parse.
+    void setHFileLocation(const QString& path) { hFileLocation = path; }
+    QString getHFileLocation() const { return hFileLocation; }
+
+    /// A second path kept for callers; parsing does not use it.
+    void setCBFileLocation(const QString& path) { cbFileLocation = path; }
+    QString getCBFileLocation() const { return cbFileLocation; }
+
+    /// Parses the header and emits finished(). Called once.
+    void generate();
+
+    /// The charger's global settings: shared, edited in place, owned by the generator.
+    StructSettings* getGlobalSettings() const { return globalSettings; }
+
+    /// The chemistry templates in header order; owned by the generator, never edited.
+    QList<StructSettings*> getChemistrySettings() const { return chemistrySettings; }
+
+    /// A deep copy of the first chemistry of exactly this name, without values: the caller calls
+    /// buildFormulaTrees() on it. None for an unknown chemistry.
+    std::unique_ptr<StructSettings> getProfileSettings(const QString& chemistry) const;
+
+    /// True when the schema holds a chemistry of exactly this name.
+    bool hasChemistry(const QString& chemistry) const;
+
+    /// Where profiles start in the charger's memory, in words.
+    int getProfileStartWordAddress() const { return profileStartWordAddress; }
+
+    /// Debug dumps to standard output.
+    void printAllSettings() const;
+    static void printString(const QString& text);
+    static void printStringList(const QStringList& texts);
+
+signals:
+    /// The header has been parsed.
+    void finished();
+
+private:
+    struct Line
+    {
+        int number; ///< in the file, counted from 1
+        QString text;
+    };
+    using Lines = QList<Line>;
+
+    Lines getHeaderFile() const;
+    static int parseProfileStartAddress(const Lines& lines, InstalledFileScope& scope);
+    static QList<int> createStructIndicesList(const Lines& lines);
+    StructSettings* processStruct(const Lines& lines, int headerIndex, InstalledFileScope& scope);
+    static QString parseStructDescriptiveName(const QString& headerLine);
+    static bool parseIsGlobal(const QString& headerLine);
+    const StructSettings* findChemistry(const QString& name) const;
+    static void printStruct(const StructSettings* settings);
+
+    QString hFileLocation;
+    QString cbFileLocation;
+    StructSettings* globalSettings = nullptr;
+    QList<StructSettings*> chemistrySettings;
+    int profileStartWordAddress = 0;
+};
+} // namespace HParser

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QMap>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// Reads a bundle file: a key/value block, embedded text files and their MD5 checksums.
+///
+/// The layout, line by line (see docs/file-formats/bundle.md):
+///
+///     ...
+///     KEY = VALUE
+///     ...
+///     /\/\/\ any text /\/\/\      opens section 0
+///     (lines of the file)
+///     /\/\/\ any text /\/\/\      closes it
+///     ...                         further sections; the last one holds the checksums
+class KelvaronBundle : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The fixed order of the first embedded files.
+    enum Section : int
+    {
+        DEVICE_DESCRIPTION = 0,
+        SCHEMA_HEADER = 1
+    };
+
+    /// Reads nothing yet.
+    explicit KelvaronBundle(QString path);
+
+    /// Reads the key/value block; an unreadable file leaves every key empty. A malformed line is a
+    /// fatal assertion.
+    void parseKeyValuePairs();
+
+    /// The value; empty for an absent key.
+    QString valueFromKey(const QString& key) const { return keyValuePairs.value(key); }
+
+    /// The whole key/value block.
+    QMap<QString, QString> getKeyValuePairs() const { return keyValuePairs; }
+
+    /// Reads the sections and verifies their checksums. False when the file cannot be opened or
+    /// something does not match ("Match failed!" on standard output); the sections that were found
+    /// can be used all the same.
+    bool parseBundle();
+
+    /// How many sections were found, the checksums' own included.
+    int getNumFiles() const { return numFiles; }
+
+    /// Text of section `index`, each line ended by a line feed. An index out of range is a fatal
+    /// assertion.
+    QString getFile(int index) const;
+
+    /// The opening marker line of section `index`, as it stands.
+    QString getMarker(int index) const;
+
+    /// Writes section `index` to `path`, whole or not at all; false when it cannot be written. An
+    /// index out of range is a fatal assertion.
+    bool saveFile(int index, const QString& path) const;
+
+    /// True for a line that opens or closes a section.
+    static bool matchesStartEndLine(const QString& line);
+
+    /// The version of any bundle file: its key VERSION, else the first dotted number in its file
+    /// name, else "0". A VERSION is returned as it stands, whether it is a dotted version or not.
+    static QString getBundleVersion(const QString& path);
+
+    /// The checksum of a section's text: lower-case hexadecimal MD5 of its UTF-8 bytes.
+    static QString checksum(const QString& text);
+
+private:
+    void findSections(const QStringList& lines);
+    void collectFiles(const QStringList& lines);
+    bool checksumsMatch() const;
+
+    QString bundleFilePath;
+    QVector<int> sectionLines; ///< line numbers of markers, two per closed section
+    int numFiles = 0;
+    QStringList files;
+    QStringList markers;
+    QMap<QString, QString> keyValuePairs;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// Text files of this program: UTF-8 in every locale, lines ended by a line feed.
+namespace TextFile
+{
+/// The whole text of a file with carriage returns dropped; nothing when it cannot be opened.
+std::optional<QString> read(const QString& path);
+
+/// The lines of a text; a line feed at the very end does not open another line.
+QStringList splitLines(const QString& text);
+
+/// Writes a file whole or not at all: on false an older file of that name is untouched.
+bool write(const QString& path, const QString& text);
+} // namespace TextFile
