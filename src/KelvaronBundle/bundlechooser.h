@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// Chooses the newest of the installed bundles.
+class BundleChooser
+{
+public:
+    struct Choice
+    {
+        QString fileName;
+        QString version; ///< a dotted version above "0"
+    };
+
+    BundleChooser() = delete;
+
+    /// The bundle file ("*.kelvaron") of the highest version in `folder`; of several with that
+    /// version, the first by name ignoring case. A version text that is no dotted version counts as
+    /// "0". Nothing when no bundle has a version above "0".
+    static std::optional<Choice> mostRecent(const QString& folder);
+};

@@ -1,0 +1,286 @@
+#include "messagedialogs.h"
+
+#include "applicationglobalmap.h"
+#include "buildconstants.h"
+#include "versionstring.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStringList>
+
+namespace
+{
+QString latin1(const char* text)
+{
+    return QString::fromLatin1(text);
+}
+
+const char installationError[] = "Installation Error";
+const char hexImportStatus[] = "Import from HEX status";
+const char xmlImportStatus[] = "Import from XML status";
+
+int plainMessage(QWidget* parent, const char* title, const char* text)
+{
+    return MessageDialogs::message(parent, latin1(title), latin1(text));
+}
+
+QString helpText()
+{
+    constexpr int headingSize = 5;
+    constexpr int textSize = 3;
+    return QStringLiteral(
+               "<font size=\"%1\"><b>Kelvaron Profile Editor Basic Usage:</b></font>"
+               "<font size=\"%2\"><ol>"
+               "<li>Connect the USB end of the USB-&gt;TTL programming cable to your computer, and "
+               "TRS end (1/8\" audio plug) to the programming adapter cable of the Kelvaron</li>"
+               "<br>"
+               "<li>Put the Kelvaron in bootloader mode. With V0.9 or later firmware, this is done "
+               "by pressing and holding both buttons to enter the setup menu, then going to "
+               "advanced setup-&gt; Connect to PC. Alternately, it can be accomplished by leaving "
+               "the Kelvaron powered off for 30 seconds, and then pressing and holding the lower "
+               "button when AC power is applied. In bootloader mode, the OLED display screen will "
+               "be completely blank. If you see the screen displaying information, then the "
+               "Kelvaron is not in bootloader and cannot be reprogrammed</li>"
+               "<br>"
+               "<li>With the Kelvaron on and in bootloader mode, you can then read and write "
+               "profiles to the device by selecting the \"read from kelvaron\" and \"write to "
+               "kelvaron\" buttons</li>"
+               "<br>"
+               "<li>You will be prompted to select the COM port in a pop-up window. Usually the "
+               "default is correct, but if in doubt, unplug and replug the USB cable from your "
+               "computer to see which COM Port item disappears and then reappears from the "
+               "list</li>"
+               "</ol></font>")
+        .arg(headingSize)
+        .arg(textSize);
+}
+
+QString aboutText()
+{
+    return QStringLiteral("<center><b>Kelvaron Profile Editor</b><br>Build: %1<br><br>"
+                          "Kelvaron Bundle Version: v%2<br><br>"
+                          "<p>Made by the Kelvaron Profile Editor authors.<br>"
+                          "<a href=\"%3\">%3</a></p></center>")
+        .arg(latin1(BuildConstants::buildText),
+             ApplicationGlobalMap::getString(QStringLiteral("bundle_version")).toHtmlEscaped(),
+             latin1(BuildConstants::productPage));
+}
+} // namespace
+
+int MessageDialogs::message(QWidget* parent, const QString& title, const QString& text)
+{
+    QMessageBox box(parent);
+    box.setWindowTitle(title);
+    box.setText(text);
+    return box.exec();
+}
+
+int MessageDialogs::question(QWidget* parent, const QString& title, const QString& text)
+{
+    QMessageBox box(parent);
+    box.setWindowTitle(title);
+    box.setText(text);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec();
+}
+
+int MessageDialogs::helpKelvaronProfileEditor(QWidget* parent)
+{
+    return message(parent, QStringLiteral("Basic Usage"), helpText());
+}
+
+int MessageDialogs::aboutKelvaronProfileEditor(QWidget* parent)
+{
+    return message(parent, QStringLiteral("About Kelvaron Profile Editor"), aboutText());
+}
+
+int MessageDialogs::askDeleteAllProfiles(QWidget* parent)
+{
+    return question(parent, QStringLiteral("Delete all profiles?"),
+                    QStringLiteral("All profiles will be deleted. This operation cannot be undone. "
+                                   "Continue?"));
+}
+
+int MessageDialogs::askAppendProfiles(QWidget* parent)
+{
+    QMessageBox box(parent);
+    box.setWindowTitle(QStringLiteral("Add Profiles to List?"));
+    box.setText(QStringLiteral("Do you want to add the imported profiles to the current list of "
+                               "profiles, or replace them?<br>"));
+    const QPushButton* addButton =
+        box.addButton(QStringLiteral("&Add Profiles"), QMessageBox::AcceptRole);
+    box.addButton(QStringLiteral("&Replace Profiles"), QMessageBox::RejectRole);
+    box.exec();
+    return box.clickedButton() == addButton ? QMessageBox::Yes : QMessageBox::No;
+}
+
+int MessageDialogs::kelvaronFirmwareToolCorrupt(QWidget* parent)
+{
+    return plainMessage(parent, "Could not start Kelvaron Firmware Tool",
+                        "Kelvaron Firmware Tool could not be started. Please try again. If the "
+                        "problem persists, try reinstalling the program");
+}
+
+int MessageDialogs::mainFolderNotFound(QWidget* parent)
+{
+    return plainMessage(parent, installationError,
+                        "The folder KelvaronProfileEditorFiles could not be found. Please try "
+                        "reinstalling the program.");
+}
+
+int MessageDialogs::cbFileMissing(QWidget* parent)
+{
+    return plainMessage(parent, installationError,
+                        "The file kelvaron_chemistries.cb could not be found. Please try "
+                        "reinstalling the program.");
+}
+
+int MessageDialogs::suplMissing(QWidget* parent)
+{
+    return plainMessage(
+        parent, installationError,
+        "The executable supl.exe could not be found. Please try reinstalling the program.");
+}
+
+int MessageDialogs::deviceTxtMissing(QWidget* parent)
+{
+    return plainMessage(
+        parent, installationError,
+        "The file device.txt could not be found. Please try reinstalling the program.");
+}
+
+int MessageDialogs::firmwareToolMissing(QWidget* parent)
+{
+    return plainMessage(parent, installationError,
+                        "The executable KelvaronFirmwareTool.exe could not be found. Please try "
+                        "reinstalling the program.");
+}
+
+int MessageDialogs::corruptCBFile(QWidget* parent)
+{
+    return plainMessage(parent, installationError,
+                        "The file kelvaron_chemistries.cb is corrupt or has been altered. Please "
+                        "try reinstalling the program.");
+}
+
+int MessageDialogs::hexImportReadError(QWidget* parent)
+{
+    return plainMessage(parent, hexImportStatus,
+                        "An error occured while importing profiles from HEX. Please try again.");
+}
+
+int MessageDialogs::hexImportChecksumError(QWidget* parent)
+{
+    return plainMessage(
+        parent, hexImportStatus,
+        "An error occured while importing profiles from HEX. Please try again. (Checksum)");
+}
+
+int MessageDialogs::hexImportTypeError(QWidget* parent)
+{
+    return plainMessage(parent, hexImportStatus,
+                        "An error occured while importing profiles from HEX. Please try again. "
+                        "(Invalid Type Field)");
+}
+
+int MessageDialogs::xmlImportReadError(QWidget* parent)
+{
+    return plainMessage(parent, xmlImportStatus,
+                        "Failed to read the XML file specified. Please try again.");
+}
+
+int MessageDialogs::editModeProfilesDeletion(QWidget* parent)
+{
+    return plainMessage(parent, "Cannot Delete Profiles",
+                        "Please save or cancel the changes before deleting profiles.");
+}
+
+int MessageDialogs::noBundlesFound(QWidget* parent)
+{
+    return plainMessage(parent, installationError,
+                        "No Kelvaron Bundles were found. Please try reinstalling the program.");
+}
+
+int MessageDialogs::firmwareDownloadNotNeeded(QWidget* parent)
+{
+    return plainMessage(parent, "Already up-to-date",
+                        "The Kelvaron Bundle being used right now is already up-to-date.");
+}
+
+int MessageDialogs::firmwareCheckerError(QWidget* parent)
+{
+    return plainMessage(parent, "Error!",
+                        "An error occured while checking for firmware updates. Please make sure "
+                        "you are connected to the internet, and try again.");
+}
+
+int MessageDialogs::firmwareDownloaded(QWidget* parent)
+{
+    return plainMessage(parent, "Latest Firmware Downloaded",
+                        "The latest firmware has been downloaded.<br>Please go to File > Update "
+                        "Kelvaron Firmware... to flash it.");
+}
+
+int MessageDialogs::currentSoftwareTooOld(QWidget* parent, const VersionString& bundleVersion,
+                                          const VersionString& requiredVersion)
+{
+    return message(parent, QStringLiteral("Software Update Required"),
+                   QStringLiteral("Kelvaron Bundle version ") + bundleVersion.toString()
+                       + QStringLiteral(" requires Kelvaron Profile Editor version ")
+                       + requiredVersion.toString()
+                       + QStringLiteral(" or higher. You can download it at ")
+                       + latin1(BuildConstants::editorDownloadPage));
+}
+
+int MessageDialogs::profilesLeftOut(QWidget* parent, int count, const QStringList& chemistries)
+{
+    return message(parent, QStringLiteral("Profiles Left Out"),
+                   QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
+                                  "Bundle in use does not know their chemistries: %2")
+                       .arg(QString::number(count),
+                            chemistries.join(QStringLiteral(", ")).toHtmlEscaped()));
+}
+
+int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int profilesRead)
+{
+    return message(parent, latin1(xmlImportStatus),
+                   QStringLiteral("The XML file could not be read to its end: %1. Profiles read "
+                                  "before the error: %2.")
+                       .arg(error.toHtmlEscaped(), QString::number(profilesRead)));
+}
+
+int MessageDialogs::backupFailed(QWidget* parent)
+{
+    return plainMessage(parent, "Bundle Not Reloaded",
+                        "The profiles could not be backed up, so the bundle in use was kept. "
+                        "Please save the profiles to a file and restart the program.");
+}
+
+int MessageDialogs::fatalError(QWidget* parent, const QString& installedFile,
+                               const QString& details, const QString& rescueFile)
+{
+    QString text = installedFile.isEmpty()
+                       ? QStringLiteral("The program has found a fault in itself and has to end.")
+                       : QStringLiteral("The installed file %1 is damaged and the program has to "
+                                        "end. Please replace the file or reinstall the program.")
+                             .arg(installedFile);
+    if (!rescueFile.isEmpty()) {
+        text += QStringLiteral("\n\nYour profiles were saved to %1.").arg(rescueFile);
+    }
+    QMessageBox box(parent);
+    box.setIcon(QMessageBox::Critical);
+    box.setWindowTitle(QStringLiteral("Kelvaron Profile Editor"));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.setInformativeText(details);
+    return box.exec();
+}
+
+int MessageDialogs::notAvailableYet(QWidget* parent, const QString& command)
+{
+    return message(parent, QStringLiteral("Not Available Yet"),
+                   QStringLiteral("%1 is not available in this version of the Kelvaron Profile "
+                                  "Editor. Nothing was changed.")
+                       .arg(command));
+}

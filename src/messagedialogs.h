@@ -1,0 +1,69 @@
+#pragma once
+
+class QString;
+class QStringList;
+class QWidget;
+class VersionString;
+
+/// The application's standard messages, a function each.
+///
+/// Every function shows a modal message box over `parent` and returns its result, the button
+/// pressed, unless it says otherwise.
+class MessageDialogs
+{
+public:
+    MessageDialogs() = delete;
+
+    static int helpKelvaronProfileEditor(QWidget* parent);
+    static int aboutKelvaronProfileEditor(QWidget* parent);
+
+    /// Yes or No, No the default.
+    static int askDeleteAllProfiles(QWidget* parent);
+
+    /// QMessageBox::Yes to add the profiles, QMessageBox::No (also when closed) to replace the list.
+    static int askAppendProfiles(QWidget* parent);
+
+    static int kelvaronFirmwareToolCorrupt(QWidget* parent);
+    static int mainFolderNotFound(QWidget* parent);
+    static int cbFileMissing(QWidget* parent);
+    static int suplMissing(QWidget* parent);
+    static int deviceTxtMissing(QWidget* parent);
+    static int firmwareToolMissing(QWidget* parent);
+    static int corruptCBFile(QWidget* parent);
+    static int hexImportReadError(QWidget* parent);
+    static int hexImportChecksumError(QWidget* parent);
+    static int hexImportTypeError(QWidget* parent);
+    static int xmlImportReadError(QWidget* parent);
+    static int editModeProfilesDeletion(QWidget* parent);
+    static int noBundlesFound(QWidget* parent);
+    static int firmwareDownloadNotNeeded(QWidget* parent);
+    static int firmwareCheckerError(QWidget* parent);
+    static int firmwareDownloaded(QWidget* parent);
+    static int currentSoftwareTooOld(QWidget* parent, const VersionString& bundleVersion,
+                                     const VersionString& requiredVersion);
+
+    /// After an import: how many profiles were left out because the schema does not hold their
+    /// chemistries.
+    static int profilesLeftOut(QWidget* parent, int count, const QStringList& chemistries);
+
+    /// After an import from a file that breaks off: what was wrong and how many profiles were read
+    /// before it.
+    static int xmlFileBroken(QWidget* parent, const QString& error, int profilesRead);
+
+    /// Before the profile list is backed up for a new bundle and the backup fails.
+    static int backupFailed(QWidget* parent);
+
+    /// The program has to end because of a fatal assertion. `installedFile` may be empty;
+    /// `rescueFile` names where the profiles were saved, empty when there was nothing to save.
+    static int fatalError(QWidget* parent, const QString& installedFile, const QString& details,
+                          const QString& rescueFile);
+
+    /// A command that this version names but cannot carry out.
+    static int notAvailableYet(QWidget* parent, const QString& command);
+
+    /// A plain message with an OK button.
+    static int message(QWidget* parent, const QString& title, const QString& text);
+
+    /// A question with Yes and No, No the default.
+    static int question(QWidget* parent, const QString& title, const QString& text);
+};

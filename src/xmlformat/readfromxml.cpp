@@ -1,0 +1,91 @@
+#include "xmlformat/readfromxml.h"
+
+#include "profileimport/parsedprofile.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+#include <memory>
+
+namespace XMLGeneratorParser
+{
+ReadFromXML::ReadFromXML(QObject* parent) : QObject(parent) {}
+
+bool ReadFromXML::readProfiles(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    QXmlStreamReader xml(&file);
+    parseDocument(xml);
+    if (xml.hasError()) {
+        error = QStringLiteral("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
+    }
+    sortProfilesByID();
+    return true;
+}
+
+void ReadFromXML::parseDocument(QXmlStreamReader& xml)
+{
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement) {
+            continue;
+        }
+        if (xml.name() == QLatin1String("GlobalSettings")) {
+            parseGlobalSettings(xml);
+        } else if (xml.name() == QLatin1String("profile")) {
+            parseProfile(xml);
+        }
+    }
+}
+
+void ReadFromXML::parseGlobalSettings(QXmlStreamReader& xml)
+{
+    auto parsed = std::make_unique<ParsedProfile>();
+    parseProperties(xml, parsed.get());
+    if (xml.hasError() || globalSettings != nullptr) {
+        return;
+    }
+    globalSettings = parsed.release();
+    globalSettings->setParent(this);
+}
+
+void ReadFromXML::parseProfile(QXmlStreamReader& xml)
+{
+    const QXmlStreamAttributes attributes = xml.attributes();
+    const auto isTrue = [&attributes](QLatin1String name) {
+        return attributes.value(name) == QLatin1String("true");
+    };
+    auto parsed = std::make_unique<ParsedProfile>();
+    parsed->setID(attributes.value(QLatin1String("id")).toInt());
+    parsed->setActiveStatus(isTrue(QLatin1String("active")));
+    parsed->setDefaultStatus(isTrue(QLatin1String("default")));
+    parsed->setModifiableStatus(isTrue(QLatin1String("modifiable")));
+    parseProperties(xml, parsed.get());
+    if (xml.hasError()) {
+        return; // broken off in the middle: not a profile that was read whole
+    }
+    profiles.append(parsed.release());
+    profiles.last()->setParent(this);
+}
+
+void ReadFromXML::parseProperties(QXmlStreamReader& xml, ParsedProfile* profile)
+{
+    QMap<QString, QString> properties;
+    while (xml.readNextStartElement()) {
+        const QString name = xml.name().toString();
+        properties[name] = xml.readElementText(QXmlStreamReader::SkipChildElements);
+    }
+    profile->setProperties(properties);
+}
+
+void ReadFromXML::sortProfilesByID()
+{
+    std::stable_sort(profiles.begin(), profiles.end(),
+                     [](const ParsedProfile* left, const ParsedProfile* right) {
+                         return left->getID() < right->getID();
+                     });
+}
+} // namespace XMLGeneratorParser
