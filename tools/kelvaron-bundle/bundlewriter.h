@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QList>
+#include <QPair>
+#include <QString>
+
+/// Makes a bundle: keys, then sections in the order in which they were added, then the checksums.
+class BundleWriter
+{
+public:
+    /// REQUIRES: BundleFormat::isKeyOrValue() of both, and a key that was not added before.
+    void addKey(const QString& key, const QString& value);
+
+    bool hasKey(const QString& key) const;
+
+    /// REQUIRES: BundleFormat::isSectionName(name), and lines each ended by a line feed, none of
+    /// them a marker line (what TextInput gives).
+    void addSection(const QString& name, const QString& text);
+
+    /// The whole bundle.
+    QString toText() const;
+
+    /// Writes the bundle whole or not at all: on false an older file of that name is untouched and
+    /// `error()` says why.
+    bool write(const QString& path);
+
+    QString error() const { return problem; }
+
+private:
+    struct Section
+    {
+        QString name;
+        QString text;
+    };
+
+    QList<QPair<QString, QString>> keys;
+    QList<Section> sections;
+    QString problem;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "command.h"
+
+#include <memory>
+#include <vector>
+
+/// The command line of the program: finds the command and runs it.
+class CommandLine
+{
+public:
+    CommandLine();
+
+    /// `arguments` begins with the program's own name.
+    ExitCode run(const QStringList& arguments) const;
+
+private:
+    QString helpText() const;
+
+    std::vector<std::unique_ptr<Command>> commands;
+};
