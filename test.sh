@@ -75,9 +75,18 @@ check_formatting() {
         fi
     done
     progress "Checking the formatting"
-    if ! find "${folders[@]}" \( -name '*.h' -o -name '*.cpp' \) -print0 |
-        xargs -0 "$clang_format" --dry-run -Werror; then
-        echo "test.sh: format with: clang-format -i FILE" >&2
+    local report
+    if ! report="$(find "${folders[@]}" \( -name '*.h' -o -name '*.cpp' \) -print0 |
+        xargs -0 "$clang_format" --dry-run -Werror 2>&1)"; then
+        sed -nE 's/^([^ :]+):[0-9]+:[0-9]+: error:.*/\1/p' <<<"$report" | sort -u | {
+            mapfile -t files
+            if ((${#files[@]} == 0)); then
+                printf '%s\n' "$report"
+            else
+                printf 'Not formatted: %d files. This mends it:\n' "${#files[@]}"
+                printf '  %s -i %s\n' "$clang_format" "${files[*]}"
+            fi
+        } >&2
         return 1
     fi
 }
