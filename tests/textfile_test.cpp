@@ -1,0 +1,154 @@
+#include "textfile.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTextCodec>
+
+#include <csignal>
+
+#include <sys/resource.h>
+
+namespace
+{
+class TextFileTest : public ::testing::Test
+{
+protected:
+    QString path(const QString& name) const { return folder.filePath(name); }
+
+    static void writeBytes(const QString& path, const QByteArray& bytes)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    static std::string readBytes(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(unreadable)";
+    }
+
+    QTemporaryDir folder;
+};
+
+/// Makes texts outside UTF-8 the rule of the locale.
+class Latin1Locale
+{
+public:
+    Latin1Locale() : saved(QTextCodec::codecForLocale())
+    {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    }
+    ~Latin1Locale() { QTextCodec::setCodecForLocale(saved); }
+    Latin1Locale(const Latin1Locale&) = delete;
+    Latin1Locale& operator=(const Latin1Locale&) = delete;
+
+private:
+    QTextCodec* saved;
+};
+
+/// While it lives, no file can grow beyond a number of bytes: a full disk in small.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        savedHandler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &savedLimit);
+        rlimit limit = savedLimit;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &savedLimit);
+        std::signal(SIGXFSZ, savedHandler);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit savedLimit = {};
+    void (*savedHandler)(int) = nullptr;
+};
+} // namespace
+
+TEST_F(TextFileTest, WritesUtf8WithLineFeeds)
+{
+    ASSERT_TRUE(TextFile::write(path("a.txt"), QString::fromUtf8("Blei-Säure\n€ 😀\n")));
+    EXPECT_EQ(readBytes(path("a.txt")), "Blei-Säure\n€ 😀\n");
+}
+
+TEST_F(TextFileTest, ReadsWhatItWrote)
+{
+    const QString text = QString::fromUtf8("one\n\n  two \nß€😀");
+    ASSERT_TRUE(TextFile::write(path("a.txt"), text));
+    EXPECT_EQ(TextFile::read(path("a.txt")), text);
+}
+
+TEST_F(TextFileTest, UsesUtf8InEveryLocale)
+{
+    const Latin1Locale locale;
+    writeBytes(path("in.txt"), "Säure €\n");
+    EXPECT_EQ(TextFile::read(path("in.txt")), QString::fromUtf8("Säure €\n"));
+    ASSERT_TRUE(TextFile::write(path("out.txt"), QString::fromUtf8("Säure €\n")));
+    EXPECT_EQ(readBytes(path("out.txt")), "Säure €\n");
+}
+
+TEST_F(TextFileTest, DropsCarriageReturns)
+{
+    writeBytes(path("a.txt"), "one\r\ntwo\r\n\r\nthree");
+    EXPECT_EQ(TextFile::read(path("a.txt")), QString("one\ntwo\n\nthree"));
+}
+
+TEST_F(TextFileTest, EmptyFileIsAnEmptyText)
+{
+    writeBytes(path("a.txt"), "");
+    ASSERT_TRUE(TextFile::read(path("a.txt")).has_value());
+    EXPECT_TRUE(TextFile::read(path("a.txt"))->isEmpty());
+}
+
+TEST_F(TextFileTest, ReadsNothingFromAFileThatIsNotThere)
+{
+    EXPECT_FALSE(TextFile::read(path("absent.txt")).has_value());
+    EXPECT_FALSE(TextFile::read(folder.path()).has_value());
+}
+
+TEST_F(TextFileTest, SplitsLines)
+{
+    EXPECT_EQ(TextFile::splitLines("a\nb\n"), QStringList({"a", "b"}));
+    EXPECT_EQ(TextFile::splitLines("a\nb"), QStringList({"a", "b"}));
+    EXPECT_EQ(TextFile::splitLines("a\n\nb\n\n"), QStringList({"a", "", "b", ""}));
+    EXPECT_EQ(TextFile::splitLines("\n"), QStringList({""}));
+    EXPECT_EQ(TextFile::splitLines(""), QStringList());
+}
+
+TEST_F(TextFileTest, ReplacesAnOlderFileWhole)
+{
+    writeBytes(path("a.txt"), "a long older text\n");
+    ASSERT_TRUE(TextFile::write(path("a.txt"), "new\n"));
+    EXPECT_EQ(readBytes(path("a.txt")), "new\n");
+}
+
+TEST_F(TextFileTest, RefusesAnUnwritablePlace)
+{
+    EXPECT_FALSE(TextFile::write(path("no such folder/a.txt"), "text\n"));
+    EXPECT_FALSE(TextFile::write(folder.path(), "text\n"));
+    EXPECT_TRUE(QFileInfo(folder.path()).isDir());
+}
+
+TEST_F(TextFileTest, LeavesAnOlderFileWhenTheDiskIsFull)
+{
+    writeBytes(path("a.txt"), "older\n");
+    {
+        const FileSizeLimit limit(10);
+        EXPECT_FALSE(TextFile::write(path("a.txt"), QString(5000000, 'x')));
+    }
+    EXPECT_EQ(readBytes(path("a.txt")), "older\n");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"a.txt"}));
+}

@@ -1,0 +1,121 @@
+#include "versionstring.h"
+
+#include "CBGenerator/standardoutputcapture.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace
+{
+struct Pair
+{
+    const char* lesser;
+    const char* greater;
+};
+
+class VersionStringOrderTest : public ::testing::TestWithParam<Pair>
+{};
+
+VersionString version(const char* text)
+{
+    return VersionString(QString::fromUtf8(text));
+}
+
+const char* const patternAssertion =
+    R"re(ASSERT: "this->versionString\.contains\(QRegExp\("\^\(\\\\d\+\\\\\.\)\*\\\\d\+\$"\)\)")re"
+    R"re( in file versionstring\.cpp, line [0-9]+)re";
+} // namespace
+
+TEST_P(VersionStringOrderTest, ComparesBothWays)
+{
+    const VersionString lesser = version(GetParam().lesser);
+    const VersionString greater = version(GetParam().greater);
+    EXPECT_EQ(lesser.compare(greater), -1);
+    EXPECT_EQ(greater.compare(lesser), 1);
+
+    EXPECT_TRUE(lesser.lessThan(greater));
+    EXPECT_TRUE(lesser.lessThanEqualTo(greater));
+    EXPECT_FALSE(lesser.equalTo(greater));
+    EXPECT_FALSE(lesser.greaterThan(greater));
+    EXPECT_FALSE(lesser.greaterThanEqualTo(greater));
+
+    EXPECT_TRUE(greater.greaterThan(lesser));
+    EXPECT_TRUE(greater.greaterThanEqualTo(lesser));
+    EXPECT_FALSE(greater.equalTo(lesser));
+    EXPECT_FALSE(greater.lessThan(lesser));
+    EXPECT_FALSE(greater.lessThanEqualTo(lesser));
+}
+
+INSTANTIATE_TEST_SUITE_P(Pairs, VersionStringOrderTest,
+                         ::testing::Values(Pair{"1.2.0", "1.2.3"}, Pair{"1.1.2", "1.2.3"},
+                                           Pair{"1.5.2", "1.5.2.5"}, Pair{"45", "66"},
+                                           Pair{"1.9", "1.10"}, Pair{"1.2", "1.2.0"},
+                                           Pair{"1.9.9", "2"}, Pair{"0.9", "0.99"},
+                                           Pair{"1.2.3", "1.10"}, Pair{"9", "10"},
+                                           Pair{"1.02", "1.3"}));
+
+TEST(VersionStringTest, EqualTextsAreEqual)
+{
+    for (const char* text : {"1.2.3", "10", "0", "0.99"}) {
+        EXPECT_EQ(version(text).compare(version(text)), 0) << text;
+        EXPECT_TRUE(version(text).equalTo(version(text))) << text;
+        EXPECT_TRUE(version(text).lessThanEqualTo(version(text))) << text;
+        EXPECT_TRUE(version(text).greaterThanEqualTo(version(text))) << text;
+        EXPECT_FALSE(version(text).lessThan(version(text))) << text;
+        EXPECT_FALSE(version(text).greaterThan(version(text))) << text;
+    }
+}
+
+TEST(VersionStringTest, LeadingZerosDoNotCount)
+{
+    EXPECT_TRUE(version("1.02").equalTo(version("1.2")));
+    EXPECT_TRUE(version("01.2").equalTo(version("1.2")));
+}
+
+TEST(VersionStringTest, DoesNotPadWithZeros)
+{
+    EXPECT_FALSE(version("1.2").equalTo(version("1.2.0")));
+    EXPECT_TRUE(version("1.2").lessThan(version("1.2.0")));
+}
+
+TEST(VersionStringTest, KeepsTheTextAsGiven)
+{
+    EXPECT_EQ(version("01.002.3").toString().toStdString(), "01.002.3");
+}
+
+TEST(VersionStringTest, PrintsTheVersion)
+{
+    const StandardOutputCapture output;
+    version("1.02").print();
+    EXPECT_EQ(output.text(), "Version: 1.02\n");
+}
+
+TEST(VersionStringTest, TellsDottedVersions)
+{
+    for (const char* text : {"0", "10", "1.2", "1.2.3", "01.002"}) {
+        EXPECT_TRUE(VersionString::isDottedVersion(QString::fromLatin1(text))) << text;
+    }
+    for (const char* text : {"", "v1.2", "1..2", "1.2.", ".1", ".", "1.2 ", " 1.2", "1. 2", "1.2b",
+                             "1,2", "-1", "+1", "1.2\n"}) {
+        EXPECT_FALSE(VersionString::isDottedVersion(QString::fromLatin1(text))) << text;
+    }
+}
+
+TEST(VersionStringTest, PartsTooLargeForAnIntegerAreGreaterThanSmallOnes)
+{
+    EXPECT_TRUE(version("1.99999999999999999999").greaterThan(version("1.2")));
+    EXPECT_TRUE(version("1.4294967296").greaterThan(version("1.2")));
+}
+
+TEST(VersionStringTest, SelfCheckPasses)
+{
+    VersionString::runTests();
+}
+
+TEST(VersionStringDeathTest, RefusesWhatIsNoDottedVersion)
+{
+    for (const char* text : {"v1.2", "1..2", "1.2.", "", " 1.2", "1.2\n"}) {
+        EXPECT_EXIT(version(text), ::testing::KilledBySignal(SIGABRT), patternAssertion) << text;
+    }
+}
