@@ -58,7 +58,12 @@ ExitCode PackCommand::run(const QStringList& arguments) const
         return *done;
     }
     for (const char* required : {"output", "device", "schema"}) {
-        if (options.value(QLatin1String(required)).isEmpty()) {
+        const QStringList given = options.values(QLatin1String(required));
+        if (given.size() > 1) {
+            return options.usageError(
+                QStringLiteral("--%1 is given twice").arg(QLatin1String(required)));
+        }
+        if (given.isEmpty() || given.first().isEmpty()) {
             return options.usageError(
                 QStringLiteral("--%1 is missing").arg(QLatin1String(required)));
         }

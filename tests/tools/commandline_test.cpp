@@ -1,0 +1,44 @@
+#include "bundleprogram.h"
+
+#include <QRegularExpression>
+
+using CommandLineTest = BundleProgramTest;
+
+TEST_F(CommandLineTest, HelpNamesEveryCommand)
+{
+    const ProgramRun help = run({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_EQ(help.errors, "");
+    for (const char* command : {"pack", "check", "list", "extract"}) {
+        EXPECT_TRUE(help.output.contains(QByteArray("\n  ") + command)) << command;
+    }
+}
+
+TEST_F(CommandLineTest, EveryCommandHasItsOwnHelp)
+{
+    for (const char* command : {"pack", "check", "list", "extract"}) {
+        const ProgramRun help = run({command, "--help"});
+        EXPECT_EQ(help.exitCode, 0) << command;
+        EXPECT_TRUE(help.output.contains(QByteArray(command) + " [options]"))
+            << help.output.constData();
+    }
+}
+
+TEST_F(CommandLineTest, VersionIsADottedNumber)
+{
+    const ProgramRun version = run({"--version"});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_TRUE(QString::fromUtf8(version.output)
+                    .contains(QRegularExpression("^kelvaron-bundle \\d+(\\.\\d+)*\n$")))
+        << version.output.constData();
+}
+
+TEST_F(CommandLineTest, RefusesAWrongCommandLine)
+{
+    expectRefused(run({}), 2, "no command given");
+    expectRefused(run({"unpack"}), 2, "unknown command \"unpack\"");
+    expectRefused(run({"check"}), 2, "no file given");
+    expectRefused(run({"list"}), 2, "no file given");
+    expectRefused(run({"check", "a", "b"}), 2, "unexpected argument \"b\"");
+    expectRefused(run({"list", "--colour", "a"}), 2, "colour");
+}
