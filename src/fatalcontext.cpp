@@ -32,11 +32,12 @@ QString FatalContext::describeAll()
 
 QString FatalContext::blamedFile()
 {
+    QString outermost;
     for (const FatalContext* context = innermost(); context != nullptr; context = context->outer) {
         const QString file = context->file();
         if (!file.isEmpty()) {
-            return file;
+            outermost = file;
         }
     }
-    return {};
+    return outermost;
 }

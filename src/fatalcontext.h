@@ -14,7 +14,8 @@ public:
     /// The descriptions of all living contexts, outermost first, a line each.
     static QString describeAll();
 
-    /// The innermost file that a living context blames; empty when there is none.
+    /// The outermost file that a living context blames: what came out of it can only be mended
+    /// there. Empty when there is none.
     static QString blamedFile();
 
 protected:

@@ -1,0 +1,162 @@
+#include "mainwindow.h"
+
+#include "CBGenerator/generator.h"
+#include "HEXGeneratorParser/hexmanager.h"
+#include "buildconstants.h"
+#include "fatalassertion.h"
+#include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "messagedialogs.h"
+#include "profileimport/importprofilesmain.h"
+#include "profiles/profilenameslistmanager.h"
+#include "settingsui/globalsettingsmanager.h"
+#include "settingsui/settingspanemanager.h"
+#include "transfer/comdevicewatcher.h"
+#include "ui_mainwindow.h"
+#include "xmlformat/readfromxml.h"
+#include "xmlformat/xmlmanager.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QResizeEvent>
+#include <QStyle>
+
+MainWindow::~MainWindow()
+{
+    FatalAssertion::setLastStep({}); // it would use this window
+}
+
+void MainWindow::extraUIAdditions()
+{
+    addToolbarActions();
+    addToolbarTitle();
+    ui->mainToolBar->setFloatable(false);
+    ui->mainToolBar->setMovable(false);
+    setWindowIcon(QIcon(QStringLiteral(":/new/images/upload_download.png")));
+    ui->statusBar->addPermanentWidget(
+        new QLabel(QStringLiteral("Kelvaron Profile Editor for Mac OS: ")
+                   + QString::fromLatin1(BuildConstants::buildText)));
+    ui->actionEditGlobalSettings->setEnabled(false); // not offered in this version
+}
+
+void MainWindow::addToolbarActions()
+{
+    QToolBar* toolbar = ui->mainToolBar;
+    toolbar->setIconSize(QSize(20, 20));
+    const auto standardIcon = [this](QStyle::StandardPixmap pixmap) {
+        return style()->standardIcon(pixmap);
+    };
+    loadFromFileAction = toolbar->addAction(standardIcon(QStyle::SP_DialogOpenButton),
+                                            QStringLiteral("Load Profiles from File"));
+    saveToFileAction = toolbar->addAction(standardIcon(QStyle::SP_DialogSaveButton),
+                                          QStringLiteral("Save Profiles to File"));
+    toolbar->addSeparator();
+    deleteAllAction = toolbar->addAction(standardIcon(QStyle::SP_DialogDiscardButton),
+                                         QStringLiteral("Delete all Profiles"));
+    toolbar->addSeparator();
+    writeToDeviceAction = toolbar->addAction(QIcon(QStringLiteral(":/new/images/upload.png")),
+                                             QStringLiteral("Write Profiles to Kelvaron"));
+    readFromDeviceAction = toolbar->addAction(QIcon(QStringLiteral(":/new/images/download.png")),
+                                              QStringLiteral("Read Profiles from Kelvaron"));
+}
+
+void MainWindow::addToolbarTitle()
+{
+    auto* expandingSpacer = new QWidget;
+    expandingSpacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    ui->mainToolBar->addWidget(expandingSpacer);
+
+    auto* title = new QLabel(QStringLiteral("Kelvaron Profile Editor"));
+    title->setFont(QFont(QStringLiteral("Arial"), 13, QFont::Bold));
+    ui->mainToolBar->addWidget(title);
+
+    auto* fixedSpacer = new QWidget;
+    fixedSpacer->setFixedWidth(15);
+    ui->mainToolBar->addWidget(fixedSpacer);
+
+    auto* logo = new QLabel;
+    logo->setPixmap(QPixmap(QStringLiteral(":/new/images/tovo_logo.png")));
+    ui->mainToolBar->addWidget(logo);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    if (!initialised) {
+        return;
+    }
+    // The settings pane begins at the middle of the window; the layouts place the rest.
+    const QMargins margins = ui->centralLayout->contentsMargins();
+    ui->listPanel->setFixedWidth(event->size().width() / 2 - margins.left()
+                                 - ui->centralLayout->spacing());
+}
+
+void MainWindow::disableToolbarActions(bool editing)
+{
+    const bool enabled = !editing;
+    const QList<QAction*> lockedActions = {
+        ui->actionExportXML,     ui->actionImportXML,         ui->actionExportHEX,
+        ui->actionImportHEX,     ui->actionWriteProfiles,     ui->actionReadProfiles,
+        ui->actionFlashFirmware, ui->actionDeleteAllProfiles, loadFromFileAction,
+        saveToFileAction,        deleteAllAction,             writeToDeviceAction,
+        readFromDeviceAction};
+    for (QAction* action : lockedActions) {
+        action->setEnabled(enabled);
+    }
+    ui->addProfileButton->setEnabled(enabled);
+}
+
+void MainWindow::on_actionHelp()
+{
+    MessageDialogs::helpKelvaronProfileEditor(this);
+}
+
+void MainWindow::on_actionAbout()
+{
+    MessageDialogs::aboutKelvaronProfileEditor(this);
+}
+
+void MainWindow::on_actionExit()
+{
+    QCoreApplication::quit();
+}
+
+void MainWindow::on_flashFirmware()
+{
+    auto* tool = new FirmwareTool::KelvaronFirmwareToolWindow(this); // deletes itself when closed
+    connect(tool, &FirmwareTool::KelvaronFirmwareToolWindow::flashed, this,
+            &MainWindow::reloadBundle);
+}
+
+void MainWindow::reloadBundle()
+{
+    const QString backupFile = QStringLiteral("backup_fw_update.xml");
+    if (settingsPaneManager->getEditMode() || !backUpProfiles(backupFile)) {
+        MessageDialogs::backupFailed(this);
+        return;
+    }
+    createRequiredFiles();
+    loadSchema();
+    handOverGenerator();
+    profileNamesListManager->deleteAllProfilesNoConfirmation();
+    xmlManager->importFromXML(backupFile);
+}
+
+bool MainWindow::backUpProfiles(const QString& fileName)
+{
+    if (!xmlManager->exportToXML(fileName)) {
+        return false;
+    }
+    XMLGeneratorParser::ReadFromXML reader;
+    return reader.readProfiles(fileName)
+           && reader.getProfiles().size() == hexManager->getCurrentNumProfiles();
+}
+
+void MainWindow::handOverGenerator()
+{
+    settingsPaneManager->setAllSettings(generator);
+    profileNamesListManager->setAllSettings(generator);
+    importProfilesMain->setAllSettings(generator);
+    xmlManager->setAllSettings(generator);
+    hexManager->setAllSettings(generator);
+    globalSettingsManager->setAllSettings(generator);
+}

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QString>
+
+#include <memory>
+
+class COMDeviceWatcher;
+class GlobalSettingsManager;
+class ProfileNamesListManager;
+class QAction;
+class SettingsPaneManager;
+
+namespace FatalAssertion
+{
+struct Report;
+}
+namespace HEXGeneratorParser
+{
+class HEXManager;
+}
+namespace HParser
+{
+class Generator;
+}
+namespace ImportProfiles
+{
+class ImportProfilesMain;
+}
+namespace NewFirmwareChecker
+{
+class NewFirmwareCheckerManager;
+}
+namespace Ui
+{
+class MainWindow;
+}
+namespace UploadDownload
+{
+class UploadDownloadManager;
+}
+namespace XMLGeneratorParser
+{
+class XMLManager;
+}
+
+/// The application's one main window. Its construction is the whole start-up; afterwards it only
+/// routes commands to the managers that own the features.
+///
+/// A failing start shows one message box and ends the process. The folder
+/// "KelvaronProfileEditorFiles" beside the executable becomes the working directory for the run.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+public slots:
+    /// Takes the newest installed bundle into use on the live window; the profiles are carried over
+    /// through a backup file. Nothing is changed when that backup fails.
+    void reloadBundle();
+
+    /// Locks what must not happen while a profile is being edited, and unlocks it.
+    void disableToolbarActions(bool editing);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    // The steps of start-up, in their order (startup.cpp).
+    void runTests();
+    void setWorkingDirectory();
+    bool createRequiredFiles();
+    QString getMostRecentKelvaronBundle();
+    void installationChecks();
+    void loadSchema();
+    void buildWindow();
+    void createManagers();
+    void extraUIAdditions();
+    void addToolbarActions();
+    void addToolbarTitle();
+    void connectCommands();
+    void printCurrentEnvironmentValues();
+    void startDeviceWatcher();
+    void runFirmwareToolOnly();
+    [[noreturn]] void endProcess(int exitCode);
+    void endOnFatalAssertion(const FatalAssertion::Report& report);
+    QString rescueProfiles();
+
+    bool backUpProfiles(const QString& fileName);
+    void handOverGenerator();
+
+    // Commands.
+    void on_actionHelp();
+    void on_actionAbout();
+    void on_actionExit();
+    void on_flashFirmware();
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    ProfileNamesListManager* profileNamesListManager = nullptr;
+    SettingsPaneManager* settingsPaneManager = nullptr;
+    ImportProfiles::ImportProfilesMain* importProfilesMain = nullptr;
+    XMLGeneratorParser::XMLManager* xmlManager = nullptr;
+    HEXGeneratorParser::HEXManager* hexManager = nullptr;
+    GlobalSettingsManager* globalSettingsManager = nullptr;
+    UploadDownload::UploadDownloadManager* uploadDownloadManager = nullptr;
+    NewFirmwareChecker::NewFirmwareCheckerManager* newFirmwareCheckerManager = nullptr;
+    HParser::Generator* generator = nullptr; ///< a child of this window; older ones stay alive too
+    QAction* loadFromFileAction = nullptr;
+    QAction* saveToFileAction = nullptr;
+    QAction* deleteAllAction = nullptr;
+    QAction* writeToDeviceAction = nullptr;
+    QAction* readFromDeviceAction = nullptr;
+    bool initialised = false;
+    std::unique_ptr<COMDeviceWatcher> deviceWatcher;
+    QString bundleFileName; ///< the bundle in use, to be named when its schema is at fault
+};

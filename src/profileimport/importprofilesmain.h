@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QObject>
+#include <QString>
+
+class ParsedProfile;
+class ProfileSettings;
+class QWidget;
+
+namespace HParser
+{
+class Generator;
+class StructSetting;
+class StructSettings;
+} // namespace HParser
+
+namespace ImportProfiles
+{
+/// Turns what a file holds into live profiles and global settings. Values are stored as the file
+/// has them; a missing one becomes 0, false or empty.
+class ImportProfilesMain : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Both are borrowed and outlive the importer; `dialogParent` is the main window.
+    ImportProfilesMain(QWidget* dialogParent, HParser::Generator* settingsGenerator,
+                       QObject* parent);
+
+    /// Replaces the schema.
+    void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
+
+    /// Makes every profile and emits it, in list order. Profiles of a chemistry that the schema
+    /// does not hold are left out; one message names them afterwards.
+    void importProfiles(const QList<ParsedProfile*>& parsedProfiles);
+
+    /// Asks, when they differ from the current ones, whether to take over the global settings.
+    void importGlobalSettings(const ParsedProfile* parsed);
+
+    /// The value for a setting's name; empty when it is missing.
+    static QString getValueFromMapAndDescriptiveName(const QMap<QString, QString>& properties,
+                                                     const QString& descriptiveName);
+
+    /// True when a visible advanced setting differs from its default.
+    static bool getAdvancedSettingsEdited(const HParser::StructSettings* settings);
+
+    /// True when every global setting's text is exactly the imported one.
+    bool getGlobalSettingsSameAsCurrentOnes(const ParsedProfile* parsed) const;
+
+signals:
+    /// A finished profile and its flags; the receiver takes ownership.
+    void profileReadyForImport(ProfileSettings* profile, bool active, bool isDefault);
+
+private:
+    void importProfile(const ParsedProfile& parsed);
+    static void storeValues(const ParsedProfile& parsed, HParser::StructSettings* settings);
+    static bool differsFromDefault(const HParser::StructSetting& setting);
+
+    QWidget* parentWidget;
+    HParser::Generator* generator;
+};
+} // namespace ImportProfiles

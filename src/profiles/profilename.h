@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+
+class ProfileNameListWidget;
+class ProfileSettings;
+
+namespace HParser
+{
+class StructSetting;
+}
+namespace Ui
+{
+class ProfileName;
+}
+
+/// One row of the profile list: title, subtitle, active light, default mark and delete cross.
+///
+/// The row shows and stores what the list manager decides; a click only asks for a change.
+class ProfileName : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `item` carries this row and is not owned.
+    ProfileName(ProfileNameListWidget* item, QWidget* parent);
+    ~ProfileName() override;
+
+    void setTitle(const QString& title);
+    void setSubtitle(const QString& subtitle);
+    QString getTitle() const;
+    QString getSubtitle() const;
+
+    /// Shows this profile, which the list manager owns, and clears its active and default flags.
+    void setProfileSettings(ProfileSettings* settings);
+    ProfileSettings* getProfileSettings() const { return profileSettings; }
+
+    /// Points at no profile from here on; for a row that was taken out of the list.
+    void forgetProfile();
+
+    /// Show a flag and store it in the profile's settings.
+    void setActive(bool active);
+    void setDefault(bool isDefault);
+
+    bool getActiveStatus() const;
+    bool getDefaultStatus() const;
+
+    /// The look of the selected row, and back.
+    void highlight();
+    void dehighlight();
+
+    ProfileNameListWidget* getListItem() const { return listItem; }
+
+    /// What a click on the light, on the mark or on the cross does: ask for the change.
+    void requestActiveChange();
+    void requestDefaultChange();
+    void requestDeletion();
+
+signals:
+    void activeStatusChangeRequest(ProfileName* row, bool active);
+    void defaultStatusChangeRequest(ProfileName* row, bool isDefault);
+    void deleteMeSignal(ProfileName* row);
+
+protected:
+    void enterEvent(QEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void activeFalseInit();
+    void defaultFalseInit();
+    void setTextsItalic(bool italic);
+
+    std::unique_ptr<Ui::ProfileName> ui;
+    ProfileNameListWidget* listItem = nullptr;
+    ProfileSettings* profileSettings = nullptr;
+    HParser::StructSetting* activeSetting = nullptr;  ///< a member of the profile's settings
+    HParser::StructSetting* defaultSetting = nullptr; ///< a member of the profile's settings
+};

@@ -1,0 +1,53 @@
+#include "profiles/profilenamelistwidget.h"
+
+#include <QListWidget>
+
+namespace
+{
+constexpr int rowHeight = 46;
+}
+
+QListWidget* ProfileNameListWidget::qlistWidget = nullptr;
+
+ProfileNameListWidget::ProfileNameListWidget(QListWidget* listWidget, int type)
+    : QListWidgetItem(listWidget, type), profileName(new ProfileName(this, nullptr))
+{
+    setSizeHint(QSize(0, rowHeight));
+}
+
+ProfileNameListWidget::~ProfileNameListWidget()
+{
+    if (profileName != nullptr && profileName->parent() == nullptr) {
+        delete profileName; // never attached, so no list widget deletes it
+    }
+}
+
+void ProfileNameListWidget::appendToList()
+{
+    insertInList(qlistWidget->count());
+}
+
+void ProfileNameListWidget::prependToList()
+{
+    insertInList(0);
+}
+
+void ProfileNameListWidget::insertInList(int row)
+{
+    qlistWidget->insertItem(row, this);
+    qlistWidget->setItemWidget(this, profileName);
+}
+
+ProfileNameListWidget* ProfileNameListWidget::clone() const
+{
+    // Read first: the copy's setProfileSettings() clears the flags of the shared profile.
+    const bool active = profileName->getActiveStatus();
+    const bool isDefault = profileName->getDefaultStatus();
+    auto* copy = new ProfileNameListWidget(nullptr, type());
+    copy->profileName->setProfileSettings(profileName->getProfileSettings());
+    copy->profileName->setTitle(profileName->getTitle());
+    copy->profileName->setSubtitle(profileName->getSubtitle());
+    copy->profileName->setActive(active);
+    copy->profileName->setDefault(isDefault);
+    return copy;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "profiles/profilename.h"
+
+#include <QListWidgetItem>
+#include <QPointer>
+
+/// The list item that carries the row of one profile.
+///
+/// The item makes its row. Once the item stands in the list the row belongs to the list widget,
+/// which deletes it when the item is taken out; a taken item can therefore not be put back, only
+/// cloned.
+class ProfileNameListWidget : public QListWidgetItem
+{
+public:
+    /// `listWidget` (may be nullptr) and `type` are handed to the base class: a list given here
+    /// holds the item at once, without its row.
+    explicit ProfileNameListWidget(QListWidget* listWidget = nullptr, int type = UserType);
+    ~ProfileNameListWidget() override;
+
+    /// The list widget that all items go into; set by the list manager.
+    static QListWidget* qlistWidget;
+
+    ProfileName* getProfileName() const { return profileName; }
+
+    /// Put this item into `qlistWidget` and attach its row.
+    void appendToList();
+    void prependToList();
+    void insertInList(int row);
+
+    /// A new item around the same profile with the same texts and flags; the caller owns it.
+    ProfileNameListWidget* clone() const override;
+
+private:
+    QPointer<ProfileName> profileName;
+};

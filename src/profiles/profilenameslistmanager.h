@@ -1,0 +1,107 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+class ProfileName;
+class ProfileNameListWidget;
+class ProfileSettings;
+class QListWidget;
+class QListWidgetItem;
+class QPushButton;
+class QWidget;
+class SettingsPaneManager;
+
+namespace HParser
+{
+class Generator;
+}
+
+/// The rules of the profile list: selection, creation, deletion, order, and the active and default
+/// flags. It owns the profiles; the rows borrow them.
+///
+/// At most one row is default, and it is `defaultItem`. While the settings pane edits a profile,
+/// selecting, creating and deleting are refused; moving and the two flags are not.
+class ProfileNamesListManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything is borrowed and outlives the manager. `parent` is the main window.
+    ProfileNamesListManager(QWidget* parent, QListWidget* listWidget, QPushButton* createButton,
+                            QPushButton* upButton, QPushButton* downButton,
+                            HParser::Generator* generator, SettingsPaneManager* settingsPane);
+    ~ProfileNamesListManager() override;
+
+    /// Replaces the schema that new profiles are made from.
+    void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
+
+    /// The selected item; nullptr when there is none.
+    ProfileNameListWidget* getCurrentItem() const { return currentItem; }
+
+    /// The item of the default profile; nullptr when there is none.
+    ProfileNameListWidget* getDefaultItem() const { return defaultItem; }
+
+    /// How many profiles were added since the start, deleted ones included.
+    int getProfilesAdded() const { return profilesAdded; }
+
+signals:
+    /// Another profile is selected: the pane is to be rebuilt.
+    void settingsPaneUpdateNeeded(ProfileName* row);
+
+    /// The selected profile's flags have changed.
+    void quickSettingsPaneUpdateNeeded(ProfileName* row);
+
+    /// The list has become empty.
+    void noMoreProfilesLeft();
+
+public slots:
+    void on_listWidgetClicked(QListWidgetItem* item);
+    void on_createProfileButtonClicked();
+
+    /// Appends and selects a profile and takes ownership of it.
+    void addNewProfile(ProfileSettings* profile);
+
+    /// The same for a profile from a file or the charger, with the flags that it has there. A
+    /// default flag counts only while the list has no default profile.
+    void on_profileReadyForImport(ProfileSettings* profile, bool active, bool isDefault);
+
+    /// Asks, then deletes one profile.
+    void deleteProfile(ProfileName* row);
+
+    /// True when the list was emptied; false, without a message, in edit mode.
+    bool deleteAllProfilesNoConfirmation();
+
+    /// Asks first; true when the answer was Yes.
+    bool deleteAllProfilesAskConfirmation();
+
+    void profilePushUp();
+    void profilePushDown();
+    void on_activeStatusChangeRequest(ProfileName* row, bool active);
+    void on_defaultStatusChangeRequest(ProfileName* row, bool isDefault);
+
+private:
+    ProfileNameListWidget* makeProfileName();
+    void connectProfileNameSignals(ProfileNameListWidget* item);
+    void appendProfile(ProfileNameListWidget* item);
+    void deleteProfile(ProfileNameListWidget* item);
+    void deleteAllRows();
+    void moveCurrentItem(int offset);
+    void releaseProfile(const ProfileSettings* profile);
+    void emitQuickUpdate();
+    void setMoveButtonsEnabled(bool enabled);
+
+    SettingsPaneManager* settingsPane;
+    HParser::Generator* generator;
+    QWidget* parentWidget;
+    QListWidget* listWidget;
+    QPushButton* createButton;
+    QPushButton* upButton;
+    QPushButton* downButton;
+    ProfileNameListWidget* currentItem = nullptr;
+    ProfileNameListWidget* defaultItem = nullptr;
+    int profilesAdded = 0;
+    std::vector<std::unique_ptr<ProfileSettings>> profiles;
+};

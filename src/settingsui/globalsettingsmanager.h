@@ -1,0 +1,35 @@
+#pragma once
+
+#include "profiles/profilesettings.h"
+
+#include <QObject>
+
+class QWidget;
+
+namespace HParser
+{
+class Generator;
+}
+
+/// Owns the application's one copy of the charger's global settings. This version cannot edit them
+/// yet: the command tells so.
+class GlobalSettingsManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `dialogParent` is the main window; the generator is borrowed.
+    GlobalSettingsManager(QWidget* dialogParent, HParser::Generator* settingsGenerator,
+                          QObject* parent);
+
+    /// Makes the block anew from another schema, with its default values.
+    void setAllSettings(HParser::Generator* newGenerator);
+
+public slots:
+    void on_editGlobalSettingsClicked();
+
+private:
+    QWidget* parentWidget;
+    ProfileSettings globalSettings;
+    HParser::Generator* generator;
+};

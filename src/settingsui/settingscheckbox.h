@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QPointer>
+
+namespace HParser
+{
+class StructSetting;
+}
+
+/// The editor of a boolean setting; a click goes into the setting at once.
+class SettingsCheckBox : public QCheckBox
+{
+    Q_OBJECT
+
+public:
+    explicit SettingsCheckBox(QWidget* parent = nullptr);
+
+    /// Shows and edits this setting from now on.
+    void bindSetting(HParser::StructSetting* boundSetting);
+
+    void saveSetting(bool on);
+
+public slots:
+    void on_clicked();
+
+    /// Shows the setting's flag.
+    void updateView();
+
+    void on_enableView(bool on);
+
+private:
+    QPointer<HParser::StructSetting> setting; ///< not owned
+};

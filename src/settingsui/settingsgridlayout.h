@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QGridLayout>
+#include <QPointer>
+
+#include <memory>
+
+class AdvancedModeToggleCheckBox;
+
+namespace HParser
+{
+class StructSetting;
+class StructSettings;
+} // namespace HParser
+
+/// The grid of one settings struct: a row per visible setting with its label, editor and units.
+///
+/// Editors write into the settings as the user types; the backup taken by startEditing() is what
+/// cancelSettings() goes back to.
+class SettingsGridLayout : public QGridLayout
+{
+    Q_OBJECT
+
+public:
+    /// `structSettings` is borrowed and must outlive the grid's widgets. `parent` becomes the
+    /// parent of the widgets.
+    SettingsGridLayout(HParser::StructSettings* structSettings, QWidget* parent);
+    ~SettingsGridLayout() override;
+
+    /// Stores every editor into its setting and disables the grid.
+    void saveSettings();
+
+    /// Takes the backup and enables the grid; advanced editors only when they were edited before.
+    void startEditing();
+
+    /// Restores the backup and builds the grid anew, disabled.
+    void cancelSettings();
+
+    /// Value texts of all settings and the advanced mark, kept for the restoration.
+    void backupCurrentSettings();
+
+    /// Puts the backup's values back as they were and shows them. A profile's active and default
+    /// flags are left alone: they belong to the list.
+    void restoreBackedUpSettings();
+
+    void setGridEnabled(bool enabled);
+
+    /// Deletes all widgets of the grid.
+    void clearGrid();
+
+    void hideEverything(bool hide);
+
+    /// Puts the keyboard focus into the first enabled editor.
+    void focusFirstEditor();
+
+private:
+    void inflateGrid();
+    void addAdvancedToggle(int row);
+    void addSetting(HParser::StructSetting* setting, int row);
+    void commitFocusedEditor();
+    QList<QWidget*> gridWidgets() const;
+
+    QPointer<HParser::StructSettings> settings;
+    QPointer<AdvancedModeToggleCheckBox> advancedToggle; ///< none without advanced settings
+    std::unique_ptr<HParser::StructSettings> backup;     ///< from startEditing() to save or cancel
+};

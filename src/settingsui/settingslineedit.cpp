@@ -1,0 +1,72 @@
+#include "settingsui/settingslineedit.h"
+
+#include "CBGenerator/structsetting.h"
+
+#include <QDoubleValidator>
+
+#include <algorithm>
+#include <limits>
+
+SettingsLineEdit::SettingsLineEdit(QWidget* parent) : QLineEdit(parent)
+{
+    setObjectName(QStringLiteral("SettingsLineEdit"));
+    connect(this, &QLineEdit::editingFinished, this, &SettingsLineEdit::on_editingFinished);
+}
+
+void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
+{
+    setting = boundSetting;
+    if (setting->settingType == HParser::StructSetting::NUM) {
+        constexpr double largest = std::numeric_limits<double>::max();
+        constexpr int decimals = 20;
+        auto* validator = new QDoubleValidator(-largest, largest, decimals, this);
+        QLocale pointLocale = QLocale::c();
+        pointLocale.setNumberOptions(QLocale::RejectGroupSeparator | QLocale::OmitGroupSeparator);
+        validator->setLocale(pointLocale);
+        setValidator(validator);
+    } else if (setting->arraySize > 0) {
+        setMaxLength(setting->arraySize - 1); // the charger's field ends with a zero byte
+    }
+    updateView();
+    connect(setting, &HParser::StructSetting::numValueChanged, this,
+            &SettingsLineEdit::updateView);
+    connect(setting, &HParser::StructSetting::enableView, this, &SettingsLineEdit::on_enableView);
+}
+
+void SettingsLineEdit::saveSetting()
+{
+    if (setting == nullptr) {
+        return;
+    }
+    switch (setting->settingType) {
+    case HParser::StructSetting::NUM:
+        setting->setValue(text().toDouble());
+        updateView();
+        break;
+    case HParser::StructSetting::STRING:
+    case HParser::StructSetting::LIST:
+        setting->setValue(text());
+        updateView();
+        break;
+    case HParser::StructSetting::BOOL:
+    case HParser::StructSetting::UNKNOWN:
+        break;
+    }
+}
+
+void SettingsLineEdit::on_editingFinished()
+{
+    saveSetting();
+}
+
+void SettingsLineEdit::updateView()
+{
+    if (setting != nullptr) {
+        setText(setting->getValue());
+    }
+}
+
+void SettingsLineEdit::on_enableView(bool on)
+{
+    setEnabled(on);
+}

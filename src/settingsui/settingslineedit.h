@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QPointer>
+
+namespace HParser
+{
+class StructSetting;
+}
+
+/// The editor of a number or text setting. What was typed goes into the setting when the field
+/// loses focus; the field then shows what the setting made of it.
+class SettingsLineEdit : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit SettingsLineEdit(QWidget* parent = nullptr);
+
+    /// Shows and edits this setting from now on. Numbers are typed with a decimal point in every
+    /// locale; texts are limited to what fits the charger's field.
+    void bindSetting(HParser::StructSetting* boundSetting);
+
+    /// Stores the text (a text that is no number counts as 0) and shows the stored value.
+    void saveSetting();
+
+public slots:
+    void on_editingFinished();
+
+    /// Shows the setting's value; called when a formula has changed it.
+    void updateView();
+
+    void on_enableView(bool on);
+
+private:
+    QPointer<HParser::StructSetting> setting; ///< not owned
+};

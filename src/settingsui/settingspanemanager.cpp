@@ -1,0 +1,221 @@
+#include "settingsui/settingspanemanager.h"
+
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "messagedialogs.h"
+#include "profiles/profilename.h"
+#include "profiles/profilesettings.h"
+#include "settingsui/settingsgridlayout.h"
+#include "settingsui/settingsgridscroll.h"
+#include "ui_mainwindow.h"
+
+#include <QMessageBox>
+
+namespace
+{
+/// The value of the setting of this name; `otherwise` for a schema without it.
+QString valueOf(const ProfileSettings& profile, const QString& name, const QString& otherwise)
+{
+    const HParser::StructSetting* setting =
+        profile.settings->getStructSettingByDescriptiveName(name);
+    return setting != nullptr ? setting->getValue() : otherwise;
+}
+} // namespace
+
+SettingsPaneManager::SettingsPaneManager(Ui::MainWindow* form,
+                                         HParser::Generator* settingsGenerator, QWidget* mainWindow)
+    : QObject(mainWindow), ui(form), parentWidget(mainWindow), generator(settingsGenerator)
+{
+    connect(ui->editProfileButton, &QPushButton::clicked, this,
+            &SettingsPaneManager::on_editButtonClicked);
+    connect(ui->cancelChangesButton, &QPushButton::clicked, this,
+            &SettingsPaneManager::on_cancelButtonClicked);
+    connect(ui->saveChangesButton, &QPushButton::clicked, this,
+            &SettingsPaneManager::on_saveButtonClicked);
+    connect(ui->profileSettingsActiveCB, &QCheckBox::clicked, this,
+            &SettingsPaneManager::activateMeClicked);
+    connect(ui->profileSettingsDefaultCB, &QCheckBox::clicked, this,
+            &SettingsPaneManager::defaultMeClicked);
+}
+
+void SettingsPaneManager::setCurrentProfile(ProfileName* row)
+{
+    currentProfile = row;
+}
+
+void SettingsPaneManager::updateSettingsPane(ProfileName* row)
+{
+    currentProfile = row;
+    unhideEverything();
+    ui->editProfileButton->setEnabled(true);
+    const ProfileSettings& profile = *row->getProfileSettings();
+    ui->profileSettingsTitle->setText(
+        valueOf(profile, QStringLiteral("Title"), profile.getTitle()));
+    ui->profileSettingsSubtitle->setText(
+        valueOf(profile, QStringLiteral("Subtitle"), profile.getSubtitle()));
+    showFlags();
+    showGrid();
+    disableEditing();
+}
+
+void SettingsPaneManager::showFlags()
+{
+    quickUpdateSettingsPane(currentProfile);
+    ui->profileSettingsModifiableCB->setChecked(
+        currentProfile->getProfileSettings()->getModifiable());
+}
+
+void SettingsPaneManager::showGrid()
+{
+    clearSettingsPane();
+    grid = SettingsGridScroll::fill(ui->containerScroll,
+                                    currentProfile->getProfileSettings()->settings);
+}
+
+void SettingsPaneManager::clearSettingsPane()
+{
+    if (grid != nullptr) {
+        grid->clearGrid();
+        grid->deleteLater();
+        grid = nullptr;
+    }
+}
+
+void SettingsPaneManager::quickUpdateSettingsPane(ProfileName* row)
+{
+    ui->profileSettingsActiveCB->setChecked(row->getActiveStatus());
+    ui->profileSettingsDefaultCB->setChecked(row->getDefaultStatus());
+}
+
+void SettingsPaneManager::on_profilesListEmpty()
+{
+    hideEverything();
+    clearSettingsPane(); // its editors are bound to a profile that is going away
+    currentProfile = nullptr;
+}
+
+void SettingsPaneManager::on_editButtonClicked()
+{
+    if (grid == nullptr || editMode) {
+        return;
+    }
+    grid->startEditing();
+    enableEditing();
+}
+
+void SettingsPaneManager::enableEditing()
+{
+    editMode = true;
+    ui->editProfileButton->setEnabled(false);
+    setEditingWidgetsEnabled(true);
+    emit editing(true);
+}
+
+void SettingsPaneManager::disableEditing()
+{
+    setEditingWidgetsEnabled(false);
+    emit editing(false);
+}
+
+void SettingsPaneManager::setEditingWidgetsEnabled(bool enabled)
+{
+    ui->profileSettingsTitle->setEnabled(enabled);
+    ui->profileSettingsSubtitle->setEnabled(enabled);
+    ui->profileSettingsActiveCB->setEnabled(enabled);
+    ui->profileSettingsDefaultCB->setEnabled(enabled);
+    ui->profileSettingsModifiableCB->setEnabled(enabled);
+    ui->saveChangesButton->setEnabled(enabled);
+    ui->cancelChangesButton->setEnabled(enabled);
+}
+
+void SettingsPaneManager::activateMeClicked(bool checked)
+{
+    if (!checked) {
+        ui->profileSettingsDefaultCB->setChecked(false); // a default profile is always active
+    }
+}
+
+void SettingsPaneManager::defaultMeClicked(bool checked)
+{
+    if (checked) {
+        ui->profileSettingsActiveCB->setChecked(true);
+    }
+}
+
+void SettingsPaneManager::on_saveButtonClicked()
+{
+    if (!editMode || grid == nullptr || currentProfile == nullptr) {
+        return;
+    }
+    // Read before the list's rules are applied: they refresh the flag boxes.
+    const bool modifiable = ui->profileSettingsModifiableCB->isChecked();
+    ProfileSettings& profile = *currentProfile->getProfileSettings();
+    grid->saveSettings();
+    currentProfile->setTitle(profile.getTitle());
+    currentProfile->setSubtitle(profile.getSubtitle());
+    updateActiveDefaultButtonsInList();
+    ui->profileSettingsTitle->setText(profile.getTitle());
+    ui->profileSettingsSubtitle->setText(profile.getSubtitle());
+    profile.setModifiable(modifiable);
+    disableEditing();
+    ui->editProfileButton->setEnabled(true);
+    editMode = false;
+}
+
+void SettingsPaneManager::updateActiveDefaultButtonsInList()
+{
+    // A click on the light refreshes both boxes from the row, so both are read first.
+    const bool active = ui->profileSettingsActiveCB->isChecked();
+    const bool isDefault = ui->profileSettingsDefaultCB->isChecked();
+    if (active != currentProfile->getActiveStatus()) {
+        currentProfile->requestActiveChange();
+    }
+    if (isDefault != currentProfile->getDefaultStatus()) {
+        currentProfile->requestDefaultChange();
+    }
+}
+
+void SettingsPaneManager::on_cancelButtonClicked()
+{
+    if (!editMode || grid == nullptr || currentProfile == nullptr) {
+        return;
+    }
+    const int answer = MessageDialogs::question(
+        parentWidget, QStringLiteral("Cancel Editing?"),
+        QStringLiteral("All your changes will be lost. Do you want to continue?"));
+    if (answer != QMessageBox::Yes || grid == nullptr || currentProfile == nullptr) {
+        return;
+    }
+    grid->cancelSettings();
+    showFlags();
+    ui->editProfileButton->setEnabled(true);
+    disableEditing();
+    editMode = false;
+}
+
+void SettingsPaneManager::hideEverything()
+{
+    setPaneVisible(false);
+}
+
+void SettingsPaneManager::unhideEverything()
+{
+    setPaneVisible(true);
+}
+
+void SettingsPaneManager::setPaneVisible(bool visible)
+{
+    ui->noProfileLabel->setVisible(!visible);
+    ui->editProfileButton->setVisible(visible);
+    ui->profileSettingsTitle->setVisible(visible);
+    ui->profileSettingsSubtitle->setVisible(visible);
+    ui->profileSettingsActiveCB->setVisible(visible);
+    ui->profileSettingsDefaultCB->setVisible(visible);
+    ui->profileSettingsModifiableCB->setVisible(visible);
+    if (grid != nullptr) {
+        grid->hideEverything(!visible);
+    }
+    ui->containerScroll->setVisible(visible);
+    ui->saveChangesButton->setVisible(visible);
+    ui->cancelChangesButton->setVisible(visible);
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class ProfileName;
+class QWidget;
+class SettingsGridLayout;
+
+namespace HParser
+{
+class Generator;
+}
+namespace Ui
+{
+class MainWindow;
+}
+
+/// Drives the right side of the main window: shows the selected profile and edits it.
+///
+/// Hidden while there is no profile; view mode while one is shown; edit mode from "Edit Profile" to
+/// "Save Changes" or "Cancel".
+class SettingsPaneManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything is borrowed and outlives the manager. `mainWindow` is the parent of message boxes.
+    SettingsPaneManager(Ui::MainWindow* form, HParser::Generator* settingsGenerator,
+                        QWidget* mainWindow);
+
+    /// True while a profile is being edited.
+    bool getEditMode() const { return editMode; }
+
+    /// Replaces the schema.
+    void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
+
+    /// Stores which row is shown, without rebuilding the pane; used after a row was moved.
+    void setCurrentProfile(ProfileName* row);
+
+    void hideEverything();
+    void unhideEverything();
+
+signals:
+    /// True when editing starts, false when the pane is back in view mode.
+    void editing(bool on);
+
+public slots:
+    /// Shows another profile, in view mode.
+    void updateSettingsPane(ProfileName* row);
+
+    /// Shows the row's active and default flags.
+    void quickUpdateSettingsPane(ProfileName* row);
+
+    void on_profilesListEmpty();
+    void on_editButtonClicked();
+    void on_saveButtonClicked();
+    void on_cancelButtonClicked();
+    void activateMeClicked(bool checked);
+    void defaultMeClicked(bool checked);
+
+private:
+    void showGrid();
+    void showFlags();
+    void clearSettingsPane();
+    void enableEditing();
+    void disableEditing();
+    void setEditingWidgetsEnabled(bool enabled);
+    void setPaneVisible(bool visible);
+    void updateActiveDefaultButtonsInList();
+
+    Ui::MainWindow* ui;
+    QWidget* parentWidget;
+    QPointer<ProfileName> currentProfile;
+    bool editMode = false;
+    HParser::Generator* generator;
+    QPointer<SettingsGridLayout> grid;
+};

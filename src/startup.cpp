@@ -1,0 +1,291 @@
+// The start-up half of MainWindow: everything that must be true before the user sees the window.
+
+#include "CBGenerator/generator.h"
+#include "CBGenerator/schemacheck.h"
+#include "HEXGeneratorParser/hexmanager.h"
+#include "HEXGeneratorParser/hexutility.h"
+#include "KelvaronBundle/bundlechooser.h"
+#include "KelvaronBundle/kelvaronbundle.h"
+#include "applicationglobalmap.h"
+#include "buildconstants.h"
+#include "fatalassertion.h"
+#include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "installedfilescope.h"
+#include "mainwindow.h"
+#include "messagedialogs.h"
+#include "profileimport/importprofilesmain.h"
+#include "profiles/profilename.h"
+#include "profiles/profilenameslistmanager.h"
+#include "settingsui/globalsettingsmanager.h"
+#include "settingsui/settingspanemanager.h"
+#include "standardoutput.h"
+#include "transfer/comdevicewatcher.h"
+#include "transfer/uploaddownloadmanager.h"
+#include "ui_mainwindow.h"
+#include "updatecheck/newfirmwarecheckermanager.h"
+#include "versionstring.h"
+#include "xmlformat/xmlmanager.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
+
+#include <cstdlib>
+
+using FirmwareTool::KelvaronFirmwareToolWindow;
+using HEXGeneratorParser::HEXManager;
+using ImportProfiles::ImportProfilesMain;
+using NewFirmwareChecker::NewFirmwareCheckerManager;
+using UploadDownload::UploadDownloadManager;
+using XMLGeneratorParser::XMLManager;
+
+namespace
+{
+const QString filesFolder = QStringLiteral("KelvaronProfileEditorFiles");
+const QString schemaFile = QStringLiteral("kelvaron_chemistries.cb");
+const QString deviceFile = QStringLiteral("device.txt");
+const QString savedProfilesFolder = QStringLiteral("saved_profiles");
+const QString bundleVersionKey = QStringLiteral("bundle_version");
+} // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
+{
+    FatalAssertion::setLastStep(
+        [this](const FatalAssertion::Report& report) { endOnFatalAssertion(report); });
+    runTests();
+    setWorkingDirectory();
+    createRequiredFiles();
+    installationChecks();
+    initialised = true;
+    loadSchema();
+    buildWindow();
+    createManagers();
+    extraUIAdditions();
+    connectCommands();
+    printCurrentEnvironmentValues();
+    startDeviceWatcher();
+    if (QCoreApplication::arguments().contains(QStringLiteral("-f"))) {
+        runFirmwareToolOnly();
+    }
+}
+
+void MainWindow::runTests()
+{
+    KELVARON_ASSERT_TEXT(HEXGeneratorParser::HexUtility::machineIsLittleEndian(),
+                         "HEXGeneratorParser::HexUtility::machineIsLittleEndian()");
+    VersionString::runTests();
+}
+
+void MainWindow::setWorkingDirectory()
+{
+    QDir folder(QCoreApplication::applicationDirPath());
+    if (!folder.cd(filesFolder) || !QDir::setCurrent(folder.absolutePath())) {
+        MessageDialogs::mainFolderNotFound(this);
+        endProcess(EXIT_FAILURE);
+    }
+}
+
+bool MainWindow::createRequiredFiles()
+{
+    bundleFileName = getMostRecentKelvaronBundle();
+    printLine(QStringLiteral("Bundle file being used in current dir: ") + bundleFileName);
+    const InstalledFileScope scope(bundleFileName);
+    KelvaronBundle bundle(bundleFileName);
+    bundle.parseKeyValuePairs();
+    const QString required = bundle.valueFromKey(QStringLiteral("MIN_SOFTWARE_VERSION_REQUIRED"));
+    if (!required.isEmpty()) {
+        const VersionString own(QString::fromLatin1(BuildConstants::editorVersion));
+        const VersionString requiredVersion(required);
+        if (own.lessThan(requiredVersion)) {
+            const VersionString bundleVersion(ApplicationGlobalMap::getString(bundleVersionKey));
+            MessageDialogs::currentSoftwareTooOld(this, bundleVersion, requiredVersion);
+            endProcess(EXIT_SUCCESS); // an orderly refusal, not an installation error
+        }
+    }
+    bundle.parseBundle(); // a mismatch is only reported on standard output
+
+    // The last section holds the checksums. A file that is not there is left to the checks.
+    const int numEmbedded = bundle.getNumFiles() - 1;
+    if (numEmbedded > KelvaronBundle::DEVICE_DESCRIPTION) {
+        bundle.saveFile(KelvaronBundle::DEVICE_DESCRIPTION, QStringLiteral("./") + deviceFile);
+    }
+    if (numEmbedded > KelvaronBundle::SCHEMA_HEADER) {
+        bundle.saveFile(KelvaronBundle::SCHEMA_HEADER, QStringLiteral("./") + schemaFile);
+    }
+    return true;
+}
+
+QString MainWindow::getMostRecentKelvaronBundle()
+{
+    const std::optional<BundleChooser::Choice> choice =
+        BundleChooser::mostRecent(QStringLiteral("./"));
+    if (!choice) {
+        MessageDialogs::noBundlesFound(this);
+        endProcess(EXIT_FAILURE);
+    }
+    ApplicationGlobalMap::putString(bundleVersionKey, choice->version);
+    return choice->fileName;
+}
+
+void MainWindow::installationChecks()
+{
+    if (!QFileInfo::exists(schemaFile)) {
+        MessageDialogs::cbFileMissing(this);
+        endProcess(EXIT_FAILURE);
+    }
+    if (!QFileInfo::exists(savedProfilesFolder)) {
+        QDir().mkdir(savedProfilesFolder);
+    }
+    if (!QFileInfo::exists(QString::fromLatin1(BuildConstants::uploaderFileName))) {
+        MessageDialogs::suplMissing(this);
+        endProcess(EXIT_FAILURE);
+    }
+    if (!QFileInfo::exists(deviceFile)) {
+        MessageDialogs::deviceTxtMissing(this);
+        endProcess(EXIT_FAILURE);
+    }
+}
+
+void MainWindow::loadSchema()
+{
+    // The schema comes out of the bundle at every start: the bundle is what can be replaced.
+    const InstalledFileScope bundleScope(bundleFileName);
+    auto* newGenerator = new HParser::Generator(this);
+    newGenerator->setHFileLocation(schemaFile);
+    newGenerator->generate();
+    const InstalledFileScope schemaScope(schemaFile);
+    HParser::SchemaCheck::run(*newGenerator);
+    generator = newGenerator;
+}
+
+void MainWindow::buildWindow()
+{
+    printLine(QStringLiteral("Starting the UI"));
+    ui->setupUi(this);
+    setWindowTitle(QStringLiteral("Kelvaron Profile Editor")
+                   + QStringLiteral(" FOR FIRMWARE VERSION 0.9x ONLY"));
+}
+
+void MainWindow::createManagers()
+{
+    settingsPaneManager = new SettingsPaneManager(ui.get(), generator, this);
+    profileNamesListManager = new ProfileNamesListManager(
+        this, ui->profileNamesList, ui->addProfileButton, ui->profileNameUpButton,
+        ui->profileNameDownButton, generator, settingsPaneManager);
+    connect(profileNamesListManager, &ProfileNamesListManager::settingsPaneUpdateNeeded,
+            settingsPaneManager, &SettingsPaneManager::updateSettingsPane);
+    connect(profileNamesListManager, &ProfileNamesListManager::quickSettingsPaneUpdateNeeded,
+            settingsPaneManager, &SettingsPaneManager::quickUpdateSettingsPane);
+    connect(profileNamesListManager, &ProfileNamesListManager::noMoreProfilesLeft,
+            settingsPaneManager, &SettingsPaneManager::on_profilesListEmpty);
+    connect(settingsPaneManager, &SettingsPaneManager::editing, this,
+            &MainWindow::disableToolbarActions);
+    settingsPaneManager->hideEverything();
+
+    importProfilesMain = new ImportProfilesMain(this, generator, this);
+    connect(importProfilesMain, &ImportProfilesMain::profileReadyForImport,
+            profileNamesListManager, &ProfileNamesListManager::on_profileReadyForImport);
+
+    xmlManager = new XMLManager(this, ui->profileNamesList, importProfilesMain, generator, this);
+    connect(ui->actionExportXML, &QAction::triggered, xmlManager,
+            &XMLManager::on_exportAsXMLButtonClicked);
+    connect(ui->actionImportXML, &QAction::triggered, xmlManager,
+            &XMLManager::on_importFromXMLButtonClicked);
+    connect(xmlManager, &XMLManager::deleteAllProfiles, profileNamesListManager,
+            &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
+
+    hexManager = new HEXManager(this, ui->profileNamesList, generator, importProfilesMain, this);
+    connect(ui->actionExportHEX, &QAction::triggered, hexManager,
+            &HEXManager::on_exportAsHEXButtonClicked);
+    connect(ui->actionImportHEX, &QAction::triggered, hexManager,
+            &HEXManager::on_importFromHEXButtonClicked);
+    connect(hexManager, &HEXManager::deleteAllProfiles, profileNamesListManager,
+            &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
+
+    globalSettingsManager = new GlobalSettingsManager(this, generator, this);
+    connect(ui->actionEditGlobalSettings, &QAction::triggered, globalSettingsManager,
+            &GlobalSettingsManager::on_editGlobalSettingsClicked);
+
+    uploadDownloadManager = new UploadDownloadManager(hexManager, this);
+    connect(ui->actionReadProfiles, &QAction::triggered, uploadDownloadManager,
+            &UploadDownloadManager::on_readButtonPressed);
+    connect(ui->actionWriteProfiles, &QAction::triggered, uploadDownloadManager,
+            &UploadDownloadManager::on_writeButtonPressed);
+    connect(uploadDownloadManager, &UploadDownloadManager::deleteAllProfiles,
+            profileNamesListManager, &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
+
+    newFirmwareCheckerManager = new NewFirmwareCheckerManager(this);
+    connect(ui->actionCheckNewFirmware, &QAction::triggered, newFirmwareCheckerManager,
+            &NewFirmwareCheckerManager::on_checkFirmwareButtonPressed);
+}
+
+void MainWindow::connectCommands()
+{
+    connect(ui->actionHelp, &QAction::triggered, this, &MainWindow::on_actionHelp);
+    connect(ui->actionHelp_2, &QAction::triggered, this, &MainWindow::on_actionHelp);
+    connect(ui->actionAbout, &QAction::triggered, this, &MainWindow::on_actionAbout);
+    connect(ui->actionExit, &QAction::triggered, this, &MainWindow::on_actionExit);
+    connect(ui->actionFlashFirmware, &QAction::triggered, this, &MainWindow::on_flashFirmware);
+    connect(readFromDeviceAction, &QAction::triggered, uploadDownloadManager,
+            &UploadDownloadManager::on_readButtonPressed);
+    connect(writeToDeviceAction, &QAction::triggered, uploadDownloadManager,
+            &UploadDownloadManager::on_writeButtonPressed);
+    connect(loadFromFileAction, &QAction::triggered, xmlManager,
+            &XMLManager::on_importFromXMLButtonClicked);
+    connect(saveToFileAction, &QAction::triggered, xmlManager,
+            &XMLManager::on_exportAsXMLButtonClicked);
+    connect(ui->actionDeleteAllProfiles, &QAction::triggered, profileNamesListManager,
+            &ProfileNamesListManager::deleteAllProfilesAskConfirmation);
+    connect(deleteAllAction, &QAction::triggered, profileNamesListManager,
+            &ProfileNamesListManager::deleteAllProfilesAskConfirmation);
+}
+
+void MainWindow::printCurrentEnvironmentValues()
+{
+    printLine(QStringLiteral("Current working directory : ") + QDir::currentPath());
+    printLine(QStringLiteral("CB File Location : ") + QFileInfo(schemaFile).absoluteFilePath());
+}
+
+void MainWindow::startDeviceWatcher()
+{
+    deviceWatcher = std::make_unique<COMDeviceWatcher>(nullptr);
+    deviceWatcher->startWatching();
+}
+
+void MainWindow::runFirmwareToolOnly()
+{
+    KelvaronFirmwareToolWindow tool(this);
+    tool.setAttribute(Qt::WA_DeleteOnClose, false); // it stands on the stack
+    QEventLoop loop;
+    connect(&tool, &KelvaronFirmwareToolWindow::closing, &loop, &QEventLoop::quit);
+    connect(&tool, &KelvaronFirmwareToolWindow::flashed, this, &MainWindow::reloadBundle);
+    loop.exec();
+    endProcess(EXIT_SUCCESS);
+}
+
+void MainWindow::endProcess(int exitCode)
+{
+    FatalAssertion::setLastStep({});
+    std::exit(exitCode);
+}
+
+void MainWindow::endOnFatalAssertion(const FatalAssertion::Report& report)
+{
+    const QString rescueFile = rescueProfiles();
+    QString details = report.assertion;
+    if (!report.context.isEmpty()) {
+        details += QLatin1Char('\n') + report.context;
+    }
+    MessageDialogs::fatalError(nullptr, report.installedFile, details, rescueFile);
+}
+
+QString MainWindow::rescueProfiles()
+{
+    if (xmlManager == nullptr || ui->profileNamesList->count() == 0) {
+        return {};
+    }
+    const QString file = savedProfilesFolder + QStringLiteral("/rescued_profiles.xml");
+    return xmlManager->exportToXML(file) ? QFileInfo(file).absoluteFilePath() : QString();
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+class ProfileName;
+class QTextStream;
+
+namespace HParser
+{
+class StructSetting;
+class StructSettings;
+} // namespace HParser
+
+namespace XMLGeneratorParser
+{
+/// Writes the profile file (see docs/file-formats/profiles.md): the global settings, then every
+/// profile in list order; UTF-8 without an XML declaration.
+class WriteToXML : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WriteToXML(QObject* parent = nullptr);
+
+    /// Writes the file whole or not at all: on false an older file of that name is untouched.
+    bool write(const QString& fileName, const QList<ProfileName*>& profiles,
+               const HParser::StructSettings* globalSettings);
+
+    /// The setting lines of one struct.
+    static void xmlOutputSettings(QTextStream* stream,
+                                  const QList<HParser::StructSetting*>& settings);
+
+    /// "true" or "false".
+    static QString boolToString(bool value);
+
+private:
+    static void xmlOutputProfile(QTextStream* stream, int id, const ProfileName& row);
+};
+} // namespace XMLGeneratorParser

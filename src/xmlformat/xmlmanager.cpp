@@ -1,0 +1,128 @@
+#include "xmlformat/xmlmanager.h"
+
+#include "CBGenerator/generator.h"
+#include "messagedialogs.h"
+#include "profileimport/importprofilesmain.h"
+#include "profiles/profilenamelistwidget.h"
+#include "xmlformat/readfromxml.h"
+#include "xmlformat/writetoxml.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QListWidget>
+#include <QMessageBox>
+
+namespace XMLGeneratorParser
+{
+namespace
+{
+const QString fileFilter = QStringLiteral("XML files (*.xml);;Any files (*.*)");
+}
+
+XMLManager::XMLManager(QWidget* dialogParent, QListWidget* list,
+                       ImportProfiles::ImportProfilesMain* profileImporter,
+                       HParser::Generator* settingsGenerator, QObject* parent)
+    : QObject(parent), parentWidget(dialogParent), profileList(list),
+      generator(settingsGenerator), importer(profileImporter)
+{}
+
+bool XMLManager::exportToXML(const QString& fileName) const
+{
+    QList<ProfileName*> rows;
+    for (int i = 0; i < profileList->count(); ++i) {
+        rows.append(static_cast<ProfileNameListWidget*>(profileList->item(i))->getProfileName());
+    }
+    return WriteToXML().write(fileName, rows, generator->getGlobalSettings());
+}
+
+void XMLManager::importFromXML(const QString& fileName)
+{
+    ReadFromXML reader;
+    if (!reader.readProfiles(fileName)) {
+        MessageDialogs::xmlImportReadError(parentWidget);
+        return;
+    }
+    deliver(reader);
+}
+
+void XMLManager::deliver(const ReadFromXML& reader)
+{
+    if (reader.getGlobalSettings() != nullptr) {
+        importer->importGlobalSettings(reader.getGlobalSettings());
+    }
+    importer->importProfiles(reader.getProfiles());
+    if (!reader.errorText().isEmpty()) {
+        MessageDialogs::xmlFileBroken(parentWidget, reader.errorText(),
+                                      reader.getProfiles().size());
+    }
+}
+
+void XMLManager::on_exportAsXMLButtonClicked()
+{
+    const QString fileName = askExportFileName();
+    if (fileName.isEmpty()) {
+        return;
+    }
+    const bool isWritten = exportToXML(fileName);
+    MessageDialogs::message(
+        parentWidget, QStringLiteral("Export to XML status"),
+        isWritten ? QStringLiteral("The profiles have been successfully exported!")
+                  : QStringLiteral(
+                      "An error occured while exporting profiles to XML. Please try again."));
+}
+
+QString XMLManager::askExportFileName()
+{
+    const QString chosen = QFileDialog::getSaveFileName(
+        parentWidget, QStringLiteral("Select XML File to Export Profiles"), lastUsedDirectory,
+        fileFilter);
+    if (chosen.isEmpty()) {
+        return {};
+    }
+    updateLastUsedDirectory(chosen);
+    if (!QFileInfo(chosen).suffix().isEmpty()) {
+        return chosen;
+    }
+    // The dialog has asked about the name as it was typed, not about the one that will be written.
+    const QString completed = chosen + QStringLiteral(".xml");
+    if (QFileInfo::exists(completed)) {
+        const int answer = MessageDialogs::question(
+            parentWidget, QStringLiteral("Replace File?"),
+            QStringLiteral("%1 already exists. Do you want to replace it?")
+                .arg(QFileInfo(completed).fileName().toHtmlEscaped()));
+        return answer == QMessageBox::Yes ? completed : QString();
+    }
+    return completed;
+}
+
+void XMLManager::on_importFromXMLButtonClicked()
+{
+    const QString fileName = QFileDialog::getOpenFileName(
+        parentWidget, QStringLiteral("Select XML File to Import Profiles"), lastUsedDirectory,
+        fileFilter);
+    if (fileName.isEmpty()) {
+        return;
+    }
+    updateLastUsedDirectory(fileName);
+    const bool replaces = profileList->count() > 0
+                          && MessageDialogs::askAppendProfiles(parentWidget) == QMessageBox::No;
+
+    // Read before the list is emptied: a file that gives nothing must not cost the list.
+    ReadFromXML reader;
+    if (!reader.readProfiles(fileName)) {
+        MessageDialogs::xmlImportReadError(parentWidget);
+        return;
+    }
+    const bool isUseless = !reader.errorText().isEmpty() && reader.getProfiles().isEmpty();
+    if (replaces && !isUseless) {
+        emit deleteAllProfiles();
+    }
+    deliver(reader);
+}
+
+void XMLManager::updateLastUsedDirectory(const QString& fileName)
+{
+    lastUsedDirectory = QFileInfo(fileName).absolutePath();
+}
+} // namespace XMLGeneratorParser

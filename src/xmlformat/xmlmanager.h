@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class QListWidget;
+class QWidget;
+
+namespace HParser
+{
+class Generator;
+}
+namespace ImportProfiles
+{
+class ImportProfilesMain;
+}
+
+namespace XMLGeneratorParser
+{
+class ReadFromXML;
+
+/// The user's "Save Profiles to File..." and "Load Profiles from File...".
+class XMLManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Everything is borrowed and outlives the manager; `dialogParent` is the main window.
+    XMLManager(QWidget* dialogParent, QListWidget* profileList,
+               ImportProfiles::ImportProfilesMain* profileImporter,
+               HParser::Generator* settingsGenerator, QObject* parent);
+
+    /// Replaces the schema.
+    void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
+
+    /// Writes every profile of the list and the global settings; false when the file could not be
+    /// written, an older one is then untouched.
+    bool exportToXML(const QString& fileName) const;
+
+    /// Adds the file's profiles to the list and offers its global settings. A file that cannot be
+    /// opened, or that breaks off, is told to the user.
+    void importFromXML(const QString& fileName);
+
+signals:
+    /// The list is to be emptied without a question, before a file replaces it.
+    void deleteAllProfiles();
+
+public slots:
+    void on_exportAsXMLButtonClicked();
+    void on_importFromXMLButtonClicked();
+
+private:
+    void updateLastUsedDirectory(const QString& fileName);
+    QString askExportFileName();
+    void deliver(const ReadFromXML& reader);
+
+    QWidget* parentWidget;
+    QListWidget* profileList;
+    HParser::Generator* generator;
+    ImportProfiles::ImportProfilesMain* importer;
+    QString lastUsedDirectory = QStringLiteral("saved_profiles");
+};
+} // namespace XMLGeneratorParser
