@@ -1,0 +1,12 @@
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    // Death tests re-run the binary instead of forking a process that may hold threads.
+    ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
