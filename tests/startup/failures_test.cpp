@@ -1,0 +1,142 @@
+// Starts that end before the main window: one message box each, then the process ends.
+
+#include "installation.h"
+
+namespace
+{
+using StartupFailureTest = StartupTest;
+
+TEST_F(StartupFailureTest, MissingFilesFolderEndsWithOne)
+{
+    ASSERT_TRUE(QDir(files).removeRecursively());
+    const Start started = start();
+    expectIncomplete(started, "The folder KelvaronProfileEditorFiles");
+    EXPECT_EQ(started.count("Bundle file being used"), 0);
+    EXPECT_FALSE(QFile::exists(files));
+}
+
+TEST_F(StartupFailureTest, FileInPlaceOfTheFilesFolderEndsWithOne)
+{
+    ASSERT_TRUE(QDir(files).removeRecursively());
+    QFile file(files);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    expectIncomplete(start(), "The folder KelvaronProfileEditorFiles");
+}
+
+TEST_F(StartupFailureTest, NoBundleEndsWithOne)
+{
+    const Start started = start();
+    expectRefused(started, 1, "Installation Error",
+                  "No Kelvaron Bundles were found. Please try reinstalling the program.");
+    EXPECT_EQ(started.count("Bundle file being used"), 0);
+    EXPECT_FALSE(exists("saved_profiles"));
+}
+
+TEST_F(StartupFailureTest, OnlyBundlesOfVersionZeroEndWithOne)
+{
+    writeBundle("plain.kelvaron");
+    writeBundle("v0.kelvaron");
+    expectRefused(start(), 1, "Installation Error",
+                  "No Kelvaron Bundles were found. Please try reinstalling the program.");
+}
+
+TEST_F(StartupFailureTest, BundleForANewerEditorEndsWithZero)
+{
+    writeBundle("v3.7.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "1.0"));
+    const Start started = start();
+    ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
+    const QString text = started.boxes().first()["text"].toString();
+    const QString beginning = "Kelvaron Bundle version 3.7 requires Kelvaron Profile Editor "
+                              "version 1.0 or higher. You can download it at ";
+    EXPECT_TRUE(text.startsWith(beginning + "http")) << qPrintable(text);
+    EXPECT_TRUE(text.endsWith("MacOS")) << qPrintable(text);
+    expectRefused(started, 0, "Software Update Required", text);
+    EXPECT_TRUE(started.lines.contains("Bundle file being used in current dir: v3.7.kelvaron"));
+    EXPECT_EQ(started.count("Checksums in bundle OK"), 0);
+    EXPECT_FALSE(exists("device.txt"));
+    EXPECT_FALSE(exists("kelvaron_chemistries.cb"));
+}
+
+TEST_F(StartupFailureTest, RequiredVersionIsComparedNumberByNumber)
+{
+    writeBundle("v1.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "0.100"));
+    const Start started = start();
+    EXPECT_EQ(started.exitCode, 0);
+    EXPECT_FALSE(started.mainWindowShown());
+    ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
+    EXPECT_EQ(started.boxes().first()["title"].toString(), "Software Update Required");
+}
+
+TEST_F(StartupFailureTest, BundleWithoutASchemaEndsWithOne)
+{
+    writeFile("v1.kelvaron", BundleText().section(Samples::device()).bytes());
+    const Start started = start();
+    expectIncomplete(started, "The file kelvaron_chemistries.cb");
+    EXPECT_TRUE(started.lines.contains("Match failed!")) << started.transcript();
+    EXPECT_FALSE(exists("saved_profiles")) << "the schema comes first";
+}
+
+TEST_F(StartupFailureTest, BundleWithoutSectionsEndsWithOne)
+{
+    writeFile("v1.kelvaron", "nothing in here\n");
+    const Start started = start();
+    expectIncomplete(started, "The file kelvaron_chemistries.cb");
+    EXPECT_TRUE(started.lines.contains("Match failed!")) << started.transcript();
+}
+
+TEST_F(StartupFailureTest, EmptyBundleEndsWithOne)
+{
+    writeFile("v1.kelvaron", "");
+    expectIncomplete(start(), "The file kelvaron_chemistries.cb");
+}
+
+TEST_F(StartupFailureTest, UnreadableBundleEndsWithOne)
+{
+    writeBundle("v1.kelvaron");
+    ASSERT_TRUE(QFile::setPermissions(pathOf("v1.kelvaron"), {}));
+    const Start started = startAsOrdinaryUser();
+    expectIncomplete(started, "The file kelvaron_chemistries.cb");
+    EXPECT_TRUE(started.lines.contains("Bundle file being used in current dir: v1.kelvaron"));
+    EXPECT_EQ(started.count("Checksums in bundle OK"), 0);
+}
+
+TEST_F(StartupFailureTest, MissingUploaderEndsWithOne)
+{
+    writeBundle("v1.kelvaron");
+    ASSERT_TRUE(QFile::remove(pathOf("supl.mac")));
+    expectIncomplete(start(), "The executable supl.exe");
+    EXPECT_TRUE(exists("device.txt"));
+    EXPECT_TRUE(exists("saved_profiles")) << "made before the uploader is looked for";
+}
+
+TEST_F(StartupFailureTest, DeviceDescriptionThatCannotBeWrittenEndsWithOne)
+{
+    writeBundle("v1.kelvaron");
+    writeFile("kelvaron_chemistries.cb", Samples::schema());
+    makeReadOnly();
+    expectIncomplete(startAsOrdinaryUser(), "The file device.txt");
+}
+
+TEST_F(StartupFailureTest, MissingSchemaIsToldBeforeAMissingUploader)
+{
+    writeFile("v1.kelvaron", "");
+    ASSERT_TRUE(QFile::remove(pathOf("supl.mac")));
+    expectIncomplete(start(), "The file kelvaron_chemistries.cb");
+}
+
+TEST_F(StartupFailureTest, MissingUploaderIsToldBeforeAMissingDeviceDescription)
+{
+    writeBundle("v1.kelvaron");
+    writeFile("kelvaron_chemistries.cb", Samples::schema());
+    ASSERT_TRUE(QFile::remove(pathOf("supl.mac")));
+    makeReadOnly();
+    expectIncomplete(startAsOrdinaryUser(), "The executable supl.exe");
+}
+
+TEST_F(StartupFailureTest, FailingStartsAreNoDifferentWithTheFirmwareToolAlone)
+{
+    expectRefused(start({"-f"}), 1, "Installation Error",
+                  "No Kelvaron Bundles were found. Please try reinstalling the program.");
+}
+} // namespace

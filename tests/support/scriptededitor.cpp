@@ -1,0 +1,93 @@
+// The whole editor with somebody in front of it: its own main() and an answerer that reports on
+// standard output what a user would see, a line each, and reacts as a user would:
+//
+//   MESSAGE BOX {...}        answered by its default button, else by its only one
+//   MAIN WINDOW SHOWN {...}  quits the event loop with the code in SCRIPTED_EXIT_CODE, else 0
+//   FIRMWARE TOOL SHOWN      closed
+//
+// What stands in the braces is one JSON object.
+
+#include "main.cpp" // NOLINT(bugprone-suspicious-include): its main() is the program under test
+#include "standardoutput.h"
+
+#include <QAbstractButton>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace
+{
+void report(const QString& what, const QJsonObject& details)
+{
+    printLine(what + QLatin1Char(' ')
+              + QString::fromUtf8(QJsonDocument(details).toJson(QJsonDocument::Compact)));
+}
+
+QString nameOf(const QAbstractButton* button)
+{
+    return button != nullptr ? button->text().remove(QLatin1Char('&')) : QString();
+}
+
+void answer(QMessageBox& box)
+{
+    const QList<QAbstractButton*> buttons = box.buttons();
+    QJsonArray names;
+    for (const QAbstractButton* button : buttons) {
+        names.append(nameOf(button));
+    }
+    report(QStringLiteral("MESSAGE BOX"),
+           {{QStringLiteral("title"), box.windowTitle()},
+            {QStringLiteral("text"), box.text()},
+            {QStringLiteral("details"), box.informativeText()},
+            {QStringLiteral("buttons"), names},
+            {QStringLiteral("default"), nameOf(box.defaultButton())},
+            {QStringLiteral("modal"), box.isModal()},
+            {QStringLiteral("icon"), static_cast<int>(box.icon())},
+            {QStringLiteral("parent"), box.parentWidget() != nullptr ? QString::fromLatin1(
+                                           box.parentWidget()->metaObject()->className())
+                                                                     : QString()}});
+    QAbstractButton* button = box.defaultButton();
+    (button != nullptr ? button : buttons.first())->click();
+}
+
+class Answerer : public QObject
+{
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* widget = qobject_cast<QWidget*>(watched);
+        if (event->type() == QEvent::Show && widget != nullptr && widget->isWindow()) {
+            // Reacts once the window is complete and its event loop runs.
+            QTimer::singleShot(0, widget, [widget] { react(*widget); });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    static void react(QWidget& window)
+    {
+        if (auto* box = qobject_cast<QMessageBox*>(&window)) {
+            answer(*box);
+        } else if (window.inherits("MainWindow")) {
+            report(QStringLiteral("MAIN WINDOW SHOWN"),
+                   {{QStringLiteral("title"), window.windowTitle()}});
+            QCoreApplication::exit(qEnvironmentVariableIntValue("SCRIPTED_EXIT_CODE"));
+        } else if (window.inherits("FirmwareTool::KelvaronFirmwareToolWindow")) {
+            printLine(QStringLiteral("FIRMWARE TOOL SHOWN"));
+            window.close();
+        }
+    }
+};
+
+void seatAnswerer()
+{
+    auto* answerer = new Answerer;
+    answerer->setParent(QCoreApplication::instance());
+    QCoreApplication::instance()->installEventFilter(answerer);
+}
+} // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(seatAnswerer)
