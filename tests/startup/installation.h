@@ -21,6 +21,17 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+// What GoogleTest shows of these types.
+inline void PrintTo(const QByteArray& bytes, std::ostream* stream)
+{
+    *stream << '"' << bytes.toStdString() << '"';
+}
+
+inline void PrintTo(const QString& text, std::ostream* stream)
+{
+    *stream << '"' << text.toStdString() << '"';
+}
+
 /// How a start of the editor went.
 struct Start
 {
@@ -145,21 +156,19 @@ protected:
     }
 
     /// Starts the editor and waits for its end.
-    Start start(const QStringList& arguments = {})
-    {
-        process.start(program, arguments);
-        return end();
-    }
+    Start start(const QStringList& arguments = {}) { return startWith({}, arguments); }
 
     /// The same with more environment variables.
     Start startWith(const QMap<QString, QString>& variables, const QStringList& arguments = {})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
         for (auto variable = variables.cbegin(); variable != variables.cend(); ++variable) {
             environment.insert(variable.key(), variable.value());
         }
         process.setProcessEnvironment(environment);
-        return start(arguments);
+        process.start(program, arguments);
+        return end();
     }
 
     /// The same without the rights of the administrator.

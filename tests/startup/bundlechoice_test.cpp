@@ -1,0 +1,135 @@
+// Which of several bundles the editor takes.
+
+#include "installation.h"
+
+namespace
+{
+class BundleChoiceTest : public StartupTest
+{
+protected:
+    /// Expects a start on exactly this bundle, told by what was extracted from it.
+    void expectChosen(const QString& name)
+    {
+        const Start started = start();
+        expectStarted(started);
+        EXPECT_EQ(started.lines.filter("Bundle file being used"),
+                  QStringList("Bundle file being used in current dir: " + name))
+            << started.transcript();
+        EXPECT_EQ(readFile("device.txt"), deviceOf(name));
+    }
+
+    static QByteArray deviceOf(const QString& name) { return "name = " + name.toUtf8() + "\n"; }
+
+    /// A bundle that is told apart by its device description.
+    static BundleText bundleNamed(const QString& name)
+    {
+        return Samples::bundle(Samples::schema(), deviceOf(name));
+    }
+
+    void writeNamed(const QString& name) const { writeBundle(name, bundleNamed(name)); }
+};
+
+TEST_F(BundleChoiceTest, VersionsAreComparedNumberByNumber)
+{
+    writeNamed("v1.2.kelvaron");
+    writeNamed("v1.10.kelvaron");
+    writeNamed("v1.9.kelvaron");
+    expectChosen("v1.10.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, VersionWithMorePartsIsTheNewer)
+{
+    writeNamed("a_1.2.0.kelvaron");
+    writeNamed("b_1.2.kelvaron");
+    expectChosen("a_1.2.0.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, FirstNameIgnoringCaseWinsAmongEqualVersions)
+{
+    writeNamed("b_1.0.kelvaron");
+    writeNamed("A_1.0.kelvaron");
+    writeNamed("C_1.0.kelvaron");
+    expectChosen("A_1.0.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, CapitalLettersDoNotComeFirst)
+{
+    writeNamed("a_1.0.kelvaron");
+    writeNamed("B_1.0.kelvaron");
+    expectChosen("a_1.0.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, NameMustEndInTheExtension)
+{
+    writeNamed("v1.kelvaron");
+    writeNamed("v2.kelvaron.bak");
+    writeNamed("v3.kelvaron~");
+    writeNamed("v4kelvaron");
+    writeNamed("v5.kelvaronx");
+    expectChosen("v1.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, ExtensionIsCaseSensitive)
+{
+    writeNamed("v1.kelvaron");
+    writeNamed("v2.Kelvaron");
+    writeNamed("v3.KELVARON");
+    expectChosen("v1.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, KeyTellsTheVersionBeforeTheName)
+{
+    writeBundle("v9.kelvaron", bundleNamed("v9.kelvaron").key("VERSION", "1.1"));
+    writeBundle("v1.kelvaron", bundleNamed("v1.kelvaron").key("VERSION", "1.2"));
+    expectChosen("v1.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, KeyGivesAVersionToABundleWithoutOneInItsName)
+{
+    writeBundle("charger.kelvaron", bundleNamed("charger.kelvaron").key("VERSION", "0.1"));
+    expectChosen("charger.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, KeyThatIsNoVersionCountsAsZero)
+{
+    writeBundle("v9.kelvaron", bundleNamed("v9.kelvaron").key("VERSION", "v9"));
+    writeBundle("v8.kelvaron", bundleNamed("v8.kelvaron").key("VERSION", "8."));
+    writeBundle("v7.kelvaron", bundleNamed("v7.kelvaron").key("VERSION", "latest"));
+    writeNamed("v0.1.kelvaron");
+    expectChosen("v0.1.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, OnlyKeysThatAreNoVersionsAreNoBundle)
+{
+    writeBundle("v9.kelvaron", bundleNamed("v9.kelvaron").key("VERSION", "v9"));
+    expectRefused(start(), 1, "Installation Error",
+                  "No Kelvaron Bundles were found. Please try reinstalling the program.");
+}
+
+TEST_F(BundleChoiceTest, OlderBundlesThatAskForMoreAreNotAsked)
+{
+    writeBundle("v1.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "9.0"));
+    writeNamed("v2.kelvaron");
+    expectChosen("v2.kelvaron");
+}
+
+TEST_F(BundleChoiceTest, NewestBundleIsNotPassedOverWhenItAsksForMore)
+{
+    writeNamed("v1.kelvaron");
+    writeBundle("v2.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "9.0"));
+    const Start started = start();
+    EXPECT_FALSE(started.mainWindowShown());
+    EXPECT_EQ(started.exitCode, 0);
+    ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
+    EXPECT_EQ(started.boxes().first()["title"].toString(), "Software Update Required");
+}
+
+TEST_F(BundleChoiceTest, BundlesOutsideTheFilesFolderAreNotSeen)
+{
+    writeNamed("v1.kelvaron");
+    writeNamed("../v2.kelvaron");
+    ASSERT_TRUE(QDir(files).mkdir("more"));
+    writeNamed("more/v3.kelvaron");
+    expectChosen("v1.kelvaron");
+}
+} // namespace
