@@ -38,9 +38,15 @@ pictures=build/screenshots
 mkdir -p "$pictures"
 rm -f "$pictures"/*.png
 
+# A tour takes seconds; one that waits for a dialog for ever must not.
+limit=()
+if command -v timeout >/dev/null; then
+    limit=(timeout --kill-after=10 180)
+fi
+
 status=0
 QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum --server-args="-screen 0 1280x900x24 -nolisten tcp" \
-    build/dev/bin/kelvaron_tour --output "$pictures" </dev/null || status=$?
+    "${limit[@]}" build/dev/bin/kelvaron_tour --output "$pictures" </dev/null || status=$?
 
 progress "Pictures in $pictures:"
 find "$pictures" -name '*.png' | sort
