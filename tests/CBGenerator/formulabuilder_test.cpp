@@ -1,0 +1,153 @@
+#include "CBGenerator/formulabuilder.h"
+
+#include "CBGenerator/schematext.h"
+#include "CBGenerator/standardoutputcapture.h"
+
+#include <gtest/gtest.h>
+
+using HParser::FormulaBuilder;
+using HParser::FormulaNode;
+using HParser::FormulaNodeVar;
+using HParser::StructSetting;
+using SchemaText::liveSetting;
+using SchemaText::NumLine;
+using SchemaText::utf8;
+
+namespace
+{
+struct Example
+{
+    const char* text;
+    double value;
+};
+
+class FormulaBuilderValueTest : public ::testing::TestWithParam<Example>
+{};
+
+class FormulaBuilderMalformedTest : public ::testing::TestWithParam<const char*>
+{};
+} // namespace
+
+TEST_P(FormulaBuilderValueTest, Evaluates)
+{
+    const auto maxCurrent = liveSetting(NumLine("maxCurrent"));
+    maxCurrent->setValue(5.0);
+    const auto underscored = liveSetting(NumLine("x_2"));
+    underscored->setValue(8.0);
+    const FormulaBuilder builder({maxCurrent.get(), underscored.get()});
+    const StandardOutputCapture output;
+    const auto tree = builder.buildTree(QString(GetParam().text));
+    ASSERT_NE(tree, nullptr) << GetParam().text;
+    EXPECT_DOUBLE_EQ(tree->evaluate(), GetParam().value) << GetParam().text;
+    EXPECT_EQ(output.text(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Formulas, FormulaBuilderValueTest,
+    ::testing::Values(Example{"maxCurrent * 2 + 1", 11}, Example{"2 + maxCurrent * 2", 12},
+                      Example{"10 - 4 - 3", 3}, Example{"24 / 4 / 2", 3}, Example{"10 - 4 + 3", 9},
+                      Example{"24 / 4 * 2", 12}, Example{"2 * 6 / 4", 3}, Example{"(1+2)*3", 9},
+                      Example{"3*(1+2)", 9}, Example{"(1+2)", 3}, Example{"(1+2)*(3+4)", 21},
+                      Example{"((1+2)*(3+4))", 21}, Example{"10 - (4 - 3)", 9},
+                      Example{"24 / (4 / 2)", 12}, Example{"((1+2)*3-1)/(2*2)", 2},
+                      Example{"-5", -5}, Example{"+5", 5}, Example{"2*-3", -6}, Example{"2--3", 5},
+                      Example{"2+-3", -1}, Example{"2-+3", -1}, Example{"-2-3", -5},
+                      Example{"-2*-3-1", 5}, Example{"4.2", 4.2}, Example{"0.25*4", 1},
+                      Example{"007", 7}, Example{"maxCurrent", 5}, Example{"(maxCurrent)", 5},
+                      Example{"maxCurrent-1", 4}, Example{"maxCurrent - 1", 4}, Example{"x_2/4", 2},
+                      Example{"maxCurrent-x_2", -3}, Example{"1+2*3-4/2", 5},
+                      Example{"1-2*-3+4", 11}, Example{"\t1 0 +\n2 ", 12},
+                      Example{"max Current * 2", 10}, Example{"6/3*maxCurrent", 10}));
+
+TEST_P(FormulaBuilderMalformedTest, GivesNoTreeAndSaysSo)
+{
+    const StandardOutputCapture output;
+    const auto tree = FormulaBuilder({}).buildTree(QString(GetParam()));
+    EXPECT_EQ(tree, nullptr) << GetParam();
+    EXPECT_EQ(output.text().find("Failed to match!\n"), 0U) << GetParam();
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, FormulaBuilderMalformedTest,
+                         ::testing::Values("", "   ", "()", "5+", "5 + )", "a+-b", "-a", "*5", "+",
+                                           "--5", "(1+2", ")1(", "1++", "@", ".5", "5.", "_x",
+                                           "-(3)", "(1)(2)", "1+*2", "2*(3", "1 + \"a\""));
+
+TEST(FormulaBuilderTest, UnknownOperatorGivesNoUsableTree)
+{
+    for (const char* text : {"5 % 3", "1e5", "1,5", "5 ^ 2"}) {
+        const auto tree = FormulaBuilder({}).buildTree(QString(text));
+        EXPECT_EQ(tree, nullptr) << text;
+    }
+}
+
+TEST(FormulaBuilderTest, NodesTellTheirTypes)
+{
+    const auto setting = liveSetting(NumLine("a"));
+    const FormulaBuilder builder({setting.get()});
+    EXPECT_EQ(utf8(builder.buildTree("4.5")->getFormulaNodeType()), "Num");
+    EXPECT_EQ(utf8(builder.buildTree("a")->getFormulaNodeType()), "NodeVar");
+    EXPECT_EQ(utf8(builder.buildTree("a+1")->getFormulaNodeType()), "MathOp");
+}
+
+TEST(FormulaBuilderTest, UnknownNameGivesANodeWithoutSetting)
+{
+    const auto setting = liveSetting(NumLine("current"));
+    for (const char* text : {"missing", "Current", "curren", "current2"}) {
+        const auto tree = FormulaBuilder({setting.get()}).buildTree(QString(text));
+        const auto* node = qobject_cast<FormulaNodeVar*>(tree.get());
+        ASSERT_NE(node, nullptr) << text;
+        EXPECT_EQ(node->setting, nullptr) << text;
+    }
+}
+
+TEST(FormulaBuilderTest, DropsOneOuterPairOfParenthesesOnly)
+{
+    for (const char* text : {"((4))", "(((4)))"}) {
+        const auto tree = FormulaBuilder({}).buildTree(QString(text));
+        const auto* node = qobject_cast<FormulaNodeVar*>(tree.get());
+        ASSERT_NE(node, nullptr) << text;
+        EXPECT_EQ(node->setting, nullptr) << text;
+    }
+    const auto tree = FormulaBuilder({}).buildTree("(4)");
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(tree->evaluate(), 4);
+}
+
+TEST(FormulaBuilderTest, NameMayBeginLikeAFunction)
+{
+    const auto setting = liveSetting(NumLine("e1"));
+    setting->setValue(6.0);
+    const auto tree = FormulaBuilder({setting.get()}).buildTree("e1 * 2");
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(tree->evaluate(), 12);
+}
+
+TEST(FormulaBuilderTest, FindsTheFirstSettingOfExactlyThatName)
+{
+    const StructSetting first(NumLine("a"), nullptr);
+    StructSetting second(NumLine("b").label("first b"), nullptr);
+    StructSetting third(NumLine("b").label("second b"), nullptr);
+    const QList<StructSetting*> settings = {&second, &third};
+    EXPECT_EQ(FormulaBuilder::getSettingByVariableName(settings, "b"), &second);
+    EXPECT_EQ(FormulaBuilder::getSettingByVariableName(settings, "B"), nullptr);
+    EXPECT_EQ(FormulaBuilder::getSettingByVariableName(settings, "a"), nullptr);
+    EXPECT_EQ(FormulaBuilder::getSettingByVariableName({}, "a"), nullptr);
+}
+
+TEST(FormulaBuilderTest, CapturesGroupsByCountingBrackets)
+{
+    EXPECT_EQ(utf8(FormulaBuilder::captureStuffInParentheses("(1+2)*3", 0)), "(1+2)");
+    EXPECT_EQ(utf8(FormulaBuilder::captureStuffInParentheses("2*(1+(2-3))*(4)", 2)), "(1+(2-3))");
+    EXPECT_EQ(utf8(FormulaBuilder::captureStuffInParentheses("()", 0)), "()");
+}
+
+TEST(FormulaBuilderTest, ManyOperandsKeepTheirOrder)
+{
+    QString text = "1000";
+    for (int i = 0; i < 200; ++i) {
+        text += " - 2 * 2";
+    }
+    const auto tree = FormulaBuilder({}).buildTree(text);
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(tree->evaluate(), 200);
+}
