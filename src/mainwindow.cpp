@@ -84,10 +84,11 @@ void MainWindow::resizeEvent(QResizeEvent* event)
     if (!initialised) {
         return;
     }
-    // The settings pane begins at the middle of the window; the layouts place the rest.
-    const QMargins margins = ui->centralLayout->contentsMargins();
-    ui->listPanel->setFixedWidth(event->size().width() / 2 - margins.left()
-                                 - ui->centralLayout->spacing());
+    // The list takes a third of the window, within what its buttons and titles need; the layouts
+    // place the rest.
+    constexpr int narrowest = 250;
+    constexpr int widest = 420;
+    ui->listPanel->setFixedWidth(qBound(narrowest, event->size().width() / 3, widest));
 }
 
 void MainWindow::disableToolbarActions(bool editing)

@@ -18,6 +18,8 @@ constexpr int labelColumn = 1;
 constexpr int editorColumn = 3;
 constexpr int unitsColumn = 5;
 
+constexpr int editorWidth = 110; // a number of 6 digits with sign and exponent
+
 QFont gridFont()
 {
     return QFont(QStringLiteral("Lucida Grande"), 11);
@@ -55,9 +57,9 @@ void copyValues(const StructSettings& from, const StructSettings& to)
 SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* parent)
     : QGridLayout(parent), settings(structSettings)
 {
-    setColumnMinimumWidth(0, 4);
-    setColumnMinimumWidth(2, 8);
-    setColumnMinimumWidth(4, 4);
+    setHorizontalSpacing(3);
+    setColumnMinimumWidth(2, 3);
+    setColumnMinimumWidth(unitsColumn, 34);
     inflateGrid();
 }
 
@@ -98,11 +100,14 @@ void SettingsGridLayout::addSetting(StructSetting* setting, int row)
     case StructSetting::STRING: {
         auto* editor = new SettingsLineEdit;
         editor->setFont(gridFont());
+        editor->setMinimumWidth(editorWidth);
         editor->setAccessibleName(setting->descriptiveName);
         editor->bindSetting(setting);
-        addWidget(editor, row, editorColumn);
         if (setting->settingType == StructSetting::NUM) {
+            addWidget(editor, row, editorColumn);
             addWidget(newLabel(setting->units), row, unitsColumn);
+        } else {
+            addWidget(editor, row, editorColumn, 1, unitsColumn - editorColumn + 1);
         }
         break;
     }

@@ -2,6 +2,25 @@
 
 #include "settingsui/settingsgridlayout.h"
 
+#include <QScrollBar>
+
+namespace
+{
+// The background is white in every theme, so the texts must not follow a dark palette.
+const QString darkTexts = QStringLiteral("QWidget { color: black; }"
+                                         "QWidget:disabled { color: rgb(90,90,90); }");
+
+// A white background takes the scroll bars' native look away.
+const QString flatScrollBar = QStringLiteral(
+    "QScrollBar { background: rgb(240,240,240); }"
+    "QScrollBar:vertical { width: 12px; } QScrollBar:horizontal { height: 12px; }"
+    "QScrollBar::handle { background: rgb(170,170,170); border-radius: 4px; margin: 2px; }"
+    "QScrollBar::handle:vertical { min-height: 24px; }"
+    "QScrollBar::handle:horizontal { min-width: 24px; }"
+    "QScrollBar::handle:hover { background: rgb(130,130,130); }"
+    "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }");
+} // namespace
+
 SettingsGridScroll::SettingsGridScroll(HParser::StructSettings* settings, QWidget* parent)
     : QScrollArea(parent), grid(fill(this, settings))
 {}
@@ -9,18 +28,12 @@ SettingsGridScroll::SettingsGridScroll(HParser::StructSettings* settings, QWidge
 SettingsGridLayout* SettingsGridScroll::fill(QScrollArea* scroll, HParser::StructSettings* settings)
 {
     auto* container = new QWidget;
-    // The background is white in every theme, so the texts must not follow a dark palette.
-    QPalette palette = scroll->palette();
-    for (const QPalette::ColorRole role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(QPalette::All, role, Qt::black);
-        palette.setColor(QPalette::Disabled, role, QColor(95, 95, 95));
-    }
-    container->setPalette(palette);
-
+    container->setStyleSheet(darkTexts);
     auto* grid = new SettingsGridLayout(settings, container);
     grid->setSizeConstraint(QLayout::SetFixedSize);
     scroll->setStyleSheet(QStringLiteral("background-color:white;"));
+    scroll->verticalScrollBar()->setStyleSheet(flatScrollBar);
+    scroll->horizontalScrollBar()->setStyleSheet(flatScrollBar);
     scroll->setWidget(container);
     return grid;
 }

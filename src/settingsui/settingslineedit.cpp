@@ -33,6 +33,11 @@ void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
     connect(setting, &HParser::StructSetting::enableView, this, &SettingsLineEdit::on_enableView);
 }
 
+QSize SettingsLineEdit::sizeHint() const
+{
+    return {minimumWidth(), QLineEdit::sizeHint().height()};
+}
+
 void SettingsLineEdit::saveSetting()
 {
     if (setting == nullptr) {

@@ -21,6 +21,9 @@ public:
     /// locale; texts are limited to what fits the charger's field.
     void bindSetting(HParser::StructSetting* boundSetting);
 
+    /// Narrow: the grid gives its editors their width.
+    QSize sizeHint() const override;
+
     /// Stores the text (a text that is no number counts as 0) and shows the stored value.
     void saveSetting();
 

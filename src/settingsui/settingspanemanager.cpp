@@ -20,6 +20,19 @@ QString valueOf(const ProfileSettings& profile, const QString& name, const QStri
         profile.settings->getStructSettingByDescriptiveName(name);
     return setting != nullptr ? setting->getValue() : otherwise;
 }
+/// View mode disables the heading; a reader still has to make it out in every theme.
+void keepReadableWhenDisabled(QWidget* widget)
+{
+    QPalette palette = widget->palette();
+    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+    const QColor background = palette.color(QPalette::Active, QPalette::Window);
+    const auto blend = [](int strong, int weak) { return (3 * strong + weak) / 4; };
+    palette.setColor(QPalette::Disabled, QPalette::WindowText,
+                     QColor(blend(text.red(), background.red()),
+                            blend(text.green(), background.green()),
+                            blend(text.blue(), background.blue())));
+    widget->setPalette(palette);
+}
 } // namespace
 
 SettingsPaneManager::SettingsPaneManager(Ui::MainWindow* form,
@@ -36,6 +49,12 @@ SettingsPaneManager::SettingsPaneManager(Ui::MainWindow* form,
             &SettingsPaneManager::activateMeClicked);
     connect(ui->profileSettingsDefaultCB, &QCheckBox::clicked, this,
             &SettingsPaneManager::defaultMeClicked);
+
+    keepReadableWhenDisabled(ui->profileSettingsTitle);
+    keepReadableWhenDisabled(ui->profileSettingsSubtitle);
+    keepReadableWhenDisabled(ui->profileSettingsActiveCB);
+    keepReadableWhenDisabled(ui->profileSettingsDefaultCB);
+    keepReadableWhenDisabled(ui->profileSettingsModifiableCB);
 }
 
 void SettingsPaneManager::setCurrentProfile(ProfileName* row)

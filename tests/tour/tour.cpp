@@ -1,0 +1,269 @@
+#include "tour.h"
+
+#include "mainwindow.h"
+#include "settingsui/advancedmodetogglecheckbox.h"
+#include "settingsui/settingslineedit.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+constexpr int patience = 5000;   // milliseconds until a dialog counts as missing
+constexpr int wholeTour = 90000; // milliseconds until the tour counts as stuck
+
+QString rowTitle(const QListWidget* list, int row)
+{
+    const QWidget* widget = list->itemWidget(list->item(row));
+    return widget->findChild<QLabel*>("profileTitle")->text();
+}
+} // namespace
+
+Tour::Tour(MainWindow* mainWindow, QString outputFolder)
+    : window(mainWindow), folder(std::move(outputFolder))
+{
+    QDir().mkpath(folder);
+}
+
+bool Tour::run()
+{
+    QTimer::singleShot(wholeTour, this, [] {
+        std::fprintf(stderr, "Tour: stuck\n");
+        std::_Exit(EXIT_FAILURE);
+    });
+    showStart();
+    makeProfiles();
+    editProfile();
+    flagAndReorder();
+    deleteOneProfile();
+    saveAndLoad();
+    showMessages();
+    return succeeded;
+}
+
+void Tour::showStart()
+{
+    check(QTest::qWaitForWindowExposed(window), "the main window shows");
+    picture(window, "start");
+}
+
+void Tour::makeProfiles()
+{
+    makeProfile(0, "Drill pack 5S", "Workshop", true);
+    makeProfile(1, "Garden tractor", "12 V, winter care", false);
+    makeProfile(2, "Torch cells", "Quick & gentle <AA>", false);
+    const auto* list = window->findChild<QListWidget*>("profileNamesList");
+    check(list->count() == 3, "the wizard made three profiles");
+    picture(window, "three-profiles");
+}
+
+void Tour::makeProfile(int chemistry, const QString& title, const QString& subtitle, bool isShown)
+{
+    click(window, "addProfileButton");
+    QWidget* wizard = QApplication::activeModalWidget();
+    check(wizard != nullptr, "the wizard opens");
+    if (wizard == nullptr) {
+        return;
+    }
+    wizard->findChild<QComboBox*>()->setCurrentIndex(chemistry);
+    if (isShown) {
+        picture(wizard, "wizard-chemistry");
+    }
+    click(wizard, "nextButton");
+    const QList<SettingsLineEdit*> fields = wizard->findChildren<SettingsLineEdit*>();
+    typeInto(fields.at(0), title);
+    typeInto(fields.at(1), subtitle);
+    if (isShown) {
+        picture(wizard, "wizard-settings");
+    }
+    click(wizard, "nextButton");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void Tour::editProfile()
+{
+    clickRow(0);
+    picture(window, "view-mode");
+    click(window, "editProfileButton");
+    auto* toggle = window->findChild<AdvancedModeToggleCheckBox*>();
+    check(toggle != nullptr && toggle->isEnabled(), "advanced settings can be switched on");
+    if (toggle != nullptr) {
+        toggle->click();
+    }
+    typeInto(window->findChildren<SettingsLineEdit*>().at(0), "Drill pack 6S");
+    picture(window, "edit-mode-advanced");
+    auto* scroll = window->findChild<QScrollArea*>("containerScroll");
+    scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
+    picture(window, "edit-mode-advanced-below");
+    click(window, "saveChangesButton");
+    const auto* list = window->findChild<QListWidget*>("profileNamesList");
+    check(rowTitle(list, 0) == "Drill pack 6S", "saving renames the row");
+}
+
+void Tour::flagAndReorder()
+{
+    auto* list = window->findChild<QListWidget*>("profileNamesList");
+    const auto clickInRow = [&](int row, const char* button) {
+        click(list->itemWidget(list->item(row)), button);
+    };
+    clickInRow(1, "defaultProfileButton");
+    clickInRow(0, "activeProfileButton");
+    clickRow(2);
+    click(window, "profileNameUpButton");
+    check(rowTitle(list, 1) == "Torch cells", "the profile moves up");
+    picture(window, "active-default-reordered");
+}
+
+void Tour::deleteOneProfile()
+{
+    auto* list = window->findChild<QListWidget*>("profileNamesList");
+    onNextDialog([this](QWidget* box) {
+        picture(box, "message-delete");
+        QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes),
+                          Qt::LeftButton);
+    });
+    click(list->itemWidget(list->item(1)), "deleteProfileButton");
+    check(list->count() == 2, "one profile is deleted");
+}
+
+void Tour::saveAndLoad()
+{
+    const QString file = QDir(folder).absoluteFilePath("profiles.xml");
+    QFile::remove(file);
+    auto* list = window->findChild<QListWidget*>("profileNamesList");
+    chooseFile("actionExportXML", file, "save-dialog");
+    check(QFile::exists(file), "the list is saved");
+    onNextDialog([](QWidget* box) {
+        QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes),
+                          Qt::LeftButton);
+    });
+    trigger("actionDeleteAllProfiles");
+    check(list->count() == 0, "the list is empty");
+    chooseFile("actionImportXML", file, QString());
+    check(list->count() == 2 && rowTitle(list, 0) == "Drill pack 6S", "the list is loaded back");
+    picture(window, "loaded-back");
+}
+
+void Tour::chooseFile(const QString& actionName, const QString& path, const QString& pictureName)
+{
+    onNextDialog([&](QWidget* dialog) {
+        auto* fileName = dialog->findChild<QLineEdit*>("fileNameEdit");
+        fileName->setText(path); // typed letter by letter it would enter folders on its way
+        if (!pictureName.isEmpty()) {
+            picture(dialog, pictureName);
+            onNextDialog([this](QWidget* box) {
+                picture(box, "message-saved");
+                QTest::keyClick(box, Qt::Key_Return);
+            });
+        }
+        QTest::keyClick(fileName, Qt::Key_Return);
+    });
+    trigger(actionName);
+}
+
+void Tour::showMessages()
+{
+    const auto close = [this](const char* name) {
+        return [this, name](QWidget* box) {
+            picture(box, name);
+            QTest::keyClick(box, Qt::Key_Return);
+        };
+    };
+    onNextDialog(close("message-getting-started"));
+    trigger("actionHelp_2");
+    onNextDialog(close("message-about"));
+    trigger("actionAbout");
+    onNextDialog(close("message-not-available"));
+    trigger("actionWriteProfiles");
+}
+
+void Tour::trigger(const QString& actionName)
+{
+    auto* action = window->findChild<QAction*>(actionName);
+    check(action != nullptr && action->isEnabled(), actionName + " is enabled");
+    action->trigger();
+}
+
+void Tour::click(QWidget* root, const QString& name)
+{
+    auto* button = root->findChild<QAbstractButton*>(name);
+    const bool isClickable = button != nullptr && button->isVisible() && button->isEnabled();
+    check(isClickable, name + " can be clicked");
+    if (isClickable) {
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+}
+
+void Tour::clickRow(int row)
+{
+    auto* list = window->findChild<QListWidget*>("profileNamesList");
+    const QRect place = list->visualItemRect(list->item(row));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      place.topLeft() + QPoint(40, 12));
+}
+
+void Tour::typeInto(QWidget* field, const QString& text)
+{
+    auto* edit = qobject_cast<QLineEdit*>(field);
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+}
+
+void Tour::onNextDialog(const std::function<void(QWidget*)>& interact)
+{
+    auto* timer = new QTimer(this);
+    const QWidget* before = QApplication::activeModalWidget();
+    auto waited = std::make_shared<int>(0);
+    timer->setInterval(20);
+    connect(timer, &QTimer::timeout, this, [=] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        *waited += timer->interval();
+        if ((dialog == nullptr || dialog == before || !dialog->isVisible())
+            && *waited < patience) {
+            return;
+        }
+        timer->stop();
+        timer->deleteLater();
+        check(dialog != nullptr && dialog != before, "a dialog appears");
+        if (dialog != nullptr && dialog != before) {
+            interact(dialog);
+        }
+    });
+    timer->start();
+}
+
+void Tour::picture(QWidget* widget, const QString& name)
+{
+    check(QTest::qWaitForWindowExposed(widget->window()), name + " shows");
+    QTest::qWait(150); // lets styles and scroll bars settle; nothing is decided by it
+    const QString file = QStringLiteral("%1/%2-%3.png")
+                             .arg(folder)
+                             .arg(++pictureNumber, 2, 10, QLatin1Char('0'))
+                             .arg(name);
+    check(widget->grab().save(file), file + " is written");
+}
+
+void Tour::check(bool isTrue, const QString& what)
+{
+    if (!isTrue) {
+        std::fprintf(stderr, "Tour: it is not so that %s\n", qUtf8Printable(what));
+        succeeded = false;
+    }
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QObject>
+#include <QSize>
+#include <QString>
+
+#include <functional>
+
+class MainWindow;
+class QAction;
+class QWidget;
+
+/// Drives the real main window through the main job by real events and leaves a numbered picture of
+/// every step: profiles made with the wizard, edited, flagged, reordered, deleted, saved and loaded.
+class Tour : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Pictures go into `outputFolder`, which is made if needed.
+    Tour(MainWindow* mainWindow, QString outputFolder);
+
+    /// True when every step went as a user would expect.
+    bool run();
+
+private:
+    void showStart();
+    void makeProfiles();
+    void editProfile();
+    void flagAndReorder();
+    void deleteOneProfile();
+    void saveAndLoad();
+    void showMessages();
+
+    void makeProfile(int chemistry, const QString& title, const QString& subtitle, bool isShown);
+    void trigger(const QString& actionName);
+    void click(QWidget* root, const QString& name);
+    void clickRow(int row);
+    void typeInto(QWidget* field, const QString& text);
+    void onNextDialog(const std::function<void(QWidget*)>& interact);
+    void chooseFile(const QString& actionName, const QString& path, const QString& pictureName);
+    void picture(QWidget* widget, const QString& name);
+    void check(bool isTrue, const QString& what);
+
+    MainWindow* window;
+    QString folder;
+    int pictureNumber = 0;
+    bool succeeded = true;
+};
