@@ -34,10 +34,10 @@ void FatalAssertion::setLastStep(LastStep lastStep)
 void FatalAssertion::fail(const char* condition, const char* file, int line)
 {
     Report report;
-    report.assertion = QStringLiteral("ASSERT: \"%1\" in file %2, line %3")
-                           .arg(QString::fromUtf8(condition),
-                                QString::fromUtf8(pathBelowSource(file)))
-                           .arg(line);
+    report.assertion =
+        QStringLiteral("ASSERT: \"%1\" in file %2, line %3")
+            .arg(QString::fromUtf8(condition), QString::fromUtf8(pathBelowSource(file)))
+            .arg(line);
     std::fprintf(stderr, "%s\n", qUtf8Printable(report.assertion));
     std::fflush(stderr);
 

@@ -14,9 +14,9 @@ namespace FatalAssertion
 /// What failed and what was being worked on, for the last step.
 struct Report
 {
-    QString assertion;            ///< the line printed on standard error
-    QString context;              ///< what was being worked on, innermost last; may be empty
-    QString installedFile;        ///< the installed file to blame; empty when there is none
+    QString assertion;     ///< the line printed on standard error
+    QString context;       ///< what was being worked on, innermost last; may be empty
+    QString installedFile; ///< the installed file to blame; empty when there is none
 };
 
 using LastStep = std::function<void(const Report&)>;

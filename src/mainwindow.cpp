@@ -94,12 +94,13 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 void MainWindow::disableToolbarActions(bool editing)
 {
     const bool enabled = !editing;
-    const QList<QAction*> lockedActions = {
-        ui->actionExportXML,     ui->actionImportXML,         ui->actionExportHEX,
-        ui->actionImportHEX,     ui->actionWriteProfiles,     ui->actionReadProfiles,
-        ui->actionFlashFirmware, ui->actionDeleteAllProfiles, loadFromFileAction,
-        saveToFileAction,        deleteAllAction,             writeToDeviceAction,
-        readFromDeviceAction};
+    const QList<QAction*> lockedActions = {ui->actionExportXML,     ui->actionImportXML,
+                                           ui->actionExportHEX,     ui->actionImportHEX,
+                                           ui->actionWriteProfiles, ui->actionReadProfiles,
+                                           ui->actionFlashFirmware, ui->actionDeleteAllProfiles,
+                                           loadFromFileAction,      saveToFileAction,
+                                           deleteAllAction,         writeToDeviceAction,
+                                           readFromDeviceAction};
     for (QAction* action : lockedActions) {
         action->setEnabled(enabled);
     }

@@ -235,11 +235,11 @@ int MessageDialogs::currentSoftwareTooOld(QWidget* parent, const VersionString& 
 
 int MessageDialogs::profilesLeftOut(QWidget* parent, int count, const QStringList& chemistries)
 {
-    return message(parent, QStringLiteral("Profiles Left Out"),
-                   QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
-                                  "Bundle in use does not know their chemistries: %2")
-                       .arg(QString::number(count),
-                            chemistries.join(QStringLiteral(", ")).toHtmlEscaped()));
+    return message(
+        parent, QStringLiteral("Profiles Left Out"),
+        QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
+                       "Bundle in use does not know their chemistries: %2")
+            .arg(QString::number(count), chemistries.join(QStringLiteral(", ")).toHtmlEscaped()));
 }
 
 int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int profilesRead)

@@ -185,8 +185,8 @@ void MainWindow::createManagers()
     settingsPaneManager->hideEverything();
 
     importProfilesMain = new ImportProfilesMain(this, generator, this);
-    connect(importProfilesMain, &ImportProfilesMain::profileReadyForImport,
-            profileNamesListManager, &ProfileNamesListManager::on_profileReadyForImport);
+    connect(importProfilesMain, &ImportProfilesMain::profileReadyForImport, profileNamesListManager,
+            &ProfileNamesListManager::on_profileReadyForImport);
 
     xmlManager = new XMLManager(this, ui->profileNamesList, importProfilesMain, generator, this);
     connect(ui->actionExportXML, &QAction::triggered, xmlManager,

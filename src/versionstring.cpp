@@ -22,9 +22,8 @@ bool VersionString::isDottedVersion(const QString& text)
 
 void VersionString::compileVersionString()
 {
-    KELVARON_ASSERT_TEXT(
-        isDottedVersion(versionString),
-        R"(this->versionString.contains(QRegExp("^(\\d+\\.)*\\d+$")))");
+    KELVARON_ASSERT_TEXT(isDottedVersion(versionString),
+                         R"(this->versionString.contains(QRegExp("^(\\d+\\.)*\\d+$")))");
     const QStringList parts = versionString.split(QLatin1Char('.'));
     for (const QString& part : parts) {
         bool fits = false;
@@ -60,9 +59,9 @@ void VersionString::runTests()
         const char* lesser;
         const char* greater;
     };
-    static constexpr Pair ascending[] = {{"1.2.0", "1.2.3"}, {"1.1.2", "1.2.3"},
+    static constexpr Pair ascending[] = {{"1.2.0", "1.2.3"},   {"1.1.2", "1.2.3"},
                                          {"1.5.2", "1.5.2.5"}, {"45", "66"},
-                                         {"1.9", "1.10"}, {"1.2", "1.2.0"}};
+                                         {"1.9", "1.10"},      {"1.2", "1.2.0"}};
     KELVARON_ASSERT(version("1.2.3").equalTo(version("1.2.3")));
     KELVARON_ASSERT(version("10").equalTo(version("10")));
     for (const Pair& pair : ascending) {

@@ -15,10 +15,7 @@ public:
     explicit FormulaContext(const Formula& evaluatedFormula) : formula(evaluatedFormula) {}
 
 protected:
-    QString describe() const override
-    {
-        return QStringLiteral("Evaluating ") + formula.describe();
-    }
+    QString describe() const override { return QStringLiteral("Evaluating ") + formula.describe(); }
 
 private:
     const Formula& formula;

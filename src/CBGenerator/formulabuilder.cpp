@@ -48,8 +48,8 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text, int 
     auto node = std::make_unique<FormulaNodeMathOp>();
     node->setOpType(tokens.operators.at(split));
     node->left = buildTree(rejoin(tokens, 0, split + 1), depth + 1);
-    node->right = buildTree(rejoin(tokens, split + 1, tokens.operands.size() - split - 1),
-                            depth + 1);
+    node->right =
+        buildTree(rejoin(tokens, split + 1, tokens.operands.size() - split - 1), depth + 1);
     if (node->left == nullptr || node->right == nullptr) {
         return nullptr;
     }
@@ -126,8 +126,8 @@ QString FormulaBuilder::captureStuffInParentheses(const QString& text, int start
 
 int FormulaBuilder::findSplitOperator(const QString& operators)
 {
-    const int lastSum = std::max(operators.lastIndexOf(QLatin1Char('+')),
-                                 operators.lastIndexOf(QLatin1Char('-')));
+    const int lastSum =
+        std::max(operators.lastIndexOf(QLatin1Char('+')), operators.lastIndexOf(QLatin1Char('-')));
     if (lastSum >= 0) {
         return lastSum;
     }
@@ -150,10 +150,10 @@ QString FormulaBuilder::rejoin(const Tokens& tokens, int firstOperand, int opera
 StructSetting* FormulaBuilder::getSettingByVariableName(const QList<StructSetting*>& settings,
                                                         const QString& name)
 {
-    const auto found = std::find_if(settings.cbegin(), settings.cend(),
-                                    [&name](const StructSetting* setting) {
-                                        return setting->variableName == name;
-                                    });
+    const auto found =
+        std::find_if(settings.cbegin(), settings.cend(), [&name](const StructSetting* setting) {
+            return setting->variableName == name;
+        });
     return found == settings.cend() ? nullptr : *found;
 }
 } // namespace HParser

@@ -37,9 +37,8 @@ public:
         for (StructSetting* setting : members) {
             const QList<Formula*> formulas = setting->evaluatedFormulas();
             for (const Formula* formula : formulas) {
-                formula->visitSettings([this, setting](StructSetting* named) {
-                    followed[setting].append(named);
-                });
+                formula->visitSettings(
+                    [this, setting](StructSetting* named) { followed[setting].append(named); });
             }
         }
     }

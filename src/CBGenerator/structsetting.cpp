@@ -70,7 +70,8 @@ void StructSetting::setValue(const QString& text)
 {
     KELVARON_ASSERT(settingType == STRING || settingType == LIST);
     QString kept = arraySize > 0 ? text.left(arraySize - 1) : text;
-    if (kept.size() < text.size() && !kept.isEmpty() && kept.at(kept.size() - 1).isHighSurrogate()) {
+    if (kept.size() < text.size() && !kept.isEmpty()
+        && kept.at(kept.size() - 1).isHighSurrogate()) {
         kept.chop(1);
     }
     currentValue = kept;

@@ -50,11 +50,9 @@ void StructSettings::buildFormulaTrees()
 
 StructSetting* StructSettings::getStructSettingByDescriptiveName(const QString& name) const
 {
-    const auto found = std::find_if(originalOrderStructSettings.cbegin(),
-                                    originalOrderStructSettings.cend(),
-                                    [&name](const StructSetting* setting) {
-                                        return setting->descriptiveName == name;
-                                    });
+    const auto found = std::find_if(
+        originalOrderStructSettings.cbegin(), originalOrderStructSettings.cend(),
+        [&name](const StructSetting* setting) { return setting->descriptiveName == name; });
     return found == originalOrderStructSettings.cend() ? nullptr : *found;
 }
 

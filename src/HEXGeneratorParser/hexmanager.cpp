@@ -10,8 +10,8 @@ namespace HEXGeneratorParser
 HEXManager::HEXManager(QWidget* dialogParent, QListWidget* list,
                        HParser::Generator* settingsGenerator,
                        ImportProfiles::ImportProfilesMain* profileImporter, QObject* parent)
-    : QObject(parent), parentWidget(dialogParent), profileList(list),
-      generator(settingsGenerator), importer(profileImporter)
+    : QObject(parent), parentWidget(dialogParent), profileList(list), generator(settingsGenerator),
+      importer(profileImporter)
 {}
 
 int HEXManager::getCurrentNumProfiles() const

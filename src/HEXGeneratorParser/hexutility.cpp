@@ -22,12 +22,12 @@ constexpr int bytesPerWord = 4;
 int HexUtility::calculateByteCount(const QString& dataType)
 {
     static const QHash<QString, int> sizes = {
-        {QStringLiteral("char"), 1},         {QStringLiteral("signed char"), 1},
+        {QStringLiteral("char"), 1},          {QStringLiteral("signed char"), 1},
         {QStringLiteral("unsigned char"), 1}, {QStringLiteral("short"), 2},
-        {QStringLiteral("signed short"), 2}, {QStringLiteral("unsigned short"), 2},
-        {QStringLiteral("int"), 2},          {QStringLiteral("signed int"), 2},
-        {QStringLiteral("unsigned int"), 2}, {QStringLiteral("long"), 4},
-        {QStringLiteral("signed long"), 4},  {QStringLiteral("unsigned long"), 4}};
+        {QStringLiteral("signed short"), 2},  {QStringLiteral("unsigned short"), 2},
+        {QStringLiteral("int"), 2},           {QStringLiteral("signed int"), 2},
+        {QStringLiteral("unsigned int"), 2},  {QStringLiteral("long"), 4},
+        {QStringLiteral("signed long"), 4},   {QStringLiteral("unsigned long"), 4}};
     return sizes.value(dataType, 0);
 }
 

@@ -4,9 +4,7 @@
 
 void ParsedProfile::print() const
 {
-    const auto flag = [](bool on) {
-        return on ? QStringLiteral("true") : QStringLiteral("false");
-    };
+    const auto flag = [](bool on) { return on ? QStringLiteral("true") : QStringLiteral("false"); };
     printLine(QStringLiteral("ID : ") + QString::number(id));
     printLine(QStringLiteral("Active : ") + flag(active));
     printLine(QStringLiteral("Default : ") + flag(isDefault));

@@ -75,8 +75,7 @@ QString ProfileName::getSubtitle() const
 void ProfileName::setProfileSettings(ProfileSettings* settings)
 {
     profileSettings = settings;
-    activeSetting =
-        settings->settings->getStructSettingByDescriptiveName(QStringLiteral("active"));
+    activeSetting = settings->settings->getStructSettingByDescriptiveName(QStringLiteral("active"));
     defaultSetting =
         settings->settings->getStructSettingByDescriptiveName(QStringLiteral("default"));
     KELVARON_ASSERT(activeSetting != nullptr && defaultSetting != nullptr);

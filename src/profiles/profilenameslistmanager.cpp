@@ -204,9 +204,10 @@ void ProfileNamesListManager::deleteProfile(ProfileNameListWidget* item)
 
 void ProfileNamesListManager::releaseProfile(const ProfileSettings* profile)
 {
-    const auto found = std::find_if(
-        profiles.begin(), profiles.end(),
-        [profile](const std::unique_ptr<ProfileSettings>& owned) { return owned.get() == profile; });
+    const auto found = std::find_if(profiles.begin(), profiles.end(),
+                                    [profile](const std::unique_ptr<ProfileSettings>& owned) {
+                                        return owned.get() == profile;
+                                    });
     if (found != profiles.end()) {
         profiles.erase(found);
     }

@@ -16,8 +16,7 @@ void ProfileSettings::setChemistry(const QString& chemistryName, HParser::Genera
     settings = ownedSettings.get();
     KELVARON_ASSERT(settings != nullptr);
     settings->buildFormulaTrees();
-    modifiableSetting =
-        settings->getStructSettingByDescriptiveName(QStringLiteral("modifiable"));
+    modifiableSetting = settings->getStructSettingByDescriptiveName(QStringLiteral("modifiable"));
     setModifiable(true);
 }
 

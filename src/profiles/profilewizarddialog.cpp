@@ -11,16 +11,18 @@
 #include <QLabel>
 
 ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, QWidget* parent)
-    : QDialog(parent), ui(std::make_unique<Ui::ProfileWizardDialog>()),
-      generator(settingsGenerator)
+    : QDialog(parent), ui(std::make_unique<Ui::ProfileWizardDialog>()), generator(settingsGenerator)
 {
     ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Profile Wizard"));
     setWindowModality(Qt::ApplicationModal);
-    connect(ui->nextButton, &QPushButton::clicked, this, &ProfileWizardDialog::on_nextButton_clicked);
-    connect(ui->backButton, &QPushButton::clicked, this, &ProfileWizardDialog::on_backButton_clicked);
-    connect(ui->cancelButton, &QPushButton::clicked, this, &ProfileWizardDialog::on_cancelButton_clicked);
+    connect(ui->nextButton, &QPushButton::clicked, this,
+            &ProfileWizardDialog::on_nextButton_clicked);
+    connect(ui->backButton, &QPushButton::clicked, this,
+            &ProfileWizardDialog::on_backButton_clicked);
+    connect(ui->cancelButton, &QPushButton::clicked, this,
+            &ProfileWizardDialog::on_cancelButton_clicked);
     askTitlesWizard();
     show();
 }

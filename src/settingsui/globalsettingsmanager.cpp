@@ -3,8 +3,7 @@
 #include "messagedialogs.h"
 
 GlobalSettingsManager::GlobalSettingsManager(QWidget* dialogParent,
-                                             HParser::Generator* settingsGenerator,
-                                             QObject* parent)
+                                             HParser::Generator* settingsGenerator, QObject* parent)
     : QObject(parent), parentWidget(dialogParent)
 {
     setAllSettings(settingsGenerator);

@@ -59,7 +59,7 @@ SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* 
 {
     setHorizontalSpacing(3);
     setColumnMinimumWidth(2, 3);
-    setColumnMinimumWidth(unitsColumn, 34);
+    setColumnMinimumWidth(unitsColumn, 46);
     inflateGrid();
 }
 

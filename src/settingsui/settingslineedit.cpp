@@ -28,8 +28,7 @@ void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
         setMaxLength(setting->arraySize - 1); // the charger's field ends with a zero byte
     }
     updateView();
-    connect(setting, &HParser::StructSetting::numValueChanged, this,
-            &SettingsLineEdit::updateView);
+    connect(setting, &HParser::StructSetting::numValueChanged, this, &SettingsLineEdit::updateView);
     connect(setting, &HParser::StructSetting::enableView, this, &SettingsLineEdit::on_enableView);
 }
 
@@ -66,8 +65,12 @@ void SettingsLineEdit::on_editingFinished()
 
 void SettingsLineEdit::updateView()
 {
-    if (setting != nullptr) {
-        setText(setting->getValue());
+    if (setting == nullptr) {
+        return;
+    }
+    setText(setting->getValue());
+    if (!hasFocus()) {
+        setCursorPosition(0); // a long text is read from its beginning
     }
 }
 

@@ -47,8 +47,8 @@ void WriteToXML::xmlOutputSettings(QTextStream* stream,
 {
     for (const HParser::StructSetting* setting : settings) {
         const QString tag = XMLUtility::xmlTagFromDescriptiveName(setting->descriptiveName);
-        *stream << "\t\t<" << tag << '>' << XMLUtility::valueText(setting->getValue()) << "</" << tag
-                << ">\n";
+        *stream << "\t\t<" << tag << '>' << XMLUtility::valueText(setting->getValue()) << "</"
+                << tag << ">\n";
     }
 }
 

@@ -23,8 +23,8 @@ const QString fileFilter = QStringLiteral("XML files (*.xml);;Any files (*.*)");
 XMLManager::XMLManager(QWidget* dialogParent, QListWidget* list,
                        ImportProfiles::ImportProfilesMain* profileImporter,
                        HParser::Generator* settingsGenerator, QObject* parent)
-    : QObject(parent), parentWidget(dialogParent), profileList(list),
-      generator(settingsGenerator), importer(profileImporter)
+    : QObject(parent), parentWidget(dialogParent), profileList(list), generator(settingsGenerator),
+      importer(profileImporter)
 {}
 
 bool XMLManager::exportToXML(const QString& fileName) const
@@ -87,10 +87,10 @@ QString XMLManager::askExportFileName()
     // The dialog has asked about the name as it was typed, not about the one that will be written.
     const QString completed = chosen + QStringLiteral(".xml");
     if (QFileInfo::exists(completed)) {
-        const int answer = MessageDialogs::question(
-            parentWidget, QStringLiteral("Replace File?"),
-            QStringLiteral("%1 already exists. Do you want to replace it?")
-                .arg(QFileInfo(completed).fileName().toHtmlEscaped()));
+        const int answer =
+            MessageDialogs::question(parentWidget, QStringLiteral("Replace File?"),
+                                     QStringLiteral("%1 already exists. Do you want to replace it?")
+                                         .arg(QFileInfo(completed).fileName().toHtmlEscaped()));
         return answer == QMessageBox::Yes ? completed : QString();
     }
     return completed;

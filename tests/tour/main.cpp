@@ -13,6 +13,10 @@ QPalette darkPalette()
     QPalette palette(QColor(53, 53, 53));
     palette.setColor(QPalette::Base, QColor(35, 35, 35));
     palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, QColor(135, 135, 135));
+    }
     return palette;
 }
 } // namespace
@@ -32,7 +36,8 @@ int main(int argc, char** argv)
     const QCommandLineOption dark("dark", "Use a dark palette.");
     parser.addOptions({output, size, dark});
     parser.process(application);
-    const QString folder = QDir(parser.value(output)).absolutePath(); // before the start-up moves us
+    const QString folder =
+        QDir(parser.value(output)).absolutePath(); // before the start-up moves us
 
     if (parser.isSet(dark)) {
         QApplication::setStyle(QStyleFactory::create("Fusion"));

@@ -235,8 +235,7 @@ void Tour::onNextDialog(const std::function<void(QWidget*)>& interact)
     connect(timer, &QTimer::timeout, this, [=] {
         QWidget* dialog = QApplication::activeModalWidget();
         *waited += timer->interval();
-        if ((dialog == nullptr || dialog == before || !dialog->isVisible())
-            && *waited < patience) {
+        if ((dialog == nullptr || dialog == before || !dialog->isVisible()) && *waited < patience) {
             return;
         }
         timer->stop();
