@@ -1,0 +1,327 @@
+#include "profiles/profilewizarddialog.h"
+
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "profiles/profilename.h"
+#include "profiles/profilenameslistmanager.h"
+#include "profiles/profilesettings.h"
+#include "support/gui/dialogscript.h"
+#include "support/gui/editorwindow.h"
+#include "support/gui/widgets.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+class WizardTest : public ::testing::Test
+{
+protected:
+    explicit WizardTest(const QByteArray& schema = TestSchema::text()) : window(schema) { open(); }
+
+    ~WizardTest() override
+    {
+        if (wizard != nullptr) {
+            wizard->close();
+        }
+        flushDeletions();
+    }
+
+    void open()
+    {
+        clickOn(window.ui->addProfileButton);
+        wizard = window.findChild<ProfileWizardDialog*>();
+        ASSERT_TRUE(wizard != nullptr);
+        made = std::make_unique<QSignalSpy>(wizard.data(), &ProfileWizardDialog::newProfileMade);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(wizard));
+    }
+
+    QPushButton* next() const { return childNamed<QPushButton>(wizard, "nextButton"); }
+    QPushButton* back() const { return childNamed<QPushButton>(wizard, "backButton"); }
+    QPushButton* cancel() const { return childNamed<QPushButton>(wizard, "cancelButton"); }
+
+    QComboBox* chemistries() const { return wizard->findChild<QComboBox*>(); }
+
+    /// Goes to page 2 with this chemistry.
+    void choose(const QString& chemistry)
+    {
+        chemistries()->setCurrentText(chemistry);
+        clickOn(next());
+    }
+
+    QLineEdit* field(const QString& label) const
+    {
+        auto* found = qobject_cast<QLineEdit*>(cellOf(gridOf(wizard), label, 3));
+        EXPECT_NE(found, nullptr) << label.toStdString();
+        return found;
+    }
+
+    QCheckBox* box(const QString& label) const
+    {
+        auto* found = qobject_cast<QCheckBox*>(cellOf(gridOf(wizard), label, 3));
+        EXPECT_NE(found, nullptr) << label.toStdString();
+        return found;
+    }
+
+    EditorWindow window;
+    QPointer<ProfileWizardDialog> wizard;
+    std::unique_ptr<QSignalSpy> made;
+};
+
+TEST_F(WizardTest, FirstPageOffersTheChemistries)
+{
+    EXPECT_EQ(wizard->windowTitle(), "Profile Wizard");
+    EXPECT_EQ(next()->text(), "Next >");
+    EXPECT_EQ(back()->text(), "< Back");
+    EXPECT_EQ(cancel()->text(), "Cancel");
+    EXPECT_FALSE(back()->isEnabled());
+    ASSERT_NE(chemistries(), nullptr);
+    ASSERT_EQ(chemistries()->count(), 2);
+    EXPECT_EQ(chemistries()->itemText(0), "Alpha Cell");
+    EXPECT_EQ(chemistries()->itemText(1), "Plain Cell");
+    EXPECT_EQ(chemistries()->currentIndex(), 0);
+    QStringList labels;
+    for (const QLabel* label : wizard->findChildren<QLabel*>()) {
+        labels.append(label->text());
+    }
+    EXPECT_TRUE(labels.contains("Chemistry:"));
+    EXPECT_EQ(gridOf(wizard), nullptr);
+}
+
+TEST_F(WizardTest, IsApplicationModalAndDoesNotBlockItsCaller)
+{
+    EXPECT_EQ(wizard->windowModality(), Qt::ApplicationModal);
+    EXPECT_EQ(QApplication::activeModalWidget(), wizard); // and the click has returned
+    EXPECT_EQ(wizard->parent(), &window);
+
+    // What a user does in the main window meanwhile has no effect.
+    QWindow* behind = window.windowHandle();
+    const QPoint button =
+        window.ui->addProfileButton->mapTo(&window, window.ui->addProfileButton->rect().center());
+    QTest::mouseClick(behind, Qt::LeftButton, Qt::NoModifier, button);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.findChildren<ProfileWizardDialog*>().size(), 1);
+}
+
+TEST_F(WizardTest, SecondPageEditsAllSettingsOfTheChemistry)
+{
+    choose("Alpha Cell");
+    EXPECT_EQ(next()->text(), "Finish");
+    EXPECT_TRUE(back()->isEnabled());
+    EXPECT_EQ(childNamed<QLabel>(wizard, "chemistryLabel")->text(), "- Alpha Cell");
+    EXPECT_EQ(wizard->findChild<QComboBox*>(), nullptr);
+    EXPECT_EQ(field("Title")->text(), "Alpha");
+    EXPECT_EQ(field("Current")->text(), "2.5");
+    for (const char* basic : {"Title", "Subtitle", "Cells", "Current", "Margin"}) {
+        EXPECT_TRUE(field(basic)->isEnabled()) << basic;
+    }
+    EXPECT_TRUE(box("Balance")->isEnabled());
+    EXPECT_TRUE(made->isEmpty());
+}
+
+TEST_F(WizardTest, AdvancedEditorsWaitForTheToggle)
+{
+    choose("Alpha Cell");
+    QCheckBox* toggle = box("Edit Advanced Settings");
+    EXPECT_TRUE(toggle->isEnabled());
+    EXPECT_FALSE(toggle->isChecked());
+    for (const char* advanced : {"Cutoff", "Pack Voltage", "Note"}) {
+        EXPECT_FALSE(field(advanced)->isEnabled()) << advanced;
+    }
+    EXPECT_FALSE(box("Cold Check")->isEnabled());
+    clickOn(toggle);
+    for (const char* advanced : {"Cutoff", "Pack Voltage", "Note"}) {
+        EXPECT_TRUE(field(advanced)->isEnabled()) << advanced;
+    }
+    EXPECT_TRUE(box("Cold Check")->isEnabled());
+}
+
+TEST_F(WizardTest, FinishHandsOverTheProfile)
+{
+    choose("Alpha Cell");
+    typeOver(field("Title"), "Torch");
+    typeOver(field("Subtitle"), "four cells");
+    typeOver(field("Cells"), "4");
+    clickOn(box("Balance"));
+    clickOn(next());
+    EXPECT_EQ(made->count(), 1);
+    flushDeletions();
+    EXPECT_EQ(wizard, nullptr); // closed and deleted
+    ASSERT_EQ(window.count(), 1);
+    EXPECT_EQ(window.currentRow(), 0);
+    EXPECT_EQ(window.row(0)->getTitle(), "Torch");
+    EXPECT_EQ(window.row(0)->getSubtitle(), "four cells");
+    EXPECT_EQ(window.setting(0, "Cells")->getValue(), "4");
+    EXPECT_EQ(window.setting(0, "Balance")->getValue(), "false");
+    EXPECT_EQ(window.setting(0, "Pack Voltage")->getValue(), "16"); // followed the cells
+    EXPECT_EQ(window.setting(0, "Mode")->getValue(), "Slow");
+    EXPECT_EQ(window.setting(0, "Ending")->getValue(), "Stop");
+    EXPECT_TRUE(window.row(0)->getProfileSettings()->getModifiable());
+    EXPECT_EQ(window.row(0)->getProfileSettings()->chemistry, "Alpha Cell");
+}
+
+TEST_F(WizardTest, ProfileIsAppendedBehindTheOthers)
+{
+    clickOn(cancel());
+    flushDeletions();
+    window.add("First");
+    open();
+    choose("Plain Cell");
+    clickOn(next());
+    EXPECT_EQ(window.titles(), QStringList({"First", "Plain"}));
+    EXPECT_EQ(window.currentRow(), 1);
+}
+
+TEST_F(WizardTest, ValuesAreClampedAndRounded)
+{
+    choose("Alpha Cell");
+    enterText(field("Current"), "99");
+    EXPECT_EQ(field("Current")->text(), "20");
+    typeOver(field("Margin"), "2.26");
+    clickOn(next());
+    EXPECT_EQ(window.setting(0, "Current")->getValue(), "20");
+    EXPECT_EQ(window.setting(0, "Margin")->getValue(), "2.3");
+}
+
+TEST_F(WizardTest, EditedAdvancedValuesAreKept)
+{
+    choose("Alpha Cell");
+    clickOn(box("Edit Advanced Settings"));
+    typeOver(field("Cutoff"), "0.5");
+    clickOn(next());
+    EXPECT_EQ(window.setting(0, "Cutoff")->getValue(), "0.5");
+    EXPECT_TRUE(window.row(0)->getProfileSettings()->settings->getAdvancedSettingsEdited());
+}
+
+TEST_F(WizardTest, ListSettingsHaveNoEditor)
+{
+    choose("Alpha Cell");
+    EXPECT_EQ(cellOf(gridOf(wizard), "Mode", 3), nullptr);
+    EXPECT_EQ(cellOf(gridOf(wizard), "Ending", 3), nullptr);
+    EXPECT_NE(cellOf(gridOf(wizard), "Mode", 1), nullptr);
+}
+
+TEST_F(WizardTest, BackAndAnotherChemistryGiveThatChemistryAlone)
+{
+    choose("Alpha Cell");
+    typeOver(field("Title"), "Dropped");
+    clickOn(back());
+    EXPECT_EQ(next()->text(), "Next >");
+    EXPECT_FALSE(back()->isEnabled());
+    ASSERT_NE(chemistries(), nullptr);
+    EXPECT_EQ(chemistries()->currentIndex(), 0);
+    EXPECT_EQ(gridOf(wizard), nullptr);
+    choose("Plain Cell");
+    EXPECT_EQ(childNamed<QLabel>(wizard, "chemistryLabel")->text(), "- Plain Cell");
+    EXPECT_EQ(next()->text(), "Finish");
+    EXPECT_EQ(field("Title")->text(), "Plain");
+    EXPECT_EQ(cellOf(gridOf(wizard), "Current", 1), nullptr);
+    clickOn(next());
+    ASSERT_EQ(window.count(), 1);
+    EXPECT_EQ(made->count(), 1);
+    EXPECT_EQ(window.row(0)->getTitle(), "Plain");
+    EXPECT_EQ(window.row(0)->getProfileSettings()->chemistry, "Plain Cell");
+    EXPECT_EQ(window.setting(0, "Capacity")->getValue(), "10");
+}
+
+TEST_F(WizardTest, BackDropsWhatWasTyped)
+{
+    choose("Alpha Cell");
+    enterText(field("Current"), "7");
+    clickOn(back());
+    choose("Alpha Cell");
+    EXPECT_EQ(field("Current")->text(), "2.5");
+}
+
+TEST_F(WizardTest, CancelMakesNothingOnEitherPage)
+{
+    clickOn(cancel());
+    EXPECT_TRUE(made->isEmpty());
+    flushDeletions();
+    EXPECT_EQ(wizard, nullptr);
+
+    open();
+    choose("Alpha Cell");
+    enterText(field("Title"), "Dropped");
+    clickOn(cancel());
+    EXPECT_TRUE(made->isEmpty());
+    flushDeletions();
+    EXPECT_EQ(wizard, nullptr);
+    EXPECT_EQ(window.count(), 0);
+}
+
+TEST_F(WizardTest, CloseControlMakesNothing)
+{
+    choose("Alpha Cell");
+    wizard->close();
+    EXPECT_TRUE(made->isEmpty());
+    flushDeletions();
+    EXPECT_EQ(wizard, nullptr);
+    EXPECT_EQ(window.count(), 0);
+}
+
+TEST_F(WizardTest, EscapeKeyMakesNothingAndLeavesNothing)
+{
+    QTest::keyClick(wizard, Qt::Key_Escape);
+    EXPECT_TRUE(made->isEmpty());
+    flushDeletions();
+    EXPECT_EQ(wizard, nullptr);
+    EXPECT_EQ(window.count(), 0);
+}
+
+TEST_F(WizardTest, ReturnKeyOnTheFirstPageGoesOn)
+{
+    QTest::keyClick(chemistries(), Qt::Key_Return);
+    EXPECT_NE(gridOf(wizard), nullptr);
+    EXPECT_EQ(next()->text(), "Finish");
+}
+
+TEST_F(WizardTest, ReturnKeyInAFieldStoresItOnce)
+{
+    choose("Alpha Cell");
+    typeOver(field("Current"), "99");
+    QTest::keyClick(field("Current"), Qt::Key_Return);
+    flushDeletions();
+    EXPECT_LE(made->count(), 1);
+    if (wizard != nullptr) { // the key may as well only have left the field
+        EXPECT_EQ(field("Current")->text(), "20");
+        clickOn(next());
+    }
+    ASSERT_EQ(window.count(), 1);
+    EXPECT_EQ(window.setting(0, "Current")->getValue(), "20");
+}
+
+TEST_F(WizardTest, AbandonedProfilesAreFreed)
+{
+    // The sanitizers' leak check tells when one is not; here the last one's settings are watched.
+    choose("Alpha Cell");
+    clickOn(back());
+    choose("Plain Cell");
+    clickOn(back());
+    clickOn(cancel());
+    flushDeletions();
+    EXPECT_EQ(wizard, nullptr);
+}
+
+class SingleChemistryWizardTest : public WizardTest
+{
+protected:
+    SingleChemistryWizardTest() : WizardTest(TestSchema::singleChemistry()) {}
+};
+
+TEST_F(SingleChemistryWizardTest, StillShowsTheFirstPage)
+{
+    ASSERT_NE(chemistries(), nullptr);
+    EXPECT_EQ(chemistries()->count(), 1);
+    EXPECT_EQ(chemistries()->currentText(), "Alpha Cell");
+    EXPECT_EQ(next()->text(), "Next >");
+    clickOn(next());
+    EXPECT_NE(gridOf(wizard), nullptr);
+}

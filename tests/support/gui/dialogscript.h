@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+#include <deque>
+#include <functional>
+#include <vector>
+
+/// What the next modal dialogs must be and how they are answered, read from top to bottom:
+///
+///     DialogScript script;
+///     script.expectMessageBox("Deleting Profile", "Do you ...?", {"Yes", "No"}, "No", "Yes");
+///     clickOn(deleteButton);
+///     script.finish();
+///
+/// It looks for new dialogs from inside their own event loops. The test fails when a dialog of the
+/// script never appears, when one that is not in the script appears (it is closed then), and when
+/// an answered one stays open.
+class DialogScript : public QObject
+{
+public:
+    using Interaction = std::function<void(QWidget&)>;
+
+    /// The answer that uses the window's close control instead of a button.
+    static const QString closeControl;
+
+    /// Dialogs that are open already are left alone.
+    DialogScript();
+    ~DialogScript() override;
+
+    /// A QMessageBox; button names stand without their mnemonic marks. The default button is the
+    /// one that the Return key presses.
+    DialogScript& expectMessageBox(const QString& title, const QString& text,
+                                   const QStringList& buttons, const QString& defaultButton,
+                                   const QString& press);
+
+    /// A QMessageBox with an OK button alone, which is pressed.
+    DialogScript& expectMessage(const QString& title, const QString& text);
+
+    /// A QMessageBox with Yes and No, No the default.
+    DialogScript& expectQuestion(const QString& title, const QString& text, const QString& press);
+
+    /// A QFileDialog; an empty name cancels it, another is typed and accepted.
+    DialogScript& expectFileDialog(const QString& caption, const QStringList& nameFilters,
+                                   const QString& directory, const QString& typeName);
+
+    /// Any dialog; the interaction has to close it.
+    DialogScript& thenDo(Interaction interaction);
+
+    /// Checks that the whole script was played. Done by the destructor where a test does not.
+    void finish();
+
+private:
+    struct Step
+    {
+        QString name;
+        Interaction interaction;
+    };
+    struct Seen
+    {
+        QPointer<QWidget> dialog;
+        QString name;
+        int ticksOpen = 0; ///< since it was answered, while no newer dialog stood before it
+    };
+
+    void add(const QString& name, Interaction interaction);
+    void poll();
+    void armTimer();
+    void play(QWidget& dialog);
+    Seen* find(const QWidget* dialog);
+    static void forceClosed(QWidget& dialog);
+
+    std::deque<Step> steps;
+    std::vector<Seen> seen;
+    bool finished = false;
+};

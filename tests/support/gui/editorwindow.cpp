@@ -1,0 +1,209 @@
+#include "support/gui/editorwindow.h"
+
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "profileimport/importprofilesmain.h"
+#include "profiles/profilename.h"
+#include "profiles/profilenamelistwidget.h"
+#include "profiles/profilenameslistmanager.h"
+#include "profiles/profilesettings.h"
+#include "settingsui/globalsettingsmanager.h"
+#include "settingsui/settingsgridlayout.h"
+#include "settingsui/settingspanemanager.h"
+#include "support/gui/dialogscript.h"
+#include "support/gui/widgets.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+
+EditorWindow::EditorWindow(const QByteArray& schema) : ui(std::make_unique<Ui::MainWindow>())
+{
+    qRegisterMetaType<ProfileName*>("ProfileName*"); // for signal spies
+    qRegisterMetaType<ProfileSettings*>("ProfileSettings*");
+    generator = TestSchema::parse(schema).release();
+    generator->setParent(this);
+    ui->setupUi(this);
+    pane = new SettingsPaneManager(ui.get(), generator, this);
+    list = new ProfileNamesListManager(this, ui->profileNamesList, ui->addProfileButton,
+                                       ui->profileNameUpButton, ui->profileNameDownButton,
+                                       generator, pane);
+    connect(list, &ProfileNamesListManager::settingsPaneUpdateNeeded, pane,
+            &SettingsPaneManager::updateSettingsPane);
+    connect(list, &ProfileNamesListManager::quickSettingsPaneUpdateNeeded, pane,
+            &SettingsPaneManager::quickUpdateSettingsPane);
+    connect(list, &ProfileNamesListManager::noMoreProfilesLeft, pane,
+            &SettingsPaneManager::on_profilesListEmpty);
+    pane->hideEverything();
+    importer = new ImportProfiles::ImportProfilesMain(this, generator, this);
+    connect(importer, &ImportProfiles::ImportProfilesMain::profileReadyForImport, list,
+            &ProfileNamesListManager::on_profileReadyForImport);
+    globalSettings = new GlobalSettingsManager(this, generator, this);
+    show();
+    QApplication::setActiveWindow(this);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+}
+
+EditorWindow::~EditorWindow() = default;
+
+ProfileSettings* EditorWindow::add(const QString& title, const QString& chemistry)
+{
+    auto* profile = new ProfileSettings;
+    profile->setChemistry(chemistry, generator);
+    profile->settings->getStructSettings().at(0)->setValue(title);
+    list->addNewProfile(profile);
+    return profile;
+}
+
+ProfileSettings* EditorWindow::import(const QString& title, bool active, bool isDefault)
+{
+    auto* profile = new ProfileSettings;
+    profile->setChemistry("Alpha Cell", generator);
+    profile->settings->getStructSettings().at(0)->setValue(title);
+    list->on_profileReadyForImport(profile, active, isDefault);
+    return profile;
+}
+
+int EditorWindow::count() const
+{
+    return ui->profileNamesList->count();
+}
+
+ProfileNameListWidget* EditorWindow::item(int row) const
+{
+    return static_cast<ProfileNameListWidget*>(ui->profileNamesList->item(row));
+}
+
+ProfileName* EditorWindow::row(int row) const
+{
+    return qobject_cast<ProfileName*>(ui->profileNamesList->itemWidget(item(row)));
+}
+
+QStringList EditorWindow::titles() const
+{
+    QStringList titles;
+    for (int i = 0; i < count(); ++i) {
+        titles.append(row(i)->getTitle());
+    }
+    return titles;
+}
+
+int EditorWindow::currentRow() const
+{
+    return list->getCurrentItem() != nullptr ? ui->profileNamesList->row(list->getCurrentItem())
+                                             : -1;
+}
+
+QList<int> EditorWindow::defaultRows() const
+{
+    QList<int> rows;
+    for (int i = 0; i < count(); ++i) {
+        if (row(i)->getDefaultStatus()) {
+            rows.append(i);
+        }
+    }
+    return rows;
+}
+
+void EditorWindow::clickRow(int rowNumber) const
+{
+    clickOn(childNamed<QLabel>(row(rowNumber), "profileTitle"));
+}
+
+void EditorWindow::clickLight(int rowNumber) const
+{
+    clickOn(childNamed<QPushButton>(row(rowNumber), "activeProfileButton"));
+}
+
+void EditorWindow::clickMark(int rowNumber) const
+{
+    clickOn(childNamed<QPushButton>(row(rowNumber), "defaultProfileButton"));
+}
+
+void EditorWindow::clickCross(int rowNumber) const
+{
+    clickOn(childNamed<QPushButton>(row(rowNumber), "deleteProfileButton"));
+}
+
+QGridLayout* EditorWindow::grid() const
+{
+    return gridOf(ui->containerScroll);
+}
+
+QStringList EditorWindow::gridLabels() const
+{
+    QStringList labels;
+    const QGridLayout* shown = grid();
+    for (int i = 0; shown != nullptr && i < shown->rowCount(); ++i) {
+        if (const QLayoutItem* cell = shown->itemAtPosition(i, 1)) {
+            labels.append(qobject_cast<QLabel*>(const_cast<QLayoutItem*>(cell)->widget())->text());
+        }
+    }
+    return labels;
+}
+
+QWidget* EditorWindow::gridCell(const QString& label, int column) const
+{
+    return cellOf(grid(), label, column);
+}
+
+QLineEdit* EditorWindow::lineEdit(const QString& label) const
+{
+    auto* field = qobject_cast<QLineEdit*>(gridCell(label, 3));
+    EXPECT_NE(field, nullptr) << label.toStdString();
+    return field;
+}
+
+QCheckBox* EditorWindow::checkBox(const QString& label) const
+{
+    auto* box = qobject_cast<QCheckBox*>(gridCell(label, 3));
+    EXPECT_NE(box, nullptr) << label.toStdString();
+    return box;
+}
+
+QCheckBox* EditorWindow::advancedToggle() const
+{
+    return checkBox("Edit Advanced Settings");
+}
+
+HParser::StructSetting* EditorWindow::setting(int rowNumber, const QString& name) const
+{
+    HParser::StructSetting* found =
+        row(rowNumber)->getProfileSettings()->settings->getStructSettingByDescriptiveName(name);
+    EXPECT_NE(found, nullptr) << name.toStdString();
+    return found;
+}
+
+void EditorWindow::cancelEditing(const QString& answer) const
+{
+    DialogScript script;
+    script.expectQuestion("Cancel Editing?",
+                          "All your changes will be lost. Do you want to continue?", answer);
+    clickOn(ui->cancelChangesButton);
+}
+
+QGridLayout* gridOf(const QWidget* root)
+{
+    // A grid that was replaced waits for its deletion outside of every container.
+    const QList<QGridLayout*> grids = root->findChildren<QGridLayout*>();
+    for (QGridLayout* grid : grids) {
+        if (qobject_cast<SettingsGridLayout*>(grid) != nullptr && grid->count() > 0) {
+            return grid;
+        }
+    }
+    return nullptr;
+}
+
+QWidget* cellOf(const QGridLayout* grid, const QString& label, int column)
+{
+    for (int i = 0; grid != nullptr && i < grid->rowCount(); ++i) {
+        QLayoutItem* name = grid->itemAtPosition(i, 1);
+        const auto* shown = name != nullptr ? qobject_cast<QLabel*>(name->widget()) : nullptr;
+        if (shown != nullptr && shown->text() == label) {
+            QLayoutItem* cell = grid->itemAtPosition(i, column);
+            return cell != nullptr ? cell->widget() : nullptr;
+        }
+    }
+    return nullptr;
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "support/gui/testschema.h"
+#include "ui_mainwindow.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class GlobalSettingsManager;
+class ProfileName;
+class ProfileNameListWidget;
+class ProfileNamesListManager;
+class ProfileSettings;
+class QGridLayout;
+class QLineEdit;
+class SettingsPaneManager;
+
+namespace HParser
+{
+class Generator;
+class StructSetting;
+} // namespace HParser
+namespace ImportProfiles
+{
+class ImportProfilesMain;
+}
+
+/// The main window's form with its list and pane, wired as the program does, on a test schema and
+/// without an installation. Shown and active when constructed.
+class EditorWindow : public QMainWindow
+{
+public:
+    explicit EditorWindow(const QByteArray& schema = TestSchema::text());
+    ~EditorWindow() override;
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    HParser::Generator* generator = nullptr;
+    SettingsPaneManager* pane = nullptr;
+    ProfileNamesListManager* list = nullptr;
+    ImportProfiles::ImportProfilesMain* importer = nullptr;
+    GlobalSettingsManager* globalSettings = nullptr;
+
+    /// Adds a profile as a finished wizard does.
+    ProfileSettings* add(const QString& title, const QString& chemistry = "Alpha Cell");
+
+    /// Adds a profile as an import does.
+    ProfileSettings* import(const QString& title, bool active, bool isDefault);
+
+    int count() const;
+    ProfileNameListWidget* item(int row) const;
+    ProfileName* row(int row) const;
+    QStringList titles() const;
+
+    /// The number of the selected row; -1 when there is none.
+    int currentRow() const;
+
+    /// The rows whose default flag is set.
+    QList<int> defaultRows() const;
+
+    /// A mouse click on a row, on its light, its mark and its cross.
+    void clickRow(int row) const;
+    void clickLight(int row) const;
+    void clickMark(int row) const;
+    void clickCross(int row) const;
+
+    /// The grid that the pane shows; nullptr when there is none.
+    QGridLayout* grid() const;
+
+    /// The texts of column 1 from top to bottom.
+    QStringList gridLabels() const;
+
+    /// The widget in a column of the row that has this label; nullptr when the cell is empty.
+    QWidget* gridCell(const QString& label, int column) const;
+
+    /// The editors of the row that has this label; fail the test when there is none.
+    QLineEdit* lineEdit(const QString& label) const;
+    QCheckBox* checkBox(const QString& label) const;
+    QCheckBox* advancedToggle() const;
+
+    /// The setting of the profile shown in this row of the list; fails the test when it is missing.
+    HParser::StructSetting* setting(int row, const QString& name) const;
+
+    /// Presses "Cancel" and answers its question.
+    void cancelEditing(const QString& answer = "Yes") const;
+};
+
+/// The grid under a widget (the pane's scroll area or a wizard); nullptr when there is none.
+QGridLayout* gridOf(const QWidget* root);
+
+/// The widget in a column of the grid's row that has this label; nullptr when the cell is empty.
+QWidget* cellOf(const QGridLayout* grid, const QString& label, int column);

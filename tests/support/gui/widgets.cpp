@@ -1,0 +1,78 @@
+#include "support/gui/widgets.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTest>
+
+void clickOn(QWidget* widget)
+{
+    ASSERT_NE(widget, nullptr);
+    QCoreApplication::processEvents(); // layouts show their new widgets from the event loop
+    const std::string name =
+        widget->objectName().toStdString() + " (" + widget->metaObject()->className() + ")";
+    ASSERT_TRUE(widget->isVisible()) << name << " is hidden";
+    ASSERT_TRUE(widget->isEnabled()) << name << " is disabled";
+    QWidget* modal = QApplication::activeModalWidget();
+    ASSERT_TRUE(modal == nullptr || modal->isAncestorOf(widget) || modal == widget)
+        << name << " is blocked by \"" << modal->windowTitle().toStdString() << "\"";
+    QPoint place = widget->rect().center();
+    if (auto* checkBox = qobject_cast<QCheckBox*>(widget)) {
+        QStyleOptionButton option;
+        option.initFrom(checkBox);
+        place = checkBox->style()
+                    ->subElementRect(QStyle::SE_CheckBoxIndicator, &option, checkBox)
+                    .center();
+    }
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, place);
+}
+
+void typeOver(QLineEdit* field, const QString& text)
+{
+    ASSERT_NE(field, nullptr);
+    QCoreApplication::processEvents();
+    ASSERT_TRUE(field->isVisible() && field->isEnabled())
+        << field->accessibleName().toStdString() << " cannot be typed into";
+    QApplication::setActiveWindow(field->window());
+    field->setFocus();
+    ASSERT_TRUE(QTest::qWaitFor([field] { return field->hasFocus(); }));
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, text);
+}
+
+void enterText(QLineEdit* field, const QString& text)
+{
+    typeOver(field, text);
+    QTest::keyClick(field, Qt::Key_Tab);
+    ASSERT_FALSE(field->hasFocus());
+}
+
+void trigger(QAction* action)
+{
+    ASSERT_NE(action, nullptr);
+    ASSERT_TRUE(action->isEnabled()) << action->text().toStdString() << " is disabled";
+    action->trigger();
+}
+
+void flushDeletions()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void expectNoWindowLeft()
+{
+    flushDeletions();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget* widget : widgets) {
+        ADD_FAILURE() << "left over: " << widget->metaObject()->className() << " \""
+                      << widget->windowTitle().toStdString() << "\"";
+        widget->close();
+    }
+}

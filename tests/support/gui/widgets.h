@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <ostream>
+
+class QAction;
+class QLineEdit;
+class QWidget;
+
+// Qt's texts in the messages of failed expectations.
+inline void PrintTo(const QString& text, std::ostream* stream)
+{
+    *stream << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QStringList& texts, std::ostream* stream)
+{
+    *stream << "[\"" << texts.join("\", \"").toStdString() << "\"]";
+}
+
+/// Clicks with the left mouse button in the middle of a widget (a check box: on its box). Fails the
+/// test when the user could not do that because it is hidden or disabled.
+void clickOn(QWidget* widget);
+
+/// Gives the field the keyboard focus, selects what it holds and types the text over it. Nothing is
+/// committed.
+void typeOver(QLineEdit* field, const QString& text);
+
+/// typeOver() and then the Tab key, which leaves the field.
+void enterText(QLineEdit* field, const QString& text);
+
+/// Triggers a command; fails the test when it is disabled.
+void trigger(QAction* action);
+
+/// The descendant of this class and object name; fails the test when there is none.
+template <typename T>
+T* childNamed(const QObject* root, const QString& name)
+{
+    T* found = root->findChild<T*>(name);
+    EXPECT_NE(found, nullptr) << name.toStdString();
+    return found;
+}
+
+/// Deletes what waits for its deletion.
+void flushDeletions();
+
+/// Fails the test when a top-level widget is left over, and closes it.
+void expectNoWindowLeft();
