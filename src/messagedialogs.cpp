@@ -67,18 +67,22 @@ QString aboutText()
 }
 } // namespace
 
-int MessageDialogs::message(QWidget* parent, const QString& title, const QString& text)
+int MessageDialogs::message(QWidget* parent, const QString& title, const QString& text,
+                            Qt::TextFormat format)
 {
     QMessageBox box(parent);
     box.setWindowTitle(title);
+    box.setTextFormat(format);
     box.setText(text);
     return box.exec();
 }
 
-int MessageDialogs::question(QWidget* parent, const QString& title, const QString& text)
+int MessageDialogs::question(QWidget* parent, const QString& title, const QString& text,
+                             Qt::TextFormat format)
 {
     QMessageBox box(parent);
     box.setWindowTitle(title);
+    box.setTextFormat(format);
     box.setText(text);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::No);
@@ -235,11 +239,11 @@ int MessageDialogs::currentSoftwareTooOld(QWidget* parent, const VersionString& 
 
 int MessageDialogs::profilesLeftOut(QWidget* parent, int count, const QStringList& chemistries)
 {
-    return message(
-        parent, QStringLiteral("Profiles Left Out"),
-        QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
-                       "Bundle in use does not know their chemistries: %2")
-            .arg(QString::number(count), chemistries.join(QStringLiteral(", ")).toHtmlEscaped()));
+    return message(parent, QStringLiteral("Profiles Left Out"),
+                   QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
+                                  "Bundle in use does not know their chemistries: %2")
+                       .arg(QString::number(count), chemistries.join(QStringLiteral(", "))),
+                   Qt::PlainText);
 }
 
 int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int profilesRead)
@@ -247,7 +251,8 @@ int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int pro
     return message(parent, latin1(xmlImportStatus),
                    QStringLiteral("The XML file could not be read to its end: %1. Profiles read "
                                   "before the error: %2.")
-                       .arg(error.toHtmlEscaped(), QString::number(profilesRead)));
+                       .arg(error, QString::number(profilesRead)),
+                   Qt::PlainText);
 }
 
 int MessageDialogs::backupFailed(QWidget* parent)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Qt>
+
 class QString;
 class QStringList;
 class QWidget;
@@ -61,9 +63,11 @@ public:
     /// A command that this version names but cannot carry out.
     static int notAvailableYet(QWidget* parent, const QString& command);
 
-    /// A plain message with an OK button.
-    static int message(QWidget* parent, const QString& title, const QString& text);
+    /// A message with an OK button. Texts with names from files or users are shown as plain text.
+    static int message(QWidget* parent, const QString& title, const QString& text,
+                       Qt::TextFormat format = Qt::AutoText);
 
     /// A question with Yes and No, No the default.
-    static int question(QWidget* parent, const QString& title, const QString& text);
+    static int question(QWidget* parent, const QString& title, const QString& text,
+                        Qt::TextFormat format = Qt::AutoText);
 };

@@ -31,7 +31,8 @@ bool TextFile::write(const QString& path, const QString& text)
         return false;
     }
     const QByteArray bytes = text.toUtf8();
-    if (file.write(bytes) != bytes.size()) {
+    // commit() does not notice when what it still has to flush finds the disk full.
+    if (file.write(bytes) != bytes.size() || !file.flush()) {
         file.cancelWriting();
     }
     return file.commit();

@@ -28,6 +28,7 @@ void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfi
 {
     int leftOut = 0;
     QStringList unknownChemistries;
+    emit importStarted();
     for (const ParsedProfile* parsed : parsedProfiles) {
         const QString chemistry = parsed->getProperties().value(QStringLiteral("chemistry"));
         if (generator->hasChemistry(chemistry)) {
@@ -40,6 +41,7 @@ void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfi
             unknownChemistries.append(shownName);
         }
     }
+    emit importFinished();
     if (leftOut > 0) {
         MessageDialogs::profilesLeftOut(parentWidget, leftOut, unknownChemistries);
     }

@@ -50,6 +50,10 @@ public:
     bool getGlobalSettingsSameAsCurrentOnes(const ParsedProfile* parsed) const;
 
 signals:
+    /// Before the first and after the last profile of one import.
+    void importStarted();
+    void importFinished();
+
     /// A finished profile and its flags; the receiver takes ownership.
     void profileReadyForImport(ProfileSettings* profile, bool active, bool isDefault);
 

@@ -23,6 +23,7 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
 {
     ProfileNameListWidget::qlistWidget = listWidget;
     listWidget->setSelectionMode(QAbstractItemView::NoSelection);
+    listWidget->setUniformItemSizes(true);
     listWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     listWidget->setStyleSheet(
         QStringLiteral("QListWidget::item { border-bottom: 1px solid black; }"));
@@ -215,9 +216,11 @@ void ProfileNamesListManager::releaseProfile(const ProfileSettings* profile)
 
 void ProfileNamesListManager::deleteAllRows()
 {
+    settingsPane->holdBackGrid();
     for (int remaining = listWidget->count(); remaining > 0; --remaining) {
         deleteProfile(static_cast<ProfileNameListWidget*>(listWidget->item(0)));
     }
+    settingsPane->showHeldBackGrid();
 }
 
 bool ProfileNamesListManager::deleteAllProfilesNoConfirmation()

@@ -86,9 +86,25 @@ void SettingsPaneManager::showFlags()
 
 void SettingsPaneManager::showGrid()
 {
-    clearSettingsPane();
+    clearSettingsPane(); // also when held back: its profile may be going away
+    if (gridHolds > 0) {
+        return;
+    }
     grid = SettingsGridScroll::fill(ui->containerScroll,
                                     currentProfile->getProfileSettings()->settings);
+}
+
+void SettingsPaneManager::holdBackGrid()
+{
+    ++gridHolds;
+}
+
+void SettingsPaneManager::showHeldBackGrid()
+{
+    --gridHolds;
+    if (gridHolds == 0 && grid == nullptr && currentProfile != nullptr) {
+        showGrid();
+    }
 }
 
 void SettingsPaneManager::clearSettingsPane()

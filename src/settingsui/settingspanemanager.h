@@ -53,6 +53,12 @@ public slots:
     void quickUpdateSettingsPane(ProfileName* row);
 
     void on_profilesListEmpty();
+
+    /// Between these two calls, which nest, selections build no grid; the last one of them is shown
+    /// at the end. A grid takes long to build: a file of hundreds of profiles selects each of them.
+    void holdBackGrid();
+    void showHeldBackGrid();
+
     void on_editButtonClicked();
     void on_saveButtonClicked();
     void on_cancelButtonClicked();
@@ -75,4 +81,5 @@ private:
     bool editMode = false;
     HParser::Generator* generator;
     QPointer<SettingsGridLayout> grid;
+    int gridHolds = 0;
 };

@@ -90,7 +90,8 @@ QString XMLManager::askExportFileName()
         const int answer =
             MessageDialogs::question(parentWidget, QStringLiteral("Replace File?"),
                                      QStringLiteral("%1 already exists. Do you want to replace it?")
-                                         .arg(QFileInfo(completed).fileName().toHtmlEscaped()));
+                                         .arg(QFileInfo(completed).fileName()),
+                                     Qt::PlainText);
         return answer == QMessageBox::Yes ? completed : QString();
     }
     return completed;
