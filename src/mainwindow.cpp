@@ -105,6 +105,10 @@ void MainWindow::disableToolbarActions(bool editing)
         action->setEnabled(enabled);
     }
     ui->addProfileButton->setEnabled(enabled);
+    if (enabled && reloadWaitsForEdit) {
+        // Queued: the pane tells before it has left its edit mode.
+        QMetaObject::invokeMethod(this, &MainWindow::reloadBundle, Qt::QueuedConnection);
+    }
 }
 
 void MainWindow::on_actionHelp()
@@ -132,7 +136,11 @@ void MainWindow::on_flashFirmware()
 void MainWindow::reloadBundle()
 {
     const QString backupFile = QStringLiteral("backup_fw_update.xml");
-    if (settingsPaneManager->getEditMode() || !backUpProfiles(backupFile)) {
+    reloadWaitsForEdit = settingsPaneManager->getEditMode();
+    if (reloadWaitsForEdit) {
+        return;
+    }
+    if (!backUpProfiles(backupFile)) {
         MessageDialogs::backupFailed(this);
         return;
     }

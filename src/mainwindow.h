@@ -59,7 +59,8 @@ public:
 
 public slots:
     /// Takes the newest installed bundle into use on the live window; the profiles are carried over
-    /// through a backup file. Nothing is changed when that backup fails.
+    /// through a backup file. Nothing is changed when that backup fails. While a profile is being
+    /// edited the reload waits until the edit is saved or cancelled.
     void reloadBundle();
 
     /// Locks what must not happen while a profile is being edited, and unlocks it.
@@ -114,6 +115,7 @@ private:
     QAction* writeToDeviceAction = nullptr;
     QAction* readFromDeviceAction = nullptr;
     bool initialised = false;
+    bool reloadWaitsForEdit = false;
     std::unique_ptr<COMDeviceWatcher> deviceWatcher;
     QString bundleFileName; ///< the bundle in use, to be named when its schema is at fault
 };
