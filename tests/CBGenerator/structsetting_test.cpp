@@ -200,6 +200,13 @@ TEST(StructSettingTest, SurvivesBoundsThatAreNoNumbers)
     EXPECT_EQ(stored(NumLine("a").bounds("0/0", "5"), 9), 5);
 }
 
+TEST(StructSettingTest, UnusableDecimalPlacesGiveZero)
+{
+    for (const char* places : {"0/0", "400", "0-400", "1/0"}) {
+        EXPECT_EQ(stored(NumLine("a").decimals(places), 5), 0) << places;
+    }
+}
+
 TEST(StructSettingTest, SignalsEveryNewNumber)
 {
     const auto setting = liveSetting(zeroToTen());
