@@ -1,0 +1,53 @@
+#pragma once
+
+#include "mainwindow.h"
+#include "support/gui/dialogscript.h"
+#include "support/gui/widgets.h"
+
+#include <QByteArray>
+#include <QListWidget>
+
+#include <memory>
+
+/// A fresh installation folder beside the test program, and the main window on it. Both go away
+/// with the test.
+class MainWindowTest : public ::testing::Test
+{
+protected:
+    MainWindowTest();
+    ~MainWindowTest() override;
+
+    /// Makes the main window, shows it and makes it active.
+    void start();
+
+    /// Packs a bundle file of this version into the installation folder.
+    void installBundle(const QString& version, const QByteArray& schema) const;
+
+    /// The installed demo's schema header.
+    static QByteArray demoSchema();
+
+    QString pathOf(const QString& name) const;
+
+    template <typename T>
+    T* child(const QString& name) const
+    {
+        return childNamed<T>(window.get(), name);
+    }
+
+    QAction* command(const QString& name) const;
+
+    /// The toolbar's command with this text; nullptr when there is none.
+    QAction* toolbarCommand(const QString& text) const;
+
+    /// Makes a profile with the wizard.
+    void makeProfile(const QString& title, int chemistry = 0) const;
+
+    QListWidget* list() const;
+    QString rowTitle(int row) const;
+
+    std::unique_ptr<MainWindow> window;
+
+private:
+    QString installationFolder;
+    QString workingFolder;
+};

@@ -1,0 +1,421 @@
+#include "applicationglobalmap.h"
+#include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "mainwindow/installation.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QStyle>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+
+using FirmwareTool::KelvaronFirmwareToolWindow;
+
+namespace
+{
+QStringList textsOf(const QList<QAction*>& actions)
+{
+    QStringList texts;
+    for (const QAction* action : actions) {
+        texts.append(action->isSeparator() ? "-" : action->text());
+    }
+    return texts;
+}
+
+const QStringList lockedActions = {
+    "actionExportXML",     "actionImportXML",    "actionExportHEX",     "actionImportHEX",
+    "actionWriteProfiles", "actionReadProfiles", "actionFlashFirmware", "actionDeleteAllProfiles"};
+const QStringList freeActions = {"actionCheckNewFirmware", "actionHelp", "actionHelp_2",
+                                 "actionAbout", "actionExit"};
+const QStringList toolbarActions = {"Load Profiles from File", "Save Profiles to File",
+                                    "Delete all Profiles", "Write Profiles to Kelvaron",
+                                    "Read Profiles from Kelvaron"};
+} // namespace
+
+/// The window without profiles.
+class WindowTest : public MainWindowTest
+{
+protected:
+    WindowTest() { start(); }
+
+    void expectLocked(bool locked) const
+    {
+        for (const QString& name : lockedActions) {
+            EXPECT_EQ(command(name)->isEnabled(), !locked) << name.toStdString();
+        }
+        for (const QString& text : toolbarActions) {
+            EXPECT_EQ(toolbarCommand(text)->isEnabled(), !locked) << text.toStdString();
+        }
+        EXPECT_EQ(child<QPushButton>("addProfileButton")->isEnabled(), !locked);
+        for (const QString& name : freeActions) {
+            EXPECT_TRUE(command(name)->isEnabled()) << name.toStdString();
+        }
+        EXPECT_FALSE(command("actionEditGlobalSettings")->isEnabled());
+    }
+
+    void edit() const { clickOn(child<QPushButton>("editProfileButton")); }
+
+    /// Triggers a command that is yet to come and expects it to say so.
+    void expectNotAvailable(QAction* action) const
+    {
+        DialogScript script;
+        script.thenDo([this](QWidget& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->windowTitle(), "Not Available Yet");
+            EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+            EXPECT_EQ(box->parentWidget(), window.get());
+            clickOn(box->button(QMessageBox::Ok));
+        });
+        trigger(action);
+    }
+};
+
+// The form
+
+TEST_F(WindowTest, TitleSizeAndFont)
+{
+    EXPECT_EQ(window->windowTitle(), "Kelvaron Profile Editor FOR FIRMWARE VERSION 0.9x ONLY");
+    EXPECT_EQ(window->minimumSize(), QSize(712, 350));
+    window->resize(100, 100);
+    EXPECT_EQ(window->size(), QSize(712, 350));
+    EXPECT_EQ(window->font().family(), "Lucida Grande");
+    EXPECT_FALSE(window->windowIcon().isNull());
+}
+
+TEST_F(WindowTest, CommandsHaveTheirTexts)
+{
+    const QList<QPair<QString, QString>> texts = {
+        {"actionHelp", "Help..."},
+        {"actionAbout", "About..."},
+        {"actionExit", "Exit"},
+        {"actionExportXML", "Save Profiles to File..."},
+        {"actionImportXML", "Load Profiles from File..."},
+        {"actionExportHEX", "Export as HEX..."},
+        {"actionImportHEX", "Import from HEX..."},
+        {"actionEditGlobalSettings", "Edit Global Settings..."},
+        {"actionWriteProfiles", "Write Profiles to Kelvaron..."},
+        {"actionReadProfiles", "Read Profiles from Kelvaron..."},
+        {"actionFlashFirmware", "Update Kelvaron Firmware..."},
+        {"actionDeleteAllProfiles", "Delete all Profiles..."},
+        {"actionHelp_2", "Getting Started..."},
+        {"actionCheckNewFirmware", "Check for new Firmware..."}};
+    for (const auto& [name, text] : texts) {
+        EXPECT_EQ(command(name)->text(), text);
+    }
+}
+
+TEST_F(WindowTest, ButtonsAndBoxesHaveTheirTexts)
+{
+    EXPECT_EQ(child<QPushButton>("addProfileButton")->text(), "Create New Profile");
+    EXPECT_EQ(child<QPushButton>("profileNameUpButton")->text(), "Move Up ▲");
+    EXPECT_EQ(child<QPushButton>("profileNameDownButton")->text(), "Move Down ▼");
+    EXPECT_EQ(child<QPushButton>("editProfileButton")->text(), "Edit Profile");
+    EXPECT_EQ(child<QPushButton>("saveChangesButton")->text(), "Save Changes");
+    EXPECT_EQ(child<QPushButton>("cancelChangesButton")->text(), "Cancel");
+    EXPECT_EQ(child<QCheckBox>("profileSettingsActiveCB")->text(), "Is Active");
+    EXPECT_EQ(child<QCheckBox>("profileSettingsDefaultCB")->text(), "Is Default");
+    EXPECT_EQ(child<QCheckBox>("profileSettingsModifiableCB")->text(), "Is Modifiable");
+    for (const char* name :
+         {"centralWidget", "profileNamesList", "settingsList", "profileSettingsTitle",
+          "profileSettingsSubtitle", "containerScroll"}) {
+        EXPECT_NE(window->findChild<QWidget*>(name), nullptr) << name;
+    }
+}
+
+TEST_F(WindowTest, MenusStandInOrder)
+{
+    EXPECT_EQ(textsOf(child<QMenuBar>("menuBar")->actions()),
+              QStringList({"File", "Edit", "Help"}));
+    EXPECT_EQ(textsOf(child<QMenu>("menuFile")->actions()),
+              QStringList({"Save Profiles to File...", "Load Profiles from File...", "-",
+                           "Write Profiles to Kelvaron...", "Read Profiles from Kelvaron...", "-",
+                           "Check for new Firmware...", "Update Kelvaron Firmware...", "-", "Exit",
+                           "-"}));
+    EXPECT_EQ(textsOf(child<QMenu>("menuEdit")->actions()),
+              QStringList({"Edit Global Settings...", "-", "Delete all Profiles..."}));
+    EXPECT_EQ(textsOf(child<QMenu>("menuHelp")->actions()),
+              QStringList({"Getting Started...", "About..."}));
+}
+
+TEST_F(WindowTest, HexCommandsAndTheOldHelpAreNowhereToBeSeen)
+{
+    for (const char* name : {"actionHelp", "actionExportHEX", "actionImportHEX"}) {
+        EXPECT_TRUE(command(name)->associatedWidgets().isEmpty()) << name;
+    }
+}
+
+TEST_F(WindowTest, ToolbarStandsInOrder)
+{
+    auto* toolbar = child<QToolBar>("mainToolBar");
+    EXPECT_EQ(toolbar->iconSize(), QSize(20, 20));
+    EXPECT_FALSE(toolbar->isFloatable());
+    EXPECT_FALSE(toolbar->isMovable());
+    const QList<QAction*> actions = toolbar->actions();
+    ASSERT_EQ(actions.size(), 11);
+    EXPECT_EQ(
+        textsOf(actions.mid(0, 7)),
+        QStringList({"Load Profiles from File", "Save Profiles to File", "-", "Delete all Profiles",
+                     "-", "Write Profiles to Kelvaron", "Read Profiles from Kelvaron"}));
+    const QWidget* wideSpacer = toolbar->widgetForAction(actions.at(7));
+    EXPECT_EQ(wideSpacer->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    const auto* title = qobject_cast<QLabel*>(toolbar->widgetForAction(actions.at(8)));
+    ASSERT_NE(title, nullptr);
+    EXPECT_EQ(title->text(), "Kelvaron Profile Editor");
+    EXPECT_EQ(title->font().family(), "Arial");
+    EXPECT_EQ(title->font().pointSize(), 13);
+    EXPECT_TRUE(title->font().bold());
+    EXPECT_EQ(toolbar->widgetForAction(actions.at(9))->width(), 15);
+    const auto* logo = qobject_cast<QLabel*>(toolbar->widgetForAction(actions.at(10)));
+    ASSERT_NE(logo, nullptr);
+    const QImage shownLogo = logo->pixmap(Qt::ReturnByValue).toImage();
+    EXPECT_FALSE(shownLogo.isNull());
+    EXPECT_EQ(shownLogo, QPixmap(":/new/images/tovo_logo.png").toImage());
+}
+
+TEST_F(WindowTest, ToolbarHasItsIcons)
+{
+    const auto picture = [](const QIcon& icon) { return icon.pixmap(20, 20).toImage(); };
+    const QStyle* style = window->style();
+    const QList<QPair<QString, QIcon>> icons = {
+        {"Load Profiles from File", style->standardIcon(QStyle::SP_DialogOpenButton)},
+        {"Save Profiles to File", style->standardIcon(QStyle::SP_DialogSaveButton)},
+        {"Delete all Profiles", style->standardIcon(QStyle::SP_DialogDiscardButton)},
+        {"Write Profiles to Kelvaron", QIcon(":/new/images/upload.png")},
+        {"Read Profiles from Kelvaron", QIcon(":/new/images/download.png")}};
+    for (const auto& [text, icon] : icons) {
+        EXPECT_FALSE(picture(icon).isNull()) << text.toStdString();
+        EXPECT_EQ(picture(toolbarCommand(text)->icon()), picture(icon)) << text.toStdString();
+    }
+    EXPECT_EQ(picture(window->windowIcon()), picture(QIcon(":/new/images/upload_download.png")));
+}
+
+TEST_F(WindowTest, StatusBarShowsTheBuild)
+{
+    QStringList texts;
+    for (const QLabel* label : child<QStatusBar>("statusBar")->findChildren<QLabel*>()) {
+        texts.append(label->text());
+    }
+    EXPECT_EQ(texts, QStringList("Kelvaron Profile Editor for Mac OS: v0.99 - "
+                                 "3e1fec7a|6af60691|0d819de1 - MacOS"));
+    child<QStatusBar>("statusBar")->showMessage("passing");
+    EXPECT_TRUE(child<QStatusBar>("statusBar")->findChild<QLabel*>()->isVisible());
+}
+
+TEST_F(WindowTest, StartsEmptyAndUnlocked)
+{
+    EXPECT_EQ(list()->count(), 0);
+    EXPECT_FALSE(child<QPushButton>("editProfileButton")->isVisible());
+    EXPECT_FALSE(child<QWidget>("containerScroll")->isVisible());
+    EXPECT_FALSE(child<QPushButton>("profileNameUpButton")->isEnabled());
+    EXPECT_FALSE(child<QPushButton>("profileNameDownButton")->isEnabled());
+    expectLocked(false);
+    EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.0.0");
+}
+
+TEST_F(WindowTest, ListStandsLeftOfThePaneAtEverySize)
+{
+    makeProfile("Torch");
+    for (const QSize size : {QSize(712, 350), QSize(1280, 800), QSize(900, 600)}) {
+        window->resize(size);
+        QCoreApplication::processEvents();
+        const QWidget* pane = child<QWidget>("containerScroll");
+        const QRect listPlace(list()->mapTo(window.get(), QPoint()), list()->size());
+        const QRect panePlace(pane->mapTo(window.get(), QPoint()), pane->size());
+        EXPECT_LT(listPlace.right(), panePlace.left()) << size.width();
+        EXPECT_GT(listPlace.width(), 100);
+        EXPECT_GT(panePlace.width(), 100);
+        EXPECT_TRUE(window->rect().contains(panePlace)) << size.width();
+        for (const char* name : {"addProfileButton", "profileNameUpButton", "profileNameDownButton",
+                                 "saveChangesButton", "cancelChangesButton", "editProfileButton"}) {
+            const QWidget* button = child<QPushButton>(name);
+            EXPECT_TRUE(window->rect().contains(
+                QRect(button->mapTo(window.get(), QPoint()), button->size())))
+                << name << " at " << size.width();
+        }
+    }
+}
+
+// The edit lock
+
+TEST_F(WindowTest, EditingLocksExactlyItsCommands)
+{
+    makeProfile("Torch");
+    expectLocked(false);
+    edit();
+    expectLocked(true);
+    EXPECT_TRUE(child<QPushButton>("profileNameUpButton")->isEnabled());
+    EXPECT_TRUE(child<QPushButton>("profileNameDownButton")->isEnabled());
+    clickOn(child<QPushButton>("saveChangesButton"));
+    expectLocked(false);
+}
+
+TEST_F(WindowTest, CancellingAnEditUnlocks)
+{
+    makeProfile("Torch");
+    edit();
+    DialogScript script;
+    script.expectQuestion("Cancel Editing?",
+                          "All your changes will be lost. Do you want to continue?", "No");
+    clickOn(child<QPushButton>("cancelChangesButton"));
+    expectLocked(true);
+    script.expectQuestion("Cancel Editing?",
+                          "All your changes will be lost. Do you want to continue?", "Yes");
+    clickOn(child<QPushButton>("cancelChangesButton"));
+    expectLocked(false);
+}
+
+// Commands
+
+TEST_F(WindowTest, AboutAndHelpShowTheirMessages)
+{
+    const QList<QPair<QString, QString>> titles = {{"actionAbout", "About Kelvaron Profile Editor"},
+                                                   {"actionHelp_2", "Basic Usage"},
+                                                   {"actionHelp", "Basic Usage"}};
+    for (const auto& [name, title] : titles) {
+        const QString expected = title;
+        DialogScript script;
+        script.thenDo([&](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), expected);
+            EXPECT_EQ(dialog.parentWidget(), window.get());
+            clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
+        });
+        trigger(command(name));
+    }
+}
+
+TEST_F(WindowTest, AboutNamesTheBundleInUse)
+{
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        EXPECT_TRUE(box->text().contains("Kelvaron Bundle Version: v1.0.0<br>"));
+        clickOn(box->button(QMessageBox::Ok));
+    });
+    trigger(command("actionAbout"));
+}
+
+TEST_F(WindowTest, AboutWorksDuringAnEdit)
+{
+    makeProfile("Torch");
+    edit();
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) {
+        clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
+    });
+    trigger(command("actionAbout"));
+    script.finish();
+    expectLocked(true);
+}
+
+TEST_F(WindowTest, CommandsToComeSaySoAndChangeNothing)
+{
+    makeProfile("Torch");
+    for (QAction* action :
+         {command("actionWriteProfiles"), command("actionReadProfiles"),
+          command("actionCheckNewFirmware"), command("actionExportHEX"), command("actionImportHEX"),
+          toolbarCommand("Write Profiles to Kelvaron"),
+          toolbarCommand("Read Profiles from Kelvaron")}) {
+        expectNotAvailable(action);
+        EXPECT_EQ(list()->count(), 1) << action->text().toStdString();
+        EXPECT_EQ(rowTitle(0), "Torch");
+    }
+}
+
+TEST_F(WindowTest, DeleteAllIsAskedFromMenuAndToolbar)
+{
+    for (QAction* action :
+         {command("actionDeleteAllProfiles"), toolbarCommand("Delete all Profiles")}) {
+        makeProfile("Torch");
+        for (const char* answer : {"No", "Yes"}) {
+            DialogScript script;
+            script.expectQuestion(
+                "Delete all profiles?",
+                "All profiles will be deleted. This operation cannot be undone. Continue?", answer);
+            trigger(action);
+            EXPECT_EQ(list()->count(), answer == QString("No") ? 1 : 0);
+        }
+    }
+}
+
+TEST_F(WindowTest, FileCommandsOpenTheirDialogs)
+{
+    const QStringList filters = {"XML files (*.xml)", "Any files (*.*)"};
+    for (QAction* action : {command("actionExportXML"), toolbarCommand("Save Profiles to File")}) {
+        DialogScript script;
+        script.expectFileDialog("Select XML File to Export Profiles", filters, "saved_profiles",
+                                "");
+        trigger(action);
+    }
+    for (QAction* action :
+         {command("actionImportXML"), toolbarCommand("Load Profiles from File")}) {
+        DialogScript script;
+        script.expectFileDialog("Select XML File to Import Profiles", filters, "saved_profiles",
+                                "");
+        trigger(action);
+    }
+}
+
+TEST_F(WindowTest, ExitEndsTheEventLoopDuringAnEditWithoutAQuestion)
+{
+    makeProfile("Torch");
+    edit();
+    const DialogScript nothing;
+    QTimer::singleShot(0, window.get(), [this] { trigger(command("actionExit")); });
+    bool isLate = false;
+    QTimer::singleShot(10000, window.get(), [&isLate] {
+        isLate = true;
+        QCoreApplication::exit(1);
+    });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_FALSE(isLate);
+}
+
+TEST_F(WindowTest, ClosingDuringAnEditAsksNothing)
+{
+    makeProfile("Torch");
+    edit();
+    const DialogScript nothing;
+    EXPECT_TRUE(window->close());
+}
+
+// The firmware tool
+
+class FirmwareToolTest : public WindowTest
+{
+protected:
+    QList<KelvaronFirmwareToolWindow*> tools() const
+    {
+        return window->findChildren<KelvaronFirmwareToolWindow*>();
+    }
+};
+
+TEST_F(FirmwareToolTest, EachPressOpensAnotherWindow)
+{
+    trigger(command("actionFlashFirmware"));
+    ASSERT_EQ(tools().size(), 1);
+    EXPECT_TRUE(tools().at(0)->isVisible()); // and the command has returned
+    trigger(command("actionFlashFirmware"));
+    ASSERT_EQ(tools().size(), 2);
+    for (KelvaronFirmwareToolWindow* tool : tools()) {
+        EXPECT_TRUE(tool->isVisible());
+        EXPECT_EQ(tool->parent(), window.get());
+        tool->close();
+    }
+    flushDeletions();
+    EXPECT_TRUE(tools().isEmpty());
+}
+
+TEST_F(FirmwareToolTest, OpenToolGoesWithTheMainWindow)
+{
+    trigger(command("actionFlashFirmware"));
+    window.reset();
+    expectNoWindowLeft();
+}

@@ -1,0 +1,365 @@
+#include "profileimport/importprofilesmain.h"
+
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "profileimport/parsedprofile.h"
+#include "profiles/profilename.h"
+#include "profiles/profilesettings.h"
+#include "support/gui/dialogscript.h"
+#include "support/gui/editorwindow.h"
+#include "support/gui/widgets.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+
+using ImportProfiles::ImportProfilesMain;
+
+class ImportTest : public ::testing::Test
+{
+protected:
+    using Properties = QMap<QString, QString>;
+
+    ~ImportTest() override
+    {
+        qDeleteAll(parsed);
+        flushDeletions();
+    }
+
+    /// A profile of "Alpha Cell" with its default values, some of them replaced.
+    ParsedProfile* alpha(const Properties& changes = {})
+    {
+        Properties properties = {{"chemistry", "Alpha Cell"},
+                                 {"title", "Alpha"},
+                                 {"subtitle", "first"},
+                                 {"mode", "Slow"},
+                                 {"cells", "3"},
+                                 {"current", "2.5"},
+                                 {"balance", "true"},
+                                 {"cutoff", "0.25"},
+                                 {"pack_voltage", "12"},
+                                 {"cold_check", "false"},
+                                 {"note", "none"},
+                                 {"ending", "Stop"},
+                                 {"margin", "1"}};
+        for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
+            properties[change.key()] = change.value();
+        }
+        return make(properties);
+    }
+
+    ParsedProfile* global(const Properties& changes = {})
+    {
+        Properties properties = {{"charger_name", "Bench"},
+                                 {"supply_voltage", "14.6"},
+                                 {"key_tone", "true"},
+                                 {"fan_steps", "4"},
+                                 {"scale", "Celsius"}};
+        for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
+            properties[change.key()] = change.value();
+        }
+        return make(properties);
+    }
+
+    ParsedProfile* make(const Properties& properties)
+    {
+        auto* profile = new ParsedProfile;
+        profile->setProperties(properties);
+        parsed.append(profile);
+        return profile;
+    }
+
+    QString value(int row, const char* name) const { return window.setting(row, name)->getValue(); }
+
+    bool isEdited(int row) const
+    {
+        return window.row(row)->getProfileSettings()->settings->getAdvancedSettingsEdited();
+    }
+
+    HParser::StructSetting* globalSetting(const char* name) const
+    {
+        return window.generator->getGlobalSettings()->getStructSettingByDescriptiveName(name);
+    }
+
+    static void expectGlobalQuestion(DialogScript& script, const QString& answer)
+    {
+        script.expectQuestion(
+            "Import Global Settings?",
+            "The global settings in the file you chose are different than the ones you currently "
+            "have. Do you want to overwrite the existing settings?",
+            answer);
+    }
+
+    QList<ParsedProfile*> parsed;
+    EditorWindow window;
+};
+
+// Profiles
+
+TEST_F(ImportTest, EveryProfileArrivesInOrderWithItsFlags)
+{
+    ParsedProfile* first = alpha({{"title", "One"}});
+    first->setActiveStatus(true);
+    first->setModifiableStatus(true);
+    ParsedProfile* second = alpha({{"title", "Two"}});
+    second->setDefaultStatus(true);
+    window.importer->importProfiles({first, second});
+    EXPECT_EQ(window.titles(), QStringList({"One", "Two"}));
+    EXPECT_TRUE(window.row(0)->getActiveStatus());
+    EXPECT_FALSE(window.row(0)->getDefaultStatus());
+    EXPECT_TRUE(window.row(0)->getProfileSettings()->getModifiable());
+    EXPECT_FALSE(window.row(1)->getActiveStatus());
+    EXPECT_TRUE(window.row(1)->getDefaultStatus());
+    EXPECT_FALSE(window.row(1)->getProfileSettings()->getModifiable());
+    EXPECT_EQ(window.row(0)->getProfileSettings()->chemistry, "Alpha Cell");
+}
+
+TEST_F(ImportTest, ValuesAreStoredByTheirKinds)
+{
+    window.importer->importProfiles({alpha({{"current", "4.5"},
+                                            {"balance", "false"},
+                                            {"mode", "Fast"},
+                                            {"note", "kept"},
+                                            {"cold_check", "true"}})});
+    EXPECT_EQ(value(0, "Current"), "4.5");
+    EXPECT_EQ(value(0, "Balance"), "false");
+    EXPECT_EQ(value(0, "Mode"), "Fast");
+    EXPECT_EQ(value(0, "Note"), "kept");
+    EXPECT_EQ(value(0, "Cold Check"), "true");
+}
+
+TEST_F(ImportTest, ValuesAreStoredAsTheyAre)
+{
+    window.importer->importProfiles({alpha({{"current", "77.777"},
+                                            {"cutoff", "99"},
+                                            {"margin", "-4.125"},
+                                            {"title", "longer than its field"},
+                                            {"mode", "Unheard Of"}})});
+    EXPECT_EQ(window.setting(0, "Current")->number(), 77.777);
+    EXPECT_EQ(window.setting(0, "Cutoff")->number(), 99);
+    EXPECT_EQ(window.setting(0, "Margin")->number(), -4.125);
+    EXPECT_EQ(value(0, "Title"), "longer than its field");
+    EXPECT_EQ(value(0, "Mode"), "Unheard Of");
+    EXPECT_EQ(value(0, "Pack Voltage"), "12");
+}
+
+TEST_F(ImportTest, StoringAnnouncesNothing)
+{
+    int changes = 0;
+    ImportProfilesMain importer(nullptr, window.generator, nullptr);
+    QObject::connect(
+        &importer, &ImportProfilesMain::profileReadyForImport, &importer,
+        [&](ProfileSettings* profile, bool, bool) {
+            // "Current" came in beyond every bound: what follows it by formulas would
+            // have moved with a signal.
+            const auto number = [profile](const char* name) {
+                return profile->settings->getStructSettingByDescriptiveName(name)->number();
+            };
+            EXPECT_EQ(number("Current"), 0.5);
+            EXPECT_EQ(number("Margin"), 9);
+            EXPECT_EQ(number("Cutoff"), 8);
+            ++changes;
+            delete profile;
+        });
+    importer.importProfiles({alpha({{"current", "0.5"}, {"margin", "9"}, {"cutoff", "8"}})});
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ImportTest, MissingAndUnreadableValuesAreEmpty)
+{
+    window.importer->importProfiles({make({{"chemistry", "Alpha Cell"}})});
+    EXPECT_EQ(value(0, "Current"), "0");
+    EXPECT_EQ(value(0, "Balance"), "false");
+    EXPECT_EQ(value(0, "Title"), "");
+    EXPECT_EQ(value(0, "Mode"), "");
+    for (const char* unreadable : {"abc", "1,5", "nan", "inf", "-inf", "1e999", ""}) {
+        window.importer->importProfiles({alpha({{"current", unreadable}})});
+        EXPECT_EQ(window.setting(window.count() - 1, "Current")->number(), 0) << unreadable;
+    }
+    window.importer->importProfiles({alpha({{"balance", "True"}})});
+    EXPECT_EQ(value(window.count() - 1, "Balance"), "false");
+}
+
+TEST_F(ImportTest, EditedMarkIsClearWhereAdvancedSettingsEqualTheirDefaults)
+{
+    // Within the comparison's tolerance as well.
+    window.importer->importProfiles({alpha(), alpha({{"cutoff", "0.2500000000000001"}})});
+    EXPECT_FALSE(isEdited(0));
+    EXPECT_FALSE(isEdited(1));
+    EXPECT_FALSE(window.advancedToggle()->isChecked());
+}
+
+TEST_F(ImportTest, EditedMarkComparesWithTheDefaultInBoundsAndDecimals)
+{
+    // The default is 2.56 / 10 = 0.256, which is 0.26 with the two decimals that the value has.
+    window.importer->importProfiles({alpha({{"current", "2.56"}, {"cutoff", "0.26"}}),
+                                     alpha({{"current", "2.56"}, {"cutoff", "0.256"}})});
+    EXPECT_FALSE(isEdited(0));
+    EXPECT_TRUE(isEdited(1));
+}
+
+TEST_F(ImportTest, EditedMarkIsSetByEachKind)
+{
+    const QList<Properties> edits = {{{"cutoff", "0.3"}},
+                                     {{"cutoff", "0.250001"}},
+                                     {{"cold_check", "true"}},
+                                     {{"note", "None"}},
+                                     {{"ending", "Hold"}}};
+    for (const Properties& edit : edits) {
+        window.importer->importProfiles({alpha(edit)});
+        EXPECT_TRUE(isEdited(window.count() - 1)) << edit.firstKey().toStdString();
+    }
+}
+
+TEST_F(ImportTest, BasicSettingsDoNotSetTheEditedMark)
+{
+    window.importer->importProfiles({alpha({{"title", "X"},
+                                            {"current", "5"},
+                                            {"cutoff", "0.5"},
+                                            {"balance", "false"},
+                                            {"mode", "Fast"},
+                                            {"margin", "3"}})});
+    EXPECT_FALSE(isEdited(0));
+}
+
+TEST_F(ImportTest, EditedAdvancedValuesStayThroughAnEdit)
+{
+    window.importer->importProfiles({alpha({{"cutoff", "0.7"}})});
+    EXPECT_TRUE(window.advancedToggle()->isChecked());
+    clickOn(window.ui->editProfileButton);
+    EXPECT_TRUE(window.lineEdit("Cutoff")->isEnabled());
+    clickOn(window.ui->saveChangesButton);
+    EXPECT_EQ(value(0, "Cutoff"), "0.7");
+}
+
+// Unknown chemistries
+
+TEST_F(ImportTest, UnknownChemistriesAreLeftOutAndNamedOnce)
+{
+    ParsedProfile* unknown = alpha({{"chemistry", "Zinc Air"}});
+    ParsedProfile* again = alpha({{"chemistry", "Zinc Air"}});
+    ParsedProfile* other = alpha({{"chemistry", "alpha cell"}});
+    DialogScript script;
+    script.thenDo([this](QWidget& dialog) {
+        EXPECT_EQ(window.count(), 2); // after the import
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->parentWidget(), &window);
+        EXPECT_TRUE(box->text().contains("3"));
+        EXPECT_EQ(box->text().count("Zinc Air"), 1);
+        EXPECT_EQ(box->text().count("alpha cell"), 1);
+        clickOn(box->button(QMessageBox::Ok));
+    });
+    window.importer->importProfiles(
+        {unknown, alpha({{"title", "One"}}), again, alpha({{"title", "Two"}}), other});
+    EXPECT_EQ(window.titles(), QStringList({"One", "Two"}));
+}
+
+TEST_F(ImportTest, GlobalSettingsAmongTheProfilesAreAnUnknownChemistry)
+{
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_TRUE(box->text().contains("Global Settings"));
+        clickOn(box->button(QMessageBox::Ok));
+    });
+    window.importer->importProfiles({global({{"chemistry", "Global Settings"}}), alpha()});
+    EXPECT_EQ(window.count(), 1);
+    EXPECT_EQ(globalSetting("Supply Voltage")->getValue(), "14.6");
+}
+
+TEST_F(ImportTest, NothingAtAllIsSilent)
+{
+    const DialogScript nothing;
+    window.importer->importProfiles({});
+    EXPECT_EQ(window.count(), 0);
+}
+
+TEST_F(ImportTest, ValueIsFoundByTheTagOfItsName)
+{
+    const Properties properties = {{"pack_voltage", "12"}};
+    EXPECT_EQ(ImportProfilesMain::getValueFromMapAndDescriptiveName(properties, "Pack Voltage"),
+              "12");
+    EXPECT_EQ(ImportProfilesMain::getValueFromMapAndDescriptiveName(properties, "Voltage"), "");
+}
+
+// Global settings
+
+TEST_F(ImportTest, SameGlobalSettingsAskNothing)
+{
+    const DialogScript nothing;
+    EXPECT_TRUE(window.importer->getGlobalSettingsSameAsCurrentOnes(global()));
+    window.importer->importGlobalSettings(global());
+}
+
+TEST_F(ImportTest, GlobalTextsAreComparedAsTexts)
+{
+    EXPECT_FALSE(
+        window.importer->getGlobalSettingsSameAsCurrentOnes(global({{"supply_voltage", "14.60"}})));
+    EXPECT_FALSE(
+        window.importer->getGlobalSettingsSameAsCurrentOnes(global({{"charger_name", "bench"}})));
+    EXPECT_FALSE(
+        window.importer->getGlobalSettingsSameAsCurrentOnes(global({{"key_tone", "TRUE"}})));
+    EXPECT_FALSE(window.importer->getGlobalSettingsSameAsCurrentOnes(make({})));
+
+    DialogScript script;
+    expectGlobalQuestion(script, "No");
+    window.importer->importGlobalSettings(global({{"supply_voltage", "14.60"}}));
+}
+
+TEST_F(ImportTest, NoLeavesTheGlobalSettings)
+{
+    DialogScript script;
+    expectGlobalQuestion(script, "No");
+    expectGlobalQuestion(script, DialogScript::closeControl);
+    for (int i = 0; i < 2; ++i) {
+        window.importer->importGlobalSettings(
+            global({{"supply_voltage", "20"}, {"fan_steps", "7"}}));
+        EXPECT_EQ(globalSetting("Supply Voltage")->getValue(), "14.6");
+        EXPECT_EQ(globalSetting("Fan Steps")->getValue(), "4");
+        EXPECT_FALSE(window.generator->getGlobalSettings()->getAdvancedSettingsEdited());
+    }
+}
+
+TEST_F(ImportTest, YesTakesTheGlobalSettingsAsTheyAre)
+{
+    DialogScript script;
+    expectGlobalQuestion(script, "Yes");
+    window.importer->importGlobalSettings(global({{"supply_voltage", "99.999"},
+                                                  {"key_tone", "false"},
+                                                  {"charger_name", "Garage"},
+                                                  {"scale", "Fahrenheit"}}));
+    EXPECT_EQ(globalSetting("Supply Voltage")->number(), 99.999);
+    EXPECT_EQ(globalSetting("Key Tone")->getValue(), "false");
+    EXPECT_EQ(globalSetting("Charger Name")->getValue(), "Garage");
+    EXPECT_EQ(globalSetting("Scale")->getValue(), "Fahrenheit");
+    EXPECT_FALSE(window.generator->getGlobalSettings()->getAdvancedSettingsEdited());
+}
+
+TEST_F(ImportTest, GlobalEditedMarkFollowsTheImport)
+{
+    DialogScript script;
+    expectGlobalQuestion(script, "Yes");
+    expectGlobalQuestion(script, "Yes");
+    window.importer->importGlobalSettings(global({{"fan_steps", "7"}}));
+    EXPECT_EQ(globalSetting("Fan Steps")->getValue(), "7");
+    EXPECT_TRUE(window.generator->getGlobalSettings()->getAdvancedSettingsEdited());
+    window.importer->importGlobalSettings(global());
+    EXPECT_FALSE(window.generator->getGlobalSettings()->getAdvancedSettingsEdited());
+}
+
+TEST_F(ImportTest, AnotherGeneratorIsUsedFromThenOn)
+{
+    const auto other = TestSchema::parse(TestSchema::singleChemistry());
+    window.importer->setAllSettings(other.get());
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) {
+        clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
+    });
+    window.importer->importProfiles({make({{"chemistry", "Plain Cell"}}), alpha()});
+    EXPECT_EQ(window.count(), 1);
+}
