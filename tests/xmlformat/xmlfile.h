@@ -1,0 +1,110 @@
+#pragma once
+
+#include "profiles/profilename.h"
+#include "profiles/profilenameslistmanager.h"
+#include "profiles/profilesettings.h"
+#include "support/gui/dialogscript.h"
+#include "support/gui/editorwindow.h"
+#include "support/gui/widgets.h"
+#include "xmlformat/xmlmanager.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTextCodec>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+
+/// Profile files in a folder that goes away with the test.
+class XmlFileTest : public ::testing::Test
+{
+protected:
+    void SetUp() override { ASSERT_TRUE(folder.isValid()); }
+
+    QString pathOf(const QString& name) const { return folder.filePath(name); }
+
+    QString writeFile(const QString& name, const QString& text) const
+    {
+        QFile file(pathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
+        file.write(text.toUtf8());
+        return file.fileName();
+    }
+
+    /// The file's bytes, which are to be UTF-8.
+    QString readFile(const QString& name) const
+    {
+        QFile file(pathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        return QString::fromUtf8(file.readAll());
+    }
+
+    QStringList filesInFolder() const
+    {
+        return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
+    QTemporaryDir folder;
+};
+
+/// An editor that saves and loads, without an installation.
+class XmlEditor : public EditorWindow
+{
+public:
+    explicit XmlEditor(const QByteArray& schema = TestSchema::text())
+        : EditorWindow(schema), xml(this, ui->profileNamesList, importer, generator, this)
+    {
+        connect(&xml, &XMLGeneratorParser::XMLManager::deleteAllProfiles, list,
+                &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
+    }
+
+    XMLGeneratorParser::XMLManager xml;
+};
+
+/// What a user reads in a message box.
+inline QString shownText(const QMessageBox& box)
+{
+    const bool isRich = box.textFormat() == Qt::RichText
+                        || (box.textFormat() == Qt::AutoText && Qt::mightBeRichText(box.text()));
+    return isRich ? QTextDocumentFragment::fromHtml(box.text()).toPlainText() : box.text();
+}
+
+/// The answer to a message box of this title that shows all these words.
+inline DialogScript::Interaction messageWith(const QString& title, const QStringList& words)
+{
+    return [=](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        if (box == nullptr) {
+            ADD_FAILURE() << "not a message box: " << dialog.metaObject()->className();
+            return;
+        }
+        EXPECT_EQ(box->windowTitle(), title);
+        for (const QString& word : words) {
+            EXPECT_TRUE(shownText(*box).contains(word))
+                << word.toStdString() << " is not in: " << shownText(*box).toStdString();
+        }
+        box->accept();
+    };
+}
+
+/// While it lives, texts of the system are in another encoding and numbers of another country.
+class ForeignLocale
+{
+public:
+    ForeignLocale()
+    {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    }
+    ~ForeignLocale()
+    {
+        QTextCodec::setCodecForLocale(nullptr);
+        QLocale::setDefault(QLocale::system());
+    }
+    ForeignLocale(const ForeignLocale&) = delete;
+    ForeignLocale& operator=(const ForeignLocale&) = delete;
+};
