@@ -238,6 +238,7 @@ TEST_F(KelvaronBundleTest, TooFewSectionsFail)
     EXPECT_FALSE(verifies(marker));
     EXPECT_FALSE(verifies(section("")));
     EXPECT_FALSE(verifies(section(deviceSum)));
+    EXPECT_FALSE(verifies(section(device) + section(deviceSum)));
 }
 
 TEST_F(KelvaronBundleTest, SectionsStayUsableAfterAMismatch)
