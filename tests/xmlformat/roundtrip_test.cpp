@@ -5,6 +5,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "profileimport/importprofilesmain.h"
+#include "settingsui/settingspanemanager.h"
 #include "xmlformat/xmlfile.h"
 
 #include <QListWidget>
@@ -186,6 +187,7 @@ protected:
     {
         XmlEditor editor(demoSchema());
         editor.hide();
+        editor.pane->holdBackGrid();
         const QList<StructSettings*> chemistries = editor.generator->getChemistrySettings();
         ASSERT_GE(chemistries.size(), 3);
         for (int i = 0; i < profileCount; ++i) {
@@ -201,6 +203,7 @@ protected:
             editor.list->on_profileReadyForImport(profile, active,
                                                   active && i > 10 && random.below(20) == 0);
         }
+        editor.pane->showHeldBackGrid();
         StructSettings* global = editor.generator->getGlobalSettings();
         random.fill(*global, true);
         globalSaved = std::make_unique<Snapshot>(*global);

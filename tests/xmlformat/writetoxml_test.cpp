@@ -5,6 +5,10 @@
 #include "CBGenerator/structsettings.h"
 #include "xmlformat/xmlfile.h"
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 namespace
 {
 class WriteToXmlTest : public XmlFileTest
@@ -29,6 +33,30 @@ protected:
     }
 
     XmlEditor editor;
+};
+
+/// While it lives no file can grow beyond this size, as on a full disk.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small = {bytes, before.rlim_max};
+        handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handlerBefore);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit before = {};
+    void (*handlerBefore)(int) = nullptr;
 };
 
 TEST_F(WriteToXmlTest, DocumentIsExactlyOfTheStatedForm)
@@ -184,6 +212,28 @@ TEST_F(WriteToXmlTest, PathOfAFolderIsAFailure)
     ASSERT_TRUE(QDir(folder.path()).mkdir("out.xml"));
     EXPECT_FALSE(save("out.xml"));
     EXPECT_TRUE(QFileInfo(pathOf("out.xml")).isDir());
+    EXPECT_EQ(filesInFolder(), QStringList());
+}
+
+TEST_F(WriteToXmlTest, FullDiskKeepsTheOlderFile)
+{
+    editor.add("One");
+    writeFile("out.xml", "older");
+    {
+        const FullDisk disk(64);
+        EXPECT_FALSE(save("out.xml"));
+    }
+    EXPECT_EQ(readFile("out.xml"), "older");
+    EXPECT_EQ(filesInFolder(), QStringList("out.xml"));
+}
+
+TEST_F(WriteToXmlTest, FullDiskLeavesNoNewFile)
+{
+    editor.add("One");
+    {
+        const FullDisk disk(64);
+        EXPECT_FALSE(save("new.xml"));
+    }
     EXPECT_EQ(filesInFolder(), QStringList());
 }
 

@@ -173,6 +173,20 @@ TEST_F(XmlExportTest, AsksBeforeACompletedNameOverwritesAFile)
     EXPECT_EQ(QDir(pathOf("saved_profiles")).entryList(QDir::Files), QStringList("mine.xml"));
 }
 
+TEST_F(XmlExportTest, QuestionShowsTheNameAsItIs)
+{
+    writeFile("saved_profiles/a & b.xml", "older");
+    expectSaveDialog("a & b");
+    script.thenDo([](QWidget& dialog) {
+        const auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_TRUE(shownText(*box).contains("a & b.xml")) << shownText(*box).toStdString();
+        clickOn(box->button(QMessageBox::No));
+    });
+    save();
+    EXPECT_EQ(readFile("saved_profiles/a & b.xml"), "older");
+}
+
 TEST_F(XmlExportTest, OverwritesUnderACompletedNameWhenToldTo)
 {
     writeFile("saved_profiles/mine.xml", "older");
@@ -433,6 +447,14 @@ TEST_F(XmlImportTest, ProfilesOfUnknownChemistriesAreLeftOutAndNamed)
                     + profile("Two")
                     + "<profile id=\"0\"><chemistry>Un &lt;known</chemistry></profile>"));
     EXPECT_EQ(editor.titles(), QStringList({"One", "Two"}));
+}
+
+TEST_F(XmlImportTest, NamesOfUnknownChemistriesAreShownAsTheyAre)
+{
+    script.thenDo(messageWith("Profiles Left Out", {"\"alpha cell\"", "\"A & B\""}));
+    import(document("<profile id=\"0\"><chemistry>alpha cell</chemistry></profile>"
+                    "<profile id=\"1\"><chemistry>A &amp; B</chemistry></profile>"));
+    EXPECT_EQ(editor.count(), 0);
 }
 
 TEST_F(XmlImportTest, ProfileWithoutAChemistryIsLeftOut)
