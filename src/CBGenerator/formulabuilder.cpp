@@ -12,7 +12,7 @@ namespace HParser
 namespace
 {
 // Deeper than any sensible formula; keeps a damaged header from exhausting the stack.
-constexpr int maximumDepth = 500;
+constexpr int maximumDepth = 1500;
 
 QString numberPattern()
 {
@@ -29,9 +29,6 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text) cons
 
 std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text, int depth) const
 {
-    if (depth > maximumDepth) {
-        return nullptr;
-    }
     QString compact = text;
     compact.remove(QRegExp(QStringLiteral("\\s")));
     const Tokens tokens = tokenise(withoutOuterParentheses(compact));
@@ -41,16 +38,31 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text, int 
     if (tokens.operators.isEmpty()) {
         return buildOperand(tokens.operands.first());
     }
-    const int split = findSplitOperator(tokens.operators);
+    return buildRange(tokens, 0, tokens.operators.size(), depth);
+}
+
+std::unique_ptr<FormulaNode> FormulaBuilder::buildRange(const Tokens& tokens, int firstOperator,
+                                                        int operatorCount, int depth) const
+{
+    if (depth > maximumDepth) {
+        return nullptr;
+    }
+    if (operatorCount == 0) {
+        return buildTree(tokens.operands.at(firstOperator), depth + 1);
+    }
+    const int split = findSplitOperator(tokens.operators.mid(firstOperator, operatorCount));
     if (split < 0) {
         return nullptr;
     }
     auto node = std::make_unique<FormulaNodeMathOp>();
-    node->setOpType(tokens.operators.at(split));
-    node->left = buildTree(rejoin(tokens, 0, split + 1), depth + 1);
+    node->setOpType(tokens.operators.at(firstOperator + split));
+    node->left = buildRange(tokens, firstOperator, split, depth + 1);
+    if (node->left == nullptr) {
+        return nullptr;
+    }
     node->right =
-        buildTree(rejoin(tokens, split + 1, tokens.operands.size() - split - 1), depth + 1);
-    if (node->left == nullptr || node->right == nullptr) {
+        buildRange(tokens, firstOperator + split + 1, operatorCount - split - 1, depth + 1);
+    if (node->right == nullptr) {
         return nullptr;
     }
     return node;
@@ -94,19 +106,21 @@ FormulaBuilder::Tokens FormulaBuilder::tokenise(const QString& text)
 
 QString FormulaBuilder::matchOperand(const QString& text, int position)
 {
-    QRegExp number(numberPattern());
-    if (number.indexIn(text, position, QRegExp::CaretAtOffset) == position) {
-        return number.cap(0);
+    static const QRegExp numberExpression(numberPattern());
+    static const QRegExp groupExpression(QStringLiteral("^\\(.*\\)"));
+    static const QRegExp variableExpression(QStringLiteral("^[a-zA-Z]+\\w*"));
+
+    const auto matchedLength = [&](QRegExp expression) {
+        const bool matches = expression.indexIn(text, position, QRegExp::CaretAtOffset) == position;
+        return matches ? expression.matchedLength() : 0;
+    };
+    if (const int length = matchedLength(numberExpression)) {
+        return text.mid(position, length);
     }
-    const QRegExp group(QStringLiteral("^\\(.*\\)"));
-    if (group.indexIn(text, position, QRegExp::CaretAtOffset) == position) {
+    if (matchedLength(groupExpression) > 0) {
         return captureStuffInParentheses(text, position);
     }
-    QRegExp variable(QStringLiteral("^[a-zA-Z]+\\w*"));
-    if (variable.indexIn(text, position, QRegExp::CaretAtOffset) == position) {
-        return variable.cap(0);
-    }
-    return {};
+    return text.mid(position, matchedLength(variableExpression));
 }
 
 QString FormulaBuilder::captureStuffInParentheses(const QString& text, int start)
@@ -133,18 +147,6 @@ int FormulaBuilder::findSplitOperator(const QString& operators)
     }
     return std::max(operators.lastIndexOf(QLatin1Char('*')),
                     operators.lastIndexOf(QLatin1Char('/')));
-}
-
-QString FormulaBuilder::rejoin(const Tokens& tokens, int firstOperand, int operandCount)
-{
-    QString text;
-    for (int i = firstOperand; i < firstOperand + operandCount; ++i) {
-        if (i > firstOperand) {
-            text.append(tokens.operators.at(i - 1));
-        }
-        text.append(tokens.operands.at(i));
-    }
-    return text;
 }
 
 StructSetting* FormulaBuilder::getSettingByVariableName(const QList<StructSetting*>& settings,

@@ -39,12 +39,15 @@ private:
     };
 
     std::unique_ptr<FormulaNode> buildTree(const QString& text, int depth) const;
+
+    /// The tree of `operatorCount` operators from `firstOperator` on and the operands around them.
+    std::unique_ptr<FormulaNode> buildRange(const Tokens& tokens, int firstOperator,
+                                            int operatorCount, int depth) const;
     std::unique_ptr<FormulaNode> buildOperand(const QString& token) const;
     static QString withoutOuterParentheses(const QString& text);
     static Tokens tokenise(const QString& text);
     static QString matchOperand(const QString& text, int position);
     static int findSplitOperator(const QString& operators);
-    static QString rejoin(const Tokens& tokens, int firstOperand, int operandCount);
 
     QList<StructSetting*> settings;
 };
