@@ -7,6 +7,9 @@ int main(int argc, char** argv)
     ::testing::InitGoogleTest(&argc, argv);
     // Death tests re-run the binary instead of forking a process that may hold threads.
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // listing the tests needs no display either
+    }
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
