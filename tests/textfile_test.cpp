@@ -145,10 +145,17 @@ TEST_F(TextFileTest, RefusesAnUnwritablePlace)
 TEST_F(TextFileTest, LeavesAnOlderFileWhenTheDiskIsFull)
 {
     writeBytes(path("a.txt"), "older\n");
-    {
+    for (const int size : {100, 5000000}) { // within one buffer and far beyond it
         const FileSizeLimit limit(10);
-        EXPECT_FALSE(TextFile::write(path("a.txt"), QString(5000000, 'x')));
+        EXPECT_FALSE(TextFile::write(path("a.txt"), QString(size, 'x'))) << size;
     }
     EXPECT_EQ(readBytes(path("a.txt")), "older\n");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"a.txt"}));
+}
+
+TEST_F(TextFileTest, LeavesNoFileWhenTheDiskIsFull)
+{
+    const FileSizeLimit limit(10);
+    EXPECT_FALSE(TextFile::write(path("a.txt"), QString(100, 'x')));
+    EXPECT_TRUE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
