@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
+#include <unistd.h>
+
 using HParser::FormulaBuilder;
 using HParser::FormulaNode;
 using HParser::FormulaNodeVar;
@@ -26,6 +30,15 @@ class FormulaBuilderValueTest : public ::testing::TestWithParam<Example>
 
 class FormulaBuilderMalformedTest : public ::testing::TestWithParam<const char*>
 {};
+
+/// Ends the process successfully when the tree is built, or fails to, within a few seconds.
+void buildQuickly(const QString& text)
+{
+    alarm(10);
+    const auto setting = liveSetting(NumLine("a"));
+    FormulaBuilder({setting.get()}).buildTree(text);
+    std::_Exit(0);
+}
 } // namespace
 
 TEST_P(FormulaBuilderValueTest, Evaluates)
@@ -151,4 +164,19 @@ TEST(FormulaBuilderTest, ManyOperandsKeepTheirOrder)
     const auto tree = FormulaBuilder({}).buildTree(text);
     ASSERT_NE(tree, nullptr);
     EXPECT_EQ(tree->evaluate(), 200);
+}
+
+TEST(FormulaBuilderTest, LongSumsAreFormulasToo)
+{
+    const auto tree = FormulaBuilder({}).buildTree(QString("1+").repeated(1000) + '1');
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(tree->evaluate(), 1001);
+}
+
+TEST(FormulaBuilderDeathTest, ThousandsOfOperatorsEndQuickly)
+{
+    for (const char* piece : {"1+", "a+", "a*", "a%"}) {
+        const QString text = QString(piece).repeated(100000) + '1';
+        EXPECT_EXIT(buildQuickly(text), ::testing::ExitedWithCode(0), "") << piece;
+    }
 }
