@@ -121,7 +121,7 @@ TEST_F(BundleChoiceTest, NewestBundleIsNotPassedOverWhenItAsksForMore)
     EXPECT_FALSE(started.mainWindowShown());
     EXPECT_EQ(started.exitCode, 0);
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-    EXPECT_EQ(started.boxes().first()["title"].toString(), "Software Update Required");
+    EXPECT_EQ(started.boxes().value(0)["title"].toString(), "Software Update Required");
 }
 
 TEST_F(BundleChoiceTest, BundlesOutsideTheFilesFolderAreNotSeen)

@@ -18,7 +18,7 @@ protected:
                                        .arg(Samples::firstExtraMemberLine)
                                        .arg(QString::fromUtf8(members.split('\n').first()))))
             << started.transcript();
-        EXPECT_TRUE(started.boxes().first()["details"].toString().contains(
+        EXPECT_TRUE(started.boxes().value(0)["details"].toString().contains(
             QString("line %1").arg(Samples::firstExtraMemberLine)));
     }
 
@@ -211,7 +211,7 @@ TEST_F(DamagedBundleTest, KeyBlockOfABundleThatIsNotTheNewestIsBlamedToo)
     const Start started = start();
     EXPECT_TRUE(started.crashed) << started.transcript();
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-    EXPECT_TRUE(started.boxes().first()["text"].toString().contains("v1.kelvaron"));
+    EXPECT_TRUE(started.boxes().value(0)["text"].toString().contains("v1.kelvaron"));
 }
 
 TEST_F(DamagedBundleTest, RequiredVersionThatIsNoVersionIsBlamed)
@@ -239,7 +239,7 @@ TEST_F(DamagedBundleTest, MessageTellsWhatToDo)
     const Start started = startOn("");
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
     EXPECT_EQ(
-        started.boxes().first()["text"].toString(),
+        started.boxes().value(0)["text"].toString(),
         "The installed file v1.kelvaron is damaged and the program has to end. Please replace "
         "the file or reinstall the program.");
 }

@@ -46,7 +46,7 @@ TEST_F(StartupFailureTest, BundleForANewerEditorEndsWithZero)
     writeBundle("v3.7.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "1.0"));
     const Start started = start();
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-    const QString text = started.boxes().first()["text"].toString();
+    const QString text = started.boxes().value(0)["text"].toString();
     const QString beginning = "Kelvaron Bundle version 3.7 requires Kelvaron Profile Editor "
                               "version 1.0 or higher. You can download it at ";
     EXPECT_TRUE(text.startsWith(beginning + "http")) << qPrintable(text);
@@ -65,7 +65,7 @@ TEST_F(StartupFailureTest, RequiredVersionIsComparedNumberByNumber)
     EXPECT_EQ(started.exitCode, 0);
     EXPECT_FALSE(started.mainWindowShown());
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-    EXPECT_EQ(started.boxes().first()["title"].toString(), "Software Update Required");
+    EXPECT_EQ(started.boxes().value(0)["title"].toString(), "Software Update Required");
 }
 
 TEST_F(StartupFailureTest, BundleWithoutASchemaEndsWithOne)

@@ -200,7 +200,7 @@ protected:
         EXPECT_FALSE(started.mainWindowShown()) << started.transcript();
         EXPECT_FALSE(started.lines.contains("Starting the UI")) << started.transcript();
         ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-        const QJsonObject box = started.boxes().first();
+        const QJsonObject box = started.boxes().value(0);
         EXPECT_EQ(box["title"].toString(), title);
         EXPECT_EQ(box["text"].toString(), text);
         EXPECT_EQ(box["details"].toString(), "");
@@ -229,7 +229,7 @@ protected:
             << started.transcript();
         EXPECT_EQ(started.errors.count("ASSERT:"), 1) << started.transcript();
         ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-        const QJsonObject box = started.boxes().first();
+        const QJsonObject box = started.boxes().value(0);
         EXPECT_TRUE(box["text"].toString().contains(installedFile)) << started.transcript();
         EXPECT_TRUE(box["details"].toString().contains(condition)) << started.transcript();
         EXPECT_TRUE(box["modal"].toBool());

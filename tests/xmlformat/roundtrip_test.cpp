@@ -11,7 +11,6 @@
 #include <QListWidget>
 #include <QProcess>
 
-#include <memory>
 #include <random>
 #include <vector>
 
@@ -23,7 +22,7 @@ namespace
 constexpr unsigned int seed = 20260417;
 constexpr int profileCount = 300;
 
-/// What one profile held before it was saved.
+/// What one struct of settings, a profile's or the global one, held at a time.
 struct Snapshot
 {
     QString chemistry;
@@ -33,25 +32,30 @@ struct Snapshot
     bool advancedEdited = false;
     QStringList texts;
     QList<double> numbers;
-
-    explicit Snapshot(const StructSettings& settings)
-    {
-        const QList<StructSetting*> visible = settings.getStructSettings();
-        for (const StructSetting* setting : visible) {
-            texts.append(setting->getValue());
-            numbers.append(setting->number());
-        }
-    }
-
-    explicit Snapshot(const ProfileName& row) : Snapshot(*row.getProfileSettings()->settings)
-    {
-        chemistry = row.getProfileSettings()->chemistry;
-        active = row.getActiveStatus();
-        isDefault = row.getDefaultStatus();
-        modifiable = row.getProfileSettings()->getModifiable();
-        advancedEdited = row.getProfileSettings()->settings->getAdvancedSettingsEdited();
-    }
 };
+
+Snapshot snapshotOf(const StructSettings& settings)
+{
+    Snapshot snapshot;
+    snapshot.advancedEdited = settings.getAdvancedSettingsEdited();
+    const QList<StructSetting*> visible = settings.getStructSettings();
+    for (const StructSetting* setting : visible) {
+        snapshot.texts.append(setting->getValue());
+        snapshot.numbers.append(setting->number());
+    }
+    return snapshot;
+}
+
+Snapshot snapshotOf(const ProfileName& row)
+{
+    const ProfileSettings& profile = *row.getProfileSettings();
+    Snapshot snapshot = snapshotOf(*profile.settings);
+    snapshot.chemistry = profile.chemistry;
+    snapshot.active = row.getActiveStatus();
+    snapshot.isDefault = row.getDefaultStatus();
+    snapshot.modifiable = profile.getModifiable();
+    return snapshot;
+}
 
 void expectEqual(const Snapshot& loaded, const Snapshot& saved)
 {
@@ -206,15 +210,17 @@ protected:
         editor.pane->showHeldBackGrid();
         StructSettings* global = editor.generator->getGlobalSettings();
         random.fill(*global, true);
-        globalSaved = std::make_unique<Snapshot>(*global);
+        global->setAdvancedSettingsEdited(
+            ImportProfiles::ImportProfilesMain::getAdvancedSettingsEdited(global));
+        globalSaved = snapshotOf(*global);
         for (int i = 0; i < profileCount; ++i) {
-            saved.emplace_back(*editor.row(i));
+            saved.push_back(snapshotOf(*editor.row(i)));
         }
         ASSERT_TRUE(editor.xml.exportToXML(pathOf("profiles.xml")));
     }
 
     std::vector<Snapshot> saved;
-    std::unique_ptr<Snapshot> globalSaved;
+    Snapshot globalSaved;
 };
 
 TEST_F(RoundTripTest, ThreeHundredRandomProfilesComeBack)
@@ -237,9 +243,9 @@ TEST_F(RoundTripTest, ThreeHundredRandomProfilesComeBack)
     ASSERT_EQ(editor.count(), profileCount);
     for (int i = 0; i < profileCount; ++i) {
         SCOPED_TRACE("profile " + std::to_string(i));
-        expectEqual(Snapshot(*editor.row(i)), saved.at(static_cast<std::size_t>(i)));
+        expectEqual(snapshotOf(*editor.row(i)), saved.at(static_cast<std::size_t>(i)));
     }
-    expectEqual(Snapshot(*editor.generator->getGlobalSettings()), *globalSaved);
+    expectEqual(snapshotOf(*editor.generator->getGlobalSettings()), globalSaved);
 
     // Saved once more, the file is the same to the byte.
     ASSERT_TRUE(editor.xml.exportToXML(pathOf("again.xml")));

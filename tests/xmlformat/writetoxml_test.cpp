@@ -43,7 +43,6 @@ public:
     {
         getrlimit(RLIMIT_FSIZE, &before);
         const rlimit small = {bytes, before.rlim_max};
-        handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &small);
     }
     ~FullDisk()
@@ -56,7 +55,7 @@ public:
 
 private:
     rlimit before = {};
-    void (*handlerBefore)(int) = nullptr;
+    void (*handlerBefore)(int) = std::signal(SIGXFSZ, SIG_IGN);
 };
 
 TEST_F(WriteToXmlTest, DocumentIsExactlyOfTheStatedForm)
