@@ -14,9 +14,54 @@ namespace
 // Deeper than any sensible formula; keeps a damaged header from exhausting the stack.
 constexpr int maximumDepth = 1500;
 
-QString numberPattern()
+// Scanned by hand: a regular expression that does not match at its place looks through the whole
+// rest of the text, which takes minutes for a long formula.
+
+int digitsEnd(const QString& text, int position)
 {
-    return QStringLiteral("^(\\+|\\-)?\\d+(\\.\\d+)?");
+    while (position < text.size() && text.at(position) >= QLatin1Char('0')
+           && text.at(position) <= QLatin1Char('9')) {
+        ++position;
+    }
+    return position;
+}
+
+/// Length of "(\+|\-)?\d+(\.\d+)?" at the position; 0 when there is no number.
+int numberLength(const QString& text, int position)
+{
+    const bool hasSign =
+        position < text.size()
+        && (text.at(position) == QLatin1Char('+') || text.at(position) == QLatin1Char('-'));
+    const int digits = hasSign ? position + 1 : position;
+    int end = digitsEnd(text, digits);
+    if (end == digits) {
+        return 0;
+    }
+    if (end < text.size() && text.at(end) == QLatin1Char('.')) {
+        const int fractionEnd = digitsEnd(text, end + 1);
+        end = fractionEnd > end + 1 ? fractionEnd : end;
+    }
+    return end - position;
+}
+
+/// Length of "[a-zA-Z]+\w*" at the position; 0 when there is no name.
+int variableLength(const QString& text, int position)
+{
+    const auto isNameStart = [](QChar c) {
+        return (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
+               || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
+    };
+    const auto isNamePart = [](QChar c) {
+        return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_');
+    };
+    if (position >= text.size() || !isNameStart(text.at(position))) {
+        return 0;
+    }
+    int end = position + 1;
+    while (end < text.size() && isNamePart(text.at(end))) {
+        ++end;
+    }
+    return end - position;
 }
 } // namespace
 
@@ -70,7 +115,7 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildRange(const Tokens& tokens, in
 
 std::unique_ptr<FormulaNode> FormulaBuilder::buildOperand(const QString& token) const
 {
-    if (QRegExp(numberPattern()).indexIn(token) == 0) {
+    if (numberLength(token, 0) > 0) {
         return std::make_unique<FormulaNodeNum>(token.toDouble());
     }
     return std::make_unique<FormulaNodeVar>(getSettingByVariableName(settings, token), token);
@@ -106,21 +151,15 @@ FormulaBuilder::Tokens FormulaBuilder::tokenise(const QString& text)
 
 QString FormulaBuilder::matchOperand(const QString& text, int position)
 {
-    static const QRegExp numberExpression(numberPattern());
-    static const QRegExp groupExpression(QStringLiteral("^\\(.*\\)"));
-    static const QRegExp variableExpression(QStringLiteral("^[a-zA-Z]+\\w*"));
-
-    const auto matchedLength = [&](QRegExp expression) {
-        const bool matches = expression.indexIn(text, position, QRegExp::CaretAtOffset) == position;
-        return matches ? expression.matchedLength() : 0;
-    };
-    if (const int length = matchedLength(numberExpression)) {
+    if (const int length = numberLength(text, position)) {
         return text.mid(position, length);
     }
-    if (matchedLength(groupExpression) > 0) {
+    const bool opensGroup = position < text.size() && text.at(position) == QLatin1Char('(')
+                            && text.lastIndexOf(QLatin1Char(')')) > position;
+    if (opensGroup) {
         return captureStuffInParentheses(text, position);
     }
-    return text.mid(position, matchedLength(variableExpression));
+    return text.mid(position, variableLength(text, position));
 }
 
 QString FormulaBuilder::captureStuffInParentheses(const QString& text, int start)
