@@ -160,6 +160,7 @@ private:
     void parseDeclaration(const QString& declaration);
     void parseDescriptor(const QString& descriptor);
     void parseNum(const QStringList& pieces);
+    void parsePlainFields(const QStringList& pieces); // those of all kinds but NUM
     void parseBool(const QStringList& pieces);
     void parseString(const QStringList& pieces);
     void parseList(const QStringList& pieces);

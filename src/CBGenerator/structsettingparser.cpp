@@ -91,26 +91,27 @@ void StructSetting::parseNum(const QStringList& pieces)
     isBasic = KELVARON_AT(pieces, 11) == basicWord;
 }
 
-void StructSetting::parseBool(const QStringList& pieces)
+void StructSetting::parsePlainFields(const QStringList& pieces)
 {
-    settingType = BOOL;
     size = KELVARON_AT(pieces, 1);
     descriptiveName = stripOutQuotes(KELVARON_AT(pieces, 2));
     categoryLabel = KELVARON_AT(pieces, 3);
-    defaultValue = KELVARON_AT(pieces, 4) == QLatin1String("1");
     visualIndex = newFormula(KELVARON_AT(pieces, 5));
     isBasic = KELVARON_AT(pieces, 6) == basicWord;
+}
+
+void StructSetting::parseBool(const QStringList& pieces)
+{
+    settingType = BOOL;
+    parsePlainFields(pieces);
+    defaultValue = KELVARON_AT(pieces, 4) == QLatin1String("1");
 }
 
 void StructSetting::parseString(const QStringList& pieces)
 {
     settingType = STRING;
-    size = KELVARON_AT(pieces, 1);
-    descriptiveName = stripOutQuotes(KELVARON_AT(pieces, 2));
-    categoryLabel = KELVARON_AT(pieces, 3);
+    parsePlainFields(pieces);
     defaultValue = stripOutQuotes(KELVARON_AT(pieces, 4));
-    visualIndex = newFormula(KELVARON_AT(pieces, 5));
-    isBasic = KELVARON_AT(pieces, 6) == basicWord;
 }
 
 void StructSetting::parseList(const QStringList& pieces)

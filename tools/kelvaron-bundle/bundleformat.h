@@ -4,7 +4,8 @@
 #include <QStringList>
 
 /// The rules of a bundle's text that a writer needs beside what KelvaronBundle reads.
-namespace BundleFormat {
+namespace BundleFormat
+{
 /// Opens and closes the key/value block.
 QString keyBlockLine();
 
