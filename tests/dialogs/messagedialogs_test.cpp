@@ -325,6 +325,20 @@ TEST(MessageDialogsTest, ProfilesLeftOutAreCountedAndNamedAsTheyAre)
     MessageDialogs::profilesLeftOut(nullptr, 3, {"\"Zinc & Air\"", "\"<b>Odd</b>\""});
 }
 
+TEST(MessageDialogsTest, OneChemistryLeftOutIsShownWithoutEntities)
+{
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        const QString read =
+            box->textFormat() == Qt::PlainText ? box->text() : shownText(box->text());
+        EXPECT_TRUE(read.contains("\"Zinc Air\"")) << read.toStdString();
+        clickOn(box->button(QMessageBox::Ok));
+    });
+    MessageDialogs::profilesLeftOut(nullptr, 1, {"\"Zinc Air\""});
+}
+
 TEST(MessageDialogsTest, CommandsToComeSaySo)
 {
     DialogScript script;

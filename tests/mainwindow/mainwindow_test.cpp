@@ -1,6 +1,6 @@
 #include "applicationglobalmap.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
-#include "mainwindow/installation.h"
+#include "support/gui/installation.h"
 
 #include <QAction>
 #include <QApplication>

@@ -2,9 +2,9 @@
 
 #include "applicationglobalmap.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
-#include "mainwindow/installation.h"
 #include "profiles/profilename.h"
 #include "support/gui/editorwindow.h"
+#include "support/gui/installation.h"
 
 #include <QAction>
 #include <QApplication>
@@ -15,6 +15,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QTest>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
 
@@ -151,6 +152,58 @@ TEST_F(ReloadBundleTest, ChemistryThatIsGoneIsLeftOutAndNamed)
     ASSERT_EQ(list()->count(), 1);
     EXPECT_EQ(rowTitle(0), "One");
     tool->close();
+}
+
+class FlashDuringAnEditTest : public ReloadBundleTest
+{
+protected:
+    FlashDuringAnEditTest()
+    {
+        makeProfile("One");
+        clickOn(child<QPushButton>("editProfileButton"));
+        enterText(field("Margin"), "2");
+        installBundle("1.2", newerSchema());
+
+        // The command is locked meanwhile, so the tool was opened before; here by its signal alone.
+        command("actionFlashFirmware")->setEnabled(true);
+        flash();
+    }
+
+    void expectWaiting() const
+    {
+        EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.1");
+        EXPECT_TRUE(field("Current")->isEnabled());
+        EXPECT_EQ(field("Margin")->text(), "2");
+    }
+
+    void expectReloaded(const QString& margin) const
+    {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [] { return ApplicationGlobalMap::getString("bundle_version") == "1.2"; }));
+        ASSERT_EQ(list()->count(), 1);
+        EXPECT_EQ(rowTitle(0), "One");
+        EXPECT_EQ(field("Margin")->text(), margin);
+        EXPECT_NE(field("Charge Current"), nullptr);
+        EXPECT_TRUE(command("actionExportXML")->isEnabled());
+    }
+};
+
+TEST_F(FlashDuringAnEditTest, WaitsUntilItIsSaved)
+{
+    const DialogScript nothing;
+    expectWaiting();
+    clickOn(child<QPushButton>("saveChangesButton"));
+    expectReloaded("2");
+}
+
+TEST_F(FlashDuringAnEditTest, WaitsUntilItIsCancelled)
+{
+    DialogScript script;
+    script.expectQuestion("Cancel Editing?",
+                          "All your changes will be lost. Do you want to continue?", "Yes");
+    expectWaiting();
+    clickOn(child<QPushButton>("cancelChangesButton"));
+    expectReloaded("1");
 }
 
 TEST_F(ReloadBundleTest, EditAfterAReloadWorks)

@@ -235,6 +235,30 @@ TEST_F(ImportTest, EditedAdvancedValuesStayThroughAnEdit)
     EXPECT_EQ(value(0, "Cutoff"), "0.7");
 }
 
+TEST_F(ImportTest, PaneShowsTheLastImportedProfile)
+{
+    window.add("Before");
+    window.importer->importProfiles(
+        {alpha({{"title", "One"}}), alpha({{"title", "Two"}, {"current", "7"}})});
+    EXPECT_EQ(window.currentRow(), 2);
+    EXPECT_EQ(window.ui->profileSettingsTitle->text(), "Two");
+    ASSERT_NE(window.grid(), nullptr);
+    EXPECT_EQ(window.lineEdit("Current")->text(), "7");
+    clickOn(window.ui->editProfileButton);
+    enterText(window.lineEdit("Current"), "8");
+    clickOn(window.ui->saveChangesButton);
+    EXPECT_EQ(value(2, "Current"), "8");
+    EXPECT_EQ(value(1, "Current"), "2.5");
+}
+
+TEST_F(ImportTest, PaneStaysWhenNothingIsImported)
+{
+    window.add("Before");
+    window.importer->importProfiles({});
+    ASSERT_NE(window.grid(), nullptr);
+    EXPECT_EQ(window.lineEdit("Title")->text(), "Before");
+}
+
 // Unknown chemistries
 
 TEST_F(ImportTest, UnknownChemistriesAreLeftOutAndNamedOnce)

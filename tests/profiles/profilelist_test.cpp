@@ -629,8 +629,10 @@ TEST_F(ProfileListTest, MovesTheSelectedRowUpAndDown)
 TEST_F(ProfileListTest, FirstRowDoesNotMoveUpNorTheLastDown)
 {
     addFour();
+    const ProfileNameListWidget* last = window.item(3);
     clickOn(window.ui->profileNameDownButton);
     EXPECT_EQ(window.titles(), QStringList({"A", "B", "C", "D"}));
+    EXPECT_EQ(window.item(3), last);
     EXPECT_EQ(window.currentRow(), 3);
     window.clickRow(0);
     const ProfileNameListWidget* item = window.item(0);

@@ -164,11 +164,14 @@ TEST_F(ProfileNameTest, HighlightIsGreyAndItalic)
 
 TEST_F(ProfileNameTest, PaintsItsBackground)
 {
-    const QPoint emptyPlace(row()->width() / 2, 2);
+    const QPoint emptyPlace = row()->pos() + QPoint(row()->width() / 2, 2);
+    const auto shownColour = [&] {
+        return window.ui->profileNamesList->viewport()->grab().toImage().pixelColor(emptyPlace);
+    };
     row()->highlight();
-    EXPECT_EQ(row()->grab().toImage().pixelColor(emptyPlace), QColor(200, 200, 200));
+    EXPECT_EQ(shownColour(), QColor(200, 200, 200));
     row()->dehighlight();
-    EXPECT_EQ(row()->grab().toImage().pixelColor(emptyPlace), QColor(255, 255, 255));
+    EXPECT_EQ(shownColour(), QColor(255, 255, 255));
 }
 
 TEST_F(ProfileNameTest, CrossIsRedUnderThePointer)

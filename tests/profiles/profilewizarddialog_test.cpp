@@ -167,6 +167,15 @@ TEST_F(WizardTest, FinishHandsOverTheProfile)
     EXPECT_EQ(window.row(0)->getProfileSettings()->chemistry, "Alpha Cell");
 }
 
+TEST_F(WizardTest, FinishTakesTheFieldThatStillHasTheFocus)
+{
+    choose("Alpha Cell");
+    typeOver(field("Current"), "99");
+    next()->click(); // where buttons take no focus, the press leaves it in the field
+    ASSERT_EQ(window.count(), 1);
+    EXPECT_EQ(window.setting(0, "Current")->getValue(), "20");
+}
+
 TEST_F(WizardTest, ProfileIsAppendedBehindTheOthers)
 {
     clickOn(cancel());

@@ -1,4 +1,4 @@
-#include "mainwindow/installation.h"
+#include "support/gui/installation.h"
 
 #include <QAction>
 #include <QApplication>
