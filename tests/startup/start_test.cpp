@@ -118,6 +118,16 @@ TEST_F(StartTest, ExtractedFilesAreTheSameInTheCLocale)
     EXPECT_EQ(readFile("device.txt"), "first = Größe\n\nlast = 電\n");
 }
 
+TEST_F(StartTest, ExtractedFilesAreTheSameWhereTheSystemIsNotUtf8)
+{
+    writeFile("v1.kelvaron",
+              Samples::bundle(Samples::schema(), "first = Größe\n\nlast = 電\n").bytes());
+    const Start started = startWith({{"SCRIPTED_ENCODING", "ISO 8859-1"}});
+    expectStarted(started);
+    EXPECT_TRUE(started.lines.contains("Checksums in bundle OK")) << started.transcript();
+    EXPECT_EQ(readFile("device.txt"), "first = Größe\n\nlast = 電\n");
+}
+
 TEST_F(StartTest, NumbersOfTheSchemaAreReadTheSameInALocaleOfDecimalCommas)
 {
     // The default lies above the upper bound as soon as either loses its decimals.

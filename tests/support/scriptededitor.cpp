@@ -5,7 +5,8 @@
 //   MAIN WINDOW SHOWN {...}  quits the event loop with the code in SCRIPTED_EXIT_CODE, else 0
 //   FIRMWARE TOOL SHOWN      closed
 //
-// What stands in the braces is one JSON object.
+// What stands in the braces is one JSON object. SCRIPTED_ENCODING names the encoding that the system
+// is to have instead of its own: tests cannot count on installed locales.
 
 #include "main.cpp" // NOLINT(bugprone-suspicious-include): its main() is the program under test
 #include "standardoutput.h"
@@ -16,6 +17,7 @@
 #include <QJsonObject>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTextCodec>
 #include <QTimer>
 
 namespace
@@ -87,6 +89,10 @@ void seatAnswerer()
     auto* answerer = new Answerer;
     answerer->setParent(QCoreApplication::instance());
     QCoreApplication::instance()->installEventFilter(answerer);
+    const QByteArray encoding = qgetenv("SCRIPTED_ENCODING");
+    if (!encoding.isEmpty()) {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName(encoding));
+    }
 }
 } // namespace
 
