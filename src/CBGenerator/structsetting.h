@@ -115,7 +115,7 @@ public:
     /// The number in the first "[...]"; 0 when none can be read.
     static int getNumInSquareBrackets(const QString& text);
 
-    /// The items of a LIST line's pieces. REQUIRES: 8 pieces or more (fatal assertion).
+    /// The items of a LIST line's pieces. REQUIRES: 7 pieces or more (fatal assertion).
     static QStringList getList(const QStringList& pieces);
 
     /// The first quoted run of letters, digits, underscores and white space, without its quotes;

@@ -135,7 +135,7 @@ QStringList StructSetting::getList(const QStringList& pieces)
 {
     constexpr int firstItem = 6;
     const int lastItem = pieces.size() - 2;
-    KELVARON_ASSERT_TEXT(lastItem >= firstItem, "index out of range");
+    KELVARON_ASSERT_TEXT(lastItem >= firstItem - 1, "index out of range"); // a list may be empty
     QStringList items;
     for (int i = firstItem; i <= lastItem; ++i) {
         // Braces may stand around the whole list, so its ends are cut out by their quotes.

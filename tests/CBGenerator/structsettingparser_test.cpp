@@ -307,6 +307,14 @@ TEST(StructSettingParserTest, ReadsListItems)
     EXPECT_EQ(listOf("(\"A_1 b\", \"Two\", \"C 2\")"), "A_1 b|Two|C 2");
 }
 
+TEST(StructSettingParserTest, ListMayHaveNoItems)
+{
+    const StructSetting setting("char a[4]; // list, auto, \"A\", G, \"x\", 0, basic", nullptr);
+    EXPECT_TRUE(setting.list.isEmpty());
+    EXPECT_TRUE(setting.isBasic);
+    EXPECT_EQ(utf8(std::get<QString>(setting.defaultValue)), "x");
+}
+
 TEST(StructSettingParserTest, FirstAndLastListItemMustBePlainWords)
 {
     EXPECT_EQ(listOf("\"Li-Ion\", \"NiMH\", \"Pb\""), "|NiMH|Pb");

@@ -1,0 +1,61 @@
+#include "widgets/elidedlabel.h"
+
+#include <gtest/gtest.h>
+
+#include <QHelpEvent>
+#include <QTest>
+#include <QToolTip>
+
+namespace
+{
+constexpr int wide = 600;
+constexpr int narrow = 60;
+const QString longText = "A title that no narrow list can hold";
+
+QImage pictureOf(const QString& text, int width)
+{
+    ElidedLabel label;
+    label.setText(text);
+    label.resize(width, 24);
+    return label.grab().toImage();
+}
+} // namespace
+
+TEST(ElidedLabelTest, KeepsTheWholeTextWhereItDoesNotFit)
+{
+    ElidedLabel label;
+    label.setText(longText);
+    label.resize(narrow, 24);
+    EXPECT_EQ(label.text(), longText);
+}
+
+TEST(ElidedLabelTest, ShowsAnEllipsisWhereTheTextDoesNotFit)
+{
+    const QString elided =
+        QFontMetrics(ElidedLabel().font()).elidedText(longText, Qt::ElideRight, narrow);
+    ASSERT_TRUE(elided.endsWith(QChar(0x2026)));
+    EXPECT_EQ(pictureOf(longText, narrow), pictureOf(elided, narrow));
+    EXPECT_NE(pictureOf(longText, narrow), pictureOf("A", narrow));
+}
+
+TEST(ElidedLabelTest, ShowsMarkupAsItStands)
+{
+    EXPECT_NE(pictureOf("<b>A</b>", wide), pictureOf("A", wide));
+}
+
+TEST(ElidedLabelTest, TellsTheWholeTextInATooltipOnlyWhereItIsCut)
+{
+    ElidedLabel label;
+    label.setText(longText);
+    label.resize(narrow, 24);
+    label.show();
+    QHelpEvent ask(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&label, &ask);
+    EXPECT_EQ(QToolTip::text(), longText);
+
+    QToolTip::hideText();
+    ASSERT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    label.resize(wide, 24);
+    QCoreApplication::sendEvent(&label, &ask);
+    EXPECT_FALSE(QToolTip::isVisible());
+}
