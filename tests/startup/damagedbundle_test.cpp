@@ -85,10 +85,16 @@ TEST_F(DamagedBundleTest, FieldThatIsEmptyLeavesTooFew)
     expectMemberBlamed("unsigned char a; // bool, 1, \"B\",, 0, 2, basic\n", "index out of range");
 }
 
-TEST_F(DamagedBundleTest, ListWithoutItemsIsBlamed)
+TEST_F(DamagedBundleTest, ListWithTooFewFieldsIsBlamed)
 {
-    expectMemberBlamed("char a[8]; // list, auto, \"L\", A, \"x\", 2, basic\n",
-                       "index out of range");
+    expectMemberBlamed("char a[8]; // list, auto, \"L\", A, \"x\", 2\n", "index out of range");
+}
+
+TEST_F(DamagedBundleTest, ListWithoutItemsStarts)
+{
+    expectStarted(
+        startOn(Samples::globalStruct()
+                + Samples::chemistry("char a[8]; // list, auto, \"L\", A, \"x\", 2, basic\n")));
 }
 
 TEST_F(DamagedBundleTest, LineNumbersCountBlankLinesAndComments)
