@@ -255,6 +255,11 @@ int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int pro
                    Qt::PlainText);
 }
 
+int MessageDialogs::xmlFileHoldsNoProfiles(QWidget* parent)
+{
+    return plainMessage(parent, xmlImportStatus, "The XML file holds no profiles.");
+}
+
 int MessageDialogs::backupFailed(QWidget* parent)
 {
     return plainMessage(parent, "Bundle Not Reloaded",

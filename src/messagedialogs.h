@@ -52,6 +52,9 @@ public:
     /// before it.
     static int xmlFileBroken(QWidget* parent, const QString& error, int profilesRead);
 
+    /// After an import from an XML file that is no profile file.
+    static int xmlFileHoldsNoProfiles(QWidget* parent);
+
     /// Before the profile list is backed up for a new bundle and the backup fails.
     static int backupFailed(QWidget* parent);
 

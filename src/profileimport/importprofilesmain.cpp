@@ -19,6 +19,14 @@ using HParser::StructSettings;
 
 namespace ImportProfiles
 {
+namespace
+{
+QString chemistryOf(const ParsedProfile& parsed)
+{
+    return parsed.getProperties().value(QStringLiteral("chemistry"));
+}
+} // namespace
+
 ImportProfilesMain::ImportProfilesMain(QWidget* dialogParent, HParser::Generator* settingsGenerator,
                                        QObject* parent)
     : QObject(parent), parentWidget(dialogParent), generator(settingsGenerator)
@@ -30,13 +38,12 @@ void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfi
     QStringList unknownChemistries;
     emit importStarted();
     for (const ParsedProfile* parsed : parsedProfiles) {
-        const QString chemistry = parsed->getProperties().value(QStringLiteral("chemistry"));
-        if (generator->hasChemistry(chemistry)) {
+        if (isKnown(parsed)) {
             importProfile(*parsed);
             continue;
         }
         ++leftOut;
-        const QString shownName = QStringLiteral("\"%1\"").arg(chemistry);
+        const QString shownName = QStringLiteral("\"%1\"").arg(chemistryOf(*parsed));
         if (!unknownChemistries.contains(shownName)) {
             unknownChemistries.append(shownName);
         }
@@ -47,10 +54,21 @@ void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfi
     }
 }
 
+bool ImportProfilesMain::isKnown(const ParsedProfile* parsed) const
+{
+    return generator->hasChemistry(chemistryOf(*parsed));
+}
+
+bool ImportProfilesMain::canImportAny(const QList<ParsedProfile*>& parsedProfiles) const
+{
+    return std::any_of(parsedProfiles.cbegin(), parsedProfiles.cend(),
+                       [this](const ParsedProfile* parsed) { return isKnown(parsed); });
+}
+
 void ImportProfilesMain::importProfile(const ParsedProfile& parsed)
 {
     auto profile = std::make_unique<ProfileSettings>();
-    profile->setChemistry(parsed.getProperties().value(QStringLiteral("chemistry")), generator);
+    profile->setChemistry(chemistryOf(parsed), generator);
     profile->setModifiable(parsed.getModifiableStatus());
     storeValues(parsed, profile->settings);
     emit profileReadyForImport(profile.release(), parsed.getActiveStatus(),

@@ -36,6 +36,9 @@ public:
     /// does not hold are left out; one message names them afterwards.
     void importProfiles(const QList<ParsedProfile*>& parsedProfiles);
 
+    /// True when the schema holds the chemistry of at least one of the profiles.
+    bool canImportAny(const QList<ParsedProfile*>& parsedProfiles) const;
+
     /// Asks, when they differ from the current ones, whether to take over the global settings.
     void importGlobalSettings(const ParsedProfile* parsed);
 
@@ -58,6 +61,7 @@ signals:
     void profileReadyForImport(ProfileSettings* profile, bool active, bool isDefault);
 
 private:
+    bool isKnown(const ParsedProfile* parsed) const;
     void importProfile(const ParsedProfile& parsed);
     static void storeValues(const ParsedProfile& parsed, HParser::StructSettings* settings);
     static bool differsFromDefault(const HParser::StructSetting& setting);

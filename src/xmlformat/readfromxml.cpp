@@ -37,6 +37,8 @@ void ReadFromXML::parseDocument(QXmlStreamReader& xml)
             parseGlobalSettings(xml);
         } else if (xml.name() == QLatin1String("profile")) {
             parseProfile(xml);
+        } else if (xml.name() == QLatin1String("KelvaronProfiles")) {
+            hasProfilesElement = true;
         }
     }
 }

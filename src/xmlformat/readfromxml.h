@@ -27,6 +27,9 @@ public:
     /// The profiles by ascending id; equal ids keep file order. Owned by the reader.
     QList<ParsedProfile*> getProfiles() const { return profiles; }
 
+    /// True when the document is of this kind at all, be it empty.
+    bool isProfileFile() const { return hasProfilesElement; }
+
     /// What was wrong with the document and where; empty when it was read to its end.
     QString errorText() const { return error; }
 
@@ -40,5 +43,6 @@ private:
     ParsedProfile* globalSettings = nullptr;
     QList<ParsedProfile*> profiles;
     QString error;
+    bool hasProfilesElement = false;
 };
 } // namespace XMLGeneratorParser

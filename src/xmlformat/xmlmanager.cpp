@@ -55,6 +55,8 @@ void XMLManager::deliver(const ReadFromXML& reader)
     if (!reader.errorText().isEmpty()) {
         MessageDialogs::xmlFileBroken(parentWidget, reader.errorText(),
                                       reader.getProfiles().size());
+    } else if (reader.getProfiles().isEmpty() && !reader.isProfileFile()) {
+        MessageDialogs::xmlFileHoldsNoProfiles(parentWidget);
     }
 }
 
@@ -115,11 +117,17 @@ void XMLManager::on_importFromXMLButtonClicked()
         MessageDialogs::xmlImportReadError(parentWidget);
         return;
     }
-    const bool isUseless = !reader.errorText().isEmpty() && reader.getProfiles().isEmpty();
-    if (replaces && !isUseless) {
+    if (replaces && canReplaceList(reader)) {
         emit deleteAllProfiles();
     }
     deliver(reader);
+}
+
+bool XMLManager::canReplaceList(const ReadFromXML& reader) const
+{
+    const bool isEmptyList =
+        reader.getProfiles().isEmpty() && reader.errorText().isEmpty() && reader.isProfileFile();
+    return isEmptyList || importer->canImportAny(reader.getProfiles());
 }
 
 void XMLManager::updateLastUsedDirectory(const QString& fileName)

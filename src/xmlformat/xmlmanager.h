@@ -53,6 +53,7 @@ private:
     void updateLastUsedDirectory(const QString& fileName);
     QString askExportFileName();
     void deliver(const ReadFromXML& reader);
+    bool canReplaceList(const ReadFromXML& reader) const;
 
     QWidget* parentWidget;
     QListWidget* profileList;

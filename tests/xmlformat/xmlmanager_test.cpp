@@ -337,6 +337,39 @@ TEST_F(XmlImportTest, ReplacingByAFileThatIsNoXmlKeepsTheList)
     EXPECT_EQ(editor.titles(), QStringList("Old"));
 }
 
+TEST_F(XmlImportTest, ReplacingByAFileThatIsNoProfileFileKeepsTheList)
+{
+    editor.add("Old");
+    writeFile("saved_profiles/mine.xml", "<html/>");
+    expectLoadDialog("mine.xml");
+    expectAppendQuestion("Replace Profiles");
+    script.thenDo(messageWith("Import from XML status", {"holds no profiles"}));
+    load();
+    EXPECT_EQ(editor.titles(), QStringList("Old"));
+}
+
+TEST_F(XmlImportTest, ReplacingByProfilesOfUnknownChemistriesKeepsTheList)
+{
+    editor.add("Old");
+    writeFile("saved_profiles/mine.xml",
+              document("<profile id=\"0\"><chemistry>alpha cell</chemistry></profile>"));
+    expectLoadDialog("mine.xml");
+    expectAppendQuestion("Replace Profiles");
+    script.thenDo(messageWith("Profiles Left Out", {"alpha cell"}));
+    load();
+    EXPECT_EQ(editor.titles(), QStringList("Old"));
+}
+
+TEST_F(XmlImportTest, ReplacingByAnEmptyListEmptiesTheList)
+{
+    editor.add("Old");
+    writeFile("saved_profiles/mine.xml", document(QString()));
+    expectLoadDialog("mine.xml");
+    expectAppendQuestion("Replace Profiles");
+    load();
+    EXPECT_EQ(editor.count(), 0);
+}
+
 TEST_F(XmlImportTest, ReplacingByAFileThatBreaksOffBringsItsWholeProfiles)
 {
     editor.add("Old");
