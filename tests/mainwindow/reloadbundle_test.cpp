@@ -89,6 +89,16 @@ TEST_F(ReloadBundleTest, ProfilesComeBackUnderTheNewSchema)
     EXPECT_TRUE(QFile::exists(pathOf("backup_fw_update.xml")));
 }
 
+TEST_F(ReloadBundleTest, PaneShowsTheProfileThatCameLast)
+{
+    makeProfile("One");
+    makeProfile("Two");
+    installBundle("1.2", TestSchema::text());
+    flash();
+    EXPECT_EQ(field("Title")->text(), "Two");
+    EXPECT_FALSE(field("Title")->isEnabled());
+}
+
 TEST_F(ReloadBundleTest, NewProfilesUseTheNewSchema)
 {
     installBundle("1.2", newerSchema());
