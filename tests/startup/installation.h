@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bundletext.h"
+#include "testpaths.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 // Starts that succeed, up to the main window and its end.
 
 #include "installation.h"
+#include "testpaths.h"
 
 namespace
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "testpaths.h"
+
 #include <gtest/gtest.h>
 
 #include <QByteArray>

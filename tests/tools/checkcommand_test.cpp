@@ -1,4 +1,5 @@
 #include "bundleprogram.h"
+#include "testpaths.h"
 
 #include <QDir>
 

@@ -3,6 +3,7 @@
 #include "CBGenerator/schemacheck.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "testpaths.h"
 #include "xmlformat/xmlutility.h"
 
 #include <gtest/gtest.h>

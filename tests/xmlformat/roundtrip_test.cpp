@@ -6,6 +6,7 @@
 #include "CBGenerator/structsettings.h"
 #include "profileimport/importprofilesmain.h"
 #include "settingsui/settingspanemanager.h"
+#include "testpaths.h"
 #include "xmlformat/xmlfile.h"
 
 #include <QListWidget>

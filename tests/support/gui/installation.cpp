@@ -1,5 +1,7 @@
 #include "support/gui/installation.h"
 
+#include "testpaths.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
