@@ -1,0 +1,78 @@
+#include "transfer/kelvaronresetdialog.h"
+
+#include "transfer/uploader.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include <cstdlib>
+
+KelvaronResetDialog::KelvaronResetDialog(const QString& successMessage, const QString& portName,
+                                         QWidget* parent)
+    : QDialog(parent), port(portName)
+{
+    setWindowTitle(QStringLiteral("Stay in Bootloader Mode or Reset?"));
+    auto* label = new QLabel(QStringLiteral("<b>") + successMessage
+                             + QStringLiteral("</b><br>Do you want to stay in bootloader mode or "
+                                              "reset the Kelvaron?"));
+    label->setTextFormat(Qt::RichText);
+    auto* stayButton = new QPushButton(QStringLiteral("Stay in Bootloader Mode"));
+    auto* resetButton = new QPushButton(QStringLiteral("Reset Kelvaron"));
+    connect(stayButton, &QPushButton::clicked, this,
+            &KelvaronResetDialog::onStayInBootloaderButton);
+    connect(resetButton, &QPushButton::clicked, this, &KelvaronResetDialog::onResetButton);
+
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(label, 0, 0, 1, 2);
+    grid->addWidget(stayButton, 1, 0);
+    grid->addWidget(resetButton, 1, 1);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+KelvaronResetDialog::~KelvaronResetDialog()
+{
+    Uploader::giveUp(resetProcess);
+}
+
+void KelvaronResetDialog::onStayInBootloaderButton()
+{
+    done(STAYED_IN_BOOTLOADER);
+}
+
+void KelvaronResetDialog::onResetButton()
+{
+    resetKelvaron();
+}
+
+void KelvaronResetDialog::resetKelvaron()
+{
+    if (resetProcess != nullptr && resetProcess->state() != QProcess::NotRunning) {
+        return;
+    }
+    resetProcess = new QProcess(this);
+    connect(resetProcess, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            &KelvaronResetDialog::onResetFinished);
+    connect(resetProcess, &QProcess::errorOccurred, this, &KelvaronResetDialog::onResetFailed);
+    resetProcess->start(Uploader::program(), Uploader::arguments(port, {QStringLiteral("-R")}),
+                        QIODevice::ReadWrite);
+}
+
+void KelvaronResetDialog::onResetFinished(int exitCode, QProcess::ExitStatus exitStatus)
+{
+    if (exitCode == EXIT_SUCCESS && exitStatus == QProcess::NormalExit) {
+        onResetSuccessful();
+    } else {
+        onResetFailed();
+    }
+}
+
+void KelvaronResetDialog::onResetSuccessful()
+{
+    done(RESET_SUCCEEDED);
+}
+
+void KelvaronResetDialog::onResetFailed()
+{
+    done(RESET_FAILED);
+}

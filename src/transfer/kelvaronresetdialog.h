@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <QProcess>
+
+/// Reports that the charger was served and asks whether it stays in its bootloader or is reset by
+/// the uploader, so that it starts its normal firmware. Run with exec().
+class KelvaronResetDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Results, apart from those of a dialog that is accepted or rejected.
+    enum Result
+    {
+        RESET_SUCCEEDED = 100,
+        RESET_FAILED = 101,
+        STAYED_IN_BOOTLOADER = 102
+    };
+
+    /// `successMessage` is rich text, shown in bold above the question.
+    KelvaronResetDialog(const QString& successMessage, const QString& portName, QWidget* parent);
+
+    /// A reset that still runs is given up.
+    ~KelvaronResetDialog() override;
+
+    /// Starts the reset. Nothing happens while one is running.
+    void resetKelvaron();
+
+public slots:
+    void onStayInBootloaderButton();
+    void onResetButton();
+    void onResetFinished(int exitCode, QProcess::ExitStatus exitStatus);
+    void onResetSuccessful();
+    void onResetFailed();
+
+private:
+    QString port;
+    QPointer<QProcess> resetProcess; ///< a child of this dialog
+};

@@ -1,0 +1,48 @@
+#include "transfer/portdropdown.h"
+
+#include "transfer/qextserialenumerator.h"
+
+#include <QComboBox>
+
+PortDropdown::PortDropdown(QComboBox* comboBox) : box(comboBox) {}
+
+void PortDropdown::fill()
+{
+    insertPorts();
+    box->setCurrentIndex(0);
+}
+
+void PortDropdown::add(const QextPortInfo& port)
+{
+    if (indexOf(port) >= 0) {
+        return;
+    }
+    const int oldCount = box->count();
+    box->clear();
+    insertPorts();
+    const int index = indexOf(port);
+    if (index >= 0 && index < oldCount) {
+        box->setCurrentIndex(index);
+    }
+}
+
+void PortDropdown::remove(const QextPortInfo& port)
+{
+    const int index = indexOf(port);
+    if (index >= 0) {
+        box->removeItem(index);
+    }
+}
+
+void PortDropdown::insertPorts()
+{
+    const QList<QextPortInfo> ports = QextSerialEnumerator::getPorts();
+    for (const QextPortInfo& port : ports) {
+        box->insertItem(0, port.portName);
+    }
+}
+
+int PortDropdown::indexOf(const QextPortInfo& port) const
+{
+    return box->findText(port.portName, Qt::MatchExactly | Qt::MatchCaseSensitive);
+}

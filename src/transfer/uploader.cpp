@@ -1,0 +1,35 @@
+#include "transfer/uploader.h"
+
+#include "buildconstants.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+
+QString Uploader::program()
+{
+    return QStringLiteral("./") + QString::fromLatin1(BuildConstants::uploaderFileName);
+}
+
+QStringList Uploader::arguments(const QString& portName, const QStringList& operation)
+{
+    return QStringList{QStringLiteral("-s"), portName, QStringLiteral("-h"), QStringLiteral("-V")}
+           + operation;
+}
+
+void Uploader::giveUp(QProcess* process)
+{
+    if (process == nullptr) {
+        return;
+    }
+    process->disconnect();
+    process->kill();
+    // A killed process is gone in a moment. One that hangs in its driver must not hold up the window.
+    constexpr int patience = 100; // milliseconds
+    if (process->state() == QProcess::NotRunning || process->waitForFinished(patience)) {
+        process->deleteLater();
+        return;
+    }
+    process->setParent(QCoreApplication::instance());
+    QObject::connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), process,
+                     &QObject::deleteLater);
+}

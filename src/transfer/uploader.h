@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QProcess;
+
+/// The external uploader, which does everything that is done to the charger. It is run from the
+/// working folder, once for each operation; its exit code tells whether the operation succeeded.
+class Uploader
+{
+public:
+    Uploader() = delete;
+
+    /// What to start: a path relative to the working folder.
+    static QString program();
+
+    /// The arguments of a run: those that every run gets, then those of its operation.
+    static QStringList arguments(const QString& portName, const QStringList& operation);
+
+    /// Ends a run whose result nobody waits for any more: none of its signals reaches anybody. The
+    /// process is deleted, at once or when it has ended; `process` may be nullptr.
+    static void giveUp(QProcess* process);
+};
