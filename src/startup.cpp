@@ -2,8 +2,10 @@
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/schemacheck.h"
+#include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexmanager.h"
 #include "HEXGeneratorParser/hexutility.h"
+#include "HEXGeneratorParser/writetohex.h"
 #include "KelvaronBundle/bundlechooser.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "applicationglobalmap.h"
@@ -75,6 +77,9 @@ void MainWindow::runTests()
 {
     KELVARON_ASSERT_TEXT(HEXGeneratorParser::HexUtility::machineIsLittleEndian(),
                          "HEXGeneratorParser::HexUtility::machineIsLittleEndian()");
+    HEXGeneratorParser::WriteToHEX::runTests();
+    HEXGeneratorParser::HEXBuffer::runTests();
+    HEXGeneratorParser::HexUtility::runTests();
     VersionString::runTests();
 }
 
@@ -157,6 +162,7 @@ void MainWindow::loadSchema()
     newGenerator->generate();
     const InstalledFileScope schemaScope(schemaFile);
     HParser::SchemaCheck::run(*newGenerator);
+    HEXGeneratorParser::HexUtility::numProfilesAllowed(newGenerator); // a schema must have a size
     generator = newGenerator;
 }
 

@@ -1,18 +1,58 @@
 #include "HEXGeneratorParser/hexmanager.h"
 
+#include "CBGenerator/generator.h"
 #include "HEXGeneratorParser/hexutility.h"
+#include "HEXGeneratorParser/readfromhex.h"
+#include "HEXGeneratorParser/writetohex.h"
+#include "fatalassertion.h"
 #include "messagedialogs.h"
+#include "profileimport/importprofilesmain.h"
+#include "profiles/profilename.h"
+#include "profiles/profilenamelistwidget.h"
+#include "profiles/profilesettings.h"
+#include "widgets/exportfilename.h"
 
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QListWidget>
+#include <QMessageBox>
 
 namespace HEXGeneratorParser
 {
+namespace
+{
+const QString fileFilter = QStringLiteral("HEX files (*.hex);;Any files (*.*)");
+
+void showImportError(QWidget* parent, int error)
+{
+    switch (error) {
+    case ReadFromHEX::READ_ERROR:
+        MessageDialogs::hexImportReadError(parent);
+        break;
+    case ReadFromHEX::CHECKSUM_ERROR:
+        MessageDialogs::hexImportChecksumError(parent);
+        break;
+    case ReadFromHEX::TYPE_ERROR:
+        MessageDialogs::hexImportTypeError(parent);
+        break;
+    default:
+        break;
+    }
+}
+} // namespace
+
 HEXManager::HEXManager(QWidget* dialogParent, QListWidget* list,
                        HParser::Generator* settingsGenerator,
                        ImportProfiles::ImportProfilesMain* profileImporter, QObject* parent)
     : QObject(parent), parentWidget(dialogParent), profileList(list), generator(settingsGenerator),
-      importer(profileImporter)
+      importer(profileImporter), numProfilesAllowed(getNumProfilesAllowed())
 {}
+
+void HEXManager::setAllSettings(HParser::Generator* newGenerator)
+{
+    generator = newGenerator;
+    numProfilesAllowed = getNumProfilesAllowed();
+}
 
 int HEXManager::getCurrentNumProfiles() const
 {
@@ -24,24 +64,87 @@ int HEXManager::getNumProfilesAllowed() const
     return HexUtility::numProfilesAllowed(generator);
 }
 
-bool HEXManager::exportProfiles(const QString&)
+bool HEXManager::exportProfiles(const QString& fileName)
 {
-    return false;
+    QList<HParser::StructSettings*> profiles;
+    for (int i = 0; i < profileList->count(); ++i) {
+        const auto* item = static_cast<ProfileNameListWidget*>(profileList->item(i));
+        profiles.append(item->getProfileName()->getProfileSettings()->settings);
+    }
+    KELVARON_ASSERT(profiles.size() <= numProfilesAllowed);
+    return WriteToHEX().write(fileName, profiles, generator->getGlobalSettings(),
+                              generator->getProfileStartWordAddress());
 }
 
-void HEXManager::importProfiles(const QString&)
+void HEXManager::importProfiles(const QString& fileName)
 {
-    constexpr int readError = 0;
-    throw readError;
+    ReadFromHEX reader;
+    if (!reader.read(fileName, generator->getProfileStartWordAddress())) {
+        throw static_cast<int>(ReadFromHEX::READ_ERROR);
+    }
+    importer->importProfiles(reader.parseProfiles(generator));
 }
 
 void HEXManager::on_exportAsHEXButtonClicked()
 {
-    MessageDialogs::notAvailableYet(parentWidget, QStringLiteral("Exporting profiles as HEX"));
+    const QString fileName = askExportFileName();
+    if (fileName.isEmpty()) {
+        return;
+    }
+    if (getCurrentNumProfiles() > numProfilesAllowed) {
+        showExportStatus(
+            QStringLiteral("You currently have %1 profiles, but only %2 profiles can be exported "
+                           "to a single HEX file. Please delete some profiles and try again")
+                .arg(getCurrentNumProfiles())
+                .arg(numProfilesAllowed));
+        return;
+    }
+    showExportStatus(
+        exportProfiles(fileName)
+            ? QStringLiteral("The profiles have been successfully exported!")
+            : QStringLiteral(
+                "An error occured while exporting profiles to HEX. Please try again."));
+}
+
+QString HEXManager::askExportFileName()
+{
+    const QString chosen = QFileDialog::getSaveFileName(
+        parentWidget, QStringLiteral("Select HEX File to Export Profiles"), lastUsedDirectory,
+        fileFilter);
+    if (chosen.isEmpty()) {
+        return {};
+    }
+    updateLastUsedDirectory(chosen);
+    return ExportFileName::complete(parentWidget, chosen, QStringLiteral("hex"));
+}
+
+void HEXManager::showExportStatus(const QString& text)
+{
+    MessageDialogs::message(parentWidget, QStringLiteral("Export to HEX status"), text);
 }
 
 void HEXManager::on_importFromHEXButtonClicked()
 {
-    MessageDialogs::notAvailableYet(parentWidget, QStringLiteral("Importing profiles from HEX"));
+    const QString fileName = QFileDialog::getOpenFileName(
+        parentWidget, QStringLiteral("Select HEX File to Import Profiles"), lastUsedDirectory,
+        fileFilter);
+    if (fileName.isEmpty()) {
+        return;
+    }
+    updateLastUsedDirectory(fileName);
+    if (profileList->count() > 0
+        && MessageDialogs::askAppendProfiles(parentWidget) == QMessageBox::No) {
+        emit deleteAllProfiles();
+    }
+    try {
+        importProfiles(fileName);
+    } catch (int error) {
+        showImportError(parentWidget, error);
+    }
+}
+
+void HEXManager::updateLastUsedDirectory(const QString& fileName)
+{
+    lastUsedDirectory = QFileInfo(fileName).absolutePath();
 }
 } // namespace HEXGeneratorParser

@@ -17,8 +17,8 @@ class ImportProfilesMain;
 
 namespace HEXGeneratorParser
 {
-/// The profile image as an Intel HEX file. This version cannot write or read one yet: every
-/// operation tells so and changes nothing.
+/// The user's "Export Profiles as HEX..." and "Import Profiles from HEX...", and the files that
+/// travel to the charger and back.
 class HEXManager : public QObject
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
                ImportProfiles::ImportProfilesMain* profileImporter, QObject* parent);
 
     /// Replaces the schema.
-    void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
+    void setAllSettings(HParser::Generator* newGenerator);
 
     /// The number of profiles in the list.
     int getCurrentNumProfiles() const;
@@ -38,7 +38,8 @@ public:
     /// The number of profiles that fit into one image.
     int getNumProfilesAllowed() const;
 
-    /// Reads a file into the list. Throws an int: 0 read, 1 checksum, 2 type.
+    /// Adds the file's profiles to the list. Throws an int, with the list unchanged: a
+    /// ReadFromHEX::Error.
     void importProfiles(const QString& fileName);
 
 signals:
@@ -46,16 +47,23 @@ signals:
     void deleteAllProfiles();
 
 public slots:
-    /// Writes the list to a file; true when it was written.
+    /// Writes the list to a file; false when it could not be written, an older one is then
+    /// untouched. REQUIRES: no more profiles than are allowed (fatal assertion).
     bool exportProfiles(const QString& fileName);
 
     void on_exportAsHEXButtonClicked();
     void on_importFromHEXButtonClicked();
 
 private:
+    void updateLastUsedDirectory(const QString& fileName);
+    QString askExportFileName();
+    void showExportStatus(const QString& text);
+
     QWidget* parentWidget;
     QListWidget* profileList;
     HParser::Generator* generator;
     ImportProfiles::ImportProfilesMain* importer;
+    QString lastUsedDirectory = QStringLiteral("saved_profiles");
+    int numProfilesAllowed;
 };
 } // namespace HEXGeneratorParser

@@ -1,20 +1,23 @@
 #include "HEXGeneratorParser/hexutility.h"
 
+#include "CBGenerator/formula.h"
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "fatalassertion.h"
 
+#include <QByteArray>
 #include <QHash>
 #include <QtEndian>
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 namespace HEXGeneratorParser
 {
 namespace
 {
-constexpr int imageSize = 2048;
 constexpr int dataBytesPerWord = 3;
 constexpr int bytesPerWord = 4;
 } // namespace
@@ -33,8 +36,8 @@ int HexUtility::calculateByteCount(const QString& dataType)
 
 int HexUtility::getChemistrySize(const HParser::StructSettings* settings)
 {
-    int numBitsOccupied = 0;
-    int numBytes = 0;
+    qint64 numBitsOccupied = 0;
+    qint64 numBytes = 0;
     const QList<HParser::StructSetting*> members = settings->getOriginalOrderStructSettings();
     for (const HParser::StructSetting* setting : members) {
         if (setting->size != QLatin1String("auto")) {
@@ -46,8 +49,9 @@ int HexUtility::getChemistrySize(const HParser::StructSettings* settings)
         }
     }
     KELVARON_ASSERT_TEXT(numBitsOccupied % 8 == 0, "numBitsOccupied%8 == 0");
-    const int dataBytes = numBitsOccupied / 8 + numBytes;
-    return bytesPerWord * ((dataBytes + dataBytesPerWord - 1) / dataBytesPerWord);
+    const qint64 dataBytes = numBitsOccupied / 8 + numBytes;
+    const qint64 size = bytesPerWord * ((dataBytes + dataBytesPerWord - 1) / dataBytesPerWord);
+    return static_cast<int>(std::min<qint64>(size, std::numeric_limits<int>::max()));
 }
 
 int HexUtility::numProfilesAllowed(const HParser::Generator* generator)
@@ -61,8 +65,67 @@ int HexUtility::numProfilesAllowed(const HParser::Generator* generator)
     return imageSize / largest - 1;
 }
 
+int HexUtility::getChecksumFromChecksumTotal(int checksumTotal)
+{
+    KELVARON_ASSERT(checksumTotal >= 0);
+    return (256 - checksumTotal % 256) % 256;
+}
+
+void HexUtility::fixBytesAlignment(unsigned char* buffer, int size)
+{
+    KELVARON_ASSERT_TEXT(size % bytesPerWord == 0, "size%4 == 0");
+    for (int word = 0; word < size; word += bytesPerWord) {
+        std::swap(buffer[word], buffer[word + 2]);
+    }
+}
+
+quint64 HexUtility::byteBufferToNum(const QByteArray& bytes)
+{
+    quint64 number = 0;
+    for (int i = std::min(bytes.size(), 8) - 1; i >= 0; --i) {
+        number = number << 8 | static_cast<unsigned char>(bytes.at(i));
+    }
+    return number;
+}
+
+bool HexUtility::byteBufferToBool(const QByteArray& bytes)
+{
+    return !bytes.isEmpty() && bytes.at(0) != 0;
+}
+
+double HexUtility::applyDisplayFormula(qint64 raw, const HParser::StructSetting* setting)
+{
+    return static_cast<double>(raw) * setting->scaleFactor->toString().toDouble();
+}
+
 bool HexUtility::machineIsLittleEndian()
 {
     return Q_BYTE_ORDER == Q_LITTLE_ENDIAN;
+}
+
+void HexUtility::runTests()
+{
+    const auto sizeOf = [](const char* type) {
+        return calculateByteCount(QString::fromLatin1(type));
+    };
+    for (const char* type : {"char", "signed char", "unsigned char"}) {
+        KELVARON_ASSERT(sizeOf(type) == 1);
+    }
+    for (const char* type :
+         {"short", "signed short", "unsigned short", "int", "signed int", "unsigned int"}) {
+        KELVARON_ASSERT(sizeOf(type) == 2);
+    }
+    for (const char* type : {"long", "signed long", "unsigned long"}) {
+        KELVARON_ASSERT(sizeOf(type) == 4);
+    }
+    KELVARON_ASSERT(sizeOf("Unsigned Char") == 0);
+
+    KELVARON_ASSERT(getChecksumFromChecksumTotal(0x10203040) == 0xC0);
+    KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223300) == 0x00);
+    KELVARON_ASSERT(getChecksumFromChecksumTotal(0x112233FF) == 0x01);
+    KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223301) == 0xFF);
+    KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223312) == 0xEE);
+    KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223359) == 0xA7);
+    KELVARON_ASSERT(getChecksumFromChecksumTotal(0x112233D8) == 0x28);
 }
 } // namespace HEXGeneratorParser

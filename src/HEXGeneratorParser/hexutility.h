@@ -1,10 +1,14 @@
 #pragma once
 
+#include <QtGlobal>
+
+class QByteArray;
 class QString;
 
 namespace HParser
 {
 class Generator;
+class StructSetting;
 class StructSettings;
 } // namespace HParser
 
@@ -17,6 +21,8 @@ class HexUtility
 public:
     HexUtility() = delete;
 
+    static constexpr int imageSize = 2048; ///< bytes, padding included
+
     /// Bytes of a C type on the charger, whose int has two; 0 for an unknown text.
     static int calculateByteCount(const QString& dataType);
 
@@ -28,7 +34,28 @@ public:
     /// schema whose structs are all empty is a fatal assertion.
     static int numProfilesAllowed(const HParser::Generator* generator);
 
+    /// The byte that makes a structure whose other bytes add up to `checksumTotal` a multiple of
+    /// 256. REQUIRES: a total of 0 or more (fatal assertion).
+    static int getChecksumFromChecksumTotal(int checksumTotal);
+
+    /// Turns the bytes of every word around, in place: the image counts them upward, a HEX file
+    /// downward. The padding byte stays. REQUIRES: whole words (fatal assertion).
+    static void fixBytesAlignment(unsigned char* buffer, int size);
+
+    /// The first 8 bytes as a little-endian number without a sign; missing ones are zero.
+    static quint64 byteBufferToNum(const QByteArray& bytes);
+
+    /// True when the first byte is not zero.
+    static bool byteBufferToBool(const QByteArray& bytes);
+
+    /// The value of a stored number. The scale factor is the text of its formula as a number: a
+    /// formula that is more than a number counts as 0.
+    static double applyDisplayFormula(qint64 raw, const HParser::StructSetting* setting);
+
     /// True on the hosts that the number encodings of the profile image support.
     static bool machineIsLittleEndian();
+
+    /// The known answers of these helpers, checked at every start; a wrong one is a fatal assertion.
+    static void runTests();
 };
 } // namespace HEXGeneratorParser

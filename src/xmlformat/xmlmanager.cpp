@@ -4,10 +4,10 @@
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilenamelistwidget.h"
+#include "widgets/exportfilename.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/writetoxml.h"
 
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QListWidget>
@@ -83,20 +83,7 @@ QString XMLManager::askExportFileName()
         return {};
     }
     updateLastUsedDirectory(chosen);
-    if (!QFileInfo(chosen).suffix().isEmpty()) {
-        return chosen;
-    }
-    // The dialog has asked about the name as it was typed, not about the one that will be written.
-    const QString completed = chosen + QStringLiteral(".xml");
-    if (QFileInfo::exists(completed)) {
-        const int answer =
-            MessageDialogs::question(parentWidget, QStringLiteral("Replace File?"),
-                                     QStringLiteral("%1 already exists. Do you want to replace it?")
-                                         .arg(QFileInfo(completed).fileName()),
-                                     Qt::PlainText);
-        return answer == QMessageBox::Yes ? completed : QString();
-    }
-    return completed;
+    return ExportFileName::complete(parentWidget, chosen, QStringLiteral("xml"));
 }
 
 void XMLManager::on_importFromXMLButtonClicked()

@@ -1,0 +1,230 @@
+#include "HEXGeneratorParser/readfromhex.h"
+
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "HEXGeneratorParser/hexbufferread.h"
+#include "HEXGeneratorParser/hexutility.h"
+#include "IntelHexFile/hexfile.h"
+#include "fatalassertion.h"
+#include "profileimport/parsedprofile.h"
+#include "standardoutput.h"
+#include "stdiofile.h"
+#include "xmlformat/xmlutility.h"
+
+#include <memory>
+#include <optional>
+
+using HParser::Generator;
+using HParser::StructSetting;
+using HParser::StructSettings;
+
+namespace HEXGeneratorParser
+{
+namespace
+{
+constexpr int erasedType = 255;
+const QString typeName = QStringLiteral("type");
+const QString checksumName = QStringLiteral("checksum");
+
+bool loadFlash(const QString& fileName, std::vector<unsigned char>& flash)
+{
+    const StdioFile::Pointer file = StdioFile::openForReading(fileName);
+    if (!file) {
+        return false;
+    }
+    // The range of the EEPROM is empty: every byte lands in the flash area.
+    std::vector<unsigned char> eeprom(IntelHexFile::eepromAreaSize);
+    unsigned char eepromFound = 0;
+    unsigned long eepromMaxIndex = 0;
+    return IntelHexFile::loadhexfile(flash.data(), eeprom.data(), file.get(), &eepromFound,
+                                     &eepromMaxIndex, 0, 0)
+           != 0;
+}
+
+QString numberText(quint64 raw, const StructSetting& setting)
+{
+    const double value = HexUtility::applyDisplayFormula(static_cast<qint64>(raw), &setting);
+    return QString::number(value, 'g', 6);
+}
+
+QString flagText(bool flag)
+{
+    return flag ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+QString readBytesValue(HexBufferRead& buffer, const StructSetting& setting)
+{
+    switch (setting.settingType) {
+    case StructSetting::NUM:
+        return numberText(buffer.readData(setting.variableDataType), setting);
+    case StructSetting::BOOL:
+        return flagText(buffer.readData(setting.variableDataType) != 0);
+    case StructSetting::STRING:
+    case StructSetting::LIST:
+        return buffer.readString(setting.arraySize);
+    case StructSetting::UNKNOWN:
+        break;
+    }
+    return {};
+}
+
+QString readBitsValue(HexBufferRead& buffer, const StructSetting& setting)
+{
+    const QByteArray bits = buffer.readBits(setting.size.toInt());
+    switch (setting.settingType) {
+    case StructSetting::NUM:
+        return numberText(HexUtility::byteBufferToNum(bits), setting);
+    case StructSetting::BOOL:
+        return flagText(HexUtility::byteBufferToBool(bits));
+    case StructSetting::STRING:
+    case StructSetting::LIST:
+        return QString::fromUtf8(bits.constData()); // up to the first zero
+    case StructSetting::UNKNOWN:
+        break;
+    }
+    return {};
+}
+
+QString readValue(HexBufferRead& buffer, const StructSetting& setting)
+{
+    return setting.size == QLatin1String("auto") ? readBytesValue(buffer, setting)
+                                                 : readBitsValue(buffer, setting);
+}
+
+/// Stores a flag in the profile; false when the setting is none.
+bool storeFlag(ParsedProfile& profile, const QString& name, const QString& value)
+{
+    const bool flag = value == QLatin1String("true");
+    if (name == QLatin1String("active")) {
+        profile.setActiveStatus(flag);
+    } else if (name == QLatin1String("default")) {
+        profile.setDefaultStatus(flag);
+    } else if (name == QLatin1String("modifiable")) {
+        profile.setModifiableStatus(flag);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void checkChecksum(int expected, const QMap<QString, QString>& properties)
+{
+    const int found = properties.value(checksumName).toInt();
+    if (expected != found) {
+        printLine(QStringLiteral("ERROR!!! Checksums dont match! Expected : %1, Found : %2")
+                      .arg(expected)
+                      .arg(found));
+        throw static_cast<int>(ReadFromHEX::CHECKSUM_ERROR);
+    }
+}
+} // namespace
+
+bool ReadFromHEX::read(const QString& fileName, int startWordAddress)
+{
+    image = nullptr;
+    constexpr qint64 lastImageStart =
+        static_cast<qint64>(IntelHexFile::flashAreaSize) - 1 - HexUtility::imageSize;
+    const qint64 imageStart = 2 * static_cast<qint64>(startWordAddress);
+    flash.assign(IntelHexFile::flashAreaSize, 0);
+    if (imageStart < 0 || imageStart > lastImageStart) {
+        printLine(QStringLiteral("The image at word address %1 lies outside the flash memory")
+                      .arg(startWordAddress));
+        return false;
+    }
+    const bool isLoaded = loadFlash(fileName, flash);
+    image = flash.data() + imageStart;
+    HexUtility::fixBytesAlignment(image, HexUtility::imageSize);
+    return isLoaded;
+}
+
+QList<ParsedProfile*> ReadFromHEX::parseProfiles(const Generator* generator)
+{
+    KELVARON_ASSERT(image != nullptr);
+    const QString byteType = QStringLiteral("unsigned char");
+    HexBufferRead buffer(image, nullptr);
+    QList<ParsedProfile*> profiles;
+    while (!buffer.atEnd()) {
+        const int type = static_cast<int>(buffer.readData(byteType));
+        if (type == erasedType) {
+            break;
+        }
+        const StructSettings* layout = getProfileFromType(generator, type);
+        if (layout == nullptr) {
+            printLine(QStringLiteral("Error! Invalid type"));
+            throw static_cast<int>(TYPE_ERROR);
+        }
+        ParsedProfile* profile = parseProfile(buffer, *layout);
+        if (profile == nullptr) {
+            printLine(QStringLiteral("The last structure is cut off at the image's end: left out"));
+            break;
+        }
+        profiles.append(profile);
+        buffer.finishReadingStruct();
+    }
+    return profiles;
+}
+
+/// nullptr when the structure does not lie in the image whole.
+ParsedProfile* ReadFromHEX::parseProfile(HexBufferRead& buffer, const StructSettings& layout)
+{
+    auto profile = std::make_unique<ParsedProfile>();
+    QMap<QString, QString> properties;
+    std::optional<int> expectedChecksum;
+    const QList<StructSetting*> members = layout.getOriginalOrderStructSettings();
+    for (const StructSetting* setting : members) {
+        const QString name = setting->descriptiveName;
+        if (name == typeName) {
+            continue;
+        }
+        if (name == checksumName) {
+            expectedChecksum = HexUtility::getChecksumFromChecksumTotal(buffer.sumBytesStruct());
+        }
+        const QString value = readValue(buffer, *setting);
+        if (!storeFlag(*profile, name, value)) {
+            properties.insert(XMLGeneratorParser::XMLUtility::xmlTagFromDescriptiveName(name),
+                              value);
+        }
+    }
+    if (buffer.isPastEnd()) {
+        return nullptr;
+    }
+    properties.insert(QStringLiteral("chemistry"), layout.getDescriptiveName());
+    if (expectedChecksum) {
+        checkChecksum(*expectedChecksum, properties);
+    }
+    profile->setProperties(properties);
+    profile->setParent(this);
+    return profile.release();
+}
+
+StructSettings* ReadFromHEX::getProfileFromType(const Generator* generator, int type)
+{
+    if (typeOf(generator->getGlobalSettings()) == type) {
+        return generator->getGlobalSettings();
+    }
+    const QList<StructSettings*> chemistries = generator->getChemistrySettings();
+    for (StructSettings* chemistry : chemistries) {
+        if (typeOf(chemistry) == type) {
+            return chemistry;
+        }
+    }
+    return nullptr;
+}
+
+/// The value of the layout's first setting; -1, which is no type, for a layout without settings.
+int ReadFromHEX::typeOf(const StructSettings* layout)
+{
+    const auto known = types.constFind(layout);
+    if (known != types.constEnd()) {
+        return *known;
+    }
+    // A chemistry is a template without values: a copy gets them.
+    const std::unique_ptr<StructSettings> copy = layout->deepCopy();
+    copy->buildFormulaTrees();
+    const QList<StructSetting*> members = copy->getOriginalOrderStructSettings();
+    const int type = members.isEmpty() ? -1 : members.first()->getValue().toInt();
+    types.insert(layout, type);
+    return type;
+}
+} // namespace HEXGeneratorParser

@@ -1,0 +1,155 @@
+#include "HEXGeneratorParser/writetohex.h"
+
+#include "CBGenerator/formula.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "HEXGeneratorParser/hexbuffer.h"
+#include "HEXGeneratorParser/hexutility.h"
+#include "fatalassertion.h"
+#include "fatalcontext.h"
+#include "rounding.h"
+
+#include <QRegularExpression>
+
+#include <memory>
+
+using HParser::StructSetting;
+using HParser::StructSettings;
+
+namespace HEXGeneratorParser
+{
+namespace
+{
+/// Names the setting that is being written.
+class SettingContext : public FatalContext
+{
+public:
+    SettingContext(const StructSettings& structure, const StructSetting& writtenSetting)
+        : settings(structure), setting(writtenSetting)
+    {}
+
+protected:
+    QString describe() const override
+    {
+        return QStringLiteral("Writing setting \"%1\" of \"%2\"")
+            .arg(setting.descriptiveName, settings.getDescriptiveName());
+    }
+
+private:
+    const StructSettings& settings;
+    const StructSetting& setting;
+};
+
+bool isBitWidth(const QString& size)
+{
+    static const QRegularExpression digits(QStringLiteral("\\A\\d+\\z"));
+    return size.contains(digits);
+}
+} // namespace
+
+bool WriteToHEX::write(const QString& fileName, const QList<StructSettings*>& profiles,
+                       const StructSettings*, int startWordAddress) const
+{
+    HEXBuffer hexBuffer(HexUtility::imageSize, nullptr);
+    for (const StructSettings* profile : profiles) {
+        serializeProfile(&hexBuffer, profile);
+    }
+    KELVARON_ASSERT_TEXT(hexBuffer.size() <= HexUtility::imageSize, "hexBuffer.size() <= 2048");
+    return hexBuffer.writeToFile(fileName, startWordAddress);
+}
+
+void WriteToHEX::serializeProfile(HEXBuffer* buffer, const StructSettings* settings) const
+{
+    const QList<StructSetting*> members = settings->getOriginalOrderStructSettings();
+    for (const StructSetting* setting : members) {
+        const SettingContext context(*settings, *setting);
+        if (setting->descriptiveName == QLatin1String("checksum")) {
+            buffer->appendByte(static_cast<char>(
+                HexUtility::getChecksumFromChecksumTotal(buffer->sumBytesStruct())));
+        } else {
+            place(buffer, *setting);
+        }
+    }
+    buffer->finishWritingStruct();
+}
+
+void WriteToHEX::place(HEXBuffer* buffer, const StructSetting& setting)
+{
+    const QByteArray bytes = encode(setting);
+    if (setting.size == QLatin1String("auto")) {
+        buffer->appendBytes(bytes);
+        return;
+    }
+    KELVARON_ASSERT_TEXT(isBitWidth(setting.size), R"(setting->size.contains(QRegExp("^\\d+$")))");
+    bool isNumber = false;
+    const int width = setting.size.toInt(&isNumber);
+    KELVARON_ASSERT_TEXT(isNumber && width <= 8 * bytes.size(), "width <= 8 * bytes.size()");
+    buffer->appendBits(bytes, width);
+}
+
+QByteArray WriteToHEX::encode(const StructSetting& setting)
+{
+    switch (setting.settingType) {
+    case StructSetting::NUM:
+        return getBinaryRep(setting.variableDataType, setting.getValue().toDouble(),
+                            setting.scaleFactor->toDouble());
+    case StructSetting::BOOL:
+        return getBinaryRep(setting.isOn());
+    case StructSetting::STRING:
+    case StructSetting::LIST:
+        return getBinaryRep(setting.getValue(), setting.arraySize);
+    case StructSetting::UNKNOWN:
+        break;
+    }
+    return {};
+}
+
+QByteArray WriteToHEX::getBinaryRep(const QString& dataType, double value, double scaleFactor)
+{
+    const int numBytes = HexUtility::calculateByteCount(dataType);
+    KELVARON_ASSERT(numBytes > 0);
+    const auto raw = static_cast<quint32>(roundHalfUp(value * (1 / scaleFactor)));
+    QByteArray bytes;
+    for (int i = 0; i < numBytes; ++i) {
+        bytes.append(static_cast<char>(raw >> (8 * i) & 0xFF));
+    }
+    return bytes;
+}
+
+QByteArray WriteToHEX::getBinaryRep(bool flag)
+{
+    return QByteArray(1, flag ? '\1' : '\0');
+}
+
+QByteArray WriteToHEX::getBinaryRep(const QString& text, int arrayLength)
+{
+    const QString cut = text.left(arrayLength - 1); // -1 takes it all
+    return cut.toUtf8() + QByteArray(qMax(0, arrayLength - cut.size()), '\0');
+}
+
+void WriteToHEX::runTests()
+{
+    const auto number = [](const char* type, double value, double scaleFactor) {
+        return getBinaryRep(QString::fromLatin1(type), value, scaleFactor);
+    };
+    KELVARON_ASSERT(number("unsigned char", 23, 1) == QByteArray(1, '\x17'));
+    KELVARON_ASSERT(number("unsigned char", 200, 1) == QByteArray(1, '\xC8'));
+    KELVARON_ASSERT(number("unsigned char", 300, 1) == QByteArray(1, '\x2C'));
+    KELVARON_ASSERT(number("long", 16909060, 1) == QByteArray("\x04\x03\x02\x01"));
+    KELVARON_ASSERT(number("int", 145.6, 0.1) == QByteArray("\xB0\x05"));
+    KELVARON_ASSERT(number("int", 14.56, 0.01) == QByteArray("\xB0\x05"));
+    KELVARON_ASSERT(number("int", -1, 1) == QByteArray("\xFF\xFF"));
+
+    KELVARON_ASSERT(getBinaryRep(true) == QByteArray(1, '\1'));
+    KELVARON_ASSERT(getBinaryRep(false) == QByteArray(1, '\0'));
+
+    const auto text = [](const char* characters, int arrayLength) {
+        return getBinaryRep(QString::fromLatin1(characters), arrayLength);
+    };
+    KELVARON_ASSERT(text("hello", 6) == QByteArray("hello\0", 6));
+    KELVARON_ASSERT(text("hi", 2) == QByteArray("h\0", 2));
+    KELVARON_ASSERT(text("hi", 4) == QByteArray("hi\0\0", 4));
+    KELVARON_ASSERT(text("", 4) == QByteArray("\0\0\0\0", 4));
+    KELVARON_ASSERT(text("hello", 0) == QByteArray("hello"));
+}
+} // namespace HEXGeneratorParser
