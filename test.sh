@@ -69,7 +69,7 @@ check_formatting() {
         progress "clang-format is version $major, the judge is version 14: formatting not checked"
         return 0
     fi
-    for folder in src tests tools benchmarks; do
+    for folder in src tests tools demo benchmarks; do
         if [[ -d "$folder" ]]; then
             folders+=("$folder")
         fi

@@ -1,9 +1,11 @@
 # Makes the demo installation; run by the build with these variables:
-#   BUNDLE_TOOL  the kelvaron-bundle program
-#   SOURCE       this folder
-#   FOLDER       where the editor looks for its installed files
-#   VERSION      version of the bundle, also its file name
-#   UPLOADER     name of the uploader's file
+#   BUNDLE_TOOL    the kelvaron-bundle program
+#   FIRMWARE_TOOL  the program that prints the demo's firmware
+#   SIMULATOR      the program that stands in for the charger's uploader
+#   SOURCE         this folder
+#   FOLDER         where the editor looks for its installed files
+#   VERSION        version of the bundle, also its file name
+#   UPLOADER       name of the uploader's file
 
 file(MAKE_DIRECTORY ${FOLDER})
 
@@ -13,11 +15,18 @@ if(old_bundles)
     file(REMOVE ${old_bundles})
 endif()
 
+set(firmware ${CMAKE_CURRENT_BINARY_DIR}/firmware.hex)
+execute_process(COMMAND ${FIRMWARE_TOOL} OUTPUT_FILE ${firmware} RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+    message(FATAL_ERROR "The demo firmware could not be made (${result}).")
+endif()
+
 set(bundle ${FOLDER}/v${VERSION}.kelvaron)
 execute_process(
     COMMAND ${BUNDLE_TOOL} pack --output ${bundle}
         --device ${SOURCE}/device.txt --schema ${SOURCE}/kelvaron_chemistries.cb
         --key VERSION=${VERSION} --key MIN_SOFTWARE_VERSION_REQUIRED=0.9
+        --file hexToFlash.hex=${firmware} --file ${SOURCE}/device_nooverwrite.txt
     RESULT_VARIABLE result)
 if(result EQUAL 0)
     execute_process(COMMAND ${BUNDLE_TOOL} check ${bundle}
@@ -28,5 +37,5 @@ if(NOT result EQUAL 0)
     message(FATAL_ERROR "The demo bundle could not be made (${result}). ${output}")
 endif()
 
-file(COPY_FILE ${SOURCE}/supl-placeholder.sh ${FOLDER}/${UPLOADER})
+file(COPY_FILE ${SIMULATOR} ${FOLDER}/${UPLOADER})
 file(TOUCH ${FOLDER}/${UPLOADER}) # or the build would find it out of date forever

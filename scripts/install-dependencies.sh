@@ -54,7 +54,7 @@ case "$purpose" in
         fi
         ;;
     test)
-        packages+=(fonts-dejavu-core)
+        packages+=(fonts-dejavu-core srecord)
         ;;
     lint)
         packages+=(clang-format clang-tidy shellcheck)

@@ -1,0 +1,10 @@
+#pragma once
+
+/// What a run tells its caller.
+enum class ExitCode : int
+{
+    Ok = 0,         ///< everything asked for was done
+    Failed = 1,     ///< the charger or a file given to it failed
+    Usage = 2,      ///< the command line is wrong
+    BrokenSetup = 3 ///< a file of the simulator itself cannot be used
+};

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "chargermemory.h"
+#include "console.h"
+#include "devicedescription.h"
+#include "exitcode.h"
+#include "faults.h"
+#include "job.h"
+#include "memoryword.h"
+
+#include <QLockFile>
+#include <QVector>
+
+#include <functional>
+#include <memory>
+
+/// One run of the uploader on the simulated charger.
+class Uploader
+{
+public:
+    /// `folder` is where the charger's memory and the other files of the simulator are.
+    Uploader(Job runJob, const QString& folder);
+
+    /// Does the job and tells about it on standard output.
+    ExitCode run(const QStringList& arguments);
+
+private:
+    /// Does a part of some work: items from the first number up to, not including, the second.
+    using Work = std::function<void(int, int)>;
+
+    ExitCode doJob();
+    void openPort();
+    void greet();
+    void erase();
+    void write();
+    void read();
+    void reset();
+    void flash();
+
+    void usePace();
+
+    /// Begins a stage of a flash run, or the only one of any other.
+    void enterStage(const QString& stage = QString());
+
+    /// Where faults in the middle of a stage show. What was done so far is in the memory by then.
+    void passMiddle();
+
+    void eraseRange(quint32 low, quint32 high);
+    QVector<MemoryWord> load(const QString& file) const;
+    void program(const QVector<MemoryWord>& words);
+    void verify(const QVector<MemoryWord>& words);
+    void doWithProgress(const QString& verb, int count, const Work& work);
+
+    Job job;
+    QString folderPath;
+    Faults faults;
+    Console console;
+    DeviceDescription device;
+    QLockFile lock;
+    std::unique_ptr<ChargerMemory> memory;
+};
