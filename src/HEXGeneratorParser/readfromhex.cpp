@@ -27,17 +27,13 @@ constexpr int erasedType = 255;
 const QString typeName = QStringLiteral("type");
 const QString checksumName = QStringLiteral("checksum");
 
-bool loadFlash(const QString& fileName, std::vector<unsigned char>& flash)
+bool loadFlash(FILE* file, std::vector<unsigned char>& flash)
 {
-    const StdioFile::Pointer file = StdioFile::openForReading(fileName);
-    if (!file) {
-        return false;
-    }
     // The range of the EEPROM is empty: every byte lands in the flash area.
     std::vector<unsigned char> eeprom(IntelHexFile::eepromAreaSize);
     unsigned char eepromFound = 0;
     unsigned long eepromMaxIndex = 0;
-    return IntelHexFile::loadhexfile(flash.data(), eeprom.data(), file.get(), &eepromFound,
+    return IntelHexFile::loadhexfile(flash.data(), eeprom.data(), file, &eepromFound,
                                      &eepromMaxIndex, 0, 0)
            != 0;
 }
@@ -126,13 +122,17 @@ bool ReadFromHEX::read(const QString& fileName, int startWordAddress)
     constexpr qint64 lastImageStart =
         static_cast<qint64>(IntelHexFile::flashAreaSize) - 1 - HexUtility::imageSize;
     const qint64 imageStart = 2 * static_cast<qint64>(startWordAddress);
-    flash.assign(IntelHexFile::flashAreaSize, 0);
     if (imageStart < 0 || imageStart > lastImageStart) {
         printLine(QStringLiteral("The image at word address %1 lies outside the flash memory")
                       .arg(startWordAddress));
         return false;
     }
-    const bool isLoaded = loadFlash(fileName, flash);
+    const StdioFile::Pointer file = StdioFile::openForReading(fileName);
+    if (!file) {
+        return false;
+    }
+    flash.assign(IntelHexFile::flashAreaSize, 0);
+    const bool isLoaded = loadFlash(file.get(), flash);
     image = flash.data() + imageStart;
     HexUtility::fixBytesAlignment(image, HexUtility::imageSize);
     return isLoaded;

@@ -31,8 +31,10 @@ public:
 protected:
     QString describe() const override
     {
+        const QString name =
+            setting.descriptiveName.isEmpty() ? setting.variableName : setting.descriptiveName;
         return QStringLiteral("Writing setting \"%1\" of \"%2\"")
-            .arg(setting.descriptiveName, settings.getDescriptiveName());
+            .arg(name, settings.getDescriptiveName());
     }
 
 private:
