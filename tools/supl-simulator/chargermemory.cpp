@@ -1,10 +1,10 @@
 #include "chargermemory.h"
 
 #include "failure.h"
+#include "wholefile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace
 {
@@ -54,8 +54,7 @@ void ChargerMemory::save()
     if (!isChanged) {
         return;
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    if (!WholeFile::write(path, bytes)) {
         throw broken(path, "cannot be written");
     }
     isChanged = false;

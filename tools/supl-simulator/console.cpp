@@ -21,5 +21,8 @@ void Console::marker(const QString& text) const
 
 void Console::wait(int normalPause) const
 {
-    QThread::msleep(static_cast<unsigned long>(pace.pause(normalPause)));
+    const int pause = pace.pause(normalPause);
+    if (pause > 0) { // a pause of nothing would still give the processor away
+        QThread::msleep(static_cast<unsigned long>(pause));
+    }
 }

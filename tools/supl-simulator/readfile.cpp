@@ -1,10 +1,10 @@
 #include "readfile.h"
 
 #include "failure.h"
+#include "wholefile.h"
 
 #include <QByteArray>
 #include <QList>
-#include <QSaveFile>
 
 namespace
 {
@@ -30,8 +30,7 @@ QByteArray withTurnedBit(const QByteArray& text, int index, bool keepsChecksum)
 
 void ReadFile::save(const QString& path, const QByteArray& text)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+    if (!WholeFile::write(path, text)) {
         throw Failure{QStringLiteral("can not write output file %1").arg(path)};
     }
 }

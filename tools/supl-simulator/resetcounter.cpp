@@ -2,9 +2,9 @@
 
 #include "failure.h"
 #include "keyvaluefile.h"
+#include "wholefile.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace
 {
@@ -30,8 +30,7 @@ int countIn(const QString& path)
 void ResetCounter::increase(const QString& path)
 {
     const QByteArray text = "resets = " + QByteArray::number(countIn(path) + 1) + '\n';
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
+    if (!WholeFile::write(path, text)) {
         throw Failure{QFileInfo(path).fileName() + QStringLiteral(" cannot be written"),
                       ExitCode::BrokenSetup};
     }

@@ -1,0 +1,198 @@
+#include "KelvaronBundle/kelvaronbundle.h"
+#include "suplprogram.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int bootloaderSize = 2 * 0x0C00;
+constexpr int profilesAt = 2 * 0x9C00;
+
+class SuplFlashTest : public SuplTest
+{
+protected:
+    /// A file for everything above the bootloader, the profiles included.
+    QByteArray makeWholeImage() const
+    {
+        QByteArray image = pattern(memorySize, 3).mid(bootloaderSize);
+        writeFile(work("hexToFlash.hex"), hexFile(0x0C00, image));
+        return image;
+    }
+
+    void keepProfiles() const
+    {
+        writeFile(work("device.txt"), readFile(KELVARON_DEMO_DIR "/device_nooverwrite.txt"));
+    }
+};
+} // namespace
+
+TEST_F(SuplFlashTest, ErasesProgramsAndVerifiesInThisOrder)
+{
+    makeWholeImage();
+    const SuplRun done = run(flash());
+    EXPECT_EQ(done.exitCode, 0);
+    QByteArray expected = "Opening port \"ttyUSB0\"\n"
+                          "Bootloader Version is 1.20\n"
+                          "Erasing 0x0C00 to 0xA000\n"
+                          "Erased 0x0C00 to 0xA000\n"
+                          "All flash above bldr erased\n"
+                          "hex file loaded\n";
+    for (int percent = 0; percent <= 100; percent += 5) {
+        expected += "Writing " + QByteArray::number(percent) + "%\n";
+    }
+    expected += "Flash Write success\n";
+    for (int percent = 0; percent <= 100; percent += 5) {
+        expected += "Verifying " + QByteArray::number(percent) + "%\n";
+    }
+    EXPECT_EQ(done.output, expected + "Verified Flash OK\n");
+}
+
+TEST_F(SuplFlashTest, ReplacesTheProfilesWhenTheDeviceDescriptionSaysSo)
+{
+    const QByteArray before = pattern(memorySize, 7);
+    writeFile(home("charger-memory.bin"), before);
+    const QByteArray image = makeWholeImage();
+    expectDone(flash());
+    EXPECT_EQ(memory(), before.left(bootloaderSize) + image);
+}
+
+TEST_F(SuplFlashTest, KeepsTheProfilesWhenTheDeviceDescriptionSaysSo)
+{
+    const QByteArray before = pattern(memorySize, 7);
+    writeFile(home("charger-memory.bin"), before);
+    const QByteArray image = makeWholeImage();
+    keepProfiles();
+    expectDone(flash());
+    EXPECT_EQ(memory(), before.left(bootloaderSize) + image.left(profilesAt - bootloaderSize)
+                            + before.mid(profilesAt));
+}
+
+TEST_F(SuplFlashTest, ProfilesAreErasedByAnImageThatHasNone)
+{
+    writeFile(home("charger-memory.bin"), pattern(memorySize, 7));
+    writeFile(work("hexToFlash.hex"), hexFile(0x0C00, pattern(64)));
+    expectDone(flash());
+    EXPECT_EQ(memory(0x9C00, 0xA000), blank(2048));
+}
+
+TEST_F(SuplFlashTest, ProfilesAreStillWrittenWhereAFlashKeepsThem)
+{
+    keepProfiles();
+    writeFile(work("profiles.hex"), hexFile(0x9C00, pattern(2048)));
+    expectDone(eraseProfiles());
+    expectDone(write("profiles.hex"));
+    EXPECT_EQ(memory(0x9C00, 0xA000), pattern(2048));
+}
+
+TEST_F(SuplFlashTest, TheBootloaderIsNeverReached)
+{
+    const QByteArray before = pattern(memorySize, 7);
+    writeFile(home("charger-memory.bin"), before);
+    writeFile(work("hexToFlash.hex"), hexFile(0x0BFE, pattern(64)));
+    expectFailure(flash(), "the word at 0x0BFE is not in the range that can be programmed");
+    EXPECT_EQ(memory(0, 0x0C00), before.left(bootloaderSize));
+    EXPECT_EQ(memory(0x0C00, 0xA000), blank(memorySize - bootloaderSize));
+}
+
+TEST_F(SuplFlashTest, AMissingFileIsToldAfterTheErase)
+{
+    const SuplRun failed = run(flash("absent.hex"));
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_TRUE(failed.output.endsWith(
+        "All flash above bldr erased\nfailed to find input file absent.hex\n"));
+    writeFile(work("here.hex"), hexFile(0x0C00, pattern(64)));
+    expectFailure(with({"-e", "-w", "here.hex", "-v", "absent.hex"}),
+                  "failed to find input file absent.hex\n");
+}
+
+TEST_F(SuplFlashTest, ABadFileIsNotProgrammed)
+{
+    QByteArray text = hexFile(0x0C00, pattern(64));
+    text.replace("00000001FF", "00000001FE");
+    writeFile(work("hexToFlash.hex"), text);
+    const SuplRun failed = run(flash());
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_TRUE(failed.output.contains("bad hex file hexToFlash.hex: line 9: wrong checksum"));
+    EXPECT_FALSE(failed.output.contains("hex file loaded"));
+    EXPECT_EQ(memory(), blank(memorySize));
+}
+
+TEST_F(SuplFlashTest, VerifiesEveryByteOfItsFile)
+{
+    const QByteArray image = pattern(64);
+    writeFile(work("a.hex"), hexFile(0x0C00, image));
+    for (const int changed : {0, 1, 2, 60, 62}) {
+        QByteArray other = image;
+        other[changed] = static_cast<char>(other.at(changed) ^ 0x10);
+        writeFile(work("b.hex"), hexFile(0x0C00, other));
+        const SuplRun failed = run(with({"-e", "-w", "a.hex", "-v", "b.hex"}));
+        EXPECT_EQ(failed.exitCode, 1);
+        EXPECT_TRUE(failed.output.contains("Flash Write success\n"));
+        const QByteArray address = changed < 4 ? "0x0C00" : "0x0C1E";
+        EXPECT_TRUE(failed.output.endsWith("verify fail at " + address + '\n'))
+            << failed.output.constData();
+    }
+}
+
+TEST_F(SuplFlashTest, VerifiesWhatTheFileHoldsBeyondWhatWasWritten)
+{
+    writeFile(work("a.hex"), hexFile(0x0C00, pattern(64)));
+    writeFile(work("b.hex"), hexFile(0x0C00, pattern(128)));
+    expectFailure(with({"-e", "-w", "a.hex", "-v", "b.hex"}), "verify fail at 0x0C20");
+}
+
+TEST_F(SuplFlashTest, EachLineArrivesAloneAtTheNormalPace)
+{
+    writeFile(home("supl-faults.txt"), "");
+    makeWholeImage();
+    QProcess process;
+    process.setWorkingDirectory(work(QString()));
+    process.start(home("supl.mac"), flash());
+    QList<QByteArray> pieces;
+    qint64 longestSilence = 0;
+    QElapsedTimer silence;
+    silence.start();
+    while (process.waitForReadyRead(30000)) {
+        longestSilence = std::max(longestSilence, silence.restart());
+        pieces.append(process.readAllStandardOutput());
+    }
+    ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_LT(longestSilence, 4000);
+    for (const char* marker : {"All flash above bldr erased\n", "hex file loaded\n",
+                               "Flash Write success\n", "Verified Flash OK\n"}) {
+        EXPECT_EQ(pieces.count(marker), 1) << marker;
+    }
+    EXPECT_GE(pieces.size(), 20); // progress comes bit by bit
+}
+
+TEST_F(SuplFlashTest, TheDemoBundleIsFlashed)
+{
+    KelvaronBundle bundle(KELVARON_DEMO_BUNDLE);
+    ASSERT_TRUE(bundle.parseBundle());
+    ASSERT_EQ(bundle.getNumFiles(), 5);
+    writeFile(work("hexToFlash.hex"), bundle.getFile(2).toUtf8());
+    srecCat({"hexToFlash.hex", "-intel", "-o", "firmware.bin", "-binary"});
+    const QByteArray firmware = readFile(work("firmware.bin")).mid(bootloaderSize);
+    EXPECT_GE(firmware.size() * 3 / 4, 30000);
+    EXPECT_LE(firmware.size() * 3 / 4, 60000);
+
+    const QByteArray before = pattern(memorySize, 7);
+    for (const int part : {0, 3}) {
+        writeFile(home("charger-memory.bin"), before);
+        writeFile(work("device.txt"), bundle.getFile(part).toUtf8());
+        expectDone(flash());
+        EXPECT_EQ(memory().mid(bootloaderSize, firmware.size()), firmware);
+        EXPECT_EQ(memory().left(bootloaderSize), before.left(bootloaderSize));
+        EXPECT_EQ(memory(0x9C00, 0xA000), part == 0 ? blank(2048) : before.mid(profilesAt));
+    }
+}
+
+TEST_F(SuplFlashTest, TheDemoInstallationHasTheSimulatorAsItsUploader)
+{
+    const QString installed = KELVARON_BIN_DIR "/KelvaronProfileEditorFiles/supl.mac";
+    EXPECT_TRUE(QFileInfo(installed).isExecutable());
+    EXPECT_EQ(readFile(installed), readFile(KELVARON_UPLOADER_SIMULATOR));
+}

@@ -1,0 +1,16 @@
+#include "wholefile.h"
+
+#include <QSaveFile>
+
+bool WholeFile::write(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    // commit() does not notice when what it still has to flush finds the disk full.
+    if (file.write(bytes) != bytes.size() || !file.flush()) {
+        file.cancelWriting();
+    }
+    return file.commit();
+}
