@@ -1,5 +1,7 @@
 #include "textfile.h"
 
+#include "support/filesizelimit.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -8,10 +10,6 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTextCodec>
-
-#include <csignal>
-
-#include <sys/resource.h>
 
 namespace
 {
@@ -50,31 +48,6 @@ public:
 
 private:
     QTextCodec* saved;
-};
-
-/// While it lives, no file can grow beyond a number of bytes: a full disk in small.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        savedHandler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &savedLimit);
-        rlimit limit = savedLimit;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &savedLimit);
-        std::signal(SIGXFSZ, savedHandler);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit savedLimit = {};
-    void (*savedHandler)(int) = nullptr;
 };
 } // namespace
 

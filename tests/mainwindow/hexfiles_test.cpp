@@ -1,0 +1,363 @@
+// "Export Profiles as HEX..." and "Import Profiles from HEX..." as the user does it.
+
+#include "profiles/profilename.h"
+#include "support/filesizelimit.h"
+#include "support/gui/editorwindow.h"
+#include "support/gui/installation.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace
+{
+/// Room for 2048 / 504 - 1 profiles.
+constexpr int allowed = 3;
+
+QByteArray schema()
+{
+    const QByteArray flags =
+        "    char a; // bool, 1, \"active\", F, 0, -1, basic\n"
+        "    char d; // bool, 1, \"default\", F, 0, -1, basic\n"
+        "    char m; // bool, 1, \"modifiable\", F, 1, -1, basic\n"
+        "    char s; // num, 5, 0, 31, x1, 0, \"spare\", \"\", F, 0, -1, basic\n";
+    const QByteArray checksum =
+        "    unsigned char c; // num, auto, 0, 255, x1, 0, \"checksum\", \"\", F, 0, -1, basic\n";
+    const auto type = [](int value) {
+        return "    unsigned char type; // num, auto, 0, 255, x1, 0, \"type\", \"\", F, "
+               + QByteArray::number(value) + ", -1, basic\n";
+    };
+    const auto chemistry = [&](const QByteArray& name, int typeValue) {
+        return "struct C { // Settings : \"" + name + "\", instantiable\n" + type(typeValue)
+               + "    char title[20]; // string, auto, \"Title\", G, \"New\", 0, basic\n"
+                 "    char sub[20]; // string, auto, \"Subtitle\", G, \"Sub\", 1, basic\n"
+                 "    short volts; // num, auto, 0, 99, x0.01, 2, \"Volts\", \"V\", G, 4.2, 2, basic\n"
+                 "    char filler[333]; // string, auto, \"filler\", G, \"\", -1, basic\n"
+               + flags + checksum + "}\n";
+    };
+    return "#define PROFILESTARTADDRESS 0x9C00\n"
+           "struct G { // Settings : \"Global\", global\n"
+           + type(1) + checksum + "}\n" + chemistry("Alpha", 2) + chemistry("Beta", 3);
+}
+
+class HexFilesTest : public MainWindowTest
+{
+protected:
+    HexFilesTest()
+    {
+        installBundle("1.1", schema());
+        start();
+    }
+
+    /// The dialogs of the next command. Without one, the wizard's dialog may come.
+    DialogScript& script()
+    {
+        if (!dialogs) {
+            dialogs = std::make_unique<DialogScript>();
+        }
+        return *dialogs;
+    }
+
+    void expectSaveDialog(const QString& name, const QString& directory)
+    {
+        script().expectFileDialog("Select HEX File to Export Profiles", filters, directory, name);
+    }
+
+    void expectLoadDialog(const QString& name, const QString& directory)
+    {
+        script().expectFileDialog("Select HEX File to Import Profiles", filters, directory, name);
+    }
+
+    void expectStatus(const QString& text) { script().expectMessage("Export to HEX status", text); }
+
+    void expectExported() { expectStatus("The profiles have been successfully exported!"); }
+
+    void expectImportError(const QString& suffix)
+    {
+        script().expectMessage(
+            "Import from HEX status",
+            "An error occured while importing profiles from HEX. Please try again." + suffix);
+    }
+
+    void expectAppendQuestion(const QString& press)
+    {
+        script().expectMessageBox("Add Profiles to List?",
+                                  "Do you want to add the imported profiles to the current list of "
+                                  "profiles, or replace them?<br>",
+                                  {"Add Profiles", "Replace Profiles"}, "Add Profiles", press);
+    }
+
+    void runExport()
+    {
+        trigger(command("actionExportHEX"));
+        dialogs.reset(); // checks that all have been shown
+    }
+
+    void runImport()
+    {
+        trigger(command("actionImportHEX"));
+        dialogs.reset(); // checks that all have been shown
+    }
+
+    /// Exports to the file of this name in the test's folder.
+    void exportTo(const QString& name)
+    {
+        expectSaveDialog(folder.filePath(name), savedProfiles);
+        expectExported();
+        runExport();
+    }
+
+    QByteArray content(const QString& name) const
+    {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+
+    void write(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    QStringList titles() const
+    {
+        QStringList found;
+        for (int row = 0; row < list()->count(); ++row) {
+            found.append(rowTitle(row));
+        }
+        return found;
+    }
+
+    const QStringList filters = {"HEX files (*.hex)", "Any files (*.*)"};
+    QTemporaryDir folder;
+    const QString savedProfiles = pathOf("saved_profiles");
+    std::unique_ptr<DialogScript> dialogs;
+};
+} // namespace
+
+TEST_F(HexFilesTest, ExportedProfilesComeBackInTheirOrder)
+{
+    makeProfile("First", 1);
+    makeProfile("Second", 0);
+    clickOn(childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
+    exportTo("mine.hex");
+    EXPECT_TRUE(content("mine.hex").startsWith(":020000040001F9\n:10380000"));
+
+    makeProfile("Third", 0);
+    expectLoadDialog("mine.hex", folder.path());
+    expectAppendQuestion("Replace Profiles");
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First", "Second"}));
+    const auto row = [this](int number) {
+        return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
+    };
+    EXPECT_FALSE(row(0)->getDefaultStatus());
+    EXPECT_TRUE(row(1)->getDefaultStatus());
+}
+
+TEST_F(HexFilesTest, TheImageFollowsTheOrderOfTheRows)
+{
+    makeProfile("First");
+    makeProfile("Second");
+    list()->setCurrentRow(1);
+    clickOn(child<QPushButton>("profileNameUpButton"));
+    exportTo("moved.hex");
+    expectLoadDialog("moved.hex", folder.path());
+    expectAppendQuestion("Replace Profiles");
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"Second", "First"}));
+}
+
+TEST_F(HexFilesTest, AddedProfilesFollowTheOnesOfTheList)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    makeProfile("Second");
+    expectLoadDialog("mine.hex", folder.path());
+    expectAppendQuestion("Add Profiles");
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First", "Second", "First"}));
+}
+
+TEST_F(HexFilesTest, ClosingTheQuestionReplaces)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    makeProfile("Second");
+    expectLoadDialog("mine.hex", folder.path());
+    expectAppendQuestion(DialogScript::closeControl);
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First"}));
+}
+
+TEST_F(HexFilesTest, AnEmptyListIsImportedIntoWithoutAQuestion)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    script().expectMessageBox("Delete all profiles?",
+                              "All profiles will be deleted. This operation cannot be undone. "
+                              "Continue?",
+                              {"Yes", "No"}, "No", "Yes");
+    trigger(command("actionDeleteAllProfiles"));
+    dialogs.reset();
+    expectLoadDialog("mine.hex", folder.path());
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First"}));
+}
+
+TEST_F(HexFilesTest, AnEmptyListGivesAFileWithoutData)
+{
+    exportTo("empty.hex");
+    EXPECT_EQ(content("empty.hex").toStdString(), ":020000040001F9\n:00000001FF\n");
+}
+
+TEST_F(HexFilesTest, AsManyProfilesAsAllowedAreExported)
+{
+    for (int i = 0; i < allowed; ++i) {
+        makeProfile("Profile");
+    }
+    exportTo("full.hex");
+    EXPECT_EQ(content("full.hex").count('\n'), 1 + allowed * 2 * 16 + 1);
+}
+
+TEST_F(HexFilesTest, OneProfileTooManyIsRefusedWithBothNumbers)
+{
+    for (int i = 0; i <= allowed; ++i) {
+        makeProfile("Profile");
+    }
+    script().expectFileDialog("Select HEX File to Export Profiles", filters, savedProfiles,
+                              folder.filePath("new.hex"));
+    expectStatus("You currently have 4 profiles, but only 3 profiles can be exported to a single "
+                 "HEX file. Please delete some profiles and try again");
+    runExport();
+    EXPECT_FALSE(QFile::exists(folder.filePath("new.hex")));
+    EXPECT_EQ(list()->count(), allowed + 1);
+}
+
+TEST_F(HexFilesTest, CancelledDialogsChangeNothing)
+{
+    makeProfile("First");
+    expectSaveDialog("", savedProfiles);
+    runExport();
+    expectLoadDialog("", savedProfiles);
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First"}));
+    EXPECT_TRUE(QDir(savedProfiles).isEmpty());
+}
+
+TEST_F(HexFilesTest, TheLastFolderIsOfferedNextTime)
+{
+    exportTo("mine.hex");
+    expectSaveDialog("", folder.path());
+    runExport();
+    expectLoadDialog("", folder.path());
+    runImport();
+}
+
+TEST_F(HexFilesTest, ANameWithoutSuffixGetsOne)
+{
+    expectSaveDialog(folder.filePath("mine"), savedProfiles);
+    expectExported();
+    runExport();
+    EXPECT_TRUE(content("mine.hex").endsWith(":00000001FF\n"));
+}
+
+TEST_F(HexFilesTest, AFileThatTheCompletedNameWouldReplaceIsAskedAbout)
+{
+    write("mine.hex", "old");
+    expectSaveDialog(folder.filePath("mine"), savedProfiles);
+    script().expectQuestion("Replace File?", "mine.hex already exists. Do you want to replace it?",
+                            "No");
+    runExport();
+    EXPECT_EQ(content("mine.hex").toStdString(), "old");
+}
+
+TEST_F(HexFilesTest, AFileThatCannotBeWrittenIsTold)
+{
+    makeProfile("First");
+    expectSaveDialog("mine.hex", savedProfiles);
+    expectStatus("An error occured while exporting profiles to HEX. Please try again.");
+    {
+        const FileSizeLimit fullDisk(100);
+        runExport();
+    }
+    EXPECT_TRUE(QDir(savedProfiles).isEmpty()) << "no half-written file";
+}
+
+TEST_F(HexFilesTest, AFullDiskKeepsTheOldFile)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    const QByteArray old = content("mine.hex");
+    makeProfile("Second");
+    for (const rlim_t limit : {0, 1, 100, 700}) {
+        expectSaveDialog(folder.filePath("mine"), folder.path());
+        script().expectQuestion("Replace File?",
+                                "mine.hex already exists. Do you want to replace it?", "Yes");
+        expectStatus("An error occured while exporting profiles to HEX. Please try again.");
+        const FileSizeLimit fullDisk(limit);
+        runExport();
+        EXPECT_EQ(content("mine.hex"), old) << limit;
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"mine.hex"});
+}
+
+TEST_F(HexFilesTest, AMissingEndIsAReadError)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    write("cut.hex", content("mine.hex").chopped(20));
+    expectLoadDialog("cut.hex", folder.path());
+    expectAppendQuestion("Add Profiles");
+    expectImportError("");
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First"}));
+}
+
+TEST_F(HexFilesTest, ADamagedStructureIsAChecksumErrorAndAddsNothing)
+{
+    makeProfile("First");
+    makeProfile("Second");
+    exportTo("mine.hex");
+    QByteArray text = content("mine.hex");
+    // The last letter of "Second" in the second structure, 'd', becomes 'f'; the check of the line
+    // lets that pass.
+    ASSERT_TRUE(text.contains("\n:103A000000006400")) << text.toStdString();
+    text.replace("\n:103A000000006400", "\n:103A000000006600");
+    write("damaged.hex", text);
+    expectLoadDialog("damaged.hex", folder.path());
+    expectAppendQuestion("Add Profiles");
+    expectImportError(" (Checksum)");
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First", "Second"}));
+}
+
+TEST_F(HexFilesTest, AnUnknownTypeIsATypeErrorAndReplaceHasEmptiedTheList)
+{
+    makeProfile("First");
+    write("unknown.hex", ":020000040001F9\n:0438000000006300" + QByteArray("61\n:00000001FF\n"));
+    expectLoadDialog(folder.filePath("unknown.hex"), savedProfiles);
+    expectAppendQuestion("Replace Profiles");
+    expectImportError(" (Invalid Type Field)");
+    runImport();
+    EXPECT_EQ(list()->count(), 0);
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(HexFilesTest, GlobalSettingsInTheImageAreLeftOut)
+{
+    // Type 1 and its checksum, then erased memory.
+    write("global.hex", ":020000040001F9\n:08380000FFFF0100FFFFFF00C4\n:00000001FF\n");
+    expectLoadDialog(folder.filePath("global.hex"), savedProfiles);
+    script().expectMessage(
+        "Profiles Left Out",
+        "1 of the profiles could not be imported, because the Kelvaron Bundle in "
+        "use does not know their chemistries: \"Global\"");
+    runImport();
+    EXPECT_EQ(list()->count(), 0);
+}

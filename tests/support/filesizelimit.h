@@ -1,0 +1,30 @@
+#pragma once
+
+#include <csignal>
+
+#include <sys/resource.h>
+
+/// While it lives, no file can grow beyond a number of bytes: a full disk in small.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        savedHandler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &savedLimit);
+        rlimit limit = savedLimit;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &savedLimit);
+        std::signal(SIGXFSZ, savedHandler);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit savedLimit = {};
+    void (*savedHandler)(int) = nullptr;
+};
