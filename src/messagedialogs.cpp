@@ -5,6 +5,7 @@
 #include "versionstring.h"
 
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QStringList>
 
@@ -70,11 +71,14 @@ QString aboutText()
 int MessageDialogs::message(QWidget* parent, const QString& title, const QString& text,
                             Qt::TextFormat format)
 {
-    QMessageBox box(parent);
-    box.setWindowTitle(title);
-    box.setTextFormat(format);
-    box.setText(text);
-    return box.exec();
+    // On the heap: while the box is open, its parent may go and take the box with it.
+    const QPointer<QMessageBox> box = new QMessageBox(parent);
+    box->setWindowTitle(title);
+    box->setTextFormat(format);
+    box->setText(text);
+    const int result = box->exec();
+    delete box;
+    return result;
 }
 
 int MessageDialogs::question(QWidget* parent, const QString& title, const QString& text,

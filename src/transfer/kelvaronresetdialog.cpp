@@ -6,8 +6,6 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include <cstdlib>
-
 KelvaronResetDialog::KelvaronResetDialog(const QString& successMessage, const QString& portName,
                                          QWidget* parent)
     : QDialog(parent), port(portName)
@@ -60,7 +58,7 @@ void KelvaronResetDialog::resetKelvaron()
 
 void KelvaronResetDialog::onResetFinished(int exitCode, QProcess::ExitStatus exitStatus)
 {
-    if (exitCode == EXIT_SUCCESS && exitStatus == QProcess::NormalExit) {
+    if (Uploader::hasSucceeded(exitCode, exitStatus)) {
         onResetSuccessful();
     } else {
         onResetFailed();

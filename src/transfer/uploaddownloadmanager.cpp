@@ -1,8 +1,14 @@
 #include "transfer/uploaddownloadmanager.h"
 
+#include "HEXGeneratorParser/hexmanager.h"
+#include "HEXGeneratorParser/readfromhex.h"
 #include "messagedialogs.h"
+#include "transfer/uploaddownloaddialog.h"
 
+#include <QMessageBox>
 #include <QWidget>
+
+using HEXGeneratorParser::ReadFromHEX;
 
 namespace UploadDownload
 {
@@ -13,13 +19,61 @@ UploadDownloadManager::UploadDownloadManager(HEXGeneratorParser::HEXManager* man
 
 void UploadDownloadManager::on_writeButtonPressed()
 {
-    MessageDialogs::notAvailableYet(qobject_cast<QWidget*>(parent()),
-                                    QStringLiteral("Writing profiles to the Kelvaron"));
+    const int numProfiles = hexManager->getCurrentNumProfiles();
+    const int numAllowed = hexManager->getNumProfilesAllowed();
+    if (numProfiles > numAllowed) {
+        MessageDialogs::message(
+            dialogParent(), QStringLiteral("Upload profiles status"),
+            QStringLiteral("You currently have %1 profiles, but only %2 profiles can be exported "
+                           "to the Kelvaron. Please delete some profiles and try again")
+                .arg(numProfiles)
+                .arg(numAllowed));
+        return;
+    }
+    if (!hexManager->exportProfiles(uploadFileName)) {
+        MessageDialogs::message(
+            dialogParent(), QStringLiteral("Error while uploading!"),
+            QStringLiteral("An error occured while exporting profiles to HEX. Please try again."));
+        return;
+    }
+    auto* dialog = new UploadDownloadDialog(true, dialogParent()); // deletes itself when closed
+    dialog->setFileLocation(uploadFileName);
 }
 
 void UploadDownloadManager::on_readButtonPressed()
 {
-    MessageDialogs::notAvailableYet(qobject_cast<QWidget*>(parent()),
-                                    QStringLiteral("Reading profiles from the Kelvaron"));
+    auto* dialog = new UploadDownloadDialog(false, dialogParent()); // deletes itself when closed
+    dialog->setFileLocation(downloadFileName);
+    connect(dialog, &UploadDownloadDialog::finished, this, &UploadDownloadManager::importProfiles);
+}
+
+void UploadDownloadManager::importProfiles()
+{
+    if (hexManager->getCurrentNumProfiles() > 0
+        && MessageDialogs::askAppendProfiles(dialogParent()) == QMessageBox::No) {
+        emit deleteAllProfiles();
+    }
+    try {
+        hexManager->importProfiles(downloadFileName);
+    } catch (int error) {
+        showImportError(dialogParent(), error);
+    }
+}
+
+int UploadDownloadManager::showImportError(QWidget* parent, int error)
+{
+    switch (error) {
+    case ReadFromHEX::TYPE_ERROR:
+        return MessageDialogs::hexImportTypeError(parent);
+    case ReadFromHEX::CHECKSUM_ERROR:
+        return MessageDialogs::hexImportChecksumError(parent);
+    default:
+        return MessageDialogs::hexImportReadError(parent);
+    }
+}
+
+QWidget* UploadDownloadManager::dialogParent() const
+{
+    return qobject_cast<QWidget*>(parent());
 }
 } // namespace UploadDownload

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
+
+class QWidget;
 
 namespace HEXGeneratorParser
 {
@@ -9,8 +12,8 @@ class HEXManager;
 
 namespace UploadDownload
 {
-/// Moves the profile list between the editor and the charger. This version cannot do it yet: both
-/// commands tell so and change nothing.
+/// Moves the profile list between the editor and the charger, by way of Intel HEX files in the
+/// working folder.
 class UploadDownloadManager : public QObject
 {
     Q_OBJECT
@@ -19,15 +22,28 @@ public:
     /// `manager` is borrowed. `parent` is the main window.
     UploadDownloadManager(HEXGeneratorParser::HEXManager* manager, QObject* parent);
 
+    /// Tells why a file could not be imported: `error` is what HEXManager::importProfiles() throws.
+    static int showImportError(QWidget* parent, int error);
+
 signals:
     /// The list is to be emptied without a question, before the charger's profiles replace it.
     void deleteAllProfiles();
 
 public slots:
+    /// Writes the list to a file and opens the dialog that brings it to the charger.
     void on_writeButtonPressed();
+
+    /// Opens the dialog that reads the charger's profiles into a file.
     void on_readButtonPressed();
 
+    /// Brings what was read from the charger into the list, added to it or in its place.
+    void importProfiles();
+
 private:
+    QWidget* dialogParent() const;
+
     HEXGeneratorParser::HEXManager* hexManager;
+    const QString downloadFileName = QStringLiteral("downloadedProfiles.hex");
+    const QString uploadFileName = QStringLiteral("profilesToUpload.hex");
 };
 } // namespace UploadDownload

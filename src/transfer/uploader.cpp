@@ -3,7 +3,8 @@
 #include "buildconstants.h"
 
 #include <QCoreApplication>
-#include <QProcess>
+
+#include <cstdlib>
 
 QString Uploader::program()
 {
@@ -14,6 +15,16 @@ QStringList Uploader::arguments(const QString& portName, const QStringList& oper
 {
     return QStringList{QStringLiteral("-s"), portName, QStringLiteral("-h"), QStringLiteral("-V")}
            + operation;
+}
+
+QStringList Uploader::profileArea()
+{
+    return {QStringLiteral("0x9C00"), QStringLiteral("0xA000")};
+}
+
+bool Uploader::hasSucceeded(int exitCode, QProcess::ExitStatus exitStatus)
+{
+    return exitStatus == QProcess::NormalExit && exitCode == EXIT_SUCCESS;
 }
 
 void Uploader::giveUp(QProcess* process)

@@ -1,9 +1,8 @@
 #pragma once
 
+#include <QProcess>
 #include <QString>
 #include <QStringList>
-
-class QProcess;
 
 /// The external uploader, which does everything that is done to the charger. It is run from the
 /// working folder, once for each operation; its exit code tells whether the operation succeeded.
@@ -17,6 +16,12 @@ public:
 
     /// The arguments of a run: those that every run gets, then those of its operation.
     static QStringList arguments(const QString& portName, const QStringList& operation);
+
+    /// The bounds of the charger's profile area, lower and upper, as the uploader counts addresses.
+    static QStringList profileArea();
+
+    /// Whether a run that ended like this has done its work.
+    static bool hasSucceeded(int exitCode, QProcess::ExitStatus exitStatus);
 
     /// Ends a run whose result nobody waits for any more: none of its signals reaches anybody. The
     /// process is deleted, at once or when it has ended; `process` may be nullptr.

@@ -190,7 +190,7 @@ void Tour::showMessages()
     onNextDialog(close("message-about"));
     trigger("actionAbout");
     onNextDialog(close("message-not-available"));
-    trigger("actionWriteProfiles");
+    trigger("actionCheckNewFirmware");
 }
 
 void Tour::trigger(const QString& actionName)

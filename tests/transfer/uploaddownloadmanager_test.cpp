@@ -1,26 +1,342 @@
 #include "transfer/uploaddownloadmanager.h"
 
+#include "HEXGeneratorParser/hexmanager.h"
+#include "profiles/profilenameslistmanager.h"
 #include "support/gui/dialogscript.h"
+#include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "transfer/fakeports.h"
+#include "transfer/fakeuploader.h"
+#include "transfer/uploaddownloaddialog.h"
 
-#include <QMessageBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QProcess>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTest>
 
-TEST(UploadDownloadManagerTest, CommandsToComeSaySoAndEmptyNothing)
+using HEXGeneratorParser::HEXManager;
+using UploadDownload::UploadDownloadDialog;
+using UploadDownload::UploadDownloadManager;
+
+class TransferManagerTest : public ::testing::Test
 {
-    QWidget window;
-    UploadDownload::UploadDownloadManager manager(nullptr, &window);
-    QSignalSpy emptied(&manager, &UploadDownload::UploadDownloadManager::deleteAllProfiles);
-    for (const auto& command : {&UploadDownload::UploadDownloadManager::on_writeButtonPressed,
-                                &UploadDownload::UploadDownloadManager::on_readButtonPressed}) {
-        DialogScript script;
-        script.thenDo([&window](QWidget& dialog) {
-            EXPECT_EQ(dialog.windowTitle(), "Not Available Yet");
-            EXPECT_EQ(dialog.parentWidget(), &window);
-            clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
-        });
-        (manager.*command)();
+protected:
+    TransferManagerTest()
+    {
+        QObject::connect(manager, &UploadDownloadManager::deleteAllProfiles, window.list,
+                         &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
     }
-    EXPECT_TRUE(emptied.isEmpty());
+
+    ~TransferManagerTest() override { flushDeletions(); }
+
+    /// The open transfer dialog; nullptr when there is none.
+    UploadDownloadDialog* dialog() const { return window.findChild<UploadDownloadDialog*>(); }
+
+    void fillList(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            window.add(QString("Cell %1").arg(i + 1));
+        }
+    }
+
+    /// The question about the reset, answered with staying.
+    static void expectResetQuestion(DialogScript& script)
+    {
+        script.thenDo([](QWidget& question) {
+            EXPECT_EQ(question.windowTitle(), "Stay in Bootloader Mode or Reset?");
+            for (QPushButton* button : question.findChildren<QPushButton*>()) {
+                if (button->text() == "Stay in Bootloader Mode") {
+                    clickOn(button);
+                    return;
+                }
+            }
+        });
+    }
+
+    static void expectAppendQuestion(DialogScript& script, const QString& answer)
+    {
+        script.expectMessageBox("Add Profiles to List?",
+                                "Do you want to add the imported profiles to the current list of "
+                                "profiles, or replace them?<br>",
+                                {"Add Profiles", "Replace Profiles"}, "Add Profiles", answer);
+    }
+
+    static void expectFailure(DialogScript& script)
+    {
+        script.expectMessage("Failed!",
+                             "Please make sure to select the correct COM port, and that the "
+                             "Kelvaron is in bootloader mode, and try again.");
+    }
+
+    /// Presses the open dialog's button and waits until the dialog is gone.
+    void transferToTheEnd()
+    {
+        ASSERT_NE(dialog(), nullptr);
+        clickOn(childNamed<QPushButton>(dialog(), "okButton"));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return dialog() == nullptr; }));
+    }
+
+    /// Puts the list into the charger that the uploader serves, and changes nothing else.
+    void fillCharger()
+    {
+        ASSERT_TRUE(hexManager->exportProfiles("charger.hex"));
+        uploader.setBehaviour("[ \"$5\" != -l ] || cp charger.hex \"$8\"");
+    }
+
+    FakeUploader uploader;
+    FakePorts ports{{"/dev/ttyUSB0"}};
+    EditorWindow window;
+    HEXManager* hexManager = new HEXManager(&window, window.ui->profileNamesList, window.generator,
+                                            window.importer, &window);
+    UploadDownloadManager* manager = new UploadDownloadManager(hexManager, &window);
+    QSignalSpy emptied{manager, &UploadDownloadManager::deleteAllProfiles};
+};
+
+// Writing
+
+TEST_F(TransferManagerTest, WritesAWholeFileBeforeTheDialogOpens)
+{
+    fillList(2);
+    manager->on_writeButtonPressed();
+    ASSERT_NE(dialog(), nullptr);
+    EXPECT_EQ(dialog()->windowTitle(), "Profile Writer");
+    EXPECT_EQ(dialog()->parent(), &window);
+    EXPECT_TRUE(FakeUploader::read("profilesToUpload.hex").trimmed().endsWith(":00000001FF"));
+    EXPECT_TRUE(FakeUploader::runs().isEmpty());
+    dialog()->close();
+}
+
+TEST_F(TransferManagerTest, HandsTheFileToTheUploader)
+{
+    fillList(1);
+    manager->on_writeButtonPressed();
+    DialogScript script;
+    expectResetQuestion(script);
+    transferToTheEnd();
+    ASSERT_EQ(FakeUploader::runs().size(), 2);
+    EXPECT_EQ(FakeUploader::runs().at(1),
+              QStringList({"-s", "/dev/ttyUSB0", "-h", "-V", "-w", "profilesToUpload.hex"}));
+    EXPECT_EQ(window.titles(), QStringList("Cell 1"));
+    EXPECT_EQ(emptied.size(), 0);
+}
+
+TEST_F(TransferManagerTest, AsManyProfilesAsAllowedAreWritten)
+{
+    fillList(hexManager->getNumProfilesAllowed());
+    const DialogScript nothing;
+    manager->on_writeButtonPressed();
+    ASSERT_NE(dialog(), nullptr);
+    dialog()->close();
+}
+
+TEST_F(TransferManagerTest, OneProfileTooManyIsRefusedWithBothNumbers)
+{
+    const int allowed = hexManager->getNumProfilesAllowed();
+    fillList(allowed + 1);
+    DialogScript script;
+    script.expectMessage(
+        "Upload profiles status",
+        QString("You currently have %1 profiles, but only %2 profiles can be exported to the "
+                "Kelvaron. Please delete some profiles and try again")
+            .arg(allowed + 1)
+            .arg(allowed));
+    manager->on_writeButtonPressed();
+    EXPECT_EQ(dialog(), nullptr);
+    EXPECT_FALSE(QFileInfo::exists("profilesToUpload.hex"));
+    EXPECT_EQ(window.count(), allowed + 1);
+}
+
+TEST_F(TransferManagerTest, FileThatCannotBeWrittenStopsTheTransfer)
+{
+    fillList(1);
+    ASSERT_TRUE(QDir().mkdir("profilesToUpload.hex"));
+    DialogScript script;
+    script.expectMessage("Error while uploading!",
+                         "An error occured while exporting profiles to HEX. Please try again.");
+    manager->on_writeButtonPressed();
+    EXPECT_EQ(dialog(), nullptr);
+    EXPECT_TRUE(FakeUploader::runs().isEmpty());
+}
+
+TEST_F(TransferManagerTest, EmptyListIsWrittenToo)
+{
+    manager->on_writeButtonPressed();
+    DialogScript script;
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(FakeUploader::runs().size(), 2);
+}
+
+TEST_F(TransferManagerTest, FailedWriteLeavesTheFileAndTheList)
+{
+    fillList(2);
+    uploader.setBehaviour("exit 1");
+    manager->on_writeButtonPressed();
+    DialogScript script;
+    expectFailure(script);
+    transferToTheEnd();
+    EXPECT_TRUE(FakeUploader::read("profilesToUpload.hex").trimmed().endsWith(":00000001FF"));
+    EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
+}
+
+TEST_F(TransferManagerTest, FinishedWriteImportsNothing)
+{
+    fillList(1);
+    manager->on_writeButtonPressed();
+    DialogScript script;
+    expectResetQuestion(script); // and no question about adding or replacing
+    transferToTheEnd();
+    EXPECT_EQ(window.count(), 1);
+}
+
+// Reading
+
+TEST_F(TransferManagerTest, OpensTheReader)
+{
+    manager->on_readButtonPressed();
+    ASSERT_NE(dialog(), nullptr);
+    EXPECT_EQ(dialog()->windowTitle(), "Profile Reader");
+    EXPECT_EQ(dialog()->parent(), &window);
+    EXPECT_TRUE(FakeUploader::runs().isEmpty());
+    dialog()->close();
+}
+
+TEST_F(TransferManagerTest, ReadsIntoAnEmptyListWithoutAQuestion)
+{
+    fillList(2);
+    fillCharger();
+    window.list->deleteAllProfilesNoConfirmation();
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
+    EXPECT_EQ(emptied.size(), 0);
+    EXPECT_EQ(FakeUploader::runs(),
+              QList<QStringList>({{"-s", "/dev/ttyUSB0", "-h", "-V", "-l", "0x9C00", "0xA000",
+                                   "downloadedProfiles.hex"}}));
+}
+
+TEST_F(TransferManagerTest, AddingKeepsTheList)
+{
+    fillList(1);
+    fillCharger();
+    window.add("Torch");
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectAppendQuestion(script, "Add Profiles");
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Torch", "Cell 1"}));
+    EXPECT_EQ(emptied.size(), 0);
+}
+
+TEST_F(TransferManagerTest, ReplacingEmptiesTheListFirst)
+{
+    fillList(1);
+    fillCharger();
+    window.add("Torch");
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectAppendQuestion(script, "Replace Profiles");
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(window.titles(), QStringList("Cell 1"));
+    EXPECT_EQ(emptied.size(), 1);
+}
+
+TEST_F(TransferManagerTest, ClosingTheQuestionReplaces)
+{
+    fillList(1);
+    fillCharger();
+    window.add("Torch");
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectAppendQuestion(script, DialogScript::closeControl);
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(window.titles(), QStringList("Cell 1"));
+}
+
+TEST_F(TransferManagerTest, FailedReadImportsAndDeletesNothing)
+{
+    fillList(2);
+    ASSERT_TRUE(hexManager->exportProfiles("downloadedProfiles.hex")); // of an earlier read
+    uploader.setBehaviour("exit 1");
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectFailure(script);
+    transferToTheEnd();
+    EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
+    EXPECT_EQ(emptied.size(), 0);
+}
+
+TEST_F(TransferManagerTest, ReadWhoseDialogWasClosedImportsNothing)
+{
+    fillList(1);
+    fillCharger();
+    uploader.setBehaviour(FakeUploader::waitForGo() + "; cp charger.hex \"$8\"; touch ended");
+    manager->on_readButtonPressed();
+    clickOn(childNamed<QPushButton>(dialog(), "okButton"));
+    ASSERT_TRUE(QTest::qWaitFor([] { return FakeUploader::runs().size() == 1; }));
+    QTest::keyClick(dialog(), Qt::Key_Escape);
+    flushDeletions();
+    ASSERT_EQ(dialog(), nullptr);
+    const DialogScript nothing;
+    FakeUploader::write("go", "");
+    auto* process = window.findChild<QProcess*>();
+    ASSERT_NE(process, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([process] { return process->state() == QProcess::NotRunning; }));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(QFileInfo::exists("ended"));
+    EXPECT_EQ(window.count(), 1);
+}
+
+TEST_F(TransferManagerTest, FileThatCannotBeReadIsToldAndTheListStaysEmptied)
+{
+    fillList(2);
+    uploader.setBehaviour("echo rubbish > \"$8\"");
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectAppendQuestion(script, "Replace Profiles");
+    script.expectMessage("Import from HEX status",
+                         "An error occured while importing profiles from HEX. Please try again.");
+    script.thenDo([this](QWidget& question) { // success all the same
+        EXPECT_EQ(childNamed<QLabel>(dialog(), "statusLabel")->text(), "Read Success!");
+        question.close();
+    });
+    transferToTheEnd();
+    EXPECT_EQ(window.count(), 0);
+}
+
+TEST_F(TransferManagerTest, FileThatCannotBeReadKeepsTheListWhenItWasToBeAdded)
+{
+    fillList(2);
+    uploader.setBehaviour("exit 0"); // without writing a file
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectAppendQuestion(script, "Add Profiles");
+    script.expectMessage("Import from HEX status",
+                         "An error occured while importing profiles from HEX. Please try again.");
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
+}
+
+TEST_F(TransferManagerTest, EveryImportErrorHasItsText)
+{
+    const QString plain = "An error occured while importing profiles from HEX. Please try again.";
+    const QList<QPair<int, QString>> texts = {{0, plain},
+                                              {1, plain + " (Checksum)"},
+                                              {2, plain + " (Invalid Type Field)"},
+                                              {3, plain},
+                                              {7, plain},
+                                              {-1, plain}};
+    for (const auto& [error, text] : texts) {
+        DialogScript script;
+        script.expectMessage("Import from HEX status", text);
+        UploadDownloadManager::showImportError(&window, error);
+    }
 }

@@ -1,0 +1,178 @@
+#include "transfer/uploaddownloaddialog.h"
+
+#include "messagedialogs.h"
+#include "transfer/downloadprofiles.h"
+#include "transfer/kelvaronresetdialog.h"
+#include "transfer/uploadprofiles.h"
+#include "ui_uploaddownloaddialog.h"
+
+#include <QPointer>
+
+namespace UploadDownload
+{
+namespace
+{
+constexpr int fullProgress = 100;
+
+std::unique_ptr<Ui::UploadDownloadDialog> makeForm(QDialog* dialog)
+{
+    auto form = std::make_unique<Ui::UploadDownloadDialog>();
+    form->setupUi(dialog);
+    return form;
+}
+} // namespace
+
+UploadDownloadDialog::UploadDownloadDialog(bool writes, QWidget* parent)
+    : QDialog(parent), isWriteMode(writes), ui(makeForm(this)), portDropdown(ui->comPortsDropdown)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    hide();
+    setWindowModality(Qt::ApplicationModal);
+    show();
+    setUpTexts();
+    connect(ui->okButton, &QPushButton::clicked, this, &UploadDownloadDialog::on_okButtonPressed);
+    portDropdown.fill();
+    connect(&watcher, &COMDeviceWatcher::devicesAdded, this,
+            &UploadDownloadDialog::onDevicesConnected);
+    connect(&watcher, &COMDeviceWatcher::devicesRemoved, this,
+            &UploadDownloadDialog::onDevicesDisconnected);
+    watcher.startWatching();
+    ui->statusLabel->setText(QStringLiteral("Stopped"));
+    ui->progressBar->setValue(0);
+}
+
+UploadDownloadDialog::~UploadDownloadDialog() = default;
+
+void UploadDownloadDialog::setUpTexts()
+{
+    const QString title =
+        isWriteMode ? QStringLiteral("Profile Writer") : QStringLiteral("Profile Reader");
+    setWindowTitle(title);
+    ui->dialogTitleLabel->setText(title);
+    ui->okButton->setText(isWriteMode ? QStringLiteral("Write Profiles")
+                                      : QStringLiteral("Read Profiles"));
+}
+
+void UploadDownloadDialog::setFileLocation(const QString& path)
+{
+    fileLocation = path;
+}
+
+void UploadDownloadDialog::on_okButtonPressed()
+{
+    if (isDone) {
+        close(); // and on: the press starts another operation while the dialog closes
+    }
+    ui->okButton->setEnabled(false);
+    ui->statusLabel->setText(QStringLiteral("Working..."));
+    ui->progressBar->setMinimum(0);
+    ui->progressBar->setMaximum(0);
+    startWorker();
+}
+
+void UploadDownloadDialog::startWorker()
+{
+    if (isWriteMode) {
+        auto* worker = new UploadProfiles(currentPort(), fileLocation, parent());
+        connect(worker, &UploadProfiles::finished, this,
+                &UploadDownloadDialog::uploadDownloadSuccess);
+        connect(worker, &UploadProfiles::errorUploading, this,
+                &UploadDownloadDialog::uploadDownloadFailed);
+        worker->start();
+    } else {
+        auto* worker = new DownloadProfiles(currentPort(), fileLocation, parent());
+        connect(worker, &DownloadProfiles::finished, this,
+                &UploadDownloadDialog::uploadDownloadSuccess);
+        connect(worker, &DownloadProfiles::errorDownloading, this,
+                &UploadDownloadDialog::uploadDownloadFailed);
+        worker->start();
+    }
+}
+
+void UploadDownloadDialog::uploadDownloadSuccess()
+{
+    if (isClosed()) {
+        return;
+    }
+    ui->statusLabel->setText(isWriteMode ? QStringLiteral("Write Success!")
+                                         : QStringLiteral("Read Success!"));
+    ui->progressBar->setMaximum(fullProgress);
+    ui->progressBar->setValue(fullProgress);
+
+    // What hears of it, and the question below, run event loops in which this dialog may go.
+    const QPointer<UploadDownloadDialog> self(this);
+    emit finished();
+    if (self == nullptr || isClosed()) {
+        return;
+    }
+    isDone = true;
+    ui->okButton->setText(QStringLiteral("Close Window"));
+    ui->okButton->setEnabled(true);
+    auto* resetDialog = new KelvaronResetDialog(
+        isWriteMode ? QStringLiteral("Profiles successfully written to the Kelvaron!")
+                    : QStringLiteral("Profiles successfully read from the Kelvaron!"),
+        currentPort(), this); // goes with this dialog
+    resetDialog->exec();
+    if (self != nullptr) {
+        close();
+    }
+}
+
+void UploadDownloadDialog::uploadDownloadFailed()
+{
+    // A crashing uploader is told of twice; the second time this dialog has been closed already.
+    if (isClosed()) {
+        return;
+    }
+    ui->statusLabel->setText(QStringLiteral("Failed!"));
+    ui->progressBar->setMaximum(fullProgress);
+    ui->progressBar->setValue(0);
+    const QPointer<UploadDownloadDialog> self(this);
+    MessageDialogs::message(this, QStringLiteral("Failed!"),
+                            QStringLiteral("Please make sure to select the correct COM port, and "
+                                           "that the Kelvaron is in bootloader mode, and try "
+                                           "again."));
+    if (self != nullptr) {
+        close();
+    }
+}
+
+void UploadDownloadDialog::onDevicesConnected(const QList<QextPortInfo>& ports)
+{
+    for (const QextPortInfo& port : ports) {
+        addPortToDropdown(port);
+    }
+}
+
+void UploadDownloadDialog::onDevicesDisconnected(const QList<QextPortInfo>& ports)
+{
+    for (const QextPortInfo& port : ports) {
+        removePortFromDropdown(port);
+    }
+}
+
+void UploadDownloadDialog::addPortToDropdown(const QextPortInfo& port)
+{
+    portDropdown.add(port);
+}
+
+void UploadDownloadDialog::removePortFromDropdown(const QextPortInfo& port)
+{
+    portDropdown.remove(port);
+}
+
+QString UploadDownloadDialog::formatCOMPort(const QString& portName)
+{
+    return portName;
+}
+
+QString UploadDownloadDialog::currentPort() const
+{
+    return formatCOMPort(ui->comPortsDropdown->currentText());
+}
+
+bool UploadDownloadDialog::isClosed() const
+{
+    return isHidden(); // deleted as soon as the event loop comes to it
+}
+} // namespace UploadDownload

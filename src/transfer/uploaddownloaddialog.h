@@ -1,0 +1,66 @@
+#pragma once
+
+#include "transfer/comdevicewatcher.h"
+#include "transfer/portdropdown.h"
+#include "transfer/qextportinfo.h"
+
+#include <QDialog>
+#include <QList>
+#include <QString>
+
+#include <memory>
+
+namespace Ui
+{
+class UploadDownloadDialog;
+}
+
+namespace UploadDownload
+{
+/// Lets the user choose the serial port, then writes a profile image to the charger or reads one
+/// from it, and shows how that goes.
+///
+/// The dialog shows itself, is application-modal and deletes itself when closed. It may be closed
+/// while the uploader runs: the worker belongs to the dialog's parent and carries on, its result
+/// reaches nobody then.
+class UploadDownloadDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `parent` is the main window, which comes to own the workers.
+    UploadDownloadDialog(bool writes, QWidget* parent);
+    ~UploadDownloadDialog() override;
+
+    /// The HEX file to be written to the charger, or to be read into. Set before the button is
+    /// pressed.
+    void setFileLocation(const QString& path);
+
+signals:
+    /// An operation has succeeded.
+    void finished();
+
+public slots:
+    void on_okButtonPressed();
+    void uploadDownloadSuccess();
+    void uploadDownloadFailed();
+    void onDevicesConnected(const QList<QextPortInfo>& ports);
+    void onDevicesDisconnected(const QList<QextPortInfo>& ports);
+
+private:
+    void setUpTexts();
+    void startWorker();
+    void addPortToDropdown(const QextPortInfo& port);
+    void removePortFromDropdown(const QextPortInfo& port);
+    static QString formatCOMPort(const QString& portName);
+    QString currentPort() const;
+    bool isClosed() const;
+
+    bool isWriteMode;
+    bool isDone = false; ///< an operation has succeeded
+    QString fileLocation;
+    std::unique_ptr<Ui::UploadDownloadDialog> ui;
+    PortDropdown portDropdown;
+    COMDeviceWatcher watcher{nullptr};
+};
+} // namespace UploadDownload

@@ -1,0 +1,170 @@
+#include "transfer/uploadprofiles.h"
+
+#include "support/gui/widgets.h"
+#include "transfer/fakeuploader.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <csignal>
+#include <memory>
+
+using UploadDownload::UploadProfiles;
+
+class UploadProfilesTest : public ::testing::Test
+{
+protected:
+    /// Starts a write and waits until it has told its end; more signals of the same run come
+    /// without a pause.
+    void runToItsEnd()
+    {
+        worker->start();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !finished.isEmpty() || !errors.isEmpty(); }));
+        ASSERT_TRUE(QTest::qWaitFor([this] {
+            const QList<QProcess*> processes = owner.findChildren<QProcess*>();
+            return std::all_of(processes.begin(), processes.end(), [](const QProcess* process) {
+                return process->state() == QProcess::NotRunning;
+            });
+        }));
+        QCoreApplication::processEvents();
+    }
+
+    /// The operation letters of the runs so far.
+    static QStringList steps()
+    {
+        QStringList letters;
+        for (const QStringList& arguments : FakeUploader::runs()) {
+            letters.append(arguments.value(4));
+        }
+        return letters;
+    }
+
+    FakeUploader uploader;
+    QObject owner;
+    UploadProfiles* worker = new UploadProfiles("/dev/ttyUSB0", "profilesToUpload.hex", &owner);
+    QSignalSpy finished{worker, &UploadProfiles::finished};
+    QSignalSpy errors{worker, &UploadProfiles::errorUploading};
+};
+
+TEST_F(UploadProfilesTest, ErasesThenPrograms)
+{
+    runToItsEnd();
+    EXPECT_EQ(finished.size(), 1);
+    EXPECT_EQ(errors.size(), 0);
+    EXPECT_EQ(
+        FakeUploader::runs(),
+        QList<QStringList>({{"-s", "/dev/ttyUSB0", "-h", "-V", "-E", "0x9C00", "0xA000"},
+                            {"-s", "/dev/ttyUSB0", "-h", "-V", "-w", "profilesToUpload.hex"}}));
+}
+
+TEST_F(UploadProfilesTest, PassesPortAndPathAsSingleArguments)
+{
+    worker = new UploadProfiles("", "a folder/it's \"here\" $HOME.hex", &owner);
+    QSignalSpy ends(worker, &UploadProfiles::finished);
+    worker->start();
+    ASSERT_TRUE(ends.wait());
+    ASSERT_EQ(FakeUploader::runs().size(), 2);
+    EXPECT_EQ(FakeUploader::runs().at(1),
+              QStringList({"-s", "", "-h", "-V", "-w", "a folder/it's \"here\" $HOME.hex"}));
+}
+
+TEST_F(UploadProfilesTest, DoesNotProgramBeforeTheEraseHasEnded)
+{
+    uploader.setBehaviour(FakeUploader::waitForGo());
+    worker->start();
+    ASSERT_TRUE(QTest::qWaitFor([] { return steps().size() == 1; }));
+    EXPECT_EQ(owner.findChildren<QProcess*>().size(), 1);
+    FakeUploader::write("go", "");
+    ASSERT_TRUE(finished.wait());
+    EXPECT_EQ(steps(), QStringList({"-E", "-w"}));
+}
+
+TEST_F(UploadProfilesTest, NeverProgramsAfterAFailedErase)
+{
+    for (const char* exitCode : {"1", "2", "255"}) {
+        errors.clear();
+        QFile::remove("runs.txt");
+        uploader.setBehaviour(QByteArray("exit ") + exitCode);
+        runToItsEnd();
+        EXPECT_EQ(errors.size(), 1) << exitCode;
+        EXPECT_EQ(finished.size(), 0) << exitCode;
+        EXPECT_EQ(steps(), QStringList("-E")) << exitCode;
+    }
+}
+
+TEST_F(UploadProfilesTest, FailsWhenProgrammingFails)
+{
+    uploader.setBehaviour("[ \"$5\" != -w ]");
+    runToItsEnd();
+    EXPECT_EQ(errors.size(), 1);
+    EXPECT_EQ(finished.size(), 0);
+    EXPECT_EQ(steps(), QStringList({"-E", "-w"}));
+}
+
+TEST_F(UploadProfilesTest, CrashInTheEraseIsToldTwiceAndNothingIsProgrammed)
+{
+    uploader.setBehaviour(FakeUploader::crash());
+    runToItsEnd();
+    EXPECT_EQ(errors.size(), 2);
+    EXPECT_EQ(finished.size(), 0);
+    EXPECT_EQ(steps(), QStringList("-E"));
+}
+
+TEST_F(UploadProfilesTest, CrashInProgrammingIsToldTwice)
+{
+    uploader.setBehaviour("[ \"$5\" = -w ] || exit 0; " + FakeUploader::crash());
+    runToItsEnd();
+    EXPECT_EQ(errors.size(), 2);
+    EXPECT_EQ(finished.size(), 0);
+}
+
+TEST_F(UploadProfilesTest, MissingUploaderIsToldOnce)
+{
+    FakeUploader::remove();
+    runToItsEnd();
+    EXPECT_EQ(errors.size(), 1);
+    EXPECT_EQ(finished.size(), 0);
+}
+
+TEST_F(UploadProfilesTest, UploaderThatIsNotExecutableIsToldOnce)
+{
+    FakeUploader::makeNotExecutable();
+    runToItsEnd();
+    EXPECT_EQ(errors.size(), 1);
+    EXPECT_EQ(finished.size(), 0);
+}
+
+TEST_F(UploadProfilesTest, UploaderThatGoesBetweenTheStepsIsToldOnce)
+{
+    uploader.setBehaviour("rm -f \"$0\"");
+    runToItsEnd();
+    EXPECT_EQ(errors.size(), 1);
+    EXPECT_EQ(finished.size(), 0);
+}
+
+TEST_F(UploadProfilesTest, OutputIsLeftAloneHoweverMuchItIs)
+{
+    uploader.setBehaviour("head -c 3000000 /dev/zero; head -c 300000 /dev/zero >&2");
+    runToItsEnd();
+    EXPECT_EQ(finished.size(), 1);
+}
+
+TEST_F(UploadProfilesTest, ProcessesBelongToTheWorkersOwnerAndStay)
+{
+    runToItsEnd();
+    EXPECT_EQ(worker->parent(), &owner);
+    EXPECT_EQ(owner.findChildren<QProcess*>(QString(), Qt::FindDirectChildrenOnly).size(), 2);
+}
+
+TEST_F(UploadProfilesTest, OwnerThatGoesEndsTheRun)
+{
+    uploader.setBehaviour("echo $$ > pid; " + FakeUploader::waitForGo());
+    auto window = std::make_unique<QObject>();
+    auto* run = new UploadProfiles("COM7", "x.hex", window.get());
+    QSignalSpy heard(run, &UploadProfiles::errorUploading);
+    run->start();
+    ASSERT_TRUE(QTest::qWaitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
+    window.reset();
+    EXPECT_EQ(heard.size(), 0);
+    EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";
+}
