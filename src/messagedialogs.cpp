@@ -20,6 +20,25 @@ const char installationError[] = "Installation Error";
 const char hexImportStatus[] = "Import from HEX status";
 const char xmlImportStatus[] = "Import from XML status";
 
+QMessageBox* textBox(QWidget* parent, const QString& title, const QString& text,
+                     Qt::TextFormat format)
+{
+    auto* box = new QMessageBox(parent);
+    box->setWindowTitle(title);
+    box->setTextFormat(format);
+    box->setText(text);
+    return box;
+}
+
+/// Shows a box and deletes it. On the heap: while it is open, its parent may go and take it along.
+int run(QMessageBox* box)
+{
+    const QPointer<QMessageBox> guard(box);
+    const int result = box->exec();
+    delete guard;
+    return result;
+}
+
 int plainMessage(QWidget* parent, const char* title, const char* text)
 {
     return MessageDialogs::message(parent, latin1(title), latin1(text));
@@ -71,26 +90,16 @@ QString aboutText()
 int MessageDialogs::message(QWidget* parent, const QString& title, const QString& text,
                             Qt::TextFormat format)
 {
-    // On the heap: while the box is open, its parent may go and take the box with it.
-    const QPointer<QMessageBox> box = new QMessageBox(parent);
-    box->setWindowTitle(title);
-    box->setTextFormat(format);
-    box->setText(text);
-    const int result = box->exec();
-    delete box;
-    return result;
+    return run(textBox(parent, title, text, format));
 }
 
 int MessageDialogs::question(QWidget* parent, const QString& title, const QString& text,
                              Qt::TextFormat format)
 {
-    QMessageBox box(parent);
-    box.setWindowTitle(title);
-    box.setTextFormat(format);
-    box.setText(text);
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.setDefaultButton(QMessageBox::No);
-    return box.exec();
+    QMessageBox* box = textBox(parent, title, text, format);
+    box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box->setDefaultButton(QMessageBox::No);
+    return run(box);
 }
 
 int MessageDialogs::helpKelvaronProfileEditor(QWidget* parent)

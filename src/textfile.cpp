@@ -26,11 +26,15 @@ QStringList TextFile::splitLines(const QString& text)
 
 bool TextFile::write(const QString& path, const QString& text)
 {
+    return writeBytes(path, text.toUtf8());
+}
+
+bool TextFile::writeBytes(const QString& path, const QByteArray& bytes)
+{
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         return false;
     }
-    const QByteArray bytes = text.toUtf8();
     // commit() does not notice when what it still has to flush finds the disk full.
     if (file.write(bytes) != bytes.size() || !file.flush()) {
         file.cancelWriting();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -15,4 +16,7 @@ QStringList splitLines(const QString& text);
 
 /// Writes a file whole or not at all: on false an older file of that name is untouched.
 bool write(const QString& path, const QString& text);
+
+/// The same with bytes as they stand.
+bool writeBytes(const QString& path, const QByteArray& bytes);
 } // namespace TextFile

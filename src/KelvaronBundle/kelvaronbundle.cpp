@@ -19,6 +19,16 @@ const QLatin1String keyBlockLine("...");
 
 // A device description, a schema and the checksums: with fewer nothing is there to be used.
 constexpr int fewestSections = 3;
+
+QRegExp keyValuePattern()
+{
+    return QRegExp(QStringLiteral("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$"));
+}
+
+QStringList keyAndValue(const QString& line)
+{
+    return line.split(QLatin1Char('='), Qt::SkipEmptyParts);
+}
 } // namespace
 
 KelvaronBundle::KelvaronBundle(QString path) : bundleFilePath(std::move(path)) {}
@@ -35,17 +45,30 @@ void KelvaronBundle::parseKeyValuePairs()
     if (opening < 0) {
         return;
     }
-    const QRegExp keyValueLine(QStringLiteral("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$"));
     for (int i = opening + 1; i < lines.size() && lines.at(i) != keyBlockLine; ++i) {
         const QString& line = lines.at(i);
         scope.setLine(i + 1, line);
         KELVARON_ASSERT_TEXT(
-            line.contains(keyValueLine),
+            line.contains(keyValuePattern()),
             R"(line.contains(QRegExp("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$")))");
-        const QStringList parts = line.split(QLatin1Char('='), Qt::SkipEmptyParts);
+        const QStringList parts = keyAndValue(line);
         KELVARON_ASSERT(parts.length() == 2);
         keyValuePairs[parts.at(0).trimmed()] = parts.at(1).trimmed();
     }
+}
+
+bool KelvaronBundle::hasSoundKeyBlock(const QString& path)
+{
+    const QStringList lines = TextFile::splitLines(TextFile::read(path).value_or(QString()));
+    const int opening = lines.indexOf(keyBlockLine);
+    if (opening < 0) {
+        return true;
+    }
+    const auto first = lines.cbegin() + opening + 1;
+    return std::all_of(
+        first, std::find(first, lines.cend(), keyBlockLine), [](const QString& line) {
+            return line.contains(keyValuePattern()) && keyAndValue(line).length() == 2;
+        });
 }
 
 bool KelvaronBundle::parseBundle()

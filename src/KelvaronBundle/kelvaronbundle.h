@@ -26,7 +26,9 @@ public:
     enum Section : int
     {
         DEVICE_DESCRIPTION = 0,
-        SCHEMA_HEADER = 1
+        SCHEMA_HEADER = 1,
+        FIRMWARE_IMAGE = 2,                 ///< Intel HEX
+        DEVICE_DESCRIPTION_NO_OVERWRITE = 3 ///< for a flash that keeps the charger's profiles
     };
 
     /// Reads nothing yet.
@@ -35,6 +37,9 @@ public:
     /// Reads the key/value block; an unreadable file leaves every key empty. A malformed line is a
     /// fatal assertion.
     void parseKeyValuePairs();
+
+    /// False when parseKeyValuePairs() would find a malformed line in this file.
+    static bool hasSoundKeyBlock(const QString& path);
 
     /// The value; empty for an absent key.
     QString valueFromKey(const QString& key) const { return keyValuePairs.value(key); }

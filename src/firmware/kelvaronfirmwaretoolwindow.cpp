@@ -1,11 +1,40 @@
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 
+#include "KelvaronBundle/bundlecheck.h"
+#include "KelvaronBundle/kelvaronbundle.h"
+#include "firmware/firmwareerrors.h"
+#include "firmware/firmwarefiles.h"
+#include "firmware/firmwareflasher.h"
+#include "firmware/firmwaremessagedialogs.h"
+#include "firmware/stringmanipulation.h"
+#include "transfer/comdevicewatcher.h"
+#include "transfer/portdropdown.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
+#include "versionstring.h"
 
 #include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPointer>
 
 namespace FirmwareTool
 {
+namespace
+{
+constexpr int collapsedHeight = 245; // pixels
+constexpr int expandedHeight = 273;
+
+/// Whether this firmware replaces the profiles in the charger by its own.
+bool replacesProfiles(const QString& path)
+{
+    const QString text = KelvaronBundle::getBundleVersion(path);
+    const VersionString version(VersionString::isDottedVersion(text) ? text : QStringLiteral("0"));
+    return version.greaterThanEqualTo(VersionString(QStringLiteral("0.900")))
+           && version.lessThanEqualTo(VersionString(QStringLiteral("0.910")));
+}
+} // namespace
+
 KelvaronFirmwareToolWindow::KelvaronFirmwareToolWindow(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::KelvaronFirmwareToolWindow>())
 {
@@ -13,14 +42,167 @@ KelvaronFirmwareToolWindow::KelvaronFirmwareToolWindow(QWidget* parent)
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Kelvaron Firmware Tool"));
     setWindowModality(Qt::ApplicationModal);
-    connect(ui->closeButton, &QPushButton::clicked, this, &KelvaronFirmwareToolWindow::close);
+    extraUIAdditions();
+    flasher = new FirmwareFlasher(this, ui.get());
+    for (QWidget* hidden : std::initializer_list<QWidget*>{
+             ui->eraseFlashCM, ui->loadFileCM, ui->uploadCM, ui->verifyCM, ui->consoleOut}) {
+        hidden->hide();
+    }
+    lastDirectory = QDir(QStringLiteral("./"));
+    connect(flasher, &FirmwareFlasher::flashed, this, &KelvaronFirmwareToolWindow::flashed);
     show();
 }
 
 KelvaronFirmwareToolWindow::~KelvaronFirmwareToolWindow() = default;
 
+void KelvaronFirmwareToolWindow::extraUIAdditions()
+{
+    connect(ui->actionLoad_File, &QAction::triggered, this,
+            &KelvaronFirmwareToolWindow::on_selectFileButton_clicked);
+    connect(ui->actionExit, &QAction::triggered, this, &KelvaronFirmwareToolWindow::exitProgram);
+    connect(ui->actionHelp, &QAction::triggered, this, &KelvaronFirmwareToolWindow::helpProgram);
+    connect(ui->helpButtonMac, &QPushButton::clicked, this,
+            &KelvaronFirmwareToolWindow::helpProgram);
+    portDropdown = std::make_unique<PortDropdown>(ui->comPortsDropdown);
+    portDropdown->fill();
+    deviceWatcher = new COMDeviceWatcher(this);
+    connect(deviceWatcher, &COMDeviceWatcher::devicesAdded, this,
+            &KelvaronFirmwareToolWindow::onDevicesConnected);
+    connect(deviceWatcher, &COMDeviceWatcher::devicesRemoved, this,
+            &KelvaronFirmwareToolWindow::onDevicesDisconnected);
+    deviceWatcher->startWatching();
+    showAdvancedOptions(false);
+}
+
+void KelvaronFirmwareToolWindow::on_selectFileButton_clicked()
+{
+    const QString path = askFileName();
+    if (path.isEmpty()) {
+        return;
+    }
+    lastDirectory = QFileInfo(path).dir();
+    flasher->setHexPath(path);
+    ui->fileInputBox->setText(flasher->getHexPath());
+    showSelectedFile(path);
+}
+
+QString KelvaronFirmwareToolWindow::askFileName()
+{
+    const QPointer<QFileDialog> dialog = new QFileDialog(
+        this, QStringLiteral("Select Kelvaron Firmware File"), lastDirectory.absolutePath(),
+        QStringLiteral("Kelvaron Firmware Files (*.kelvaron);;All Files (*.*)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (dialog == nullptr) {
+        return {}; // this window went away with it
+    }
+    const QString path = isAccepted ? dialog->selectedFiles().value(0) : QString();
+    delete dialog;
+    return path;
+}
+
+void KelvaronFirmwareToolWindow::on_fileInputBox_textEdited(const QString& path)
+{
+    flasher->setHexPath(path);
+    showSelectedFile(path);
+}
+
+void KelvaronFirmwareToolWindow::showSelectedFile(const QString& path)
+{
+    ui->fileSelectedLabel->setText(QStringLiteral("File Selected : ")
+                                   + StringManipulation::getFileName(path));
+}
+
+void KelvaronFirmwareToolWindow::on_submitButton_clicked()
+{
+    if (!mayBeFlashed(flasher->getHexPath())) {
+        return;
+    }
+    ui->submitButton->setEnabled(false);
+    flasher->setComPort(ui->comPortsDropdown->currentText());
+    try {
+        flasher->startFlashing();
+    } catch (...) {
+        const QPointer<KelvaronFirmwareToolWindow> self(this);
+        FirmwareErrors::error10(this);
+        if (self != nullptr) {
+            ui->submitButton->setEnabled(true);
+            close();
+        }
+    }
+}
+
+bool KelvaronFirmwareToolWindow::mayBeFlashed(const QString& path)
+{
+    if (path == QStringLiteral("NOPATH")) {
+        FirmwareMessageDialogs::noFileSpecified(this);
+        return false;
+    }
+    if (!BundleCheck::isSafe(path)) {
+        FirmwareMessageDialogs::notAFirmwareFile(this);
+        return false;
+    }
+    return !replacesProfiles(path)
+           || FirmwareMessageDialogs::askReplaceProfiles(this) == QMessageBox::Yes;
+}
+
+void KelvaronFirmwareToolWindow::on_advancedOptionsButton_clicked()
+{
+    showAdvancedOptions(!advancedOptionsShown);
+}
+
+void KelvaronFirmwareToolWindow::showAdvancedOptions(bool shown)
+{
+    ui->advancedOptionsButton->setText(shown ? QStringLiteral("Hide Advanced Options...")
+                                             : QStringLiteral("Show Advanced Options..."));
+    ui->deleteProfilesCB->setVisible(shown);
+    setFixedHeight(shown ? expandedHeight : collapsedHeight);
+    advancedOptionsShown = shown;
+}
+
+void KelvaronFirmwareToolWindow::on_deleteProfilesCB_toggled(bool overwrite)
+{
+    flasher->setDeleteProfiles(overwrite);
+}
+
+void KelvaronFirmwareToolWindow::exitProgram()
+{
+    close();
+}
+
+void KelvaronFirmwareToolWindow::helpProgram()
+{
+    FirmwareMessageDialogs::firmwareToolHelp(this);
+}
+
+void KelvaronFirmwareToolWindow::onDevicesConnected(const QList<QextPortInfo>& ports)
+{
+    for (const QextPortInfo& port : ports) {
+        addPortToDropdown(port);
+    }
+}
+
+void KelvaronFirmwareToolWindow::onDevicesDisconnected(const QList<QextPortInfo>& ports)
+{
+    for (const QextPortInfo& port : ports) {
+        removePortFromDropdown(port);
+    }
+}
+
+void KelvaronFirmwareToolWindow::addPortToDropdown(const QextPortInfo& port)
+{
+    portDropdown->add(port);
+}
+
+void KelvaronFirmwareToolWindow::removePortFromDropdown(const QextPortInfo& port)
+{
+    portDropdown->remove(port);
+}
+
 void KelvaronFirmwareToolWindow::closeEvent(QCloseEvent* event)
 {
+    flasher->giveUp(); // before the files that its uploader reads change
+    FirmwareFiles::restoreDeviceDescription();
     emit closing();
     QMainWindow::closeEvent(event);
 }

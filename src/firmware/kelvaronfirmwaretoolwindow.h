@@ -1,8 +1,15 @@
 #pragma once
 
+#include "transfer/qextportinfo.h"
+
+#include <QDir>
+#include <QList>
 #include <QMainWindow>
 
 #include <memory>
+
+class COMDeviceWatcher;
+class PortDropdown;
 
 namespace Ui
 {
@@ -11,8 +18,11 @@ class KelvaronFirmwareToolWindow;
 
 namespace FirmwareTool
 {
-/// The window that updates the charger's firmware. This version cannot do it yet: the window tells
-/// so and can only be closed. It shows itself and deletes itself when closed.
+class FirmwareFlasher;
+
+/// The window that updates the charger's firmware: the user picks a firmware bundle and a port,
+/// chooses whether the charger's stored profiles are overwritten and starts the flash. It shows
+/// itself and deletes itself when closed; closing it ends a flash.
 class KelvaronFirmwareToolWindow : public QMainWindow
 {
     Q_OBJECT
@@ -28,10 +38,37 @@ signals:
     /// The window is about to close.
     void closing();
 
+public slots:
+    // Connected to the form's widgets by their names.
+    void on_selectFileButton_clicked();
+    void on_fileInputBox_textEdited(const QString& path);
+    void on_submitButton_clicked();
+    void on_advancedOptionsButton_clicked();
+    void on_deleteProfilesCB_toggled(bool overwrite);
+
+    /// Closes the window.
+    void exitProgram();
+    void helpProgram();
+    void onDevicesConnected(const QList<QextPortInfo>& ports);
+    void onDevicesDisconnected(const QList<QextPortInfo>& ports);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void extraUIAdditions();
+    void addPortToDropdown(const QextPortInfo& port);
+    void removePortFromDropdown(const QextPortInfo& port);
+    QString askFileName();
+    void showSelectedFile(const QString& path);
+    bool mayBeFlashed(const QString& path);
+    void showAdvancedOptions(bool shown);
+
     std::unique_ptr<Ui::KelvaronFirmwareToolWindow> ui;
+    std::unique_ptr<PortDropdown> portDropdown;
+    bool advancedOptionsShown = false;
+    FirmwareFlasher* flasher = nullptr;        ///< a child of this window
+    COMDeviceWatcher* deviceWatcher = nullptr; ///< a child of this window
+    QDir lastDirectory;
 };
 } // namespace FirmwareTool

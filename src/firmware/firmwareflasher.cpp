@@ -1,0 +1,338 @@
+#include "firmware/firmwareflasher.h"
+
+#include "firmware/firmwareerrors.h"
+#include "firmware/firmwarefiles.h"
+#include "firmware/stringmanipulation.h"
+#include "standardoutput.h"
+#include "transfer/kelvaronresetdialog.h"
+#include "transfer/uploader.h"
+#include "ui_kelvaronfirmwaretoolwindow.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QProcess>
+#include <QTextStream>
+#include <QTimer>
+
+namespace FirmwareTool
+{
+namespace
+{
+const QString noPath = QStringLiteral("NOPATH");
+const QString logFolder = QStringLiteral("logs");
+const QString checkMark = QString(QChar(0x221A));
+
+constexpr int watchdogInterval = 5000; // milliseconds
+constexpr int longestSilence = 4;      // seconds
+
+void showBusy(QProgressBar* bar)
+{
+    bar->setRange(0, 0);
+    bar->setValue(100);
+}
+
+void showMark(QLabel* mark)
+{
+    mark->setText(checkMark);
+    mark->show();
+}
+} // namespace
+
+FirmwareFlasher::FirmwareFlasher(QObject* parent, Ui::KelvaronFirmwareToolWindow* form)
+    : QObject(parent), hexPath(noPath), ui(form), clock([] { return std::time(nullptr); })
+{}
+
+FirmwareFlasher::~FirmwareFlasher()
+{
+    // The form may be gone by now.
+    release();
+}
+
+void FirmwareFlasher::setHexPath(const QString& path)
+{
+    hexPath = path.isEmpty() ? noPath : path;
+}
+
+QString FirmwareFlasher::toString() const
+{
+    return QStringLiteral("Path : ") + hexPath;
+}
+
+void FirmwareFlasher::startFlashing()
+{
+    giveUp();
+    extractRequiredFiles();
+    stage = ERASING;
+    initializeSuplLogFile();
+    startUploader();
+    cleanUI();
+    updateGUI();
+    startTimeoutTimer();
+}
+
+void FirmwareFlasher::giveUp()
+{
+    release();
+    stage = FINISHED;
+}
+
+bool FirmwareFlasher::extractRequiredFiles()
+{
+    FirmwareFiles::extract(hexPath, overwritesProfiles);
+    return true;
+}
+
+void FirmwareFlasher::initializeSuplLogFile()
+{
+    // English names in every locale: they are part of a file's name.
+    const QString time = QLocale::c().toString(QDateTime::currentDateTime(),
+                                               QStringLiteral("ddd-MMMM-d-yyyy--h-m-s-ap"));
+    const QString name = QStringLiteral("outputlog-") + time + QStringLiteral(".txt");
+    QDir().mkdir(logFolder);
+    logFile = std::make_unique<QFile>(QDir(logFolder).filePath(name));
+    if (!logFile->open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        printLine(QStringLiteral("Could not open file!"));
+        return;
+    }
+    QTextStream header(logFile.get());
+    header.setCodec("UTF-8");
+    header << "FLASHING KELVARON FIRMWARE\n"
+           << "Hex File Name: " << hexPath << "\n"
+           << "Output File Log Name : " << name << "\n"
+           << "---------------------\n\n";
+}
+
+void FirmwareFlasher::startUploader()
+{
+    process = new QProcess(parent());
+    connect(process, &QProcess::readyReadStandardOutput, this, &FirmwareFlasher::readStream);
+    const QString image = FirmwareFiles::image();
+    process->start(Uploader::program(),
+                   Uploader::arguments(comPort, {QStringLiteral("-e"), QStringLiteral("-w"), image,
+                                                 QStringLiteral("-v"), image}),
+                   QIODevice::ReadWrite);
+}
+
+void FirmwareFlasher::readStream()
+{
+    if (process == nullptr) {
+        return;
+    }
+    lastChunk = process->readAllStandardOutput();
+    if (logFile->isOpen()) {
+        logFile->write(lastChunk); // bytes: what is no text is logged unchanged too
+        logFile->flush();
+    }
+    switch (stage) {
+    case ERASING:
+        readWhileErasing(lastChunk.constData());
+        break;
+    case LOADING:
+        readWhileLoading(lastChunk.constData());
+        break;
+    case UPLOADING:
+        readWhileUploading(lastChunk.constData());
+        break;
+    case VERIFYING:
+        readWhileVerifying(lastChunk.constData());
+        break;
+    default:
+        break;
+    }
+}
+
+void FirmwareFlasher::readWhileErasing(const char* chunk)
+{
+    if (StringManipulation::matchStar7(chunk)) {
+        abort(FirmwareErrors::error2);
+    } else if (StringManipulation::contains("All flash above bldr erased", chunk)) {
+        enter(LOADING, "Entering loading state");
+    } else if (StringManipulation::contains("Can not open comport", chunk)) {
+        abort(FirmwareErrors::error4);
+    } else if (StringManipulation::containsRegex("Bootloader Version is.*Timeout", chunk)) {
+        abort(FirmwareErrors::error1);
+    } else if (StringManipulation::matchStar1(chunk)) {
+        abort(FirmwareErrors::error3);
+    } else if (StringManipulation::contains("no stx char", chunk)) {
+        abort(FirmwareErrors::error13);
+    }
+}
+
+void FirmwareFlasher::readWhileLoading(const char* chunk)
+{
+    if (StringManipulation::matchStar2(chunk)) {
+        enter(UPLOADING, "Entering uploading state");
+    } else if (StringManipulation::matchStar7(chunk)) {
+        abort(FirmwareErrors::error2);
+    }
+}
+
+void FirmwareFlasher::readWhileUploading(const char* chunk)
+{
+    if (StringManipulation::matchStar5(chunk)) {
+        enter(VERIFYING, "Entering verifying state");
+    } else {
+        showProgress(ui->uploadPB, chunk);
+    }
+}
+
+void FirmwareFlasher::readWhileVerifying(const char* chunk)
+{
+    if (StringManipulation::contains("Verified Flash OK", chunk)) {
+        finish();
+    } else if (StringManipulation::matchStar6(chunk)) {
+        abort(FirmwareErrors::error5);
+    } else {
+        showProgress(ui->verifyPB, chunk);
+    }
+}
+
+void FirmwareFlasher::showProgress(QProgressBar* bar, const char* chunk)
+{
+    const int percentage = StringManipulation::getPercentage(chunk);
+    if (percentage != -1) {
+        bar->setValue(percentage);
+        lastActivity = clock();
+    }
+}
+
+void FirmwareFlasher::enter(Stage next, const char* trace)
+{
+    stage = next;
+    updateGUI();
+    printLine(QString::fromLatin1(trace));
+}
+
+void FirmwareFlasher::abort(Error showError)
+{
+    endRun();
+    report([this, showError] { showError(ui, window()); });
+}
+
+void FirmwareFlasher::finish()
+{
+    stage = VERIFIED;
+    updateGUI();
+    endRun();
+    report([this] {
+        const QPointer<FirmwareFlasher> self(this);
+        emit flashed();
+        if (self != nullptr) {
+            chargingCompleteDialogueBox();
+        }
+    });
+}
+
+void FirmwareFlasher::checkAppFrozen()
+{
+    if (process == nullptr || clock() - lastActivity < longestSilence) {
+        return;
+    }
+    const QString logName = FirmwareErrors::getFileName(logFile.get());
+    endRun();
+    stopWatchdog();
+    report([this, logName] { FirmwareErrors::error9(window(), logName); });
+}
+
+void FirmwareFlasher::endRun()
+{
+    release();
+    stage = FINISHED;
+    lastActivity = clock();
+}
+
+void FirmwareFlasher::release()
+{
+    Uploader::giveUp(process);
+    process.clear();
+    logFile.reset();
+}
+
+void FirmwareFlasher::report(const std::function<void()>& show)
+{
+    // Not from inside the process's own signal: a dialog's event loop would see its end.
+    QMetaObject::invokeMethod(
+        this,
+        [this, show] {
+            const QPointer<FirmwareFlasher> self(this);
+            show();
+            if (self != nullptr) { // the window may have gone while the dialog was open
+                ui->submitButton->setEnabled(true);
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void FirmwareFlasher::startTimeoutTimer()
+{
+    stopWatchdog();
+    watchdog = new QTimer(this);
+    connect(watchdog, &QTimer::timeout, this, &FirmwareFlasher::checkAppFrozen);
+    watchdog->start(watchdogInterval);
+}
+
+void FirmwareFlasher::stopWatchdog()
+{
+    if (watchdog != nullptr) {
+        watchdog->stop();
+        watchdog->deleteLater(); // it may be its own signal that stops it
+        watchdog = nullptr;
+    }
+}
+
+void FirmwareFlasher::chargingCompleteDialogueBox()
+{
+    const QPointer<KelvaronResetDialog> dialog = new KelvaronResetDialog(
+        QStringLiteral("Firmware Successfully Flashed!"), comPort, window());
+    dialog->exec();
+    delete dialog; // unless the window has taken it along
+}
+
+void FirmwareFlasher::cleanUI()
+{
+    for (QProgressBar* bar : {ui->eraseFlashPB, ui->loadFilePB, ui->uploadPB, ui->verifyPB}) {
+        bar->setMaximum(100);
+        bar->setValue(0);
+    }
+    for (QLabel* mark : {ui->eraseFlashCM, ui->loadFileCM, ui->uploadCM, ui->verifyCM}) {
+        mark->hide();
+        mark->setText(checkMark);
+    }
+}
+
+void FirmwareFlasher::updateGUI()
+{
+    lastActivity = clock();
+    switch (stage) {
+    case ERASING:
+        showBusy(ui->eraseFlashPB);
+        break;
+    case LOADING:
+        showMark(ui->eraseFlashCM);
+        ui->eraseFlashPB->setMaximum(100);
+        showBusy(ui->loadFilePB);
+        break;
+    case UPLOADING:
+        showMark(ui->loadFileCM);
+        ui->loadFilePB->setMaximum(100);
+        break;
+    case VERIFYING:
+        showMark(ui->uploadCM);
+        ui->uploadPB->setValue(100);
+        break;
+    case VERIFIED:
+        showMark(ui->verifyCM);
+        ui->verifyPB->setValue(100);
+        break;
+    default:
+        break;
+    }
+}
+
+QWidget* FirmwareFlasher::window() const
+{
+    return qobject_cast<QWidget*>(parent());
+}
+} // namespace FirmwareTool

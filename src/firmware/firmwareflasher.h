@@ -1,0 +1,132 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <ctime>
+#include <functional>
+#include <memory>
+
+class QFile;
+class QProcess;
+class QProgressBar;
+class QTimer;
+class QWidget;
+
+namespace Ui
+{
+class KelvaronFirmwareToolWindow;
+}
+
+namespace FirmwareTool
+{
+/// Writes the firmware of a bundle file into the charger: one run of the uploader erases, programs
+/// and verifies, and its standard output alone tells how far it has come. The flasher shows that on
+/// the form of the firmware tool window. Known failures in the output end the run with an error; so
+/// does a watchdog when the output has gone quiet.
+///
+/// Each run writes a log file in the folder "logs". Everything happens in the working folder.
+class FirmwareFlasher : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Seconds since the epoch.
+    using Clock = std::function<std::time_t()>;
+
+    /// `parent` is the firmware tool window; message boxes stand over it. `form` is borrowed and has
+    /// to live as long as the window takes events.
+    FirmwareFlasher(QObject* parent, Ui::KelvaronFirmwareToolWindow* form);
+    ~FirmwareFlasher() override;
+
+    /// The firmware file; an empty path counts as none, "NOPATH".
+    void setHexPath(const QString& path);
+    QString getHexPath() const { return hexPath; }
+
+    /// "Path : " and the path.
+    QString toString() const;
+
+    void setComPort(const QString& port) { comPort = port; }
+
+    /// Whether the profiles stored in the charger are replaced.
+    void setDeleteProfiles(bool overwrite) { overwritesProfiles = overwrite; }
+
+    /// Replaces the system's clock by which the watchdog counts.
+    void setClock(Clock newClock) { clock = std::move(newClock); }
+
+    /// Starts a run; one that is still going on is given up. Throws std::runtime_error when a file
+    /// of an earlier run stands in the way.
+    void startFlashing();
+
+    /// Ends a run that is still going on, without a message.
+    void giveUp();
+
+signals:
+    /// A flash was verified; once a run.
+    void flashed();
+
+public slots:
+    /// Takes in what the uploader has printed.
+    void readStream();
+
+    /// Ends the run when it has been quiet for too long.
+    void checkAppFrozen();
+
+    /// Shows that the stage of this moment was entered.
+    void updateGUI();
+
+    /// Shows a run that has not begun.
+    void cleanUI();
+
+    void initializeSuplLogFile();
+
+    /// True; what could not be extracted is told by the uploader.
+    bool extractRequiredFiles();
+
+    void startTimeoutTimer();
+
+    /// Asks whether the charger is to be reset.
+    void chargingCompleteDialogueBox();
+
+private:
+    enum Stage : int
+    {
+        ERASING = 1,
+        LOADING,
+        UPLOADING,
+        VERIFYING,
+        VERIFIED,
+        FINISHED
+    };
+    using Error = void (*)(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
+
+    void startUploader();
+    void readWhileErasing(const char* chunk);
+    void readWhileLoading(const char* chunk);
+    void readWhileUploading(const char* chunk);
+    void readWhileVerifying(const char* chunk);
+    void showProgress(QProgressBar* bar, const char* chunk);
+    void enter(Stage next, const char* trace);
+    void abort(Error showError);
+    void finish();
+    void endRun();
+    void release();
+    void report(const std::function<void()>& show);
+    void stopWatchdog();
+    QWidget* window() const;
+
+    std::unique_ptr<QFile> logFile;
+    QString hexPath;
+    QString comPort;
+    bool overwritesProfiles = false;
+    QPointer<QProcess> process; ///< a child of this object's parent
+    QByteArray lastChunk;
+    Ui::KelvaronFirmwareToolWindow* ui;
+    int stage = ERASING;
+    std::time_t lastActivity = 0;
+    QTimer* watchdog = nullptr; ///< a child of this object
+    Clock clock;
+};
+} // namespace FirmwareTool
