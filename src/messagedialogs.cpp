@@ -250,13 +250,21 @@ int MessageDialogs::currentSoftwareTooOld(QWidget* parent, const VersionString& 
                        + latin1(BuildConstants::editorDownloadPage));
 }
 
-int MessageDialogs::profilesLeftOut(QWidget* parent, int count, const QStringList& chemistries)
+int MessageDialogs::profilesLeftOut(QWidget* parent, const QStringList& profiles,
+                                    const QString& fileName)
 {
-    return message(parent, QStringLiteral("Profiles Left Out"),
-                   QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
-                                  "Bundle in use does not know their chemistries: %2")
-                       .arg(QString::number(count), chemistries.join(QStringLiteral(", "))),
-                   Qt::PlainText);
+    constexpr int mostShown = 25; // the box must fit the screen
+    QString text = QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
+                                  "Bundle in use does not know their chemistries:\n\n%2")
+                       .arg(QString::number(profiles.size()),
+                            profiles.mid(0, mostShown).join(QLatin1Char('\n')));
+    if (profiles.size() > mostShown) {
+        text += QStringLiteral("\nand %1 more").arg(profiles.size() - mostShown);
+    }
+    if (!fileName.isEmpty()) {
+        text += QStringLiteral("\n\nThey are still in the file %1.").arg(fileName);
+    }
+    return message(parent, QStringLiteral("Profiles Left Out"), text, Qt::PlainText);
 }
 
 int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int profilesRead)

@@ -44,9 +44,10 @@ public:
     static int currentSoftwareTooOld(QWidget* parent, const VersionString& bundleVersion,
                                      const VersionString& requiredVersion);
 
-    /// After an import: how many profiles were left out because the schema does not hold their
-    /// chemistries.
-    static int profilesLeftOut(QWidget* parent, int count, const QStringList& chemistries);
+    /// After an import: the profiles, as they are to be named, that were left out because the schema
+    /// does not hold their chemistries, and the file that still has them (may be empty).
+    static int profilesLeftOut(QWidget* parent, const QStringList& profiles,
+                               const QString& fileName);
 
     /// After an import from a file that breaks off: what was wrong and how many profiles were read
     /// before it.

@@ -82,7 +82,7 @@ void HEXManager::importProfiles(const QString& fileName)
     if (!reader.read(fileName, generator->getProfileStartWordAddress())) {
         throw static_cast<int>(ReadFromHEX::READ_ERROR);
     }
-    importer->importProfiles(reader.parseProfiles(generator));
+    importer->importProfiles(reader.parseProfiles(generator), QFileInfo(fileName).fileName());
 }
 
 void HEXManager::on_exportAsHEXButtonClicked()

@@ -25,6 +25,21 @@ QString chemistryOf(const ParsedProfile& parsed)
 {
     return parsed.getProperties().value(QStringLiteral("chemistry"));
 }
+
+/// How a message names a profile: its title, where it has one, and its chemistry.
+QString shownName(const ParsedProfile& parsed)
+{
+    constexpr int longest = 40;
+    const auto quoted = [](const QString& text) {
+        const QString line = text.simplified();
+        return QStringLiteral("\"%1\"").arg(
+            line.size() > longest ? line.left(longest) + QChar(0x2026) : line);
+    };
+    const QString title = parsed.getProperties().value(QStringLiteral("title"));
+    const QString chemistry = quoted(chemistryOf(parsed));
+    return title.isEmpty() ? chemistry
+                           : QStringLiteral("%1 (chemistry %2)").arg(quoted(title), chemistry);
+}
 } // namespace
 
 ImportProfilesMain::ImportProfilesMain(QWidget* dialogParent, HParser::Generator* settingsGenerator,
@@ -32,25 +47,21 @@ ImportProfilesMain::ImportProfilesMain(QWidget* dialogParent, HParser::Generator
     : QObject(parent), parentWidget(dialogParent), generator(settingsGenerator)
 {}
 
-void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfiles)
+void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfiles,
+                                        const QString& fileName)
 {
-    int leftOut = 0;
-    QStringList unknownChemistries;
+    QStringList leftOut;
     emit importStarted();
     for (const ParsedProfile* parsed : parsedProfiles) {
         if (isKnown(parsed)) {
             importProfile(*parsed);
-            continue;
-        }
-        ++leftOut;
-        const QString shownName = QStringLiteral("\"%1\"").arg(chemistryOf(*parsed));
-        if (!unknownChemistries.contains(shownName)) {
-            unknownChemistries.append(shownName);
+        } else {
+            leftOut.append(shownName(*parsed));
         }
     }
     emit importFinished();
-    if (leftOut > 0) {
-        MessageDialogs::profilesLeftOut(parentWidget, leftOut, unknownChemistries);
+    if (!leftOut.isEmpty()) {
+        MessageDialogs::profilesLeftOut(parentWidget, leftOut, fileName);
     }
 }
 

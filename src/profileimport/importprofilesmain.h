@@ -33,8 +33,8 @@ public:
     void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
 
     /// Makes every profile and emits it, in list order. Profiles of a chemistry that the schema
-    /// does not hold are left out; one message names them afterwards.
-    void importProfiles(const QList<ParsedProfile*>& parsedProfiles);
+    /// does not hold are left out; one message names them afterwards, and the file that has them.
+    void importProfiles(const QList<ParsedProfile*>& parsedProfiles, const QString& fileName = {});
 
     /// True when the schema holds the chemistry of at least one of the profiles.
     bool canImportAny(const QList<ParsedProfile*>& parsedProfiles) const;

@@ -43,15 +43,15 @@ void XMLManager::importFromXML(const QString& fileName)
         MessageDialogs::xmlImportReadError(parentWidget);
         return;
     }
-    deliver(reader);
+    deliver(reader, QFileInfo(fileName).fileName());
 }
 
-void XMLManager::deliver(const ReadFromXML& reader)
+void XMLManager::deliver(const ReadFromXML& reader, const QString& fileName)
 {
     if (reader.getGlobalSettings() != nullptr) {
         importer->importGlobalSettings(reader.getGlobalSettings());
     }
-    importer->importProfiles(reader.getProfiles());
+    importer->importProfiles(reader.getProfiles(), fileName);
     if (!reader.errorText().isEmpty()) {
         MessageDialogs::xmlFileBroken(parentWidget, reader.errorText(),
                                       reader.getProfiles().size());
@@ -107,7 +107,7 @@ void XMLManager::on_importFromXMLButtonClicked()
     if (replaces && canReplaceList(reader)) {
         emit deleteAllProfiles();
     }
-    deliver(reader);
+    deliver(reader, QFileInfo(fileName).fileName());
 }
 
 bool XMLManager::canReplaceList(const ReadFromXML& reader) const

@@ -52,7 +52,7 @@ public slots:
 private:
     void updateLastUsedDirectory(const QString& fileName);
     QString askExportFileName();
-    void deliver(const ReadFromXML& reader);
+    void deliver(const ReadFromXML& reader, const QString& fileName);
     bool canReplaceList(const ReadFromXML& reader) const;
 
     QWidget* parentWidget;

@@ -144,6 +144,15 @@ TEST(HexBufferRead, NeverLeavesTheImage)
     EXPECT_EQ(reading->sumBytesStruct(), 6);
 }
 
+TEST(HexBufferRead, AnImageThatEndsInsideAWordHasNoPaddingByte)
+{
+    const QByteArray bytes = bytesOf({1, 2, 3, 99});
+    HexBufferRead cursor(reinterpret_cast<const unsigned char*>(bytes.constData()), nullptr, 3);
+    cursor.readString(3);
+    EXPECT_TRUE(cursor.atEnd());
+    EXPECT_EQ(cursor.sumBytesStruct(), 6);
+}
+
 TEST(HexBufferRead, BitsStopAtTheEndToo)
 {
     Reading reading(bytesOf({1, 2, 0xFF, 0}));

@@ -73,7 +73,7 @@ std::vector<std::string> linesOf(const std::string& text)
 struct Load
 {
     explicit Load(const std::string& text, long eepromStart = 0, long eepromEnd = 0)
-        : flash(IntelHexFile::flashAreaSize), eeprom(IntelHexFile::eepromAreaSize)
+        : flash(IntelHexFile::flashAreaSize), eeprom(IntelHexFile::eepromAreaSize + 1)
     {
         const Stream stream = streamOf(text);
         const StandardOutputCapture capture;
@@ -360,14 +360,21 @@ TEST(IntelHexFileLoad, LeavesOutTheHighestAddressesOfAll)
 
 TEST(IntelHexFileLoad, PutsDataOfTheEepromRangeIntoItsArea)
 {
-    const Load load(twoBytesAt0x100 + ":0202000056782E\n" + endOfFile, 0x101, 0x202);
+    const Load load(twoBytesAt0x100 + ":0202000056782E\n" + endOfFile, 0x101, 0x201);
     EXPECT_EQ(load.eepromFound, 1);
-    EXPECT_EQ(load.eepromMaxIndex, 0x100U);
+    EXPECT_EQ(load.eepromMaxIndex, 0xFFU);
     EXPECT_EQ(load.flash.at(0x100), 0x12);
     EXPECT_EQ(load.flash.at(0x101), 0);
     EXPECT_EQ(load.eeprom.at(0), 0x34);
     EXPECT_EQ(load.eeprom.at(0xFF), 0x56);
-    EXPECT_EQ(load.flash.at(0x201), 0);
+    EXPECT_EQ(load.flash.at(0x201), 0x78) << "the range's end does not belong to it";
+}
+
+TEST(IntelHexFileLoad, CountsLinesOfTheEepromRangeOutOfTheEndAddress)
+{
+    const std::string text = twoBytesAt0x100 + ":0202000056782E\n" + endOfFile;
+    EXPECT_EQ(Load(text, 0x200, 0x300).result, 0x102U);
+    EXPECT_EQ(Load(text).result, 0x202U);
 }
 
 TEST(IntelHexFileLoad, NeverWritesBehindTheEepromArea)
@@ -379,6 +386,7 @@ TEST(IntelHexFileLoad, NeverWritesBehindTheEepromArea)
                         + endOfFile,
                     0, 0x2000);
     EXPECT_EQ(load.eeprom.at(4095), 1);
+    EXPECT_EQ(load.eeprom.at(4096), 0) << "behind the area";
     EXPECT_EQ(load.eepromMaxIndex, 4096U);
     EXPECT_EQ(load.output, "\nEEPROM data range exceeded, 1001, lowaddress == fff\n");
 }

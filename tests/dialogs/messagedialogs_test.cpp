@@ -322,7 +322,7 @@ TEST(MessageDialogsTest, ProfilesLeftOutAreCountedAndNamedAsTheyAre)
         EXPECT_FALSE(read.contains("&quot;")) << read.toStdString();
         clickOn(box->button(QMessageBox::Ok));
     });
-    MessageDialogs::profilesLeftOut(nullptr, 3, {"\"Zinc & Air\"", "\"<b>Odd</b>\""});
+    MessageDialogs::profilesLeftOut(nullptr, {"\"Zinc & Air\"", "\"<b>Odd</b>\"", "\"A\""}, {});
 }
 
 TEST(MessageDialogsTest, OneChemistryLeftOutIsShownWithoutEntities)
@@ -336,7 +336,23 @@ TEST(MessageDialogsTest, OneChemistryLeftOutIsShownWithoutEntities)
         EXPECT_TRUE(read.contains("\"Zinc Air\"")) << read.toStdString();
         clickOn(box->button(QMessageBox::Ok));
     });
-    MessageDialogs::profilesLeftOut(nullptr, 1, {"\"Zinc Air\""});
+    MessageDialogs::profilesLeftOut(nullptr, {"\"Zinc Air\""}, {});
+}
+
+TEST(MessageDialogsTest, ManyProfilesLeftOutAreCutTo25)
+{
+    QStringList names;
+    for (int i = 1; i <= 27; ++i) {
+        names.append(QString("<%1>").arg(i));
+    }
+    DialogScript script;
+    script.expectMessage("Profiles Left Out",
+                         "27 of the profiles could not be imported, because the Kelvaron Bundle in "
+                         "use does not know their chemistries:\n\n"
+                             + names.mid(0, 25).join("\n")
+                             + "\nand 2 more\n\n"
+                               "They are still in the file mine.xml.");
+    MessageDialogs::profilesLeftOut(nullptr, names, "mine.xml");
 }
 
 TEST(MessageDialogsTest, CommandsToComeSaySo)

@@ -357,7 +357,8 @@ TEST_F(HexFilesTest, GlobalSettingsInTheImageAreLeftOut)
     script().expectMessage(
         "Profiles Left Out",
         "1 of the profiles could not be imported, because the Kelvaron Bundle in "
-        "use does not know their chemistries: \"Global\"");
+        "use does not know their chemistries:\n\n\"Global\"\n\n"
+        "They are still in the file global.hex.");
     runImport();
     EXPECT_EQ(list()->count(), 0);
 }

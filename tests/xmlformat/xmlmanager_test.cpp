@@ -490,9 +490,20 @@ TEST_F(XmlImportTest, NamesOfUnknownChemistriesAreShownAsTheyAre)
     EXPECT_EQ(editor.count(), 0);
 }
 
+TEST_F(XmlImportTest, LongNamesOfProfilesLeftOutAreCut)
+{
+    const QString longName(50, 'x');
+    script.thenDo(messageWith("Profiles Left Out",
+                              {QString(40, 'x') + QChar(0x2026) + "\" (chemistry \"Gone\")"}));
+    import(document("<profile id=\"0\"><chemistry>Gone</chemistry><title>" + longName
+                    + "</title></profile>"));
+    EXPECT_EQ(editor.count(), 0);
+}
+
 TEST_F(XmlImportTest, ProfileWithoutAChemistryIsLeftOut)
 {
-    script.thenDo(messageWith("Profiles Left Out", {"1 of the profiles"}));
+    script.thenDo(messageWith("Profiles Left Out",
+                              {"1 of the profiles", "\"One\" (chemistry \"\")", "in.xml"}));
     import(document("<profile id=\"0\"><title>One</title></profile>"));
     EXPECT_EQ(editor.count(), 0);
 }
