@@ -132,3 +132,10 @@ TEST_F(TextFileTest, LeavesNoFileWhenTheDiskIsFull)
     EXPECT_FALSE(TextFile::write(path("a.txt"), QString(100, 'x')));
     EXPECT_TRUE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
+
+TEST_F(TextFileTest, WritesBytesAsTheyStand)
+{
+    const QByteArray bytes("a\r\n\0\xFF", 5);
+    EXPECT_TRUE(TextFile::writeBytes(path("a.txt"), bytes));
+    EXPECT_EQ(readBytes(path("a.txt")), bytes.toStdString());
+}
