@@ -1,6 +1,6 @@
 #include "settingsui/globalsettingsmanager.h"
 
-#include "messagedialogs.h"
+#include "settingsui/globalsettingsdialog.h"
 
 GlobalSettingsManager::GlobalSettingsManager(QWidget* dialogParent,
                                              HParser::Generator* settingsGenerator, QObject* parent)
@@ -13,9 +13,12 @@ void GlobalSettingsManager::setAllSettings(HParser::Generator* newGenerator)
 {
     generator = newGenerator;
     globalSettings.makeGlobalSettings(generator);
+    emit settingsReplaced();
 }
 
 void GlobalSettingsManager::on_editGlobalSettingsClicked()
 {
-    MessageDialogs::notAvailableYet(parentWidget, QStringLiteral("Editing the global settings"));
+    const auto* dialog = new GlobalSettingsDialog(&globalSettings, parentWidget); // deletes itself
+    connect(this, &GlobalSettingsManager::settingsReplaced, dialog,
+            &GlobalSettingsDialog::inflateGrid);
 }

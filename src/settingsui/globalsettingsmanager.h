@@ -11,8 +11,8 @@ namespace HParser
 class Generator;
 }
 
-/// Owns the application's one copy of the charger's global settings. This version cannot edit them
-/// yet: the command tells so.
+/// Owns the application's one copy of the charger's global settings and opens the dialog that edits
+/// it.
 class GlobalSettingsManager : public QObject
 {
     Q_OBJECT
@@ -27,6 +27,10 @@ public:
 
 public slots:
     void on_editGlobalSettingsClicked();
+
+signals:
+    /// The block was made anew: what shows the old one has to show the new one.
+    void settingsReplaced();
 
 private:
     QWidget* parentWidget;

@@ -1,0 +1,62 @@
+#include "settingsui/globalsettingsdialog.h"
+
+#include "messagedialogs.h"
+#include "profiles/profilesettings.h"
+#include "settingsui/settingsgridlayout.h"
+#include "settingsui/settingsgridscroll.h"
+#include "ui_globalsettingsdialog.h"
+
+#include <QMessageBox>
+
+GlobalSettingsDialog::GlobalSettingsDialog(ProfileSettings* settingsToEdit, QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui::GlobalSettingsDialog>()),
+      globalSettings(settingsToEdit)
+{
+    ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Global Settings Editor"));
+    setWindowModality(Qt::ApplicationModal);
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+                   | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    show();
+    connect(ui->okPushButton, &QPushButton::clicked, this,
+            &GlobalSettingsDialog::on_okButtonClicked);
+    connect(ui->cancelPushButton, &QPushButton::clicked, this,
+            &GlobalSettingsDialog::on_cancelButtonClicked);
+    inflateGrid();
+}
+
+GlobalSettingsDialog::~GlobalSettingsDialog() = default;
+
+void GlobalSettingsDialog::inflateGrid()
+{
+    delete scroll;
+    scroll = new SettingsGridScroll(globalSettings->settings, nullptr);
+    grid = scroll->getGrid();
+    ui->containerLayout->addWidget(scroll);
+    scroll->show(); // now, not from the event loop: a hidden editor takes no focus
+    grid->startEditing();
+    grid->focusFirstEditor();
+}
+
+void GlobalSettingsDialog::on_okButtonClicked()
+{
+    grid->saveSettings();
+    accept();
+}
+
+void GlobalSettingsDialog::on_cancelButtonClicked()
+{
+    const int answer = MessageDialogs::question(
+        this, QStringLiteral("Cancel Editing?"),
+        QStringLiteral("All your changes will be lost. Do you want to continue?"));
+    if (answer == QMessageBox::Yes) {
+        grid->cancelSettings();
+        QDialog::reject();
+    }
+}
+
+void GlobalSettingsDialog::reject()
+{
+    on_cancelButtonClicked();
+}

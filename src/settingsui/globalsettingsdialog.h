@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+class ProfileSettings;
+class SettingsGridLayout;
+class SettingsGridScroll;
+
+namespace Ui
+{
+class GlobalSettingsDialog;
+}
+
+/// Edits the charger's global settings.
+///
+/// The dialog shows itself in edit mode, is application-modal and deletes itself when closed. "OK"
+/// keeps the edits. "Cancel", the close control and the Escape key ask first, and then put all
+/// values back: the editors write into the settings as the user types.
+class GlobalSettingsDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `settingsToEdit` is borrowed and must outlive the dialog.
+    GlobalSettingsDialog(ProfileSettings* settingsToEdit, QWidget* parent);
+    ~GlobalSettingsDialog() override;
+
+public slots:
+    /// Shows the settings, ready for editing; once more when their block was replaced. Edits of a
+    /// block shown before stay in it.
+    void inflateGrid();
+
+    /// Asks whether the edits may be lost, unless the answer is no restores them and closes.
+    void reject() override;
+
+private:
+    void on_okButtonClicked();
+    void on_cancelButtonClicked();
+
+    std::unique_ptr<Ui::GlobalSettingsDialog> ui;
+    ProfileSettings* globalSettings;
+    SettingsGridScroll* scroll = nullptr; ///< in the form's container
+    SettingsGridLayout* grid = nullptr;   ///< in `scroll`
+};
