@@ -18,5 +18,6 @@ inline constexpr char uploaderFileName[] = "supl.mac";
 
 /// The maker's web pages.
 inline constexpr char productPage[] = "http://www.kelvaron.example/";
+inline constexpr char downloadServer[] = "http://www.kelvaron.example"; ///< of bundles
 inline constexpr char editorDownloadPage[] = "http://www.kelvaron.example/downloads/editor/MacOS";
 } // namespace BuildConstants

@@ -307,11 +307,3 @@ int MessageDialogs::fatalError(QWidget* parent, const QString& installedFile,
     box.setInformativeText(details);
     return box.exec();
 }
-
-int MessageDialogs::notAvailableYet(QWidget* parent, const QString& command)
-{
-    return message(parent, QStringLiteral("Not Available Yet"),
-                   QStringLiteral("%1 is not available in this version of the Kelvaron Profile "
-                                  "Editor. Nothing was changed.")
-                       .arg(command));
-}

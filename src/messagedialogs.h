@@ -64,9 +64,6 @@ public:
     static int fatalError(QWidget* parent, const QString& installedFile, const QString& details,
                           const QString& rescueFile);
 
-    /// A command that this version names but cannot carry out.
-    static int notAvailableYet(QWidget* parent, const QString& command);
-
     /// A message with an OK button. Texts with names from files or users are shown as plain text.
     static int message(QWidget* parent, const QString& title, const QString& text,
                        Qt::TextFormat format = Qt::AutoText);

@@ -1,8 +1,6 @@
 #include "updatecheck/newfirmwarecheckermanager.h"
 
-#include "messagedialogs.h"
-
-#include <QWidget>
+#include "updatecheck/newfirmwarecheckerdialog.h"
 
 namespace NewFirmwareChecker
 {
@@ -10,7 +8,6 @@ NewFirmwareCheckerManager::NewFirmwareCheckerManager(QObject* parent) : QObject(
 
 void NewFirmwareCheckerManager::on_checkFirmwareButtonPressed()
 {
-    MessageDialogs::notAvailableYet(qobject_cast<QWidget*>(parent()),
-                                    QStringLiteral("The check for new firmware"));
+    new NewFirmwareCheckerDialog(qobject_cast<QWidget*>(parent())); // deletes itself when closed
 }
 } // namespace NewFirmwareChecker

@@ -4,8 +4,7 @@
 
 namespace NewFirmwareChecker
 {
-/// The "Check for new Firmware..." command. This version cannot ask the server yet: the command
-/// tells so.
+/// The "Check for new Firmware..." command.
 class NewFirmwareCheckerManager : public QObject
 {
     Q_OBJECT
@@ -15,6 +14,7 @@ public:
     explicit NewFirmwareCheckerManager(QObject* parent);
 
 public slots:
+    /// Opens the dialog that does the check.
     void on_checkFirmwareButtonPressed();
 };
 } // namespace NewFirmwareChecker

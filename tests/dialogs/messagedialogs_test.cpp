@@ -354,16 +354,3 @@ TEST(MessageDialogsTest, ManyProfilesLeftOutAreCutTo25)
                                "They are still in the file mine.xml.");
     MessageDialogs::profilesLeftOut(nullptr, names, "mine.xml");
 }
-
-TEST(MessageDialogsTest, CommandsToComeSaySo)
-{
-    DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), "Not Available Yet");
-        EXPECT_TRUE(box->text().contains("Doing this"));
-        clickOn(box->button(QMessageBox::Ok));
-    });
-    MessageDialogs::notAvailableYet(nullptr, "Doing this");
-}

@@ -61,21 +61,6 @@ protected:
     }
 
     void edit() const { clickOn(child<QPushButton>("editProfileButton")); }
-
-    /// Triggers a command that is yet to come and expects it to say so.
-    void expectNotAvailable(QAction* action) const
-    {
-        DialogScript script;
-        script.thenDo([this](QWidget& dialog) {
-            auto* box = qobject_cast<QMessageBox*>(&dialog);
-            ASSERT_NE(box, nullptr);
-            EXPECT_EQ(box->windowTitle(), "Not Available Yet");
-            EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
-            EXPECT_EQ(box->parentWidget(), window.get());
-            clickOn(box->button(QMessageBox::Ok));
-        });
-        trigger(action);
-    }
 };
 
 // The form
@@ -313,14 +298,6 @@ TEST_F(WindowTest, AboutWorksDuringAnEdit)
     trigger(command("actionAbout"));
     script.finish();
     expectLocked(true);
-}
-
-TEST_F(WindowTest, CommandsToComeSaySoAndChangeNothing)
-{
-    makeProfile("Torch");
-    expectNotAvailable(command("actionCheckNewFirmware"));
-    EXPECT_EQ(list()->count(), 1);
-    EXPECT_EQ(rowTitle(0), "Torch");
 }
 
 TEST_F(WindowTest, DeleteAllIsAskedFromMenuAndToolbar)

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QByteArray>
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+#include <QObject>
+#include <QString>
+
+class QNetworkReply;
+
+namespace NewFirmwareChecker
+{
+/// Fetches one file at a time over HTTP into memory.
+///
+/// Every request that is not aborted ends with exactly one signal: finished() or error(). There is
+/// no timeout, and redirects are not followed: an answer that Qt does not report as an error counts
+/// as success.
+class FileDownloader : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Bytes that an answer may have. Far beyond every bundle: it is there so that a server that
+    /// never stops sending cannot use up the machine's memory. A larger answer is an error.
+    static constexpr int largestAnswer = 64 * 1024 * 1024;
+
+    explicit FileDownloader(QObject* parent);
+    ~FileDownloader() override;
+
+    /// Starts the request, in place of one that is outstanding. Addresses that are not HTTP (files
+    /// of this machine, for instance) and empty ones end with error().
+    void startDownloading(const QString& url);
+
+    /// Aborts an outstanding request, which then ends without a signal, and forgets its answer.
+    void reset();
+
+    /// True while a request is outstanding.
+    bool isBusy() const { return reply != nullptr; }
+
+signals:
+    void finished(QByteArray answer);
+    void error();
+
+    /// How many bytes have come so far.
+    void downloadProgress(qint64 received);
+
+private:
+    void onReadyRead();
+    void onDoneReading();
+    void onError();
+    void onDownloadProgress(qint64 received, qint64 total);
+    void abortReply();
+
+    QNetworkRequest request;
+    QNetworkAccessManager manager;
+    QNetworkReply* reply = nullptr; ///< a child of the manager
+    bool failed = false;
+    QByteArray buffer;
+    QString requestedUrl;
+};
+} // namespace NewFirmwareChecker

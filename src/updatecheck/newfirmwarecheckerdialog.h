@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QDialog>
+#include <QMap>
+#include <QPointer>
+#include <QString>
+
+#include <memory>
+
+namespace Ui
+{
+class NewFirmwareCheckerDialog;
+}
+
+namespace NewFirmwareChecker
+{
+class NewFirmwareChecker;
+
+/// Shows how the check for a newer bundle goes: checking, then up to date, an error, or downloading
+/// and downloaded.
+///
+/// The dialog shows itself, is application-modal and deletes itself when closed. The request that is
+/// outstanding then still ends, and a bundle that it fetches is saved, but nothing is shown.
+class NewFirmwareCheckerDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// `parent` is the main window. Its slot reloadBundle() is called by name, so that this folder
+    /// does not know the window's class.
+    explicit NewFirmwareCheckerDialog(QWidget* parent);
+    ~NewFirmwareCheckerDialog() override;
+
+public slots:
+    /// The server has answered. Downloads a newer bundle; an answer without a usable version is an
+    /// error.
+    void onFirmwareInfoDownloaded(const QMap<QString, QString>& info);
+
+    /// The newer bundle is in the working folder: takes it into use, then tells so.
+    void onFirmwareDownloaded();
+
+    void onError();
+
+    /// Closes the dialog.
+    void onMainButtonPressed();
+
+private:
+    void showBusy(const QString& status);
+    void showEnd(const QString& status, int progress);
+
+    std::unique_ptr<Ui::NewFirmwareCheckerDialog> ui;
+    QPointer<NewFirmwareChecker> checker; ///< without a parent: may outlive the dialog
+};
+} // namespace NewFirmwareChecker
