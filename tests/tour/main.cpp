@@ -1,5 +1,6 @@
 #include "mainwindow.h"
 #include "tour.h"
+#include "transfer/qextserialenumerator.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -43,6 +44,11 @@ int main(int argc, char** argv)
         QApplication::setStyle(QStyleFactory::create("Fusion"));
         QApplication::setPalette(darkPalette());
     }
+    QextSerialEnumerator::setSource([] {
+        QextPortInfo port; // the simulated charger's: any name will do
+        port.portName = "/dev/ttyUSB0";
+        return QList<QextPortInfo>{port};
+    });
     MainWindow window;
     const QStringList sizes = parser.value(size).split('x');
     if (sizes.size() == 2) {

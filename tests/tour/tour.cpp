@@ -25,7 +25,7 @@
 
 namespace
 {
-constexpr int patience = 5000;   // milliseconds until a dialog counts as missing
+constexpr int patience = 20000;  // milliseconds until a dialog counts as missing
 constexpr int wholeTour = 90000; // milliseconds until the tour counts as stuck
 
 QString rowTitle(const QListWidget* list, int row)
@@ -53,6 +53,9 @@ bool Tour::run()
     flagAndReorder();
     deleteOneProfile();
     saveAndLoad();
+    writeToCharger();
+    readFromCharger();
+    flashFirmware();
     showMessages();
     return succeeded;
 }
@@ -177,6 +180,101 @@ void Tour::chooseFile(const QString& actionName, const QString& path, const QStr
     trigger(actionName);
 }
 
+void Tour::writeToCharger()
+{
+    startTransfer("actionWriteProfiles", "write",
+                  [this] { answerResetQuestion("write-success", "Stay in Bootloader Mode"); });
+    waitUntilNoDialogIsLeft();
+}
+
+void Tour::readFromCharger()
+{
+    startTransfer("actionReadProfiles", "read", [this] {
+        onNextDialog([this](QWidget* box) {
+            picture(box, "message-add-or-replace");
+            QTest::mouseClick(box->findChildren<QPushButton*>().last(), Qt::LeftButton);
+            answerResetQuestion("read-success", "Reset Kelvaron");
+        });
+    });
+    waitUntilNoDialogIsLeft();
+    const auto* list = window->findChild<QListWidget*>("profileNamesList");
+    check(list->count() == 2 && rowTitle(list, 0) == "Drill pack 6S"
+              && rowTitle(list, 1) == "Garden tractor",
+          "the charger gives back what was written");
+    picture(window, "read-back");
+}
+
+void Tour::startTransfer(const QString& actionName, const QString& pictureName,
+                         const std::function<void()>& expectDialogs)
+{
+    trigger(actionName);
+    QWidget* dialog = QApplication::activeModalWidget();
+    check(dialog != nullptr, "the transfer dialog opens");
+    if (dialog != nullptr) {
+        picture(dialog, pictureName + "-port");
+        expectDialogs();
+        click(dialog, "okButton");
+        picture(dialog, pictureName + "-working");
+    }
+}
+
+void Tour::answerResetQuestion(const QString& pictureName, const QString& button)
+{
+    onNextDialog([=](QWidget* question) {
+        picture(question->parentWidget(), pictureName);
+        picture(question, "message-reset");
+        const QList<QPushButton*> buttons = question->findChildren<QPushButton*>();
+        for (QPushButton* candidate : buttons) {
+            if (candidate->text() == button) {
+                QTest::mouseClick(candidate, Qt::LeftButton);
+            }
+        }
+    });
+}
+
+void Tour::waitUntilNoDialogIsLeft()
+{
+    const auto isOver = [] { return QApplication::activeModalWidget() == nullptr; };
+    check(QTest::qWaitFor(isOver, 2 * patience), "no dialog is left");
+}
+
+void Tour::flashFirmware()
+{
+    trigger("actionFlashFirmware");
+    QWidget* tool = QApplication::activeModalWidget();
+    check(tool != nullptr, "the firmware tool opens");
+    if (tool == nullptr) {
+        return;
+    }
+    picture(tool, "firmware-tool");
+    const QStringList bundles = QDir().entryList({"*.kelvaron"});
+    typeInto(tool->findChild<QLineEdit*>("fileInputBox"), bundles.value(0));
+    click(tool, "advancedOptionsButton");
+    picture(tool, "firmware-chosen");
+    answerResetQuestion("firmware-verified", "Stay in Bootloader Mode");
+    click(tool, "submitButton");
+    picture(tool, "firmware-erasing");
+    pictureWhenShown(tool, "eraseFlashCM", "firmware-loading");
+    pictureWhenShown(tool, "loadFileCM", "firmware-uploading");
+    pictureWhenShown(tool, "uploadCM", "firmware-verifying");
+    const auto* button = tool->findChild<QPushButton*>("submitButton");
+    const auto isOver = [button] { return button->isEnabled(); };
+    check(QTest::qWaitFor(isOver, patience), "the charger is flashed");
+    tool->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    const auto* list = window->findChild<QListWidget*>("profileNamesList");
+    check(list->count() == 2 && rowTitle(list, 0) == "Drill pack 6S", "the list comes back");
+    picture(window, "after-flash");
+}
+
+void Tour::pictureWhenShown(QWidget* root, const char* markName, const QString& name)
+{
+    const auto* mark = root->findChild<QLabel*>(markName);
+    const auto isShown = [mark] { return mark != nullptr && mark->isVisible(); };
+    check(QTest::qWaitFor(isShown, patience), name + " is reached");
+    picture(root, name);
+}
+
 void Tour::showMessages()
 {
     const auto close = [this](const char* name) {
@@ -189,8 +287,6 @@ void Tour::showMessages()
     trigger("actionHelp_2");
     onNextDialog(close("message-about"));
     trigger("actionAbout");
-    onNextDialog(close("message-not-available"));
-    trigger("actionCheckNewFirmware");
 }
 
 void Tour::trigger(const QString& actionName)

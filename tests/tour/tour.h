@@ -11,7 +11,8 @@ class QAction;
 class QWidget;
 
 /// Drives the real main window through the main job by real events and leaves a numbered picture of
-/// every step: profiles made with the wizard, edited, flagged, reordered, deleted, saved and loaded.
+/// every step: profiles made with the wizard, edited, flagged, reordered, deleted, saved, loaded,
+/// written to the simulated charger and read back, and firmware flashed into it.
 class Tour : public QObject
 {
     Q_OBJECT
@@ -30,9 +31,17 @@ private:
     void flagAndReorder();
     void deleteOneProfile();
     void saveAndLoad();
+    void writeToCharger();
+    void readFromCharger();
+    void flashFirmware();
     void showMessages();
 
     void makeProfile(int chemistry, const QString& title, const QString& subtitle, bool isShown);
+    void startTransfer(const QString& actionName, const QString& pictureName,
+                       const std::function<void()>& expectDialogs);
+    void answerResetQuestion(const QString& pictureName, const QString& button);
+    void waitUntilNoDialogIsLeft();
+    void pictureWhenShown(QWidget* window, const char* markName, const QString& name);
     void trigger(const QString& actionName);
     void click(QWidget* root, const QString& name);
     void clickRow(int row);
