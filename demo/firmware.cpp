@@ -1,9 +1,22 @@
-// Prints the demo's firmware as an Intel HEX file. No charger could run it: it is made up, of the
-// size and the shape of a real one.
+// Writes the demo's firmware as an Intel HEX file: a program, and one profile of each chemistry of the
+// settings header for chargers whose profiles are to be replaced. No charger could run the program:
+// it is made up, of the size and the shape of a real one.
+//
+//   demo-firmware SETTINGS-HEADER OUTPUT
 
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "HEXGeneratorParser/hexbuffer.h"
+#include "HEXGeneratorParser/hexutility.h"
+#include "HEXGeneratorParser/writetohex.h"
 #include "intelhexwriter.h"
 
-#include <cstdio>
+#include <QCoreApplication>
+#include <QFile>
+#include <QStringList>
+
+#include <memory>
 
 namespace
 {
@@ -30,13 +43,54 @@ QByteArray program()
     }
     return bytes;
 }
+
+void switchOn(const HParser::StructSettings& profile, const QString& flag)
+{
+    profile.getStructSettingByDescriptiveName(flag)->setValue(true);
+}
+
+/// A profile of each chemistry, all active and the first one the default.
+QByteArray defaultProfiles(const HParser::Generator& generator)
+{
+    using namespace HEXGeneratorParser;
+    HEXBuffer buffer(HexUtility::imageSize, nullptr);
+    const QList<HParser::StructSettings*> chemistries = generator.getChemistrySettings();
+    for (const HParser::StructSettings* chemistry : chemistries) {
+        const std::unique_ptr<HParser::StructSettings> profile = chemistry->deepCopy();
+        profile->buildFormulaTrees();
+        switchOn(*profile, QStringLiteral("active"));
+        if (buffer.size() == 0) {
+            switchOn(*profile, QStringLiteral("default"));
+        }
+        WriteToHEX().serializeProfile(&buffer, profile.get());
+    }
+    QByteArray bytes;
+    for (int i = 0; i < buffer.size(); ++i) {
+        bytes += static_cast<char>(buffer.getByte(i));
+    }
+    HexUtility::fixBytesAlignment(reinterpret_cast<unsigned char*>(bytes.data()), bytes.size());
+    return bytes;
+}
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
-    const QByteArray text = IntelHexWriter::fileText(2 * programStart, program());
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3) {
+        return 2;
+    }
+    HParser::Generator generator(nullptr);
+    generator.setHFileLocation(arguments.at(1));
+    generator.generate();
+
+    const QByteArray end = IntelHexWriter::recordLine(1, 0, QByteArray());
+    const quint32 profileStart = static_cast<quint32>(generator.getProfileStartWordAddress());
+    const QByteArray text =
+        IntelHexWriter::fileText(2 * programStart, program()).chopped(end.size())
+        + IntelHexWriter::fileText(2 * profileStart, defaultProfiles(generator));
+    QFile file(arguments.at(2));
     const bool isWritten =
-        std::fwrite(text.constData(), 1, static_cast<size_t>(text.size()), stdout)
-        == static_cast<size_t>(text.size());
-    return isWritten && std::fflush(stdout) == 0 ? 0 : 1;
+        file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+    return isWritten ? 0 : 1;
 }

@@ -1,6 +1,6 @@
 # Makes the demo installation; run by the build with these variables:
 #   BUNDLE_TOOL    the kelvaron-bundle program
-#   FIRMWARE_TOOL  the program that prints the demo's firmware
+#   FIRMWARE_TOOL  the program that makes the demo's firmware
 #   SIMULATOR      the program that stands in for the charger's uploader
 #   SOURCE         this folder
 #   FOLDER         where the editor looks for its installed files
@@ -16,7 +16,8 @@ if(old_bundles)
 endif()
 
 set(firmware ${CMAKE_CURRENT_BINARY_DIR}/firmware.hex)
-execute_process(COMMAND ${FIRMWARE_TOOL} OUTPUT_FILE ${firmware} RESULT_VARIABLE result)
+execute_process(COMMAND ${FIRMWARE_TOOL} ${SOURCE}/kelvaron_chemistries.cb ${firmware}
+    OUTPUT_QUIET RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "The demo firmware could not be made (${result}).")
 endif()

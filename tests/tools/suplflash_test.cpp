@@ -1,4 +1,8 @@
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsettings.h"
+#include "HEXGeneratorParser/readfromhex.h"
 #include "KelvaronBundle/kelvaronbundle.h"
+#include "profileimport/parsedprofile.h"
 #include "suplprogram.h"
 
 #include <QFileInfo>
@@ -175,18 +179,45 @@ TEST_F(SuplFlashTest, TheDemoBundleIsFlashed)
     ASSERT_EQ(bundle.getNumFiles(), 5);
     writeFile(work("hexToFlash.hex"), bundle.getFile(2).toUtf8());
     srecCat({"hexToFlash.hex", "-intel", "-o", "firmware.bin", "-binary"});
-    const QByteArray firmware = readFile(work("firmware.bin")).mid(bootloaderSize);
-    EXPECT_GE(firmware.size() * 3 / 4, 30000);
-    EXPECT_LE(firmware.size() * 3 / 4, 60000);
+    srecCat(
+        {"hexToFlash.hex", "-intel", "-crop", "0x1800", "0x13800", "-o", "program.bin", "-binary"});
+    const QByteArray program = readFile(work("program.bin")).mid(bootloaderSize);
+    EXPECT_GE(program.size() * 3 / 4, 30000);
+    EXPECT_LE(program.size() * 3 / 4, 60000);
+    QByteArray profiles = readFile(work("firmware.bin")).mid(profilesAt);
+    EXPECT_GT(profiles.size(), 100);
+    profiles += blank(2048 - profiles.size());
 
     const QByteArray before = pattern(memorySize, 7);
     for (const int part : {0, 3}) {
         writeFile(home("charger-memory.bin"), before);
         writeFile(work("device.txt"), bundle.getFile(part).toUtf8());
         expectDone(flash());
-        EXPECT_EQ(memory().mid(bootloaderSize, firmware.size()), firmware);
+        EXPECT_EQ(memory().mid(bootloaderSize, program.size()), program);
         EXPECT_EQ(memory().left(bootloaderSize), before.left(bootloaderSize));
-        EXPECT_EQ(memory(0x9C00, 0xA000), part == 0 ? blank(2048) : before.mid(profilesAt));
+        EXPECT_EQ(memory(0x9C00, 0xA000), part == 0 ? profiles : before.mid(profilesAt));
+    }
+}
+
+TEST_F(SuplFlashTest, TheDemoFirmwareBringsAProfileOfEachChemistry)
+{
+    HParser::Generator generator(nullptr);
+    generator.setHFileLocation(KELVARON_DEMO_DIR "/kelvaron_chemistries.cb");
+    generator.generate();
+    ASSERT_TRUE(QFile::copy(KELVARON_DEMO_FIRMWARE, work("hexToFlash.hex")));
+    expectDone(flash());
+    expectDone(readProfiles("out.hex"));
+
+    HEXGeneratorParser::ReadFromHEX reader;
+    ASSERT_TRUE(reader.read(work("out.hex"), generator.getProfileStartWordAddress()));
+    const QList<ParsedProfile*> profiles = reader.parseProfiles(&generator);
+    const QList<HParser::StructSettings*> chemistries = generator.getChemistrySettings();
+    ASSERT_EQ(profiles.size(), chemistries.size());
+    for (int i = 0; i < profiles.size(); ++i) {
+        EXPECT_EQ(profiles.at(i)->getProperties().value("chemistry"),
+                  chemistries.at(i)->getDescriptiveName());
+        EXPECT_TRUE(profiles.at(i)->getActiveStatus());
+        EXPECT_EQ(profiles.at(i)->getDefaultStatus(), i == 0);
     }
 }
 

@@ -197,6 +197,7 @@ protected:
         EXPECT_FALSE(failed.crashed);
         EXPECT_EQ(failed.exitCode, exitCode) << failed.output.constData();
         EXPECT_TRUE(failed.output.contains(words)) << failed.output.constData();
+        EXPECT_EQ(failed.errors, "");
     }
 
     /// Lets srec_cat do something in the folder of work.
