@@ -91,6 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
                       QStringList{"-s", "p", "-h", "-V", "-l", "file", "0x9C00", "0xA000"},
                       QStringList{"-s", "p", "-h", "-V", "-e", "-v", "f", "-w", "f"},
                       QStringList{"-s", "p", "-h", "-V", "-e", "-w", "f"},
+                      QStringList{"-s", "p", "-h", "-V", "-e", "-w", "f", "-x", "f"},
                       QStringList{"-s", "p", "-h", "-V", "-w", "f", "-v", "f", "-e"},
                       QStringList{"-s", "p", "-h", "-V", "-e", "-w", "f", "-v", "f", "g"}));
 

@@ -151,6 +151,8 @@ TEST_F(SuplFaultsTest, TheNearerOfTwoFaultsWins)
     setFaults("flash-load.exit-code = 8\nno-port = yes\nread.no-port = no\n");
     EXPECT_EQ(run(readProfiles("out.hex")).exitCode, 0);
     EXPECT_EQ(run(flash()).exitCode, 1);
+    setFaults("flash.verify-fail = yes\nflash-verify.verify-fail = no\n");
+    EXPECT_EQ(run(flash()).exitCode, 0);
 }
 
 TEST_F(SuplFaultsTest, ACrashIsReal)
