@@ -1,6 +1,12 @@
 #include "transfer/qextserialenumerator.h"
 
+#include "transfer/portlistcache.h"
+#include "transfer/serialdevices.h"
+
+#include <QDir>
 #include <QSerialPortInfo>
+
+#include <algorithm>
 
 namespace
 {
@@ -10,7 +16,7 @@ QextSerialEnumerator::Source& replacedSource()
     return source;
 }
 
-QList<QextPortInfo> systemPorts()
+QList<QextPortInfo> enumerateSystemPorts()
 {
     QList<QextPortInfo> ports;
     const QList<QSerialPortInfo> found = QSerialPortInfo::availablePorts();
@@ -30,12 +36,43 @@ QList<QextPortInfo> systemPorts()
     }
     return ports;
 }
+
+QList<QextPortInfo> systemPorts()
+{
+    constexpr int settlingTime = 2000; // milliseconds
+    static PortListCache cache([] { return SerialDevices::fingerprint(); }, enumerateSystemPorts,
+                               settlingTime);
+    return cache.ports();
+}
+
+/// Adds the ports that the user names because the system does not list them.
+void appendNamedPorts(QList<QextPortInfo>& ports)
+{
+    const QStringList names = qEnvironmentVariable("KELVARON_SERIAL_PORTS")
+                                  .split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    for (const QString& name : names) {
+        const bool isListed =
+            std::any_of(ports.cbegin(), ports.cend(),
+                        [&name](const QextPortInfo& port) { return port.portName == name; });
+        if (!isListed) {
+            QextPortInfo port;
+            port.portName = name;
+            port.physName = name;
+            ports.append(port);
+        }
+    }
+}
 } // namespace
 
 QList<QextPortInfo> QextSerialEnumerator::getPorts()
 {
     const Source& source = replacedSource();
-    return source ? source() : systemPorts();
+    if (source) {
+        return source();
+    }
+    QList<QextPortInfo> ports = systemPorts();
+    appendNamedPorts(ports);
+    return ports;
 }
 
 void QextSerialEnumerator::setSource(Source source)

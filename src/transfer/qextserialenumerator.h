@@ -14,9 +14,10 @@ public:
 
     QextSerialEnumerator() = delete;
 
-    /// The ports of this moment, in the system's order.
+    /// The ports of this moment, in the system's order; then those that the environment variable
+    /// KELVARON_SERIAL_PORTS names (separated as in a PATH). Cheap as long as nothing changes.
     static QList<QextPortInfo> getPorts();
 
-    /// Replaces the system's list, for machines without ports; an empty function brings it back.
+    /// Replaces the whole list, for machines without ports; an empty function brings it back.
     static void setSource(Source source);
 };

@@ -1,30 +1,26 @@
 #include "transfer/comdevicewatcher.h"
 
 #include "support/gui/widgets.h"
-#include "transfer/qextserialenumerator.h"
+#include "transfer/fakeports.h"
+
+#include <QTest>
 
 class DeviceWatcherTest : public ::testing::Test
 {
 protected:
     DeviceWatcherTest()
     {
-        QextSerialEnumerator::setSource([this] {
-            QList<QextPortInfo> found;
-            for (const QString& name : qAsConst(ports)) {
-                QextPortInfo port;
-                port.portName = name;
-                found.append(port);
-            }
-            return found;
-        });
         QObject::connect(&watcher, &COMDeviceWatcher::devicesAdded, &watcher,
-                         [this](const QList<QextPortInfo>& found) { added.append(names(found)); });
-        QObject::connect(
-            &watcher, &COMDeviceWatcher::devicesRemoved, &watcher,
-            [this](const QList<QextPortInfo>& found) { removed.append(names(found)); });
+                         [this](const QList<QextPortInfo>& found) {
+                             added.append(names(found));
+                             order.append("added");
+                         });
+        QObject::connect(&watcher, &COMDeviceWatcher::devicesRemoved, &watcher,
+                         [this](const QList<QextPortInfo>& found) {
+                             removed.append(names(found));
+                             order.append("removed");
+                         });
     }
-
-    ~DeviceWatcherTest() override { QextSerialEnumerator::setSource({}); }
 
     static QString names(const QList<QextPortInfo>& found)
     {
@@ -36,9 +32,11 @@ protected:
         return texts.join(' ');
     }
 
-    QStringList ports;
+    FakePorts fakePorts;
+    QStringList& ports = fakePorts.names;
     QStringList added;
     QStringList removed;
+    QStringList order;
     COMDeviceWatcher watcher{nullptr};
 };
 
@@ -72,4 +70,85 @@ TEST_F(DeviceWatcherTest, StartedAgainItStartsOver)
     watcher.startWatching();
     watcher.onTimerFired();
     EXPECT_TRUE(added.isEmpty());
+}
+
+TEST_F(DeviceWatcherTest, LooksByItselfOnceStarted)
+{
+    watcher.startWatching();
+    ports = QStringList({"/dev/ttyUSB0"});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !added.isEmpty(); }));
+    ports.clear();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); }));
+    EXPECT_EQ(added, QStringList("/dev/ttyUSB0"));
+    EXPECT_EQ(removed, QStringList("/dev/ttyUSB0"));
+}
+
+TEST_F(DeviceWatcherTest, NewPortsAreToldBeforeGoneOnes)
+{
+    ports = QStringList({"A"});
+    watcher.startWatching();
+    ports = QStringList({"B"});
+    watcher.onTimerFired();
+    EXPECT_EQ(order, QStringList({"added", "removed"}));
+}
+
+TEST_F(DeviceWatcherTest, PortThatWasAwayBetweenTwoLooksIsNoNews)
+{
+    ports = QStringList({"A"});
+    watcher.startWatching();
+    ports.clear();
+    ports.append("A");
+    watcher.onTimerFired();
+    EXPECT_TRUE(order.isEmpty());
+}
+
+TEST_F(DeviceWatcherTest, SamePortTwiceInTheListIsOnePort)
+{
+    watcher.startWatching();
+    ports = QStringList({"A", "A"});
+    watcher.onTimerFired();
+    EXPECT_EQ(added, QStringList("A"));
+}
+
+TEST_F(DeviceWatcherTest, StoppingWithoutWatchingDoesNothing)
+{
+    watcher.stopWatching();
+    ports = QStringList({"A"});
+    watcher.startWatching();
+    watcher.stopWatching();
+    watcher.stopWatching();
+    EXPECT_TRUE(order.isEmpty());
+}
+
+TEST_F(DeviceWatcherTest, TellsTheWholeRecord)
+{
+    watcher.startWatching();
+    QextSerialEnumerator::setSource([] {
+        QextPortInfo port = FakePorts::named("COM3");
+        port.friendName = "Programming cable";
+        port.vendorID = 0x0403;
+        port.productID = 0x6001;
+        return QList<QextPortInfo>({port});
+    });
+    QList<QextPortInfo> told;
+    QObject::connect(&watcher, &COMDeviceWatcher::devicesAdded, &watcher,
+                     [&told](const QList<QextPortInfo>& found) { told = found; });
+    watcher.onTimerFired();
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_EQ(told.at(0).friendName, "Programming cable");
+    EXPECT_EQ(told.at(0).vendorID, 0x0403);
+    EXPECT_EQ(told.at(0).productID, 0x6001);
+}
+
+TEST_F(DeviceWatcherTest, PortWhoseDetailsChangeUnderItsNameIsNoNews)
+{
+    ports = QStringList({"COM3"});
+    watcher.startWatching();
+    QextSerialEnumerator::setSource([] {
+        QextPortInfo port = FakePorts::named("COM3");
+        port.friendName = "Another cable";
+        return QList<QextPortInfo>({port});
+    });
+    watcher.onTimerFired();
+    EXPECT_TRUE(order.isEmpty());
 }
