@@ -373,8 +373,8 @@ TEST_F(TransferDialogTest, WriteGoesOnWithoutTheClosedDialogAndItsResultReachesN
         QFile::remove("runs.txt");
         QFile::remove("go");
         uploader.setBehaviour(FakeUploader::waitForGo() + "; [ \"$5\" = -E ] || { " + end + "; }");
-        const DialogScript nothing;
         openWriter();
+        const DialogScript nothing;
         clickOn(okButton());
         ASSERT_TRUE(QTest::qWaitFor([] { return hasRun(1); }));
         QTest::keyClick(dialog, Qt::Key_Escape);
