@@ -25,6 +25,15 @@ namespace
 constexpr int collapsedHeight = 245; // pixels
 constexpr int expandedHeight = 273;
 
+/// Hides a widget that keeps its place.
+void hideInPlace(QWidget* widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+    widget->hide();
+}
+
 /// Whether this firmware replaces the profiles in the charger by its own.
 bool replacesProfiles(const QString& path)
 {
@@ -44,10 +53,10 @@ KelvaronFirmwareToolWindow::KelvaronFirmwareToolWindow(QWidget* parent)
     setWindowModality(Qt::ApplicationModal);
     extraUIAdditions();
     flasher = new FirmwareFlasher(this, ui.get());
-    for (QWidget* hidden : std::initializer_list<QWidget*>{
-             ui->eraseFlashCM, ui->loadFileCM, ui->uploadCM, ui->verifyCM, ui->consoleOut}) {
-        hidden->hide();
+    for (QLabel* mark : {ui->eraseFlashCM, ui->loadFileCM, ui->uploadCM, ui->verifyCM}) {
+        hideInPlace(mark);
     }
+    ui->consoleOut->hide();
     lastDirectory = QDir(QStringLiteral("./"));
     connect(flasher, &FirmwareFlasher::flashed, this, &KelvaronFirmwareToolWindow::flashed);
     show();
