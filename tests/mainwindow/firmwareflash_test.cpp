@@ -1,0 +1,256 @@
+// Firmware flashed from the main window, with the simulated charger behind the uploader's name.
+
+#include "applicationglobalmap.h"
+#include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "support/gui/installation.h"
+#include "testpaths.h"
+#include "transfer/fakeports.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+using FirmwareTool::KelvaronFirmwareToolWindow;
+
+class FirmwareFlashTest : public MainWindowTest
+{
+protected:
+    FirmwareFlashTest()
+    {
+        const QString simulator =
+            QString(KELVARON_BIN_DIR) + "/KelvaronProfileEditorFiles/supl.mac";
+        QFile::remove(pathOf("supl.mac"));
+        EXPECT_TRUE(QFile::copy(simulator, pathOf("supl.mac")));
+        setFault("");
+        start();
+        trigger(command("actionFlashFirmware"));
+        tool = window->findChild<KelvaronFirmwareToolWindow*>();
+        EXPECT_NE(tool, nullptr);
+        QApplication::setActiveWindow(tool);
+    }
+
+    void setFault(const QByteArray& line) const
+    {
+        QFile file(pathOf("supl-faults.txt"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("pace = 40%\n" + line + '\n');
+    }
+
+    std::string bytesOf(const QString& name) const
+    {
+        QFile file(pathOf(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(none)";
+    }
+
+    std::string demoBytes(const QString& name) const
+    {
+        QFile file(QString(KELVARON_DEMO_DIR) + '/' + name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(none)";
+    }
+
+    template <typename T>
+    T* part(const QString& name) const
+    {
+        return childNamed<T>(tool.data(), name);
+    }
+
+    void startFlash(const QString& firmware) const
+    {
+        typeOver(part<QLineEdit>("fileInputBox"), firmware);
+        clickOn(part<QPushButton>("submitButton"));
+        EXPECT_FALSE(part<QPushButton>("submitButton")->isEnabled());
+    }
+
+    /// Waits until a stage is ticked off.
+    void waitForMark(const QString& name) const
+    {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return part<QLabel>(name)->isVisible(); }, patience))
+            << name.toStdString();
+    }
+
+    void waitForEnd() const
+    {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] { return part<QPushButton>("submitButton")->isEnabled(); }, patience));
+    }
+
+    /// A flash of the installed demo ends with this error and can be tried again.
+    void expectError(const QByteArray& fault, const QString& title, const QString& text)
+    {
+        setFault(fault);
+        DialogScript script;
+        script.thenDo([&](QWidget& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->windowTitle(), title);
+            EXPECT_TRUE(box->text().contains(text)) << box->text().toStdString();
+            clickOn(box->button(QMessageBox::Ok));
+        });
+        startFlash(installed);
+        waitForEnd();
+        script.finish();
+        EXPECT_TRUE(window->isVisible());
+    }
+
+    void expectSuccess() const
+    {
+        DialogScript script;
+        script.thenDo([](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "Stay in Bootloader Mode or Reset?");
+            clickOn(dialog.findChildren<QPushButton*>().at(1));
+        });
+        waitForEnd();
+        script.finish();
+        EXPECT_TRUE(part<QLabel>("verifyCM")->isVisible());
+    }
+
+    static constexpr int patience = 30000; // milliseconds
+    const QString installed = "v1.0.0.kelvaron";
+    FakePorts ports{{"/dev/ttyUSB0"}};
+    QPointer<KelvaronFirmwareToolWindow> tool;
+};
+
+TEST_F(FirmwareFlashTest, NewFirmwareIsFlashedAndItsBundleTakenIntoUse)
+{
+    QFile demo(KELVARON_DEMO_BUNDLE);
+    ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
+    QByteArray bytes = demo.readAll();
+    const int place = bytes.indexOf("1.0.0");
+    ASSERT_GT(place, 0);
+    bytes.replace(place, 5, "1.5.0");
+    const QTemporaryDir folder;
+    QFile firmware(folder.filePath("newer.kelvaron"));
+    ASSERT_TRUE(firmware.open(QIODevice::WriteOnly));
+    firmware.write(bytes);
+    firmware.close();
+
+    startFlash(firmware.fileName());
+    EXPECT_EQ(bytesOf("device.txt"), demoBytes("device_nooverwrite.txt"));
+    waitForMark("eraseFlashCM");
+    waitForMark("loadFileCM");
+    int lastValue = 0;
+    QObject::connect(part<QProgressBar>("uploadPB"), &QProgressBar::valueChanged,
+                     [&lastValue](int value) {
+                         EXPECT_GE(value, lastValue);
+                         lastValue = value;
+                     });
+    waitForMark("uploadCM");
+    EXPECT_EQ(lastValue, 100);
+    expectSuccess();
+
+    EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.5.0");
+    EXPECT_EQ(bytesOf("newer.kelvaron"), bytes.toStdString());
+    EXPECT_NE(bytesOf("charger-state.txt").find("resets = 1"), std::string::npos);
+    const QStringList logs = QDir(pathOf("logs")).entryList(QDir::Files);
+    ASSERT_EQ(logs.size(), 1);
+    const std::string log = bytesOf("logs/" + logs.at(0));
+    EXPECT_EQ(log.rfind("FLASHING KELVARON FIRMWARE\n", 0), 0U);
+    EXPECT_NE(log.find("Verified Flash OK"), std::string::npos);
+
+    tool->close();
+    EXPECT_EQ(bytesOf("device.txt"), demoBytes("device.txt"));
+    EXPECT_FALSE(QFile::exists(pathOf("device_overwrite.txt")));
+}
+
+TEST_F(FirmwareFlashTest, ProfilesOfTheListComeBackAfterAFlash)
+{
+    tool->close();
+    flushDeletions();
+    makeProfile("One");
+    trigger(command("actionFlashFirmware"));
+    tool = window->findChild<KelvaronFirmwareToolWindow*>();
+    startFlash(installed);
+    waitForMark("uploadCM");
+    expectSuccess();
+    ASSERT_EQ(list()->count(), 1);
+    EXPECT_EQ(rowTitle(0), "One");
+}
+
+TEST_F(FirmwareFlashTest, OverwritingProfilesUsesTheOtherDescription)
+{
+    clickOn(part<QPushButton>("advancedOptionsButton"));
+    clickOn(part<QCheckBox>("deleteProfilesCB"));
+    startFlash(installed);
+    EXPECT_EQ(bytesOf("device.txt"), demoBytes("device.txt"));
+    waitForMark("uploadCM");
+    expectSuccess();
+}
+
+TEST_F(FirmwareFlashTest, UploaderThatStallsIsToldWithItsLog)
+{
+    expectError("flash-write.stall = yes", "Unknown Error!", "The log file \"logs/outputlog-");
+}
+
+TEST_F(FirmwareFlashTest, UploaderThatCrashesIsTold)
+{
+    expectError("flash-write.crash = yes", "Unknown Error!", "The log file \"logs/outputlog-");
+}
+
+TEST_F(FirmwareFlashTest, PortThatCannotBeOpenedIsTold)
+{
+    expectError("no-port = yes", "Flashing Error!",
+                "Cannot open COM port. Please try selecting a different one.");
+}
+
+TEST_F(FirmwareFlashTest, ChargerThatDoesNotAnswerIsTold)
+{
+    expectError("no-bootloader = yes", "Flashing Error!",
+                "Incorrect COM port or Kelvaron is not in Bootloader");
+}
+
+TEST_F(FirmwareFlashTest, ChargerThatCannotBeUnderstoodIsTold)
+{
+    expectError("no-stx = yes", "Flashing Error!",
+                "\"no stx char!\" - Known Mac OS bug. Please try again.");
+}
+
+TEST_F(FirmwareFlashTest, FailedVerificationIsToldAndTheNextFlashSucceeds)
+{
+    expectError("verify-fail = yes", "Flashing Error!",
+                "Verification Failed. The firmware file could be corrupted.");
+    setFault("");
+    startFlash(installed);
+    waitForMark("uploadCM");
+    expectSuccess();
+}
+
+TEST_F(FirmwareFlashTest, BundleWithoutFirmwareIsToldByTheUploader)
+{
+    installBundle("1.1", demoSchema());
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowTitle(), "Flashing Error!");
+        clickOn(box->button(QMessageBox::Ok));
+    });
+    startFlash("v1.1.kelvaron");
+    waitForEnd();
+}
+
+TEST_F(FirmwareFlashTest, ClosingInTheMiddleEndsTheUploaderAndTheNextFlashSucceeds)
+{
+    startFlash(installed);
+    waitForMark("loadFileCM");
+    {
+        const DialogScript nothing;
+        tool->close();
+        flushDeletions();
+        EXPECT_EQ(tool, nullptr);
+        EXPECT_EQ(bytesOf("device.txt"), demoBytes("device.txt"));
+    }
+    trigger(command("actionFlashFirmware"));
+    tool = window->findChild<KelvaronFirmwareToolWindow*>();
+    startFlash(installed);
+    waitForMark("uploadCM");
+    expectSuccess();
+}
