@@ -27,6 +27,7 @@ NewFirmwareCheckerDialog::NewFirmwareCheckerDialog(QWidget* parent)
       checker(new NewFirmwareChecker(nullptr))
 {
     ui->setupUi(this);
+    fixTextSize();
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::ApplicationModal);
     setWindowTitle(QStringLiteral("Firmware Checker"));
@@ -95,6 +96,14 @@ void NewFirmwareCheckerDialog::onError()
 void NewFirmwareCheckerDialog::onMainButtonPressed()
 {
     close();
+}
+
+void NewFirmwareCheckerDialog::fixTextSize()
+{
+    // The dialog's size is fixed in pixels, so its texts have to be, too. The title has its own.
+    QFont texts = font();
+    texts.setPixelSize(13);
+    setFont(texts);
 }
 
 void NewFirmwareCheckerDialog::showBusy(const QString& status)

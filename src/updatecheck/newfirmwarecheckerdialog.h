@@ -45,6 +45,7 @@ public slots:
     void onMainButtonPressed();
 
 private:
+    void fixTextSize();
     void showBusy(const QString& status);
     void showEnd(const QString& status, int progress);
 

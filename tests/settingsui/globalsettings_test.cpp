@@ -280,6 +280,15 @@ TEST_F(GlobalSettingsTest, OkKeepsWhatIsStillBeingTyped)
     EXPECT_EQ(value("Supply Voltage"), "30");
 }
 
+TEST_F(GlobalSettingsTest, OkKeepsWhatIsTypedWhereButtonsTakeNoFocus)
+{
+    open();
+    childNamed<QPushButton>(dialog, "okPushButton")->setFocusPolicy(Qt::NoFocus);
+    typeOver(field("Charger Name"), "Van");
+    pressOk();
+    EXPECT_EQ(value("Charger Name"), "Van");
+}
+
 TEST_F(GlobalSettingsTest, ReturnPressesOk)
 {
     open();

@@ -321,7 +321,7 @@ TEST_F(CheckerTest, WithoutABundleInUseEveryVersionIsNewer)
 
 TEST_F(CheckerTest, BundleIsSavedUnderItsVersion)
 {
-    const QByteArray bundle("...\r\nVERSION = 1.10\n\0\xFF", 24);
+    const QByteArray bundle("...\r\nVERSION = 1.10\n\0\xFF", 22);
     server.answer("/b", {200, bundle});
     tellVersion("1.10", server.address() + "/b");
     fetchBundle();

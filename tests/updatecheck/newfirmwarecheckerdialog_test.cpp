@@ -203,6 +203,30 @@ TEST_F(CheckerDialogTest, FormHasItsTextsAndSize)
     EXPECT_TRUE(texts.contains("Tovo"));
 }
 
+TEST_F(CheckerDialogTest, TextsFitTheirPlaces)
+{
+    QFont large = window->font();
+    large.setPointSize(16);
+    window->setFont(large);
+    server.answer(infoPath, {200, "", Pace::HELD});
+    open();
+    QCoreApplication::processEvents();
+    for (const char* name : {"label", "label_2", "label_3", "label_4"}) {
+        const auto* shown = childNamed<QLabel>(dialog, name);
+        EXPECT_GE(shown->width(), shown->sizeHint().width()) << name;
+        EXPECT_GE(shown->height(), shown->sizeHint().height()) << name;
+    }
+    const auto expectRoomFor = [this](const QString& name, const QString& text) {
+        const auto* shown = childNamed<QLabel>(dialog, name);
+        EXPECT_GE(shown->width(), shown->fontMetrics().horizontalAdvance(text))
+            << text.toStdString();
+    };
+    expectRoomFor("statusLabel", "Checking for Firmware Updates...");
+    expectRoomFor("statusLabel", "Latest Firmware Downloaded!");
+    expectRoomFor("installedBundleVersion", "v10.20.30");
+    expectRoomFor("mostRecentBundleVersion", "v10.20.30");
+}
+
 TEST_F(CheckerDialogTest, IsApplicationModalOverItsWindow)
 {
     server.answer(infoPath, {200, "", Pace::HELD});
