@@ -8,6 +8,7 @@
 class COMDeviceWatcher;
 class GlobalSettingsManager;
 class ProfileNamesListManager;
+class ProfileRescue;
 class QAction;
 class SettingsPaneManager;
 
@@ -88,7 +89,6 @@ private:
     void runFirmwareToolOnly();
     [[noreturn]] void endProcess(int exitCode);
     void endOnFatalAssertion(const FatalAssertion::Report& report);
-    QString rescueProfiles();
 
     bool backUpProfiles(const QString& fileName);
     void handOverGenerator();
@@ -104,6 +104,7 @@ private:
     SettingsPaneManager* settingsPaneManager = nullptr;
     ImportProfiles::ImportProfilesMain* importProfilesMain = nullptr;
     XMLGeneratorParser::XMLManager* xmlManager = nullptr;
+    ProfileRescue* profileRescue = nullptr;
     HEXGeneratorParser::HEXManager* hexManager = nullptr;
     GlobalSettingsManager* globalSettingsManager = nullptr;
     UploadDownload::UploadDownloadManager* uploadDownloadManager = nullptr;

@@ -18,6 +18,7 @@
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenameslistmanager.h"
+#include "profiles/profilerescue.h"
 #include "settingsui/globalsettingsmanager.h"
 #include "settingsui/settingspanemanager.h"
 #include "standardoutput.h"
@@ -206,6 +207,9 @@ void MainWindow::createManagers()
     connect(xmlManager, &XMLManager::deleteAllProfiles, profileNamesListManager,
             &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
 
+    profileRescue = new ProfileRescue(
+        ui->profileNamesList, [this] { return xmlManager->document(); }, savedProfilesFolder, this);
+
     hexManager = new HEXManager(this, ui->profileNamesList, generator, importProfilesMain, this);
     connect(ui->actionExportHEX, &QAction::triggered, hexManager,
             &HEXManager::on_exportAsHEXButtonClicked);
@@ -283,19 +287,10 @@ void MainWindow::endProcess(int exitCode)
 
 void MainWindow::endOnFatalAssertion(const FatalAssertion::Report& report)
 {
-    const QString rescueFile = rescueProfiles();
+    const QString rescueFile = profileRescue != nullptr ? profileRescue->save() : QString();
     QString details = report.assertion;
     if (!report.context.isEmpty()) {
         details += QLatin1Char('\n') + report.context;
     }
     MessageDialogs::fatalError(nullptr, report.installedFile, details, rescueFile);
-}
-
-QString MainWindow::rescueProfiles()
-{
-    if (xmlManager == nullptr || ui->profileNamesList->count() == 0) {
-        return {};
-    }
-    const QString file = savedProfilesFolder + QStringLiteral("/rescued_profiles.xml");
-    return xmlManager->exportToXML(file) ? QFileInfo(file).absoluteFilePath() : QString();
 }

@@ -16,8 +16,14 @@ WriteToXML::WriteToXML(QObject* parent) : QObject(parent) {}
 bool WriteToXML::write(const QString& fileName, const QList<ProfileName*>& profiles,
                        const HParser::StructSettings* globalSettings)
 {
-    QString document;
-    QTextStream stream(&document);
+    return TextFile::write(fileName, document(profiles, globalSettings));
+}
+
+QString WriteToXML::document(const QList<ProfileName*>& profiles,
+                             const HParser::StructSettings* globalSettings)
+{
+    QString text;
+    QTextStream stream(&text);
     stream << "<KelvaronProfiles>\n";
     stream << "\t<GlobalSettings>\n";
     xmlOutputSettings(&stream, globalSettings->getStructSettings());
@@ -27,7 +33,7 @@ bool WriteToXML::write(const QString& fileName, const QList<ProfileName*>& profi
     }
     stream << "</KelvaronProfiles>\n";
     stream.flush();
-    return TextFile::write(fileName, document);
+    return text;
 }
 
 void WriteToXML::xmlOutputProfile(QTextStream* stream, int id, const ProfileName& row)

@@ -28,6 +28,10 @@ public:
     bool write(const QString& fileName, const QList<ProfileName*>& profiles,
                const HParser::StructSettings* globalSettings);
 
+    /// The file's text.
+    static QString document(const QList<ProfileName*>& profiles,
+                            const HParser::StructSettings* globalSettings);
+
     /// The setting lines of one struct.
     static void xmlOutputSettings(QTextStream* stream,
                                   const QList<HParser::StructSetting*>& settings);

@@ -29,11 +29,21 @@ XMLManager::XMLManager(QWidget* dialogParent, QListWidget* list,
 
 bool XMLManager::exportToXML(const QString& fileName) const
 {
-    QList<ProfileName*> rows;
+    return WriteToXML().write(fileName, rows(), generator->getGlobalSettings());
+}
+
+QString XMLManager::document() const
+{
+    return WriteToXML::document(rows(), generator->getGlobalSettings());
+}
+
+QList<ProfileName*> XMLManager::rows() const
+{
+    QList<ProfileName*> found;
     for (int i = 0; i < profileList->count(); ++i) {
-        rows.append(static_cast<ProfileNameListWidget*>(profileList->item(i))->getProfileName());
+        found.append(static_cast<ProfileNameListWidget*>(profileList->item(i))->getProfileName());
     }
-    return WriteToXML().write(fileName, rows, generator->getGlobalSettings());
+    return found;
 }
 
 void XMLManager::importFromXML(const QString& fileName)

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QString>
 
+class ProfileName;
 class QListWidget;
 class QWidget;
 
@@ -37,6 +39,9 @@ public:
     /// written, an older one is then untouched.
     bool exportToXML(const QString& fileName) const;
 
+    /// The text of such a file.
+    QString document() const;
+
     /// Adds the file's profiles to the list and offers its global settings. A file that cannot be
     /// opened, or that breaks off, is told to the user.
     void importFromXML(const QString& fileName);
@@ -50,6 +55,7 @@ public slots:
     void on_importFromXMLButtonClicked();
 
 private:
+    QList<ProfileName*> rows() const;
     void updateLastUsedDirectory(const QString& fileName);
     QString askExportFileName();
     void deliver(const ReadFromXML& reader, const QString& fileName);

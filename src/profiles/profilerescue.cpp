@@ -1,0 +1,83 @@
+#include "profiles/profilerescue.h"
+
+#include "crashrescue.h"
+#include "standardoutput.h"
+#include "textfile.h"
+
+#include <QAbstractItemModel>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
+#include <QListWidget>
+
+namespace
+{
+constexpr int calmDown = 500; // milliseconds without a change until the copy is made
+}
+
+ProfileRescue::ProfileRescue(QListWidget* profileList, Document profileFile,
+                             const QString& rescueFolder, QObject* parent)
+    : QObject(parent), list(profileList), document(std::move(profileFile)), folder(rescueFolder)
+{
+    copyTimer.setSingleShot(true);
+    copyTimer.setInterval(calmDown);
+    connect(&copyTimer, &QTimer::timeout, this, &ProfileRescue::keepCopy);
+    const auto changed = [this] { copyTimer.start(); };
+    const QAbstractItemModel* rows = list->model();
+    connect(rows, &QAbstractItemModel::rowsInserted, this, changed);
+    connect(rows, &QAbstractItemModel::rowsRemoved, this, changed);
+    connect(rows, &QAbstractItemModel::rowsMoved, this, changed);
+    QCoreApplication::instance()->installEventFilter(this);
+    CrashRescue::install();
+}
+
+ProfileRescue::~ProfileRescue()
+{
+    CrashRescue::forget();
+}
+
+bool ProfileRescue::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::KeyRelease) {
+        copyTimer.start();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+QString ProfileRescue::save()
+{
+    CrashRescue::forget(); // it would be saved twice
+    if (list->count() == 0) {
+        return {};
+    }
+    const QString path = newPath();
+    if (!TextFile::write(path, document())) {
+        return {};
+    }
+    printLine(QStringLiteral("The profiles were saved to ") + path);
+    return path;
+}
+
+void ProfileRescue::keepCopy()
+{
+    if (list->count() == 0) {
+        CrashRescue::forget();
+    } else {
+        CrashRescue::keep(newPath(), document().toUtf8());
+    }
+    emit copyKept();
+}
+
+QString ProfileRescue::newPath() const
+{
+    const QString base = QDir(folder).absoluteFilePath(
+        QStringLiteral("rescued_profiles_")
+        + QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_HH-mm-ss")));
+    QString path = base + QStringLiteral(".xml");
+    for (int i = 2; QFileInfo::exists(path); ++i) {
+        path = QStringLiteral("%1_%2.xml").arg(base).arg(i);
+    }
+    return path;
+}

@@ -1,0 +1,163 @@
+// What happens to the list when the program dies. Each death is that of a child process.
+
+#include "fatalassertion.h"
+#include "profileimport/parsedprofile.h"
+#include "profiles/profilerescue.h"
+#include "support/gui/installation.h"
+#include "xmlformat/readfromxml.h"
+
+#include <QDir>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSignalSpy>
+
+#include <csignal>
+
+#include <unistd.h>
+
+using ::testing::KilledBySignal;
+
+namespace
+{
+class RescueDeathTest : public MainWindowTest
+{
+protected:
+    void startWithTwoProfiles()
+    {
+        start();
+        makeProfile("One");
+        makeProfile("Two <&>");
+    }
+
+    /// The path printed goes to standard output; sent to where death tests look.
+    static void showOutput() { dup2(STDERR_FILENO, STDOUT_FILENO); }
+
+    /// Dies of a fatal assertion; the message box has these lines.
+    void dieOfAnAssertion(const QStringList& lines)
+    {
+        showOutput();
+        DialogScript script;
+        script.thenDo([lines](QWidget& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            ASSERT_NE(box, nullptr);
+            for (const QString& line : lines) {
+                if (!box->text().contains(line)) {
+                    std::fprintf(stderr, "missing: %s in %s\n", qPrintable(line),
+                                 qPrintable(box->text()));
+                }
+            }
+            std::fprintf(stderr, "BOX SHOWN\n");
+            clickOn(box->button(QMessageBox::Ok));
+        });
+        KELVARON_ASSERT_TEXT(list() == nullptr, "broken on purpose");
+    }
+
+    void dieOfASignal(int number)
+    {
+        showOutput();
+        QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
+        clickOn(
+            childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
+        kept.wait();
+        raise(number);
+    }
+
+    QStringList rescuedFiles() const
+    {
+        return QDir(pathOf("saved_profiles")).entryList({"rescued_profiles_*.xml"});
+    }
+
+    void expectBothProfilesRescued() const
+    {
+        const QStringList files = rescuedFiles();
+        ASSERT_EQ(files.size(), 1) << files.join(' ').toStdString();
+        const QRegularExpression dated(
+            "^rescued_profiles_\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d\\.xml$");
+        EXPECT_TRUE(files.first().contains(dated)) << files.first().toStdString();
+        XMLGeneratorParser::ReadFromXML reader;
+        ASSERT_TRUE(reader.readProfiles(pathOf("saved_profiles/" + files.first())));
+        EXPECT_EQ(reader.errorText(), QString());
+        ASSERT_EQ(reader.getProfiles().size(), 2);
+        const auto title = [&reader](int number) {
+            return reader.getProfiles().at(number)->getProperties().value("title");
+        };
+        EXPECT_EQ(title(0), "One");
+        EXPECT_EQ(title(1), "Two <&>");
+    }
+};
+
+/// Sanitizers end a process that crashes in a way of their own.
+bool hasDied(int status)
+{
+    return status != 0;
+}
+} // namespace
+
+TEST_F(RescueDeathTest, AFatalAssertionSavesTheListAndTellsWhere)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            dieOfAnAssertion({"Your profiles were saved to", "saved_profiles/rescued_profiles_"});
+        },
+        KilledBySignal(SIGABRT),
+        "The profiles were saved to /.*/saved_profiles/rescued_profiles_[^^]*BOX SHOWN");
+    expectBothProfilesRescued();
+}
+
+TEST_F(RescueDeathTest, AnEmptyListLeavesNoFile)
+{
+    EXPECT_EXIT(
+        {
+            start();
+            dieOfAnAssertion({"has to end"});
+        },
+        KilledBySignal(SIGABRT), "ASSERT: \"broken on purpose\"[^^]*\nBOX SHOWN");
+    EXPECT_EQ(rescuedFiles(), QStringList());
+}
+
+TEST_F(RescueDeathTest, AFolderThatIsGoneIsNoReasonToHang)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            QDir(pathOf("saved_profiles")).removeRecursively();
+            dieOfAnAssertion({"has to end"});
+        },
+        KilledBySignal(SIGABRT), "ASSERT: \"broken on purpose\"[^^]*BOX SHOWN");
+}
+
+TEST_F(RescueDeathTest, ACrashSavesTheList)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            dieOfASignal(SIGSEGV);
+        },
+        hasDied, "The profiles were saved to /.*rescued_profiles_");
+    expectBothProfilesRescued();
+}
+
+TEST_F(RescueDeathTest, ARequestToEndSavesTheList)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            dieOfASignal(SIGTERM);
+        },
+        KilledBySignal(SIGTERM), "The profiles were saved to /.*rescued_profiles_");
+    expectBothProfilesRescued();
+}
+
+TEST_F(RescueDeathTest, AnOrdinaryEndSavesNothing)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            window.reset();
+            raise(SIGTERM);
+        },
+        KilledBySignal(SIGTERM), "");
+    EXPECT_EQ(rescuedFiles(), QStringList());
+}
