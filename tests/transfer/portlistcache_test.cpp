@@ -89,7 +89,7 @@ TEST_F(PortListCacheTest, ListIsAskedForEachTimeUntilItHasSettled)
 
 TEST_F(PortListCacheTest, ChangeStartsTheSettlingAnew)
 {
-    constexpr int settlingTime = 50;
+    constexpr int settlingTime = 500;
     PortListCache cache = cacheThatSettles(settlingTime);
     cache.ports();
     ASSERT_TRUE(QTest::qWaitFor([&] { // settled: no list is asked for any more
