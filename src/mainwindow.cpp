@@ -17,6 +17,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMessageBox>
 #include <QResizeEvent>
 #include <QStyle>
 
@@ -159,6 +160,14 @@ bool MainWindow::backUpProfiles(const QString& fileName)
     XMLGeneratorParser::ReadFromXML reader;
     return reader.readProfiles(fileName)
            && reader.getProfiles().size() == hexManager->getCurrentNumProfiles();
+}
+
+/// False when the list could not be saved and the user would rather keep it.
+bool MainWindow::backUpBeforeReplacing()
+{
+    const QString backupFile = QStringLiteral("backup_before_replace.xml");
+    return backUpProfiles(backupFile)
+           || MessageDialogs::askReplaceWithoutBackup(this, backupFile) == QMessageBox::Yes;
 }
 
 void MainWindow::handOverGenerator()

@@ -91,6 +91,7 @@ private:
     void endOnFatalAssertion(const FatalAssertion::Report& report);
 
     bool backUpProfiles(const QString& fileName);
+    bool backUpBeforeReplacing();
     void handOverGenerator();
 
     // Commands.

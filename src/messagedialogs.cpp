@@ -288,6 +288,16 @@ int MessageDialogs::backupFailed(QWidget* parent)
                         "Please save the profiles to a file and restart the program.");
 }
 
+int MessageDialogs::askReplaceWithoutBackup(QWidget* parent, const QString& backupFile)
+{
+    return question(parent, QStringLiteral("Replace Without Backup?"),
+                    QStringLiteral("The current profiles could not be saved to the file %1 before "
+                                   "they are replaced. If you go on, they are lost. Do you want to "
+                                   "replace them all the same?")
+                        .arg(backupFile),
+                    Qt::PlainText);
+}
+
 int MessageDialogs::fatalError(QWidget* parent, const QString& installedFile,
                                const QString& details, const QString& rescueFile)
 {

@@ -59,6 +59,10 @@ public:
     /// Before the profile list is backed up for a new bundle and the backup fails.
     static int backupFailed(QWidget* parent);
 
+    /// Before the list is replaced and saving it to `backupFile` first has failed: Yes replaces it
+    /// all the same. Yes or No, No the default.
+    static int askReplaceWithoutBackup(QWidget* parent, const QString& backupFile);
+
     /// The program has to end because of a fatal assertion. `installedFile` may be empty;
     /// `rescueFile` names where the profiles were saved, empty when there was nothing to save.
     static int fatalError(QWidget* parent, const QString& installedFile, const QString& details,

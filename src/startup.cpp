@@ -230,6 +230,12 @@ void MainWindow::createManagers()
     connect(uploadDownloadManager, &UploadDownloadManager::deleteAllProfiles,
             profileNamesListManager, &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
 
+    // What a file or the charger replaces is saved first.
+    const ReplaceGuard guard = [this] { return backUpBeforeReplacing(); };
+    xmlManager->setReplaceGuard(guard);
+    hexManager->setReplaceGuard(guard);
+    uploadDownloadManager->setReplaceGuard(guard);
+
     newFirmwareCheckerManager = new NewFirmwareCheckerManager(this);
     connect(ui->actionCheckNewFirmware, &QAction::triggered, newFirmwareCheckerManager,
             &NewFirmwareCheckerManager::on_checkFirmwareButtonPressed);

@@ -134,6 +134,9 @@ void HEXManager::on_importFromHEXButtonClicked()
     updateLastUsedDirectory(fileName);
     if (profileList->count() > 0
         && MessageDialogs::askAppendProfiles(parentWidget) == QMessageBox::No) {
+        if (replaceGuard && !replaceGuard()) {
+            return;
+        }
         emit deleteAllProfiles();
     }
     try {

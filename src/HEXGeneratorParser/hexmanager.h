@@ -1,5 +1,7 @@
 #pragma once
 
+#include "profiles/replaceguard.h"
+
 #include <QObject>
 #include <QString>
 
@@ -32,6 +34,9 @@ public:
     /// Replaces the schema.
     void setAllSettings(HParser::Generator* newGenerator);
 
+    /// What is asked before a file replaces the list; nothing is asked without one.
+    void setReplaceGuard(ReplaceGuard guard) { replaceGuard = std::move(guard); }
+
     /// The number of profiles in the list.
     int getCurrentNumProfiles() const;
 
@@ -63,6 +68,7 @@ private:
     QListWidget* profileList;
     HParser::Generator* generator;
     ImportProfiles::ImportProfilesMain* importer;
+    ReplaceGuard replaceGuard;
     QString lastUsedDirectory = QStringLiteral("saved_profiles");
     int numProfilesAllowed;
 };

@@ -51,6 +51,9 @@ void UploadDownloadManager::importProfiles()
 {
     if (hexManager->getCurrentNumProfiles() > 0
         && MessageDialogs::askAppendProfiles(dialogParent()) == QMessageBox::No) {
+        if (replaceGuard && !replaceGuard()) {
+            return;
+        }
         emit deleteAllProfiles();
     }
     try {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "profiles/replaceguard.h"
+
 #include <QObject>
 #include <QString>
 
@@ -22,6 +24,9 @@ public:
     /// `manager` is borrowed. `parent` is the main window.
     UploadDownloadManager(HEXGeneratorParser::HEXManager* manager, QObject* parent);
 
+    /// What is asked before the charger's profiles replace the list; nothing is asked without one.
+    void setReplaceGuard(ReplaceGuard guard) { replaceGuard = std::move(guard); }
+
     /// Tells why a file could not be imported: `error` is what HEXManager::importProfiles() throws.
     static int showImportError(QWidget* parent, int error);
 
@@ -43,6 +48,7 @@ private:
     QWidget* dialogParent() const;
 
     HEXGeneratorParser::HEXManager* hexManager;
+    ReplaceGuard replaceGuard;
     const QString downloadFileName = QStringLiteral("downloadedProfiles.hex");
     const QString uploadFileName = QStringLiteral("profilesToUpload.hex");
 };

@@ -115,6 +115,9 @@ void XMLManager::on_importFromXMLButtonClicked()
         return;
     }
     if (replaces && canReplaceList(reader)) {
+        if (replaceGuard && !replaceGuard()) {
+            return;
+        }
         emit deleteAllProfiles();
     }
     deliver(reader, QFileInfo(fileName).fileName());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "profiles/replaceguard.h"
+
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -35,6 +37,9 @@ public:
     /// Replaces the schema.
     void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
 
+    /// What is asked before a file replaces the list; nothing is asked without one.
+    void setReplaceGuard(ReplaceGuard guard) { replaceGuard = std::move(guard); }
+
     /// Writes every profile of the list and the global settings; false when the file could not be
     /// written, an older one is then untouched.
     bool exportToXML(const QString& fileName) const;
@@ -65,6 +70,7 @@ private:
     QListWidget* profileList;
     HParser::Generator* generator;
     ImportProfiles::ImportProfilesMain* importer;
+    ReplaceGuard replaceGuard;
     QString lastUsedDirectory = QStringLiteral("saved_profiles");
 };
 } // namespace XMLGeneratorParser

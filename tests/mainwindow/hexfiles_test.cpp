@@ -1,9 +1,11 @@
 // "Export Profiles as HEX..." and "Import Profiles from HEX..." as the user does it.
 
+#include "profileimport/parsedprofile.h"
 #include "profiles/profilename.h"
 #include "support/filesizelimit.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
+#include "xmlformat/readfromxml.h"
 
 #include <QAction>
 #include <QDir>
@@ -133,6 +135,18 @@ protected:
         return found;
     }
 
+    QStringList backedUpTitles() const
+    {
+        XMLGeneratorParser::ReadFromXML reader;
+        EXPECT_TRUE(reader.readProfiles(pathOf("backup_before_replace.xml")));
+        QStringList found;
+        const QList<ParsedProfile*> profiles = reader.getProfiles();
+        for (const ParsedProfile* profile : profiles) {
+            found.append(profile->getProperties().value("title"));
+        }
+        return found;
+    }
+
     const QStringList filters = {"HEX files (*.hex)", "Any files (*.*)"};
     QTemporaryDir folder;
     const QString savedProfiles = pathOf("saved_profiles");
@@ -171,6 +185,83 @@ TEST_F(HexFilesTest, TheImageFollowsTheOrderOfTheRows)
     expectAppendQuestion("Replace Profiles");
     runImport();
     EXPECT_EQ(titles(), QStringList({"Second", "First"}));
+}
+
+TEST_F(HexFilesTest, WhatIsReplacedIsSavedFirst)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    makeProfile("Second");
+    expectLoadDialog("mine.hex", folder.path());
+    expectAppendQuestion("Replace Profiles");
+    runImport();
+    EXPECT_EQ(titles(), QStringList({"First"}));
+    EXPECT_EQ(backedUpTitles(), QStringList({"First", "Second"}));
+}
+
+TEST_F(HexFilesTest, AddingSavesNothing)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    expectLoadDialog("mine.hex", folder.path());
+    expectAppendQuestion("Add Profiles");
+    runImport();
+    EXPECT_FALSE(QFile::exists(pathOf("backup_before_replace.xml")));
+}
+
+TEST_F(HexFilesTest, AListThatCannotBeSavedIsReplacedOnlyWhenTheUserSaysSo)
+{
+    makeProfile("First");
+    exportTo("mine.hex");
+    makeProfile("Second");
+    ASSERT_TRUE(QDir().mkdir(pathOf("backup_before_replace.xml")));
+    for (const QString answer : {"No", "Yes"}) {
+        expectLoadDialog("mine.hex", folder.path());
+        expectAppendQuestion("Replace Profiles");
+        script().expectQuestion("Replace Without Backup?",
+                                "The current profiles could not be saved to the file "
+                                "backup_before_replace.xml before they are replaced. If you go on, "
+                                "they are lost. Do you want to replace them all the same?",
+                                answer);
+        runImport();
+        EXPECT_EQ(titles(),
+                  answer == "No" ? QStringList({"First", "Second"}) : QStringList({"First"}));
+    }
+}
+
+TEST_F(HexFilesTest, AListFromAnXmlFileSavesTheReplacedOneToo)
+{
+    makeProfile("First");
+    script().expectFileDialog("Select XML File to Export Profiles",
+                              {"XML files (*.xml)", "Any files (*.*)"}, savedProfiles,
+                              folder.filePath("mine.xml"));
+    script().expectMessage("Export to XML status", "The profiles have been successfully exported!");
+    trigger(command("actionExportXML"));
+    dialogs.reset();
+    makeProfile("Second");
+    const auto load = [this] {
+        script().expectFileDialog("Select XML File to Import Profiles",
+                                  {"XML files (*.xml)", "Any files (*.*)"}, folder.path(),
+                                  "mine.xml");
+        expectAppendQuestion("Replace Profiles");
+    };
+    load();
+    trigger(command("actionImportXML"));
+    dialogs.reset();
+    EXPECT_EQ(titles(), QStringList({"First"}));
+    EXPECT_EQ(backedUpTitles(), QStringList({"First", "Second"}));
+
+    ASSERT_TRUE(QFile::remove(pathOf("backup_before_replace.xml")));
+    ASSERT_TRUE(QDir().mkdir(pathOf("backup_before_replace.xml")));
+    makeProfile("Third");
+    load();
+    script().thenDo([](QWidget& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Replace Without Backup?");
+        dialog.close(); // counts as No
+    });
+    trigger(command("actionImportXML"));
+    dialogs.reset();
+    EXPECT_EQ(titles(), QStringList({"First", "Third"}));
 }
 
 TEST_F(HexFilesTest, AddedProfilesFollowTheOnesOfTheList)
