@@ -21,9 +21,6 @@ has_display() {
 scripts/install-dependencies.sh --for run
 configure dev
 
-# The demo's charger is simulated behind any port; a machine may have none of its own to choose.
-export KELVARON_SERIAL_PORTS="${KELVARON_SERIAL_PORTS-/dev/ttyKelvaronDemo}"
-
 if has_display; then
     build dev KelvaronProfileEditor demo-installation
     progress "Starting the editor"

@@ -38,5 +38,7 @@ if(NOT result EQUAL 0)
     message(FATAL_ERROR "The demo bundle could not be made (${result}). ${output}")
 endif()
 
+# The simulated charger answers at any port; a machine may have none of its own to choose.
+file(COPY_FILE ${SOURCE}/serial_ports.txt ${FOLDER}/serial_ports.txt)
 file(COPY_FILE ${SIMULATOR} ${FOLDER}/${UPLOADER})
 file(TOUCH ${FOLDER}/${UPLOADER}) # or the build would find it out of date forever

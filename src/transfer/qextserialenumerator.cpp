@@ -1,10 +1,11 @@
 #include "transfer/qextserialenumerator.h"
 
+#include "textfile.h"
 #include "transfer/portlistcache.h"
 #include "transfer/serialdevices.h"
 
-#include <QDir>
 #include <QSerialPortInfo>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -45,16 +46,17 @@ QList<QextPortInfo> systemPorts()
     return cache.ports();
 }
 
-/// Adds the ports that the user names because the system does not list them.
+/// Adds the ports that the installation names because the system does not list them.
 void appendNamedPorts(QList<QextPortInfo>& ports)
 {
-    const QStringList names = qEnvironmentVariable("KELVARON_SERIAL_PORTS")
-                                  .split(QDir::listSeparator(), Qt::SkipEmptyParts);
-    for (const QString& name : names) {
+    const QString text = TextFile::read(QStringLiteral("serial_ports.txt")).value_or(QString());
+    const QStringList lines = TextFile::splitLines(text);
+    for (const QString& line : lines) {
+        const QString name = line.trimmed();
         const bool isListed =
             std::any_of(ports.cbegin(), ports.cend(),
                         [&name](const QextPortInfo& port) { return port.portName == name; });
-        if (!isListed) {
+        if (!name.isEmpty() && !isListed) {
             QextPortInfo port;
             port.portName = name;
             port.physName = name;

@@ -14,8 +14,8 @@ public:
 
     QextSerialEnumerator() = delete;
 
-    /// The ports of this moment, in the system's order; then those that the environment variable
-    /// KELVARON_SERIAL_PORTS names (separated as in a PATH). Cheap as long as nothing changes.
+    /// The ports of this moment, in the system's order; then those that the file "serial_ports.txt"
+    /// of the working folder names, one a line. Cheap as long as nothing changes.
     static QList<QextPortInfo> getPorts();
 
     /// Replaces the whole list, for machines without ports; an empty function brings it back.

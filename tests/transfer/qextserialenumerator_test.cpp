@@ -4,19 +4,15 @@
 #include "transfer/fakeports.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSerialPortInfo>
+#include <QTemporaryDir>
 
 class SerialEnumeratorTest : public ::testing::Test
 {
 protected:
-    ~SerialEnumeratorTest() override
-    {
-        if (hadVariable) {
-            qputenv(variable, oldValue);
-        } else {
-            qunsetenv(variable);
-        }
-    }
+    SerialEnumeratorTest() { QDir::setCurrent(folder.path()); }
+    ~SerialEnumeratorTest() override { QDir::setCurrent(before); }
 
     static QStringList portNames()
     {
@@ -43,19 +39,20 @@ protected:
         return names;
     }
 
-    static void name(const QStringList& ports)
+    /// Names ports in the working folder's file.
+    static void name(const QStringList& lines)
     {
-        qputenv(variable, ports.join(QDir::listSeparator()).toLocal8Bit());
+        QFile file("serial_ports.txt");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(lines.join('\n').toUtf8());
     }
 
-    static constexpr char variable[] = "KELVARON_SERIAL_PORTS";
-    const bool hadVariable = qEnvironmentVariableIsSet(variable);
-    const QByteArray oldValue = qgetenv(variable);
+    const QString before = QDir::currentPath();
+    QTemporaryDir folder;
 };
 
 TEST_F(SerialEnumeratorTest, ListsTheSystemsPorts)
 {
-    qunsetenv(variable);
     EXPECT_EQ(portNames(), systemNames());
     EXPECT_EQ(portNames(), systemNames());
 }
@@ -66,18 +63,20 @@ TEST_F(SerialEnumeratorTest, AppendsTheNamedPortsInTheirOrder)
     EXPECT_EQ(portNames(), systemNames() + QStringList({"/dev/ttyKelvaronDemo", "bridge 7"}));
 }
 
-TEST_F(SerialEnumeratorTest, FollowsTheVariable)
+TEST_F(SerialEnumeratorTest, FollowsTheFile)
 {
     name({"one"});
     EXPECT_TRUE(portNames().contains("one"));
     name({"two"});
     EXPECT_FALSE(portNames().contains("one"));
     EXPECT_TRUE(portNames().contains("two"));
+    ASSERT_TRUE(QFile::remove("serial_ports.txt"));
+    EXPECT_EQ(portNames(), systemNames());
 }
 
 TEST_F(SerialEnumeratorTest, NamesNothingTwiceAndNothingEmpty)
 {
-    name({"", "one", "one", ""});
+    name({"", "one\r", "  one ", ""});
     EXPECT_EQ(portNames(), systemNames() + QStringList("one"));
 }
 
