@@ -3,7 +3,8 @@
 //
 //   MESSAGE BOX {...}        answered by its default button, else by its only one
 //   MAIN WINDOW SHOWN {...}  quits the event loop with the code in SCRIPTED_EXIT_CODE, else 0
-//   FIRMWARE TOOL SHOWN      closed
+//   FIRMWARE TOOL SHOWN      closed; before that, a file named by SCRIPTED_FIRMWARE is flashed until
+//                            the uploader has made the file "uploader.started"
 //
 // What stands in the braces is one JSON object. SCRIPTED_ENCODING names the encoding that the system
 // is to have instead of its own: tests cannot count on installed locales.
@@ -12,6 +13,7 @@
 #include "standardoutput.h"
 
 #include <QAbstractButton>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -79,8 +81,26 @@ private:
             QCoreApplication::exit(qEnvironmentVariableIntValue("SCRIPTED_EXIT_CODE"));
         } else if (window.inherits("FirmwareTool::KelvaronFirmwareToolWindow")) {
             printLine(QStringLiteral("FIRMWARE TOOL SHOWN"));
-            window.close();
+            flashAndClose(window);
         }
+    }
+
+    static void flashAndClose(QWidget& tool)
+    {
+        const QString firmware = qEnvironmentVariable("SCRIPTED_FIRMWARE");
+        if (firmware.isEmpty()) {
+            tool.close();
+            return;
+        }
+        QMetaObject::invokeMethod(&tool, "on_fileInputBox_textEdited", Q_ARG(QString, firmware));
+        tool.findChild<QPushButton*>(QStringLiteral("submitButton"))->click();
+        auto* look = new QTimer(&tool);
+        QObject::connect(look, &QTimer::timeout, &tool, [&tool] {
+            if (QFile::exists(QStringLiteral("uploader.started"))) {
+                tool.close();
+            }
+        });
+        look->start(10);
     }
 };
 

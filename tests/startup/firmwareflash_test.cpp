@@ -1,0 +1,58 @@
+// The firmware tool alone, closed around a flash.
+
+#include "installation.h"
+
+#include <csignal>
+
+namespace
+{
+class FirmwareToolOnlyFlashTest : public StartupTest
+{
+protected:
+    void SetUp() override
+    {
+        StartupTest::SetUp();
+        writeBundle("v1.kelvaron");
+    }
+
+    void expectOrderlyEnd(const Start& started) const
+    {
+        EXPECT_FALSE(started.crashed) << started.transcript();
+        EXPECT_EQ(started.exitCode, 0) << started.transcript();
+        EXPECT_EQ(started.count("FIRMWARE TOOL SHOWN"), 1) << started.transcript();
+        EXPECT_FALSE(started.mainWindowShown()) << started.transcript();
+        EXPECT_EQ(started.boxes().size(), 0) << started.transcript();
+    }
+};
+
+TEST_F(FirmwareToolOnlyFlashTest, ClosingRestoresTheDescriptionThatAnEarlierFlashLeft)
+{
+    writeFile("device_overwrite.txt", "left\n");
+    expectOrderlyEnd(start({"-f"}));
+    EXPECT_EQ(readFile("device.txt"), "left\n");
+    EXPECT_FALSE(exists("device_overwrite.txt"));
+}
+
+TEST_F(FirmwareToolOnlyFlashTest, ClosingInTheMiddleLeavesNoUploaderBehind)
+{
+    writeFile("supl.mac", "#!/bin/sh\n"
+                          "trap '' TERM HUP INT\n"
+                          "echo $$ > started\n"
+                          "mv started uploader.started\n"
+                          "while :; do read -r line; done < pipe\n");
+    ASSERT_TRUE(QFile::setPermissions(pathOf("supl.mac"), QFile::ReadOwner | QFile::ExeOwner));
+    ASSERT_EQ(QProcess::execute("mkfifo", {pathOf("pipe")}), 0);
+    writeBundle("v2.kelvaron",
+                BundleText().section("device\n").section(Samples::schema()).section("image\n"));
+    const Start started = startWith({{"SCRIPTED_FIRMWARE", "v2.kelvaron"}}, {"-f"});
+    expectOrderlyEnd(started);
+    const int pid = readFile("uploader.started").trimmed().toInt();
+    ASSERT_GT(pid, 0) << started.transcript();
+    for (int look = 0; look < 1000 && kill(pid, 0) == 0; ++look) {
+        QProcess::execute("true", {}); // it is init's to bury
+    }
+    EXPECT_NE(kill(pid, 0), 0);
+    EXPECT_EQ(readFile("device.txt"), "device\n");
+    EXPECT_EQ(readFile("hexToFlash.hex"), "image\n");
+}
+} // namespace
