@@ -6,28 +6,41 @@ set -euo pipefail
 usage() {
     cat <<'USAGE'
 Usage: ./test.sh [--sanitize | --coverage] [--filter REGEX]
+       ./test.sh --fuzz SECONDS [--filter REGEX]
 
   --sanitize       build with the address and undefined-behaviour sanitizers (build/sanitize)
   --coverage       build with coverage counters (build/coverage) and sum them up with gcovr
                    when that is installed
-  --filter REGEX   run only the tests whose names match
+  --fuzz SECONDS   build the fuzz targets (build/fuzz, with Clang) and let each of them, one after
+                   the other, search for SECONDS seconds; new inputs are kept in build/fuzz/corpus,
+                   findings in build/fuzz/findings
+  --filter REGEX   run only the tests, or fuzz targets, whose names match
   --help           show this
 
-Without --sanitize, --coverage or --filter the formatting of the sources is checked first.
+Without any of these the formatting of the sources is checked first.
 USAGE
 }
 
 preset=dev
 filter=
+seconds=
 while (($# > 0)); do
     case "$1" in
-        --sanitize | --coverage)
+        --sanitize | --coverage | --fuzz)
             if [[ "$preset" != dev && "$preset" != "${1#--}" ]]; then
-                echo "test.sh: --sanitize and --coverage are separate builds" >&2
+                echo "test.sh: --sanitize, --coverage and --fuzz are separate builds" >&2
                 exit 2
             fi
             preset="${1#--}"
             shift
+            if [[ "$preset" == fuzz ]]; then
+                if [[ ! "${1:-}" =~ ^[1-9][0-9]*$ ]]; then
+                    echo "test.sh: --fuzz needs a number of seconds" >&2
+                    exit 2
+                fi
+                seconds="$1"
+                shift
+            fi
             ;;
         --filter)
             if (($# < 2)); then
@@ -69,7 +82,7 @@ check_formatting() {
         progress "clang-format is version $major, the judge is version 14: formatting not checked"
         return 0
     fi
-    for folder in src tests tools demo benchmarks; do
+    for folder in src tests tools demo benchmarks fuzz; do
         if [[ -d "$folder" ]]; then
             folders+=("$folder")
         fi
@@ -91,16 +104,58 @@ check_formatting() {
     fi
 }
 
+# fuzz TARGET: searches for the given time; false when something was found. The paths are absolute,
+# for a target may change its working folder.
+fuzz() {
+    local target="$1" folder seeds=()
+    local corpus="$PWD/build/fuzz/corpus/$target" log="$PWD/build/fuzz/logs/$target.log"
+    mkdir -p "$corpus" build/fuzz/findings build/fuzz/logs
+    for folder in "$PWD/fuzz/corpus/$target" "$PWD/fuzz/regressions/$target"; do
+        if [[ -d "$folder" ]]; then
+            seeds+=("$folder")
+        fi
+    done
+    progress "Fuzzing $target for $seconds seconds"
+    if "build/fuzz/fuzz/bin/fuzz_$target" -max_total_time="$seconds" -timeout=30 -rss_limit_mb=2048 \
+        -max_len=20480 -close_fd_mask=1 -print_final_stats=1 \
+        -artifact_prefix="$PWD/build/fuzz/findings/$target-" "$corpus" "${seeds[@]}" >"$log" 2>&1; then
+        grep -E '(DONE|number_of_executed_units)' "$log"
+        return 0
+    fi
+    tail -n 40 "$log" >&2
+    echo "test.sh: fuzz target $target: finding, see $log" >&2
+    return 1
+}
+
+fuzz_all() {
+    local binary target status=0
+    for binary in build/fuzz/fuzz/bin/fuzz_*; do
+        target="${binary##*/fuzz_}"
+        if [[ -z "$filter" || "$target" =~ $filter ]]; then
+            fuzz "$target" || status=1
+        fi
+    done
+    return "$status"
+}
+
+export QT_QPA_PLATFORM=offscreen
+# One locale for everybody, so that file names and texts are UTF-8 everywhere.
+export LC_ALL=C.UTF-8
+
+if [[ "$preset" == fuzz ]]; then
+    scripts/install-dependencies.sh --for fuzz
+    configure fuzz
+    build fuzz
+    fuzz_all
+    exit
+fi
+
 scripts/install-dependencies.sh --for test
 if [[ "$preset" == dev && -z "$filter" ]]; then
     check_formatting
 fi
 configure "$preset"
 build "$preset"
-
-export QT_QPA_PLATFORM=offscreen
-# One locale for everybody, so that file names and texts are UTF-8 everywhere.
-export LC_ALL=C.UTF-8
 
 if [[ "$preset" == coverage ]]; then
     find build/coverage -name '*.gcda' -delete

@@ -1,6 +1,7 @@
 # What every target of ours is compiled with. Sanitizers and coverage are switched by the presets.
 option(KELVARON_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(KELVARON_COVERAGE "Build with coverage counters" OFF)
+option(KELVARON_FUZZ "Build the fuzz targets with libFuzzer and the sanitizers; needs Clang" OFF)
 
 add_library(kelvaron_options INTERFACE)
 
@@ -22,6 +23,12 @@ target_compile_definitions(kelvaron_options INTERFACE
 
 if(KELVARON_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+if(KELVARON_FUZZ)
+    # The fuzzer's own main function is linked to the fuzz targets alone.
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
         -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()

@@ -9,11 +9,12 @@ set -euo pipefail
 
 usage() {
     cat <<'USAGE'
-Usage: scripts/install-dependencies.sh [--for run|test|lint]
+Usage: scripts/install-dependencies.sh [--for run|test|fuzz|lint]
 
   --for run    what building and starting the editor needs (the default);
                adds a virtual display on a machine that has no display
   --for test   what building and running the tests needs
+  --for fuzz   what building and running the fuzz targets needs: also Clang
   --for lint   what checking the sources needs: also clang-format, clang-tidy and shellcheck
 USAGE
 }
@@ -56,11 +57,14 @@ case "$purpose" in
     test)
         packages+=(fonts-dejavu-core srecord)
         ;;
+    fuzz)
+        packages+=(fonts-dejavu-core clang libclang-rt-dev)
+        ;;
     lint)
         packages+=(clang-format clang-tidy shellcheck)
         ;;
     *)
-        say "install-dependencies.sh: --for takes run, test or lint, not \"$purpose\""
+        say "install-dependencies.sh: --for takes run, test, fuzz or lint, not \"$purpose\""
         exit 2
         ;;
 esac

@@ -1,0 +1,162 @@
+// Profile files under the demo's schema: what an import takes in is saved and loaded the same.
+//
+// Message boxes take their time: only every eighth size of an input has them shown.
+
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "profileimport/importprofilesmain.h"
+#include "profileimport/parsedprofile.h"
+#include "profiles/profilename.h"
+#include "profiles/profilesettings.h"
+#include "support/fuzztarget.h"
+#include "xmlformat/readfromxml.h"
+#include "xmlformat/writetoxml.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <vector>
+
+using HParser::Generator;
+using HParser::StructSetting;
+using ImportProfiles::ImportProfilesMain;
+using XMLGeneratorParser::ReadFromXML;
+using XMLGeneratorParser::WriteToXML;
+
+namespace
+{
+constexpr std::size_t boxesEvery = 8;
+constexpr int mostRows = 50; // widgets are slow to make
+
+void startApplication()
+{
+    static int count = 1;
+    static char name[] = "fuzz_xml";
+    static char* arguments[] = {name, nullptr};
+    if (QCoreApplication::instance() == nullptr) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        new QApplication(count, arguments); // lives as long as the process
+    }
+}
+
+/// Answers every message box, with Yes where that is offered.
+void answerBoxes()
+{
+    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        if (QAbstractButton* yes = box->button(QMessageBox::Yes)) {
+            yes->click();
+        } else {
+            box->accept();
+        }
+    }
+}
+
+void resetGlobalSettings(Generator& schema)
+{
+    const QList<StructSetting*> members =
+        schema.getGlobalSettings()->getOriginalOrderStructSettings();
+    for (StructSetting* setting : members) {
+        setting->copyDefaultValueIntoCurrentValue();
+    }
+}
+
+Generator& schemaWithGlobalSettings()
+{
+    Generator& schema = FuzzTarget::demoSchema();
+    static ProfileSettings global;
+    if (global.settings == nullptr) {
+        global.makeGlobalSettings(&schema);
+    }
+    return schema;
+}
+
+/// The profiles of one import, each in a row like those of the list.
+class ImportedList
+{
+public:
+    ImportedList(const ReadFromXML& reader, bool showsBoxes)
+    {
+        ImportProfilesMain importer(nullptr, &schemaWithGlobalSettings(), nullptr);
+        QObject::connect(&importer, &ImportProfilesMain::profileReadyForImport,
+                         [this](ProfileSettings* profile, bool active, bool isDefault) {
+                             add(profile, active, isDefault);
+                         });
+        QTimer answers;
+        QObject::connect(&answers, &QTimer::timeout, &answerBoxes);
+        answers.start(0);
+        if (showsBoxes && reader.getGlobalSettings() != nullptr) {
+            importer.importGlobalSettings(reader.getGlobalSettings());
+        }
+        QList<ParsedProfile*> parsed = reader.getProfiles().mid(0, mostRows);
+        if (!showsBoxes) {
+            QList<ParsedProfile*> known;
+            for (ParsedProfile* profile : qAsConst(parsed)) {
+                if (importer.canImportAny({profile})) {
+                    known.append(profile);
+                }
+            }
+            parsed = known;
+        }
+        importer.importProfiles(parsed, QStringLiteral("profiles.xml"));
+    }
+
+    /// The file that saving the list gives.
+    QString document() const
+    {
+        QList<ProfileName*> list;
+        for (int i = 0; i < static_cast<int>(profiles.size()); ++i) {
+            list.append(&row(i));
+        }
+        return WriteToXML::document(list, schemaWithGlobalSettings().getGlobalSettings());
+    }
+
+    int size() const { return static_cast<int>(profiles.size()); }
+
+private:
+    static ProfileName& row(int index)
+    {
+        static std::vector<std::unique_ptr<ProfileName>> rows;
+        while (static_cast<int>(rows.size()) <= index) {
+            rows.push_back(std::make_unique<ProfileName>(nullptr, nullptr));
+        }
+        return *rows.at(static_cast<std::size_t>(index));
+    }
+
+    void add(ProfileSettings* profile, bool active, bool isDefault)
+    {
+        ProfileName& shown = row(size());
+        profiles.emplace_back(profile);
+        shown.setProfileSettings(profile);
+        shown.setTitle(profile->getTitle());
+        shown.setSubtitle(profile->getSubtitle());
+        shown.setActive(active);
+        shown.setDefault(isDefault);
+    }
+
+    std::vector<std::unique_ptr<ProfileSettings>> profiles;
+};
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    startApplication();
+    resetGlobalSettings(schemaWithGlobalSettings());
+    const bool showsBoxes = size % boxesEvery == 0;
+    ReadFromXML reader;
+    FUZZ_EXPECT(reader.readProfiles(
+        FuzzTarget::scratchFile(QStringLiteral("profiles.xml"), FuzzTarget::bytesOf(data, size))));
+    const QString first = ImportedList(reader, showsBoxes).document();
+
+    ReadFromXML again;
+    FUZZ_EXPECT(
+        again.readProfiles(FuzzTarget::scratchFile(QStringLiteral("again.xml"), first.toUtf8())));
+    FUZZ_EXPECT(again.errorText().isEmpty());
+    FUZZ_EXPECT(again.isProfileFile());
+    const ImportedList list(again, showsBoxes);
+    FUZZ_EXPECT(list.size() == again.getProfiles().size());
+    FUZZ_EXPECT(list.document() == first);
+    return 0;
+}
