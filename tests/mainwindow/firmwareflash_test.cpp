@@ -86,6 +86,12 @@ protected:
     /// A flash of the installed demo ends with this error and can be tried again.
     void expectError(const QByteArray& fault, const QString& title, const QString& text)
     {
+        expectError(installed, fault, title, text);
+    }
+
+    void expectError(const QString& firmware, const QByteArray& fault, const QString& title,
+                     const QString& text)
+    {
         setFault(fault);
         DialogScript script;
         script.thenDo([&](QWidget& dialog) {
@@ -95,7 +101,7 @@ protected:
             EXPECT_TRUE(box->text().contains(text)) << box->text().toStdString();
             clickOn(box->button(QMessageBox::Ok));
         });
-        startFlash(installed);
+        startFlash(firmware);
         waitForEnd();
         script.finish();
         EXPECT_TRUE(window->isVisible());
@@ -223,18 +229,19 @@ TEST_F(FirmwareFlashTest, FailedVerificationIsToldAndTheNextFlashSucceeds)
     expectSuccess();
 }
 
+TEST_F(FirmwareFlashTest, BundleWithoutADescriptionThatKeepsProfilesIsToldByTheUploader)
+{
+    installBundle("1.1", demoSchema());
+    expectError("v1.1.kelvaron", "", "Flashing Error!",
+                "\"device.txt\" not found! Please reinstall the program.");
+}
+
 TEST_F(FirmwareFlashTest, BundleWithoutFirmwareIsToldByTheUploader)
 {
     installBundle("1.1", demoSchema());
-    DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), "Flashing Error!");
-        clickOn(box->button(QMessageBox::Ok));
-    });
-    startFlash("v1.1.kelvaron");
-    waitForEnd();
+    clickOn(part<QPushButton>("advancedOptionsButton"));
+    clickOn(part<QCheckBox>("deleteProfilesCB"));
+    expectError("v1.1.kelvaron", "", "Flashing Error!", "Firmware file not found!");
 }
 
 TEST_F(FirmwareFlashTest, ClosingInTheMiddleEndsTheUploaderAndTheNextFlashSucceeds)

@@ -328,6 +328,30 @@ TEST_F(LongListReloadTest, ABackupThatCannotBeWrittenKeepsListAndSchema)
     EXPECT_EQ(contents(), before);
 }
 
+TEST_F(ReloadBundleTest, ABackupThatLacksProfilesKeepsListAndSchema)
+{
+    QByteArray schema = TestSchema::text();
+    schema.replace("\"Capacity\"", "\"Capacity (20 h)\""); // no name of an XML element
+    installBundle("1.2", schema);
+    flash();
+    makeProfile("One");
+    makeProfile("Two", 1);
+
+    installBundle("1.3", newerSchema());
+    DialogScript script;
+    script.expectMessage("Bundle Not Reloaded",
+                         "The profiles could not be backed up, so the bundle in use was kept. "
+                         "Please save the profiles to a file and restart the program.");
+    flash();
+    script.finish();
+    EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.2");
+    ASSERT_EQ(list()->count(), 2);
+    EXPECT_EQ(rowTitle(0), "One");
+    EXPECT_EQ(rowTitle(1), "Two");
+    clickOn(childNamed<QLabel>(row(0), "profileTitle"));
+    EXPECT_EQ(field("Current")->text(), "2.5");
+}
+
 class FlashDuringAnEditTest : public ReloadBundleTest
 {
 protected:

@@ -5,6 +5,7 @@
 #include "support/gui/httpserver.h"
 #include "support/gui/installation.h"
 #include "support/gui/testschema.h"
+#include "support/ordinaryuser.h"
 #include "updatecheck/newfirmwarechecker.h"
 #include "updatecheck/newfirmwarecheckerdialog.h"
 
@@ -113,6 +114,11 @@ protected:
     void checkWithError()
     {
         openDialog();
+        expectErrorEnd();
+    }
+
+    void expectErrorEnd()
+    {
         DialogScript script;
         script.expectMessage(
             "Error!", "An error occured while checking for firmware updates. Please make sure you "
@@ -305,6 +311,23 @@ TEST_F(UpdateCheckTest, FolderInTheBundlesPlaceIsAnError)
     server.answer(bundlePath, {200, newerBundle("1.11")});
     offer("1.10");
     checkWithError();
+    expectNothingChanged();
+}
+
+TEST_F(UpdateCheckTest, ReadOnlyFolderIsAnError)
+{
+    const QString folder = pathOf("");
+    const QFile::Permissions before = QFile::permissions(folder);
+    server.answer(bundlePath, {200, newerBundle("1.10")});
+    offer("1.10");
+    openDialog();
+    ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+    {
+        const OrdinaryUser user;
+        expectErrorEnd();
+    }
+    EXPECT_TRUE(QFile::setPermissions(folder, before));
+    EXPECT_TRUE(server.paths().contains(bundlePath));
     expectNothingChanged();
 }
 
