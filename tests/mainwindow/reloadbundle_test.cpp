@@ -4,8 +4,10 @@
 #include "CBGenerator/structsettings.h"
 #include "applicationglobalmap.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "profileimport/parsedprofile.h"
 #include "profiles/profilename.h"
 #include "profiles/profilesettings.h"
+#include "startup/bundletext.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
 #include "xmlformat/readfromxml.h"
@@ -21,6 +23,8 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
+
+#include <cstdio>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
 
@@ -415,4 +419,50 @@ TEST_F(ReloadBundleTest, EditAfterAReloadWorks)
     clickOn(child<QPushButton>("saveChangesButton"));
     EXPECT_EQ(field("Charge Current")->text(), "5");
     EXPECT_TRUE(command("actionExportXML")->isEnabled());
+}
+
+// A reload that ends the program: that of a child process.
+
+class ReloadDeathTest : public MainWindowTest
+{
+protected:
+    void reloadBundleForANewerEditor() const
+    {
+        const QByteArray bundle = BundleText()
+                                      .key("VERSION", "1.2")
+                                      .key("MIN_SOFTWARE_VERSION_REQUIRED", "1.0")
+                                      .section("device\n")
+                                      .section(TestSchema::text())
+                                      .bytes();
+        QFile file(pathOf("v1.2.kelvaron"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bundle), bundle.size());
+        file.close();
+        DialogScript script;
+        script.thenDo([](QWidget& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            ASSERT_NE(box, nullptr);
+            std::fprintf(stderr, "BOX %s: %s\n", qPrintable(box->windowTitle()),
+                         qPrintable(box->text()));
+            clickOn(box->button(QMessageBox::Ok));
+        });
+        window->reloadBundle();
+    }
+};
+
+TEST_F(ReloadDeathTest, BundleForANewerEditorEndsTheProgramOrderlyAndLeavesTheBackup)
+{
+    EXPECT_EXIT(
+        {
+            start();
+            makeProfile("One");
+            reloadBundleForANewerEditor();
+        },
+        ::testing::ExitedWithCode(0),
+        "BOX Software Update Required: Kelvaron Bundle version 1.2 requires Kelvaron Profile "
+        "Editor version 1.0 or higher");
+    XMLGeneratorParser::ReadFromXML backup;
+    ASSERT_TRUE(backup.readProfiles(pathOf("backup_fw_update.xml")));
+    ASSERT_EQ(backup.getProfiles().size(), 1);
+    EXPECT_EQ(backup.getProfiles().first()->getProperties().value("title"), "One");
 }
