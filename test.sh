@@ -107,7 +107,7 @@ check_formatting() {
 # fuzz TARGET: searches for the given time; false when something was found. The paths are absolute,
 # for a target may change its working folder.
 fuzz() {
-    local target="$1" folder seeds=()
+    local target="$1" folder seeds=() options=()
     local corpus="$PWD/build/fuzz/corpus/$target" log="$PWD/build/fuzz/logs/$target.log"
     mkdir -p "$corpus" build/fuzz/findings build/fuzz/logs
     for folder in "$PWD/fuzz/corpus/$target" "$PWD/fuzz/regressions/$target"; do
@@ -115,9 +115,12 @@ fuzz() {
             seeds+=("$folder")
         fi
     done
+    if [[ -f "fuzz/dictionaries/$target.dict" ]]; then
+        options+=(-dict="$PWD/fuzz/dictionaries/$target.dict")
+    fi
     progress "Fuzzing $target for $seconds seconds"
     if "build/fuzz/fuzz/bin/fuzz_$target" -max_total_time="$seconds" -timeout=30 -rss_limit_mb=2048 \
-        -max_len=20480 -close_fd_mask=1 -print_final_stats=1 \
+        -max_len=20480 -close_fd_mask=1 -print_final_stats=1 "${options[@]}" \
         -artifact_prefix="$PWD/build/fuzz/findings/$target-" "$corpus" "${seeds[@]}" >"$log" 2>&1; then
         grep -E '(DONE|number_of_executed_units)' "$log"
         return 0
@@ -129,6 +132,9 @@ fuzz() {
 
 fuzz_all() {
     local binary target status=0
+    if [[ -z "${TMPDIR:-}" && -w /dev/shm ]]; then
+        export TMPDIR=/dev/shm # inputs are written and read again: no need to wait for a disk
+    fi
     for binary in build/fuzz/fuzz/bin/fuzz_*; do
         target="${binary##*/fuzz_}"
         if [[ -z "$filter" || "$target" =~ $filter ]]; then

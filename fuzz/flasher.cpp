@@ -1,10 +1,25 @@
-// The uploader's output as the flasher looks at it, a chunk an input; the process itself is left out.
+// The uploader's output as the flasher takes it: chunks, apart by a byte 0x1E. Each is put to the
+// searches; two or more, when the input's size allows it, are also printed by a real process to a
+// flasher at work, which has to show and log what a second, simple reading of the stages says.
 
+#include "firmware/firmwareflasher.h"
 #include "firmware/stringmanipulation.h"
+#include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
+#include "ui_kelvaronfirmwaretoolwindow.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMainWindow>
 
 #include <string>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using FirmwareTool::FirmwareFlasher;
 using FirmwareTool::StringManipulation;
 
 namespace
@@ -63,11 +78,8 @@ void checkComparisons(const char* chunk, const std::string& text)
     FUZZ_EXPECT(StringManipulation::equalsLength(chunk, half.c_str(), halfLength));
     FUZZ_EXPECT(!StringManipulation::equalsLength(chunk, half.c_str(), halfLength + 1));
 }
-} // namespace
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+void checkHelpers(const QByteArray& bytes)
 {
-    const QByteArray bytes = FuzzTarget::bytesOf(data, size);
     const char* chunk = bytes.constData();
     const std::string text(chunk); // up to the first zero, as the flasher takes it
     checkSearches(chunk, text);
@@ -78,5 +90,174 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const QString name = QString::fromUtf8(bytes);
     FUZZ_EXPECT(!StringManipulation::getFileName(name).contains(QLatin1Char('/')));
     FUZZ_EXPECT(StringManipulation::getComPort(name).startsWith(QStringLiteral("\\\\.\\COM")));
+}
+
+/// What a run has come to after the chunks taken.
+class ExpectedRun
+{
+public:
+    void take(const char* chunk)
+    {
+        const std::string text(chunk);
+        const auto has = [&text](const char* words) {
+            return text.find(words) != std::string::npos;
+        };
+        if (stage == 1) {
+            takeWhileErasing(chunk, has);
+        } else if (stage == 2 && has("hex file loaded")) {
+            stage = 3;
+        } else if (stage == 2 && has("failed to find input file")) {
+            end("Firmware file not found!");
+        } else if (stage == 3 && has("Flash Write success")) {
+            stage = 4;
+            upload = 100;
+        } else if (stage == 3) {
+            show(upload, chunk);
+        } else if (stage == 4 && has("Verified Flash OK")) {
+            verify = 100;
+            end("Stay in Bootloader Mode or Reset?");
+        } else if (stage == 4 && has("verify fail")) {
+            end("Verification Failed. The firmware file could be corrupted.");
+        } else if (stage == 4) {
+            show(verify, chunk);
+        }
+    }
+
+    bool hasEnded() const { return !report.isEmpty(); }
+
+    QString report; ///< the one dialog shown; empty as long as the run goes on
+    int upload = 0;
+    int verify = 0;
+
+private:
+    template <typename Has>
+    void takeWhileErasing(const char* chunk, const Has& has)
+    {
+        if (has("failed to find input file")) {
+            end("Firmware file not found!");
+        } else if (has("All flash above bldr erased")) {
+            stage = 2;
+        } else if (has("Can not open comport")) {
+            end("Cannot open COM port. Please try selecting a different one.");
+        } else if (StringManipulation::containsRegex("Bootloader Version is.*Timeout", chunk)) {
+            end("Incorrect COM port or Kelvaron is not in Bootloader");
+        } else if (has("Could not find device.txt file")) {
+            end("\"device.txt\" not found! Please reinstall the program.");
+        } else if (has("no stx char")) {
+            end("\"no stx char!\" - Known Mac OS bug. Please try again.");
+        }
+    }
+
+    void end(const char* shown) { report = QString::fromLatin1(shown); }
+
+    static void show(int& bar, const char* chunk)
+    {
+        const int percentage = StringManipulation::getPercentage(chunk);
+        if (percentage >= 0 && percentage <= 100) {
+            bar = percentage;
+        }
+    }
+
+    int stage = 1;
+};
+
+/// The folder of the runs, with an uploader that prints what is written into a pipe.
+class Bench
+{
+public:
+    Bench()
+    {
+        const QString folder = FuzzTarget::scratchPath(QStringLiteral("flashing"));
+        FUZZ_EXPECT(QDir().mkpath(folder));
+        FUZZ_EXPECT(QDir::setCurrent(folder));
+        QFile uploader(QStringLiteral("supl.mac"));
+        FUZZ_EXPECT(uploader.open(QIODevice::WriteOnly));
+        uploader.write("#!/bin/sh\nexec cat chunks\n");
+        uploader.close();
+        FUZZ_EXPECT(uploader.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        FUZZ_EXPECT(mkfifo("chunks", 0600) == 0);
+        pipe = open("chunks", O_RDWR | O_CLOEXEC);
+        FUZZ_EXPECT(pipe >= 0);
+        form.setupUi(&window);
+    }
+
+    void run(const QList<QByteArray>& chunks)
+    {
+        FuzzGui::DialogAnswers answers;
+        FirmwareFlasher flasher(&window, &form);
+        flasher.setClock([] { return 0; }); // nothing is ever too quiet
+        form.submitButton->setEnabled(false);
+        flasher.startFlashing();
+        const QByteArray header = log();
+        QByteArray sent;
+        ExpectedRun expected;
+        for (const QByteArray& chunk : chunks) {
+            if (!chunk.isEmpty() && !expected.hasEnded()) {
+                sent += chunk;
+                print(chunk);
+                waitUntil([&] { return log().size() >= header.size() + sent.size(); });
+                expected.take(chunk.constData());
+            }
+        }
+        if (expected.hasEnded()) {
+            waitUntil([this] { return form.submitButton->isEnabled(); });
+        }
+        FUZZ_EXPECT(log() == header + sent);
+        FUZZ_EXPECT(answers.texts()
+                    == (expected.hasEnded() ? QStringList(expected.report) : QStringList()));
+        FUZZ_EXPECT(form.submitButton->isEnabled() == expected.hasEnded());
+        FUZZ_EXPECT(form.uploadPB->value() == expected.upload);
+        FUZZ_EXPECT(form.verifyPB->value() == expected.verify);
+        flasher.giveUp();
+        QDir(QStringLiteral("logs")).removeRecursively();
+    }
+
+private:
+    void print(const QByteArray& chunk) const
+    {
+        FUZZ_EXPECT(write(pipe, chunk.constData(), static_cast<std::size_t>(chunk.size()))
+                    == chunk.size());
+    }
+
+    template <typename Condition>
+    static void waitUntil(const Condition& holds)
+    {
+        while (!holds()) {
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
+
+    /// The bytes of the one log.
+    static QByteArray log()
+    {
+        const QDir folder(QStringLiteral("logs"));
+        const QStringList names = folder.entryList(QDir::Files);
+        FUZZ_EXPECT(names.size() == 1);
+        return FuzzTarget::contentOf(folder.filePath(names.first()));
+    }
+
+    QMainWindow window;
+    Ui::KelvaronFirmwareToolWindow form;
+    int pipe = -1;
+};
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    constexpr char separator = '\x1E';
+    constexpr std::size_t runsEvery = 4; // a run takes its time: those of every fourth size
+    constexpr int mostAtOnce = 4096;     // a longer chunk might arrive in pieces
+    FuzzGui::startApplication();
+    static Bench& bench = *new Bench; // lives as long as the process
+    const QList<QByteArray> chunks = FuzzTarget::bytesOf(data, size).split(separator);
+    for (const QByteArray& chunk : chunks) {
+        checkHelpers(chunk);
+        if (chunk.size() > mostAtOnce) {
+            return 0;
+        }
+    }
+    if (chunks.size() > 1 && size % runsEvery == 0) {
+        bench.run(chunks);
+    }
     return 0;
 }

@@ -51,7 +51,7 @@ int bytesBeforeChecksum(const StructSettings& layout)
 
 void repairChecksums(QByteArray& image)
 {
-    ReadFromHEX reader;
+    static ReadFromHEX reader; // looks for the types once
     int start = 0;
     while (start < image.size()) {
         const StructSettings* layout = reader.getProfileFromType(

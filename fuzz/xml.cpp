@@ -9,14 +9,10 @@
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilename.h"
 #include "profiles/profilesettings.h"
+#include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/writetoxml.h"
-
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTimer>
 
 #include <vector>
 
@@ -30,29 +26,6 @@ namespace
 {
 constexpr std::size_t boxesEvery = 8;
 constexpr int mostRows = 50; // widgets are slow to make
-
-void startApplication()
-{
-    static int count = 1;
-    static char name[] = "fuzz_xml";
-    static char* arguments[] = {name, nullptr};
-    if (QCoreApplication::instance() == nullptr) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        new QApplication(count, arguments); // lives as long as the process
-    }
-}
-
-/// Answers every message box, with Yes where that is offered.
-void answerBoxes()
-{
-    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-        if (QAbstractButton* yes = box->button(QMessageBox::Yes)) {
-            yes->click();
-        } else {
-            box->accept();
-        }
-    }
-}
 
 void resetGlobalSettings(Generator& schema)
 {
@@ -84,9 +57,7 @@ public:
                          [this](ProfileSettings* profile, bool active, bool isDefault) {
                              add(profile, active, isDefault);
                          });
-        QTimer answers;
-        QObject::connect(&answers, &QTimer::timeout, &answerBoxes);
-        answers.start(0);
+        const FuzzGui::DialogAnswers answers;
         if (showsBoxes && reader.getGlobalSettings() != nullptr) {
             importer.importGlobalSettings(reader.getGlobalSettings());
         }
@@ -142,7 +113,7 @@ private:
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    startApplication();
+    FuzzGui::startApplication();
     resetGlobalSettings(schemaWithGlobalSettings());
     const bool showsBoxes = size % boxesEvery == 0;
     ReadFromXML reader;
