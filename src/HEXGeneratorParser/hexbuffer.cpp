@@ -195,6 +195,20 @@ void HEXBuffer::runTests()
     });
     KELVARON_ASSERT(nineBits == bytes({0xFF, 0x01}));
 
+    const QByteArray byteAfterBits = contentOf([&](HEXBuffer& buffer) {
+        buffer.appendBits(bytes({0xA5}), 8);
+        buffer.appendByte(0x11);
+    });
+    KELVARON_ASSERT(byteAfterBits == bytes({0xA5, 0x11}));
+
+    const QByteArray checksumAfterWord = contentOf([&](HEXBuffer& buffer) {
+        buffer.appendBytes(bytes({1, 2, 3}));
+        buffer.appendByte(
+            static_cast<char>(HexUtility::getChecksumFromChecksumTotal(buffer.sumBytesStruct())));
+        KELVARON_ASSERT(buffer.sumBytesStruct() == 0x100);
+    });
+    KELVARON_ASSERT(checksumAfterWord == bytes({1, 2, 3, 0, 0xFA}));
+
     const QByteArray closedEmpty = contentOf([](HEXBuffer& buffer) {
         buffer.finishWritingStruct();
         buffer.finishWritingStruct(); // appends nothing

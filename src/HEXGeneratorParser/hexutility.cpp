@@ -127,5 +127,9 @@ void HexUtility::runTests()
     KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223312) == 0xEE);
     KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223359) == 0xA7);
     KELVARON_ASSERT(getChecksumFromChecksumTotal(0x112233D8) == 0x28);
+
+    QByteArray words("\x03\x05\xB0\x00\x05\x43\xFF\x00", 8);
+    fixBytesAlignment(reinterpret_cast<unsigned char*>(words.data()), words.size());
+    KELVARON_ASSERT(words == QByteArray("\xB0\x05\x03\x00\xFF\x43\x05\x00", 8));
 }
 } // namespace HEXGeneratorParser

@@ -47,6 +47,64 @@ bool isBitWidth(const QString& size)
     static const QRegularExpression digits(QStringLiteral("\\A\\d+\\z"));
     return size.contains(digits);
 }
+
+void checkNumbers()
+{
+    const auto number = [](const char* type, double value, double scaleFactor) {
+        return WriteToHEX::getBinaryRep(QString::fromLatin1(type), value, scaleFactor);
+    };
+    KELVARON_ASSERT(number("unsigned char", 23, 1) == QByteArray(1, '\x17'));
+    KELVARON_ASSERT(number("unsigned char", 200, 1) == QByteArray(1, '\xC8'));
+    KELVARON_ASSERT(number("unsigned char", 300, 1) == QByteArray(1, '\x2C'));
+    KELVARON_ASSERT(number("long", 16909060, 1) == QByteArray("\x04\x03\x02\x01"));
+    KELVARON_ASSERT(number("int", 145.6, 0.1) == QByteArray("\xB0\x05"));
+    KELVARON_ASSERT(number("int", 14.56, 0.01) == QByteArray("\xB0\x05"));
+    KELVARON_ASSERT(number("int", -1, 1) == QByteArray("\xFF\xFF"));
+    KELVARON_ASSERT(number("int", -2.5, 1) == QByteArray("\xFE\xFF"));
+    KELVARON_ASSERT(number("int", -2.6, 1) == QByteArray("\xFD\xFF"));
+}
+
+void checkFlagsAndTexts()
+{
+    KELVARON_ASSERT(WriteToHEX::getBinaryRep(true) == QByteArray(1, '\1'));
+    KELVARON_ASSERT(WriteToHEX::getBinaryRep(false) == QByteArray(1, '\0'));
+
+    const auto text = [](const char* characters, int arrayLength) {
+        return WriteToHEX::getBinaryRep(QString::fromUtf8(characters), arrayLength);
+    };
+    KELVARON_ASSERT(text("hello", 6) == QByteArray("hello\0", 6));
+    KELVARON_ASSERT(text("hi", 2) == QByteArray("h\0", 2));
+    KELVARON_ASSERT(text("hi", 4) == QByteArray("hi\0\0", 4));
+    KELVARON_ASSERT(text("", 4) == QByteArray("\0\0\0\0", 4));
+    KELVARON_ASSERT(text("hello", 0) == QByteArray("hello"));
+    KELVARON_ASSERT(text("\xC3\xA4", 4) == QByteArray("\xC3\xA4\0\0\0", 5));
+}
+
+void checkWorkedStructure()
+{
+    StructSettings structure(nullptr);
+    QList<StructSetting*> members;
+    for (const char* line :
+         {"unsigned char type; // num, auto, 0, 255, x1, 0, \"type\", \"\", G, 3, -1, basic",
+          "char x; // bool, 1, \"X\", G, 1, -1, basic",
+          "char y; // bool, 1, \"Y\", G, 0, -1, basic",
+          "char z; // bool, 1, \"Z\", G, 1, -1, basic",
+          "char rest; // num, 5, 0, 31, x1, 0, \"Rest\", \"\", G, 0, -1, basic",
+          "int volts; // num, auto, 0, 20, x0.01, 2, \"Volts\", \"V\", G, 14.56, -1, basic",
+          "unsigned char sum; // num, auto, 0, 255, x1, 0, \"checksum\", \"\", G, 0, -1, basic"}) {
+        members.append(new StructSetting(QString::fromLatin1(line), &structure));
+    }
+    structure.setOriginalOrderStructSettings(members);
+    structure.buildFormulaTrees();
+
+    HEXBuffer buffer(0, nullptr);
+    WriteToHEX().serializeProfile(&buffer, &structure);
+    QByteArray image;
+    for (int i = 0; i < buffer.size(); ++i) {
+        image.append(static_cast<char>(buffer.getByte(i)));
+    }
+    KELVARON_ASSERT(image == QByteArray("\x03\x05\xB0\x00\x05\x43\xFF\x00", 8));
+}
 } // namespace
 
 bool WriteToHEX::write(const QString& fileName, const QList<StructSettings*>& profiles,
@@ -131,27 +189,8 @@ QByteArray WriteToHEX::getBinaryRep(const QString& text, int arrayLength)
 
 void WriteToHEX::runTests()
 {
-    const auto number = [](const char* type, double value, double scaleFactor) {
-        return getBinaryRep(QString::fromLatin1(type), value, scaleFactor);
-    };
-    KELVARON_ASSERT(number("unsigned char", 23, 1) == QByteArray(1, '\x17'));
-    KELVARON_ASSERT(number("unsigned char", 200, 1) == QByteArray(1, '\xC8'));
-    KELVARON_ASSERT(number("unsigned char", 300, 1) == QByteArray(1, '\x2C'));
-    KELVARON_ASSERT(number("long", 16909060, 1) == QByteArray("\x04\x03\x02\x01"));
-    KELVARON_ASSERT(number("int", 145.6, 0.1) == QByteArray("\xB0\x05"));
-    KELVARON_ASSERT(number("int", 14.56, 0.01) == QByteArray("\xB0\x05"));
-    KELVARON_ASSERT(number("int", -1, 1) == QByteArray("\xFF\xFF"));
-
-    KELVARON_ASSERT(getBinaryRep(true) == QByteArray(1, '\1'));
-    KELVARON_ASSERT(getBinaryRep(false) == QByteArray(1, '\0'));
-
-    const auto text = [](const char* characters, int arrayLength) {
-        return getBinaryRep(QString::fromLatin1(characters), arrayLength);
-    };
-    KELVARON_ASSERT(text("hello", 6) == QByteArray("hello\0", 6));
-    KELVARON_ASSERT(text("hi", 2) == QByteArray("h\0", 2));
-    KELVARON_ASSERT(text("hi", 4) == QByteArray("hi\0\0", 4));
-    KELVARON_ASSERT(text("", 4) == QByteArray("\0\0\0\0", 4));
-    KELVARON_ASSERT(text("hello", 0) == QByteArray("hello"));
+    checkNumbers();
+    checkFlagsAndTexts();
+    checkWorkedStructure();
 }
 } // namespace HEXGeneratorParser
