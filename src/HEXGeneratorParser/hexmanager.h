@@ -19,8 +19,8 @@ class ImportProfilesMain;
 
 namespace HEXGeneratorParser
 {
-/// The user's "Export Profiles as HEX..." and "Import Profiles from HEX...", and the files that
-/// travel to the charger and back.
+/// The user's "Export as HEX..." and "Import from HEX...", and the files that travel to the charger
+/// and back.
 class HEXManager : public QObject
 {
     Q_OBJECT

@@ -1,4 +1,4 @@
-// "Export Profiles as HEX..." and "Import Profiles from HEX..." as the user does it.
+// "Export as HEX..." and "Import from HEX..." as the user does it.
 
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilename.h"
@@ -20,7 +20,7 @@ namespace
 /// Room for 2048 / 504 - 1 profiles.
 constexpr int allowed = 3;
 
-QByteArray schema()
+QByteArray schema(int fillerSize = 333)
 {
     const QByteArray flags =
         "    char a; // bool, 1, \"active\", F, 0, -1, basic\n"
@@ -38,8 +38,9 @@ QByteArray schema()
                + "    char title[20]; // string, auto, \"Title\", G, \"New\", 0, basic\n"
                  "    char sub[20]; // string, auto, \"Subtitle\", G, \"Sub\", 1, basic\n"
                  "    short volts; // num, auto, 0, 99, x0.01, 2, \"Volts\", \"V\", G, 4.2, 2, basic\n"
-                 "    char filler[333]; // string, auto, \"filler\", G, \"\", -1, basic\n"
-               + flags + checksum + "}\n";
+                 "    char filler["
+               + QByteArray::number(fillerSize)
+               + "]; // string, auto, \"filler\", G, \"\", -1, basic\n" + flags + checksum + "}\n";
     };
     return "#define PROFILESTARTADDRESS 0x9C00\n"
            "struct G { // Settings : \"Global\", global\n"
@@ -328,6 +329,26 @@ TEST_F(HexFilesTest, OneProfileTooManyIsRefusedWithBothNumbers)
     runExport();
     EXPECT_FALSE(QFile::exists(folder.filePath("new.hex")));
     EXPECT_EQ(list()->count(), allowed + 1);
+}
+
+TEST_F(HexFilesTest, ANewBundleChangesHowManyProfilesAreAllowed)
+{
+    for (int i = 0; i < allowed; ++i) {
+        makeProfile("Profile");
+    }
+    installBundle("1.2", schema(200)); // room for 2048 / 328 - 1 profiles
+    window->reloadBundle();
+    makeProfile("One more");
+    exportTo("more.hex");
+    EXPECT_EQ(list()->count(), allowed + 1);
+
+    installBundle("1.3", schema(600)); // room for 2048 / 860 - 1 profiles
+    window->reloadBundle();
+    expectSaveDialog(folder.filePath("fewer.hex"), folder.path());
+    expectStatus("You currently have 4 profiles, but only 1 profiles can be exported to a single "
+                 "HEX file. Please delete some profiles and try again");
+    runExport();
+    EXPECT_FALSE(QFile::exists(folder.filePath("fewer.hex")));
 }
 
 TEST_F(HexFilesTest, CancelledDialogsChangeNothing)
