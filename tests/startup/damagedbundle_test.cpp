@@ -162,6 +162,22 @@ TEST_F(DamagedBundleTest, FlagThatIsNoSwitchIsBlamed)
     expectFatal(startOn(schema), "hasFlag(\"modifiable\")", "v1.kelvaron");
 }
 
+TEST_F(DamagedBundleTest, SchemaWhoseStructsTakeNoSpaceIsBlamed)
+{
+    QByteArray schema = Samples::schema();
+    schema.replace("unsigned char type;", "float type;").replace("char title[8]", "float title");
+    schema.replace("char subtitle[8]", "float subtitle");
+    schema.replace("// bool, 1,", "// bool, 0,").replace("// bool, 6,", "// bool, 0,");
+    expectFatal(startOn(schema), "largest > 0", "v1.kelvaron");
+}
+
+TEST_F(DamagedBundleTest, BitsThatFillNoWholeByteAreBlamed)
+{
+    QByteArray schema = Samples::schema();
+    schema.replace("// bool, 6,", "// bool, 5,");
+    expectFatal(startOn(schema), "numBitsOccupied%8 == 0", "v1.kelvaron");
+}
+
 TEST_F(DamagedBundleTest, SchemaWithoutAStartAddressIsBlamed)
 {
     QByteArray schema = Samples::schema();
