@@ -3,6 +3,7 @@
 #include "support/gui/widgets.h"
 #include "transfer/fakeports.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 class DeviceWatcherTest : public ::testing::Test
@@ -83,6 +84,50 @@ TEST_F(DeviceWatcherTest, LooksByItselfOnceStarted)
     EXPECT_EQ(removed, QStringList("/dev/ttyUSB0"));
 }
 
+TEST_F(DeviceWatcherTest, LooksOnceASecond)
+{
+    int looks = 0;
+    QextSerialEnumerator::setSource([&looks] {
+        ++looks;
+        return QList<QextPortInfo>();
+    });
+    watcher.startWatching();
+    EXPECT_EQ(looks, 1) << "the ports of the start";
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    ASSERT_TRUE(QTest::qWaitFor([&looks] { return looks == 3; }, 10000));
+    EXPECT_GE(sinceStart.elapsed(), 1900) << "timers may come a twentieth early";
+}
+
+TEST_F(DeviceWatcherTest, StartedTwiceItStartsOverToo)
+{
+    watcher.startWatching();
+    ports = QStringList({"A"});
+    watcher.startWatching();
+    watcher.onTimerFired();
+    EXPECT_TRUE(order.isEmpty());
+    ports.clear();
+    watcher.onTimerFired();
+    EXPECT_EQ(removed, QStringList("A"));
+}
+
+TEST_F(DeviceWatcherTest, StoppedItLooksNoMore)
+{
+    watcher.startWatching();
+    COMDeviceWatcher later(nullptr);
+    bool laterHasTold = false;
+    QObject::connect(&later, &COMDeviceWatcher::devicesAdded, &watcher,
+                     [&laterHasTold] { laterHasTold = true; });
+    later.startWatching();
+    watcher.stopWatching();
+    ports = QStringList({"A"});
+    ASSERT_TRUE(QTest::qWaitFor([&laterHasTold] { return laterHasTold; }));
+    EXPECT_TRUE(order.isEmpty());
+    watcher.startWatching();
+    ports.clear();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); })) << "it can start again";
+}
+
 TEST_F(DeviceWatcherTest, NewPortsAreToldBeforeGoneOnes)
 {
     ports = QStringList({"A"});
@@ -113,11 +158,15 @@ TEST_F(DeviceWatcherTest, SamePortTwiceInTheListIsOnePort)
 TEST_F(DeviceWatcherTest, StoppingWithoutWatchingDoesNothing)
 {
     watcher.stopWatching();
-    ports = QStringList({"A"});
     watcher.startWatching();
     watcher.stopWatching();
     watcher.stopWatching();
-    EXPECT_TRUE(order.isEmpty());
+    ports = QStringList({"A"});
+    watcher.onTimerFired();
+    EXPECT_EQ(order, QStringList("added")) << "the known ports stay";
+    watcher.startWatching();
+    ports.clear();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); })) << "it can start again";
 }
 
 TEST_F(DeviceWatcherTest, TellsTheWholeRecord)
