@@ -7,6 +7,8 @@
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilename.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/globalsettingsdialog.h"
+#include "settingsui/globalsettingsmanager.h"
 #include "startup/bundletext.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
@@ -354,6 +356,84 @@ TEST_F(ReloadBundleTest, ABackupThatLacksProfilesKeepsListAndSchema)
     EXPECT_EQ(rowTitle(1), "Two");
     clickOn(childNamed<QLabel>(row(0), "profileTitle"));
     EXPECT_EQ(field("Current")->text(), "2.5");
+}
+
+namespace
+{
+/// A reload of a schema in which a global setting has another name and default, and "Alpha Cell"
+/// another type.
+class ReloadedManagersTest : public ReloadBundleTest
+{
+protected:
+    ReloadedManagersTest()
+    {
+        QByteArray schema = TestSchema::text();
+        schema.replace("\"Charger Name\", General, \"Bench\"",
+                       "\"Device Name\", General, \"Field\"");
+        schema.replace("num, auto, 2, 2, x1, 0, \"type\", \"\", Identity, 2",
+                       "num, auto, 7, 7, x1, 0, \"type\", \"\", Identity, 7");
+        installBundle("1.2", schema);
+        DialogScript script;
+        script.expectQuestion("Import Global Settings?",
+                              "The global settings in the file you chose are different than the "
+                              "ones you currently have. Do you want to overwrite the existing "
+                              "settings?",
+                              "No");
+        flash();
+    }
+
+    QString savedPath(const QString& name) const { return pathOf("saved_profiles/" + name); }
+};
+} // namespace
+
+TEST_F(ReloadedManagersTest, SavedFilesHaveTheNewGlobalSettings)
+{
+    DialogScript script;
+    script
+        .expectFileDialog("Select XML File to Export Profiles",
+                          {"XML files (*.xml)", "Any files (*.*)"}, pathOf("saved_profiles"),
+                          savedPath("after.xml"))
+        .expectMessage("Export to XML status", "The profiles have been successfully exported!");
+    trigger(command("actionExportXML"));
+    script.finish();
+    QFile file(savedPath("after.xml"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("<device_name>Field</device_name>"));
+}
+
+TEST_F(ReloadedManagersTest, HexFilesAreReadByTheNewSchema)
+{
+    const QStringList filters = {"HEX files (*.hex)", "Any files (*.*)"};
+    makeProfile("One");
+    DialogScript script;
+    script
+        .expectFileDialog("Select HEX File to Export Profiles", filters, pathOf("saved_profiles"),
+                          savedPath("after.hex"))
+        .expectMessage("Export to HEX status", "The profiles have been successfully exported!")
+        .expectFileDialog("Select HEX File to Import Profiles", filters, pathOf("saved_profiles"),
+                          savedPath("after.hex"))
+        .expectMessageBox("Add Profiles to List?",
+                          "Do you want to add the imported profiles to the current list of "
+                          "profiles, or replace them?<br>",
+                          {"Add Profiles", "Replace Profiles"}, "Add Profiles", "Add Profiles");
+    trigger(command("actionExportHEX"));
+    trigger(command("actionImportHEX"));
+    script.finish();
+    ASSERT_EQ(list()->count(), 2);
+    EXPECT_EQ(rowTitle(1), "One");
+}
+
+TEST_F(ReloadedManagersTest, GlobalSettingsEditorHasTheNewDefaults)
+{
+    // The command is not offered, so here by its slot.
+    window->findChild<GlobalSettingsManager*>()->on_editGlobalSettingsClicked();
+    const QPointer<GlobalSettingsDialog> dialog = window->findChild<GlobalSettingsDialog*>();
+    ASSERT_TRUE(dialog != nullptr);
+    auto* name = qobject_cast<QLineEdit*>(cellOf(gridOf(dialog), "Device Name", 3));
+    ASSERT_NE(name, nullptr);
+    EXPECT_EQ(name->text(), "Field");
+    EXPECT_EQ(cellOf(gridOf(dialog), "Charger Name", 1), nullptr);
+    clickOn(childNamed<QPushButton>(dialog, "okPushButton"));
 }
 
 class FlashDuringAnEditTest : public ReloadBundleTest
