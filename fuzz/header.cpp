@@ -5,16 +5,17 @@
 #include "CBGenerator/schemacheck.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexutility.h"
+#include "HEXGeneratorParser/readfromhex.h"
 #include "HEXGeneratorParser/writetohex.h"
+#include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
 #include "support/fuzztarget.h"
 
 #include <limits>
 
-using HEXGeneratorParser::HEXBuffer;
 using HEXGeneratorParser::HexUtility;
+using HEXGeneratorParser::ReadFromHEX;
 using HEXGeneratorParser::WriteToHEX;
 using HParser::Generator;
 using HParser::StructSetting;
@@ -45,8 +46,27 @@ void edit(StructSetting& setting)
         break;
     }
     setting.updateValue();
+    for (const char* text : {"true", "-1e400", "nan", "2147483648", "", "x"}) {
+        setting.storeValueFromText(QString::fromLatin1(text));
+        setting.getValue();
+    }
     setting.enableAdvancedMode(false);
     setting.updateValue();
+}
+
+void readImage(const Generator& generator, const QString& path)
+{
+    FuzzTarget::runsToItsEnd([&] {
+        ReadFromHEX reader;
+        if (!reader.read(path, generator.getProfileStartWordAddress())) {
+            return;
+        }
+        try {
+            reader.parseProfiles(&generator);
+        } catch (int error) {
+            FUZZ_EXPECT(error == ReadFromHEX::CHECKSUM_ERROR || error == ReadFromHEX::TYPE_ERROR);
+        }
+    });
 }
 
 void useProfile(Generator& generator, const StructSettings& chemistry)
@@ -59,11 +79,15 @@ void useProfile(Generator& generator, const StructSettings& chemistry)
     }
     profile.getTitle();
     profile.getSubtitle();
-    // What cannot be packed is told when it is packed.
-    FuzzTarget::runsToItsEnd([&profile] {
-        HEXBuffer buffer(HexUtility::imageSize, nullptr);
-        WriteToHEX().serializeProfile(&buffer, profile.settings);
+    // What the charger cannot hold is told when it is packed.
+    const QString path = FuzzTarget::scratchPath(QStringLiteral("image.hex"));
+    const bool isPacked = FuzzTarget::runsToItsEnd([&] {
+        WriteToHEX().write(path, {profile.settings}, generator.getGlobalSettings(),
+                           generator.getProfileStartWordAddress());
     });
+    if (isPacked) {
+        readImage(generator, path);
+    }
 }
 } // namespace
 
@@ -83,6 +107,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     generator.printAllSettings();
     ProfileSettings global;
     global.makeGlobalSettings(&generator);
+    const QList<StructSetting*> globalSettings = global.settings->getStructSettings();
+    for (StructSetting* setting : globalSettings) {
+        edit(*setting);
+    }
     const QList<StructSettings*> chemistries = generator.getChemistrySettings();
     for (const StructSettings* chemistry : chemistries) {
         useProfile(generator, *chemistry);
