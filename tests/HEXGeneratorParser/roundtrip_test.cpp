@@ -413,3 +413,30 @@ TEST_F(HexRoundTripTest, GivesBackEveryValueThatTheImageCanHold)
     }
     std::cout << "profiles: " << profilesSeen << '\n';
 }
+
+// A text is filled up by characters, not bytes: one beyond ASCII moves everything behind it.
+TEST(HexRoundTrip, ATextBeyondAsciiMakesTheImageUnreadable)
+{
+    const auto generator = ImageSupport::generatorOf(ChargerSchema::header(ChargerSchema::chemistry(
+        "A", ChargerSchema::typeMember("3") + ChargerSchema::titleMember
+                 + ChargerSchema::flagMembers + ChargerSchema::checksumMember)));
+    const auto profile = ImageSupport::profileOf(*generator, "A");
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("text.hex");
+    const auto errorFor = [&](const char* title) {
+        ImageSupport::setValue(*profile, "Title", title);
+        EXPECT_TRUE(
+            WriteToHEX().write(path, {profile.get()}, generator->getGlobalSettings(), 0x9C00));
+        const StandardOutputCapture capture;
+        ReadFromHEX reader;
+        EXPECT_TRUE(reader.read(path, 0x9C00));
+        try {
+            reader.parseProfiles(generator.get());
+        } catch (int error) {
+            return error;
+        }
+        return -1;
+    };
+    EXPECT_EQ(errorFor("Pouch"), -1);
+    EXPECT_EQ(errorFor("Pouch ä"), static_cast<int>(ReadFromHEX::CHECKSUM_ERROR));
+}
