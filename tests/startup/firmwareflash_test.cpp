@@ -33,6 +33,33 @@ TEST_F(FirmwareToolOnlyFlashTest, ClosingRestoresTheDescriptionThatAnEarlierFlas
     EXPECT_FALSE(exists("device_overwrite.txt"));
 }
 
+TEST_F(FirmwareToolOnlyFlashTest, ClosingAfterAFlashEndsWithZeroToo)
+{
+    // Each line once the one before it was read.
+    writeFile("supl.mac", "#!/bin/sh\n"
+                          "say() {\n"
+                          "    echo \"$1\"\n"
+                          "    for look in $(seq 5000); do\n"
+                          "        grep -q \"$1\" logs/*.txt && return\n"
+                          "    done\n"
+                          "}\n"
+                          "say 'All flash above bldr erased'\n"
+                          "say 'hex file loaded'\n"
+                          "say 'Flash Write success'\n"
+                          "say 'Verified Flash OK'\n");
+    ASSERT_TRUE(QFile::setPermissions(pathOf("supl.mac"), QFile::ReadOwner | QFile::ExeOwner));
+    writeBundle("v2.kelvaron", BundleText()
+                                   .section("device\n")
+                                   .section(Samples::schema())
+                                   .section("image\n")
+                                   .section("keeping device\n"));
+    const Start started = startWith({{"SCRIPTED_FIRMWARE", "v2.kelvaron"}}, {"-f"});
+    expectOrderlyEnd(started);
+    EXPECT_EQ(started.count("RESET QUESTION SHOWN"), 1) << started.transcript();
+    EXPECT_EQ(readFile("device.txt"), "device\n");
+    EXPECT_FALSE(exists("device_overwrite.txt"));
+}
+
 TEST_F(FirmwareToolOnlyFlashTest, ClosingInTheMiddleLeavesNoUploaderBehind)
 {
     writeFile("supl.mac", "#!/bin/sh\n"

@@ -4,7 +4,8 @@
 //   MESSAGE BOX {...}        answered by its default button, else by its only one
 //   MAIN WINDOW SHOWN {...}  quits the event loop with the code in SCRIPTED_EXIT_CODE, else 0
 //   FIRMWARE TOOL SHOWN      closed; before that, a file named by SCRIPTED_FIRMWARE is flashed until
-//                            the uploader has made the file "uploader.started"
+//                            the flash has ended or the uploader has made "uploader.started"
+//   RESET QUESTION SHOWN     closed
 //
 // What stands in the braces is one JSON object. SCRIPTED_ENCODING names the encoding that the system
 // is to have instead of its own: tests cannot count on installed locales.
@@ -82,6 +83,9 @@ private:
         } else if (window.inherits("FirmwareTool::KelvaronFirmwareToolWindow")) {
             printLine(QStringLiteral("FIRMWARE TOOL SHOWN"));
             flashAndClose(window);
+        } else if (window.inherits("KelvaronResetDialog")) {
+            printLine(QStringLiteral("RESET QUESTION SHOWN"));
+            window.close();
         }
     }
 
@@ -93,10 +97,11 @@ private:
             return;
         }
         QMetaObject::invokeMethod(&tool, "on_fileInputBox_textEdited", Q_ARG(QString, firmware));
-        tool.findChild<QPushButton*>(QStringLiteral("submitButton"))->click();
+        auto* button = tool.findChild<QPushButton*>(QStringLiteral("submitButton"));
+        button->click();
         auto* look = new QTimer(&tool);
-        QObject::connect(look, &QTimer::timeout, &tool, [&tool] {
-            if (QFile::exists(QStringLiteral("uploader.started"))) {
+        QObject::connect(look, &QTimer::timeout, &tool, [&tool, button] {
+            if (button->isEnabled() || QFile::exists(QStringLiteral("uploader.started"))) {
                 tool.close();
             }
         });
