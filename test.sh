@@ -131,7 +131,7 @@ fuzz() {
 }
 
 fuzz_all() {
-    local binary target status=0
+    local binary target searched=0 status=0
     if [[ -z "${TMPDIR:-}" && -w /dev/shm ]]; then
         export TMPDIR=/dev/shm # inputs are written and read again: no need to wait for a disk
     fi
@@ -139,8 +139,13 @@ fuzz_all() {
         target="${binary##*/fuzz_}"
         if [[ -z "$filter" || "$target" =~ $filter ]]; then
             fuzz "$target" || status=1
+            searched=$((searched + 1))
         fi
     done
+    if ((searched == 0)); then
+        echo "test.sh: no fuzz target's name matches \"$filter\"" >&2
+        return 1
+    fi
     return "$status"
 }
 
