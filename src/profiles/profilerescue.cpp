@@ -48,6 +48,7 @@ bool ProfileRescue::eventFilter(QObject* watched, QEvent* event)
 
 QString ProfileRescue::save()
 {
+    isLastWord = true;
     CrashRescue::forget(); // it would be saved twice
     if (list->count() == 0) {
         return {};
@@ -62,6 +63,9 @@ QString ProfileRescue::save()
 
 void ProfileRescue::keepCopy()
 {
+    if (isLastWord) {
+        return; // the box that tells of the end may stay open for long
+    }
     if (list->count() == 0) {
         CrashRescue::forget();
     } else {

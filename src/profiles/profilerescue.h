@@ -26,8 +26,8 @@ public:
                   QObject* parent);
     ~ProfileRescue() override;
 
-    /// Saves the list under a name with date and time and prints where. Returns that path, empty
-    /// when there was nothing to be saved or it could not be saved.
+    /// Saves the list under a name with date and time and prints where, before the program ends.
+    /// Returns that path, empty when there was nothing to be saved or it could not be saved.
     QString save();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -44,4 +44,5 @@ private:
     Document document;
     QString folder;
     QTimer copyTimer;
+    bool isLastWord = false; ///< the list has been saved, the program ends
 };

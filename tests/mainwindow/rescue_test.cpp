@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTest>
 
 #include <csignal>
 
@@ -103,6 +104,24 @@ TEST_F(RescueDeathTest, AFatalAssertionSavesTheListAndTellsWhere)
         },
         KilledBySignal(SIGABRT),
         "The profiles were saved to /.*/saved_profiles/rescued_profiles_[^^]*BOX SHOWN");
+    expectBothProfilesRescued();
+}
+
+TEST_F(RescueDeathTest, ABoxThatStaysOpenSavesNothingTwice)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            DialogScript script;
+            script.thenDo([this](QWidget& dialog) {
+                QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
+                QTest::keyClick(&dialog, Qt::Key_Shift);
+                kept.wait(1000); // twice the time after which a copy is kept
+                clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
+            });
+            KELVARON_ASSERT_TEXT(list() == nullptr, "broken on purpose");
+        },
+        KilledBySignal(SIGABRT), "broken on purpose");
     expectBothProfilesRescued();
 }
 
