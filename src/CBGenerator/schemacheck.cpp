@@ -15,6 +15,9 @@ namespace HParser
 {
 namespace
 {
+// Far beyond any sensible schema, and done before anyone notices.
+constexpr qint64 mostChanges = 10000;
+
 class TextContext : public FatalContext
 {
 public:
@@ -27,7 +30,8 @@ private:
     QString text;
 };
 
-/// Which settings each setting's formulas follow, and the search for a loop among them.
+/// Which settings each setting's formulas follow, and the search for a loop among them and for changes
+/// that multiply.
 class DependencyGraph
 {
 public:
@@ -37,8 +41,13 @@ public:
         for (StructSetting* setting : members) {
             const QList<Formula*> formulas = setting->evaluatedFormulas();
             for (const Formula* formula : formulas) {
-                formula->visitSettings(
-                    [this, setting](StructSetting* named) { followed[setting].append(named); });
+                QSet<const StructSetting*> known; // a formula follows a setting once
+                formula->visitSettings([&](StructSetting* named) {
+                    if (!known.contains(named)) {
+                        known.insert(named);
+                        followed[setting].append(named);
+                    }
+                });
             }
         }
     }
@@ -53,6 +62,24 @@ public:
             }
         }
         return {};
+    }
+
+    /// A setting whose change would set off too many changes, its own counted; nullptr when there is
+    /// none. REQUIRES: the search for a loop, which found none.
+    const StructSetting* findAvalanche() const
+    {
+        QHash<const StructSetting*, qint64> changes;
+        for (auto setting = finishOrder.crbegin(); setting != finishOrder.crend(); ++setting) {
+            const qint64 number = ++changes[*setting]; // those of all its followers are in
+            if (number > mostChanges) {
+                return *setting;
+            }
+            const QList<const StructSetting*> targets = followed.value(*setting);
+            for (const StructSetting* target : targets) {
+                changes[target] += number;
+            }
+        }
+        return nullptr;
     }
 
 private:
@@ -77,6 +104,7 @@ private:
             const QList<const StructSetting*> targets = followed.value(step.setting);
             if (step.nextFollowed == targets.size()) {
                 finished.insert(step.setting);
+                finishOrder.append(step.setting);
                 steps.removeLast();
                 path.removeLast();
                 continue;
@@ -95,12 +123,13 @@ private:
 
     QHash<const StructSetting*, QList<const StructSetting*>> followed;
     QSet<const StructSetting*> finished;
+    QList<const StructSetting*> finishOrder; ///< each setting behind those that it follows
     QList<const StructSetting*> path;
 };
 
-void checkNoLoop(const StructSettings& settings)
+void checkNoLoop(DependencyGraph& graph)
 {
-    const QList<const StructSetting*> loop = DependencyGraph(settings).findLoop();
+    const QList<const StructSetting*> loop = graph.findLoop();
     QStringList names;
     for (const StructSetting* setting : loop) {
         names.append(QStringLiteral("\"%1\"").arg(setting->descriptiveName));
@@ -108,6 +137,18 @@ void checkNoLoop(const StructSettings& settings)
     const TextContext context(QStringLiteral("Formulas of these settings follow each other: ")
                               + names.join(QStringLiteral(" -> ")));
     KELVARON_ASSERT_TEXT(loop.isEmpty(), "formulas do not form a loop");
+}
+
+/// Every formula that follows a changed setting changes its own; where settings follow each other by
+/// several formulas the changes multiply from one to the next.
+void checkNoAvalanche(const DependencyGraph& graph)
+{
+    const StructSetting* setting = graph.findAvalanche();
+    const TextContext context(
+        QStringLiteral("A change sets off more than %1 others, that of \"%2\"")
+            .arg(mostChanges)
+            .arg(setting != nullptr ? setting->descriptiveName : QString()));
+    KELVARON_ASSERT_TEXT(setting == nullptr, "changes do not multiply endlessly");
 }
 } // namespace
 
@@ -127,7 +168,9 @@ void SchemaCheck::checkFormulas(const StructSettings& settings)
         QStringLiteral("Checking struct \"%1\"").arg(settings.getDescriptiveName()));
     const std::unique_ptr<StructSettings> copy = settings.deepCopy();
     copy->buildFormulaTrees(); // evaluates the defaults
-    checkNoLoop(*copy);
+    DependencyGraph graph(*copy);
+    checkNoLoop(graph);
+    checkNoAvalanche(graph);
     const QList<StructSetting*> members = copy->getOriginalOrderStructSettings();
     for (const StructSetting* setting : members) {
         const QList<Formula*> formulas = setting->evaluatedFormulas();

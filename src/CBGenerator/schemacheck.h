@@ -11,6 +11,7 @@ class StructSettings;
 /// the formula:
 /// - a formula that cannot be built, or that names an unknown or hidden setting;
 /// - formulas that follow each other in a loop;
+/// - a setting whose change sets off more than 10,000 changes of settings that follow it;
 /// - a chemistry without "active", "default" and "modifiable" flags, or with fewer than two visible
 ///   settings (its title and subtitle).
 class SchemaCheck

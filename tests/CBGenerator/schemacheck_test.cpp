@@ -35,6 +35,19 @@ void expectRefusal(const QStringList& lines, const QStringList& words)
     }
 }
 
+/// Settings of which each follows the one before by three formulas.
+QStringList tripleChain(int length)
+{
+    QStringList lines = {NumLine("s0").label("Label s0")};
+    for (int i = 1; i < length; ++i) {
+        const QString name = QString("s%1").arg(i);
+        const QString previous = QString("s%1").arg(i - 1);
+        lines.append(
+            NumLine(name).label("Label " + name).bounds(previous, previous).defaultValue(previous));
+    }
+    return lines;
+}
+
 QStringList conventionalLines()
 {
     return {"char a; // bool, 1, \"active\", G, 0, hidden, basic",
@@ -90,6 +103,21 @@ TEST(SchemaCheckTest, AcceptsLongChains)
     SchemaCheck::checkFormulas(*parsedStruct(lines));
 }
 
+TEST(SchemaCheckTest, AcceptsLongChainsThatNameASettingSeveralTimesInOneFormula)
+{
+    QStringList lines = {NumLine("s0")};
+    for (int i = 1; i < 500; ++i) {
+        const QString previous = QString("s%1").arg(i - 1);
+        lines.append(NumLine(QString("s%1").arg(i)).bounds("0", previous + '+' + previous));
+    }
+    SchemaCheck::checkFormulas(*parsedStruct(lines));
+}
+
+TEST(SchemaCheckTest, AcceptsChangesThatMultiplyALittle)
+{
+    SchemaCheck::checkFormulas(*parsedStruct(tripleChain(8)));
+}
+
 TEST(SchemaCheckTest, AcceptsAConventionalChemistry)
 {
     checkConventions(conventionalLines());
@@ -124,6 +152,13 @@ TEST(SchemaCheckDeathTest, RefusesALoopThroughEveryKindOfFormula)
           NumLine("b").decimals("a"), NumLine("b").defaultValue("a")}) {
         expectRefusal({NumLine("a").bounds("0", "b"), line}, {"loop"});
     }
+}
+
+TEST(SchemaCheckDeathTest, RefusesChangesThatMultiplyEndlessly)
+{
+    expectRefusal(tripleChain(30),
+                  {"changes do not multiply endlessly", "Checking struct \"Li Ion\"",
+                   "A change sets off more than 10000 others, that of \"Label s"});
 }
 
 TEST(SchemaCheckDeathTest, RefusesUnknownNamesInEveryFormula)
