@@ -16,6 +16,8 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <cstring>
+
 namespace FirmwareTool
 {
 namespace
@@ -37,6 +39,14 @@ void showMark(QLabel* mark)
 {
     mark->setText(checkMark);
     mark->show();
+}
+
+/// Whether "Bootloader Version is.*Timeout" matches; a regular expression would take minutes over a
+/// chunk that is full of its beginning.
+bool hasTimedOut(const char* chunk)
+{
+    const char* version = std::strstr(chunk, "Bootloader Version is");
+    return version != nullptr && std::strstr(version, "Timeout") != nullptr;
 }
 } // namespace
 
@@ -113,6 +123,7 @@ void FirmwareFlasher::startUploader()
                    Uploader::arguments(comPort, {QStringLiteral("-e"), QStringLiteral("-w"), image,
                                                  QStringLiteral("-v"), image}),
                    QIODevice::ReadWrite);
+    Uploader::dropErrorOutput(process);
 }
 
 void FirmwareFlasher::readStream()
@@ -151,7 +162,7 @@ void FirmwareFlasher::readWhileErasing(const char* chunk)
         enter(LOADING, "Entering loading state");
     } else if (StringManipulation::contains("Can not open comport", chunk)) {
         abort(FirmwareErrors::error4);
-    } else if (StringManipulation::containsRegex("Bootloader Version is.*Timeout", chunk)) {
+    } else if (hasTimedOut(chunk)) {
         abort(FirmwareErrors::error1);
     } else if (StringManipulation::matchStar1(chunk)) {
         abort(FirmwareErrors::error3);

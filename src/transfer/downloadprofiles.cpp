@@ -29,6 +29,7 @@ void DownloadProfiles::downloadHEX()
         QStringList{QStringLiteral("-l")} + Uploader::profileArea() + QStringList{filePath};
     downloadProcess->start(Uploader::program(), Uploader::arguments(port, operation),
                            QIODevice::ReadWrite);
+    Uploader::dropOutput(downloadProcess);
 }
 
 void DownloadProfiles::downloadHEXFinished(int exitCode, QProcess::ExitStatus exitStatus)

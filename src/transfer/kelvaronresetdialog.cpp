@@ -54,6 +54,7 @@ void KelvaronResetDialog::resetKelvaron()
     connect(resetProcess, &QProcess::errorOccurred, this, &KelvaronResetDialog::onResetFailed);
     resetProcess->start(Uploader::program(), Uploader::arguments(port, {QStringLiteral("-R")}),
                         QIODevice::ReadWrite);
+    Uploader::dropOutput(resetProcess);
 }
 
 void KelvaronResetDialog::onResetFinished(int exitCode, QProcess::ExitStatus exitStatus)

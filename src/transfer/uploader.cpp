@@ -27,6 +27,17 @@ bool Uploader::hasSucceeded(int exitCode, QProcess::ExitStatus exitStatus)
     return exitStatus == QProcess::NormalExit && exitCode == EXIT_SUCCESS;
 }
 
+void Uploader::dropOutput(QProcess* process)
+{
+    process->closeReadChannel(QProcess::StandardOutput);
+    dropErrorOutput(process);
+}
+
+void Uploader::dropErrorOutput(QProcess* process)
+{
+    process->closeReadChannel(QProcess::StandardError);
+}
+
 void Uploader::giveUp(QProcess* process)
 {
     if (process == nullptr) {

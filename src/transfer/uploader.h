@@ -23,6 +23,13 @@ public:
     /// Whether a run that ended like this has done its work.
     static bool hasSucceeded(int exitCode, QProcess::ExitStatus exitStatus);
 
+    /// Has what a run prints dropped as it comes; QProcess would keep it until somebody reads it,
+    /// however much it is. For a process that has just been started.
+    static void dropOutput(QProcess* process);
+
+    /// The same for what it prints on its standard error alone.
+    static void dropErrorOutput(QProcess* process);
+
     /// Ends a run whose result nobody waits for any more: none of its signals reaches anybody. The
     /// process is deleted, at once or when it has ended; `process` may be nullptr.
     static void giveUp(QProcess* process);

@@ -56,6 +56,7 @@ QProcess* UploadProfiles::run(const QStringList& operation, EndHandler onFinishe
     connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, onFinished);
     connect(process, &QProcess::errorOccurred, this, &UploadProfiles::errorUploading);
     process->start(Uploader::program(), Uploader::arguments(port, operation), QIODevice::ReadWrite);
+    Uploader::dropOutput(process);
     return process;
 }
 

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+
+/// Waits like QTest::qWaitFor(), but without its pauses: so a child process that prints a lot is
+/// read as fast as in the running program.
+template <typename Condition>
+bool waitThroughFlood(Condition condition)
+{
+    constexpr int patience = 60000; // milliseconds
+    QTimer wakeUp;
+    wakeUp.start(10);
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition() && timer.elapsed() < patience) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return condition();
+}

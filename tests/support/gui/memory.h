@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QList>
+
+/// The most memory that this process has held since this was made, beyond what it held then.
+class PeakMemory
+{
+public:
+    PeakMemory()
+    {
+        QFile file("/proc/self/clear_refs");
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write("5"); // forgets the highest value so far
+        }
+        before = value("VmRSS:");
+    }
+
+    /// In KiB.
+    long grown() const { return value("VmHWM:") - before; }
+
+private:
+    static long value(const QByteArray& name)
+    {
+        QFile file("/proc/self/status");
+        if (!file.open(QIODevice::ReadOnly)) {
+            return 0;
+        }
+        const QList<QByteArray> lines = file.readAll().split('\n');
+        for (const QByteArray& line : lines) {
+            if (line.startsWith(name)) {
+                return line.mid(name.size()).simplified().split(' ').first().toLong();
+            }
+        }
+        return 0;
+    }
+
+    long before = 0;
+};
