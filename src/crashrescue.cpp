@@ -60,6 +60,9 @@ void writeCopy(const Copy& copy)
     }
     if (writeAll(descriptor, copy.bytes)) {
         writeAll(STDOUT_FILENO, copy.announcement);
+    } else if (lseek(descriptor, 0, SEEK_CUR) == 0) {
+        // On a full disk the beginning of the list is better than none, an empty file is not.
+        unlink(copy.path.constData());
     }
     close(descriptor);
 }

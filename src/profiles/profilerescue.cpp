@@ -53,12 +53,14 @@ QString ProfileRescue::save()
     if (list->count() == 0) {
         return {};
     }
-    const QString path = newPath();
-    if (!TextFile::write(path, document())) {
-        return {};
+    for (const QString& place : {folder, QDir::tempPath()}) {
+        const QString path = newPath(place);
+        if (TextFile::write(path, document())) {
+            printLine(QStringLiteral("The profiles were saved to ") + path);
+            return path;
+        }
     }
-    printLine(QStringLiteral("The profiles were saved to ") + path);
-    return path;
+    return {};
 }
 
 void ProfileRescue::keepCopy()
@@ -69,14 +71,15 @@ void ProfileRescue::keepCopy()
     if (list->count() == 0) {
         CrashRescue::forget();
     } else {
-        CrashRescue::keep(newPath(), document().toUtf8());
+        const bool hasFolder = QFileInfo(folder).isDir();
+        CrashRescue::keep(newPath(hasFolder ? folder : QDir::tempPath()), document().toUtf8());
     }
     emit copyKept();
 }
 
-QString ProfileRescue::newPath() const
+QString ProfileRescue::newPath(const QString& place)
 {
-    const QString base = QDir(folder).absoluteFilePath(
+    const QString base = QDir(place).absoluteFilePath(
         QStringLiteral("rescued_profiles_")
         + QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_HH-mm-ss")));
     QString path = base + QStringLiteral(".xml");

@@ -21,7 +21,8 @@ public:
     using Document = std::function<QString()>;
 
     /// `profileList` is borrowed; `profileFile` gives the text of a profile file that holds it.
-    /// Files are made in `rescueFolder`.
+    /// Files are made in `rescueFolder`, or in the system's folder for temporary files when that
+    /// one takes none.
     ProfileRescue(QListWidget* profileList, Document profileFile, const QString& rescueFolder,
                   QObject* parent);
     ~ProfileRescue() override;
@@ -38,7 +39,7 @@ signals:
 
 private:
     void keepCopy();
-    QString newPath() const;
+    static QString newPath(const QString& place);
 
     QListWidget* list;
     Document document;

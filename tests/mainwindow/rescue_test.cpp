@@ -136,15 +136,56 @@ TEST_F(RescueDeathTest, AnEmptyListLeavesNoFile)
     EXPECT_EQ(rescuedFiles(), QStringList());
 }
 
-TEST_F(RescueDeathTest, AFolderThatIsGoneIsNoReasonToHang)
+namespace
+{
+/// The folder for rescued profiles goes while the program runs.
+class RescueWithoutFolderDeathTest : public RescueDeathTest
+{
+protected:
+    RescueWithoutFolderDeathTest()
+    {
+        QDir().mkdir(pathOf("temporary"));
+        qputenv("TMPDIR", pathOf("temporary").toUtf8());
+    }
+
+    ~RescueWithoutFolderDeathTest() override { qunsetenv("TMPDIR"); }
+
+    void removeFolder() const { QDir(pathOf("saved_profiles")).removeRecursively(); }
+
+    void expectRescued() const
+    {
+        const QDir temporary(pathOf("temporary"));
+        const QStringList files = temporary.entryList({"rescued_profiles_*.xml"});
+        ASSERT_EQ(files.size(), 1);
+        XMLGeneratorParser::ReadFromXML reader;
+        ASSERT_TRUE(reader.readProfiles(temporary.filePath(files.first())));
+        EXPECT_EQ(reader.getProfiles().size(), 2);
+    }
+};
+} // namespace
+
+TEST_F(RescueWithoutFolderDeathTest, AFatalAssertionSavesAmongTheTemporaryFiles)
 {
     EXPECT_EXIT(
         {
             startWithTwoProfiles();
-            QDir(pathOf("saved_profiles")).removeRecursively();
-            dieOfAnAssertion({"has to end"});
+            removeFolder();
+            dieOfAnAssertion({"Your profiles were saved to " + pathOf("temporary")});
         },
-        KilledBySignal(SIGABRT), "ASSERT: \"broken on purpose\"[^^]*BOX SHOWN");
+        KilledBySignal(SIGABRT), "ASSERT: \"broken on purpose\"[^^]*\nBOX SHOWN");
+    expectRescued();
+}
+
+TEST_F(RescueWithoutFolderDeathTest, ARequestToEndSavesAmongTheTemporaryFiles)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            removeFolder();
+            dieOfASignal(SIGTERM);
+        },
+        KilledBySignal(SIGTERM), "The profiles were saved to /.*/temporary/rescued_profiles_");
+    expectRescued();
 }
 
 TEST_F(RescueDeathTest, ACrashSavesTheList)
