@@ -146,6 +146,10 @@ void MainWindow::reloadBundle()
         return;
     }
     createRequiredFiles();
+    if (!hasSchemaFile()) {
+        MessageDialogs::cbFileMissing(this);
+        return; // the schema in use goes on
+    }
     loadSchema();
     handOverGenerator();
     profileNamesListManager->deleteAllProfilesNoConfirmation();

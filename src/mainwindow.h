@@ -7,6 +7,7 @@
 
 class COMDeviceWatcher;
 class GlobalSettingsManager;
+class KelvaronBundle;
 class ProfileNamesListManager;
 class ProfileRescue;
 class QAction;
@@ -75,6 +76,8 @@ private:
     void runTests();
     void setWorkingDirectory();
     bool createRequiredFiles();
+    void extract(const KelvaronBundle& bundle, int part, const QString& fileName);
+    static bool hasSchemaFile();
     QString getMostRecentKelvaronBundle();
     void installationChecks();
     void loadSchema();

@@ -22,6 +22,7 @@
 #include "settingsui/globalsettingsmanager.h"
 #include "settingsui/settingspanemanager.h"
 #include "standardoutput.h"
+#include "textfile.h"
 #include "transfer/comdevicewatcher.h"
 #include "transfer/uploaddownloadmanager.h"
 #include "ui_mainwindow.h"
@@ -110,17 +111,50 @@ bool MainWindow::createRequiredFiles()
             endProcess(EXIT_SUCCESS); // an orderly refusal, not an installation error
         }
     }
+    if (QFileInfo(bundleFileName).size() > TextFile::largestFile) {
+        MessageDialogs::message(
+            this, QStringLiteral("Bundle Not Read"),
+            QStringLiteral(
+                "The file %1 is far larger than any Kelvaron Bundle, so it was not read; "
+                "what an earlier bundle has left is used. Please replace it, or remove "
+                "it from the folder %2, and restart the program.")
+                .arg(bundleFileName, filesFolder),
+            Qt::PlainText);
+    }
     bundle.parseBundle(); // a mismatch is only reported on standard output
 
     // The last section holds the checksums. A file that is not there is left to the checks.
     const int numEmbedded = bundle.getNumFiles() - 1;
     if (numEmbedded > KelvaronBundle::DEVICE_DESCRIPTION) {
-        bundle.saveFile(KelvaronBundle::DEVICE_DESCRIPTION, QStringLiteral("./") + deviceFile);
+        extract(bundle, KelvaronBundle::DEVICE_DESCRIPTION, deviceFile);
     }
     if (numEmbedded > KelvaronBundle::SCHEMA_HEADER) {
-        bundle.saveFile(KelvaronBundle::SCHEMA_HEADER, QStringLiteral("./") + schemaFile);
+        extract(bundle, KelvaronBundle::SCHEMA_HEADER, schemaFile);
     }
     return true;
+}
+
+void MainWindow::extract(const KelvaronBundle& bundle, int part, const QString& fileName)
+{
+    if (bundle.saveFile(part, QStringLiteral("./") + fileName) || !QFileInfo(fileName).isFile()) {
+        return; // a file that is missing is told of by the checks
+    }
+    // In a folder that may only be read, the right file may stand already.
+    if (TextFile::read(fileName) != bundle.getFile(part)) {
+        MessageDialogs::message(
+            this, QStringLiteral("File Not Written"),
+            QStringLiteral("The file %1 of the Kelvaron Bundle %2 could not be written, so the "
+                           "older one is used. It may not fit the charger. Please make room on "
+                           "the disk, or see to it that the folder %3 can be written to, and "
+                           "restart the program.")
+                .arg(fileName, bundleFileName, filesFolder),
+            Qt::PlainText);
+    }
+}
+
+bool MainWindow::hasSchemaFile()
+{
+    return QFileInfo(schemaFile).isFile();
 }
 
 QString MainWindow::getMostRecentKelvaronBundle()
@@ -137,18 +171,18 @@ QString MainWindow::getMostRecentKelvaronBundle()
 
 void MainWindow::installationChecks()
 {
-    if (!QFileInfo::exists(schemaFile)) {
+    if (!hasSchemaFile()) {
         MessageDialogs::cbFileMissing(this);
         endProcess(EXIT_FAILURE);
     }
     if (!QFileInfo::exists(savedProfilesFolder)) {
         QDir().mkdir(savedProfilesFolder);
     }
-    if (!QFileInfo::exists(QString::fromLatin1(BuildConstants::uploaderFileName))) {
+    if (!QFileInfo(QString::fromLatin1(BuildConstants::uploaderFileName)).isFile()) {
         MessageDialogs::suplMissing(this);
         endProcess(EXIT_FAILURE);
     }
-    if (!QFileInfo::exists(deviceFile)) {
+    if (!QFileInfo(deviceFile).isFile()) {
         MessageDialogs::deviceTxtMissing(this);
         endProcess(EXIT_FAILURE);
     }

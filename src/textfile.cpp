@@ -7,7 +7,7 @@
 std::optional<QString> TextFile::read(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile) {
         return std::nullopt;
     }
     QString text = QString::fromUtf8(file.readAll());

@@ -8,7 +8,11 @@
 /// Text files of this program: UTF-8 in every locale, lines ended by a line feed.
 namespace TextFile
 {
-/// The whole text of a file with carriage returns dropped; nothing when it cannot be opened.
+/// The largest file that is read, in bytes; nothing that belongs here comes near it.
+constexpr qint64 largestFile = 16 * 1024 * 1024;
+
+/// The whole text of a file with carriage returns dropped; nothing when it cannot be opened or is
+/// larger than `largestFile`.
 std::optional<QString> read(const QString& path);
 
 /// The lines of a text; a line feed at the very end does not open another line.

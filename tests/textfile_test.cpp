@@ -92,6 +92,14 @@ TEST_F(TextFileTest, ReadsNothingFromAFileThatIsNotThere)
     EXPECT_FALSE(TextFile::read(folder.path()).has_value());
 }
 
+TEST_F(TextFileTest, ReadsNothingFromAFileThatIsFarTooLarge)
+{
+    writeBytes(path("a.txt"), QByteArray(static_cast<int>(TextFile::largestFile), 'x'));
+    EXPECT_EQ(TextFile::read(path("a.txt"))->size(), TextFile::largestFile);
+    ASSERT_TRUE(QFile::resize(path("a.txt"), TextFile::largestFile + 1));
+    EXPECT_FALSE(TextFile::read(path("a.txt")).has_value());
+}
+
 TEST_F(TextFileTest, SplitsLines)
 {
     EXPECT_EQ(TextFile::splitLines("a\nb\n"), QStringList({"a", "b"}));
@@ -124,6 +132,26 @@ TEST_F(TextFileTest, LeavesAnOlderFileWhenTheDiskIsFull)
     }
     EXPECT_EQ(readBytes(path("a.txt")), "older\n");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"a.txt"}));
+}
+
+TEST_F(TextFileTest, LeavesAnOlderFileWhereverTheDiskIsFull)
+{
+    constexpr int buffer = 16384; // what is written at once
+    QList<int> limits = {buffer - 1, buffer, buffer + 1, 2 * buffer, 3 * buffer - 1};
+    for (int limit = 0; limit < 500; ++limit) {
+        limits.append(limit);
+    }
+    writeBytes(path("a.txt"), "older\n");
+    for (const int limit : limits) {
+        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        for (const int size : {limit + 1, limit + 100, limit + buffer}) {
+            ASSERT_FALSE(TextFile::write(path("a.txt"), QString(size, 'x'))) << limit;
+            ASSERT_EQ(readBytes(path("a.txt")), "older\n") << limit;
+        }
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"a.txt"}));
+    const FileSizeLimit justEnough(3 * buffer);
+    EXPECT_TRUE(TextFile::write(path("a.txt"), QString(3 * buffer, 'x')));
 }
 
 TEST_F(TextFileTest, LeavesNoFileWhenTheDiskIsFull)

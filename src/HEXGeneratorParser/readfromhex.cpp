@@ -10,7 +10,10 @@
 #include "profileimport/parsedprofile.h"
 #include "standardoutput.h"
 #include "stdiofile.h"
+#include "textfile.h"
 #include "xmlformat/xmlutility.h"
+
+#include <QFileInfo>
 
 #include <memory>
 #include <optional>
@@ -128,7 +131,7 @@ bool ReadFromHEX::read(const QString& fileName, int startWordAddress)
         return false;
     }
     const StdioFile::Pointer file = StdioFile::openForReading(fileName);
-    if (!file) {
+    if (!file || QFileInfo(fileName).size() > TextFile::largestFile) {
         return false;
     }
     flash.assign(IntelHexFile::flashAreaSize, 0);

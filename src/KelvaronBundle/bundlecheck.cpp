@@ -1,15 +1,10 @@
 #include "KelvaronBundle/bundlecheck.h"
 
 #include "KelvaronBundle/kelvaronbundle.h"
+#include "textfile.h"
 #include "versionstring.h"
 
 #include <QFileInfo>
-
-namespace
-{
-constexpr qint64 largestBundle =
-    64 * 1024 * 1024; // bytes; a firmware image of the charger has 100 KiB
-}
 
 bool BundleCheck::isSafe(const QString& path)
 {
@@ -17,7 +12,7 @@ bool BundleCheck::isSafe(const QString& path)
     if (!info.exists()) {
         return true;
     }
-    if (!info.isFile() || info.size() > largestBundle) {
+    if (!info.isFile() || info.size() > TextFile::largestFile) {
         return false;
     }
     if (!KelvaronBundle::hasSoundKeyBlock(path)) {

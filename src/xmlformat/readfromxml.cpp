@@ -1,6 +1,7 @@
 #include "xmlformat/readfromxml.h"
 
 #include "profileimport/parsedprofile.h"
+#include "textfile.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
@@ -15,7 +16,7 @@ ReadFromXML::ReadFromXML(QObject* parent) : QObject(parent) {}
 bool ReadFromXML::readProfiles(const QString& fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > TextFile::largestFile) {
         return false;
     }
     QXmlStreamReader xml(&file);

@@ -1,6 +1,7 @@
 #include "KelvaronBundle/bundlecheck.h"
 
 #include "startup/bundletext.h"
+#include "textfile.h"
 
 #include <gtest/gtest.h>
 
@@ -100,9 +101,9 @@ TEST_F(BundleCheckTest, FileFarTooLargeIsNotSafe)
     const QString path = folder.filePath("large.kelvaron");
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_TRUE(file.resize(64LL * 1024 * 1024));
+    ASSERT_TRUE(file.resize(TextFile::largestFile));
     EXPECT_TRUE(BundleCheck::isSafe(path));
-    ASSERT_TRUE(file.resize(64LL * 1024 * 1024 + 1));
+    ASSERT_TRUE(file.resize(TextFile::largestFile + 1));
     EXPECT_FALSE(BundleCheck::isSafe(path));
 }
 } // namespace

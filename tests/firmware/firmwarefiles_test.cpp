@@ -2,6 +2,9 @@
 
 #include "CBGenerator/standardoutputcapture.h"
 #include "firmware/flashertest.h"
+#include "support/filesizelimit.h"
+
+#include <QMap>
 
 #include <stdexcept>
 
@@ -187,6 +190,27 @@ TEST_F(MissingPartTest, ImageThatCannotBeRemovedStopsTheFlash)
 }
 
 // After the flash
+
+TEST_F(FirmwareFilesTest, FullDiskAtEveryByteLeavesWholeFilesOrNone)
+{
+    const QByteArray bundle = firmwareBundle().bytes();
+    extract(bundle);
+    QMap<QString, std::string> whole;
+    for (const QString& name : names()) {
+        whole.insert(name, bytesOf(name));
+    }
+    ASSERT_EQ(whole.size(), 4);
+    for (int limit = 0; limit < bundle.size(); ++limit) {
+        QFile::remove("v1.5.kelvaron");
+        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        FirmwareFiles::extract(firmwareFolder.filePath("v1.5.kelvaron"), false);
+        for (const QString& name : names()) {
+            EXPECT_EQ(bytesOf(name), whole.value(name)) << limit;
+            EXPECT_LE(static_cast<int>(bytesOf(name).size()), limit);
+        }
+    }
+    EXPECT_EQ(names(), whole.keys().mid(0, 3)) << "all but the copy of the bundle found room";
+}
 
 TEST_F(FirmwareFilesTest, RestoredDescriptionIsTheOneForTransfers)
 {

@@ -118,6 +118,30 @@ TEST_F(StartupFailureTest, DeviceDescriptionThatCannotBeWrittenEndsWithOne)
     expectIncomplete(startAsOrdinaryUser(), "The file device.txt");
 }
 
+TEST_F(StartupFailureTest, FolderInPlaceOfAnInstalledFileIsAMissingFile)
+{
+    writeBundle("v1.kelvaron");
+    for (const QString& name : QStringList({"device.txt", "supl.mac", "kelvaron_chemistries.cb"})) {
+        QFile::remove(pathOf(name));
+        ASSERT_TRUE(QDir().mkpath(pathOf(name + "/inside")));
+        expectIncomplete(start(), name == "supl.mac" ? QString("The executable supl.exe")
+                                                     : "The file " + name);
+    }
+}
+
+TEST_F(StartupFailureTest, BundleFarTooLargeIsToldBeforeTheMissingSchema)
+{
+    writeFile("v1.kelvaron", "...\n");
+    ASSERT_TRUE(QFile::resize(pathOf("v1.kelvaron"), 1024LL * 1024 * 1024));
+    const Start started = start();
+    EXPECT_EQ(started.exitCode, 1) << started.transcript();
+    ASSERT_EQ(started.boxes().size(), 2) << started.transcript();
+    EXPECT_EQ(started.boxes().value(0)["title"].toString(), "Bundle Not Read");
+    EXPECT_EQ(started.boxes().value(1)["text"].toString(),
+              "The file kelvaron_chemistries.cb could not be found. Please try reinstalling the "
+              "program.");
+}
+
 TEST_F(StartupFailureTest, MissingSchemaIsToldBeforeAMissingUploader)
 {
     writeFile("v1.kelvaron", "");

@@ -186,7 +186,7 @@ TEST_F(StartTest, SavedProfilesFolderThatIsThereStaysAsItIs)
 TEST_F(StartTest, SavedProfilesFolderThatCannotBeMadeIsIgnored)
 {
     writeBundle("v1.kelvaron");
-    writeFile("device.txt", "");
+    writeFile("device.txt", Samples::device());
     writeFile("kelvaron_chemistries.cb", Samples::schema());
     makeReadOnly();
     expectStarted(startAsOrdinaryUser());

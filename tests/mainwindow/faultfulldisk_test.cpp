@@ -1,0 +1,315 @@
+// A disk that is full: at every byte of every file that the main window writes. What stood there
+// before stays, the list stays, and the user is told.
+
+#include "HEXGeneratorParser/hexmanager.h"
+#include "applicationglobalmap.h"
+#include "fatalassertion.h"
+#include "profileimport/parsedprofile.h"
+#include "profiles/profilerescue.h"
+#include "support/filesizelimit.h"
+#include "support/gui/installation.h"
+#include "transfer/uploaddownloaddialog.h"
+#include "xmlformat/readfromxml.h"
+#include "xmlformat/xmlmanager.h"
+
+#include <QAction>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QMap>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <functional>
+
+using HEXGeneratorParser::HEXManager;
+using XMLGeneratorParser::XMLManager;
+
+namespace
+{
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+class FullDiskTest : public MainWindowTest
+{
+protected:
+    void startWithTwoProfiles()
+    {
+        start();
+        makeProfile("One");
+        makeProfile("Two");
+    }
+
+    QByteArray document() const { return window->findChild<XMLManager*>()->document().toUtf8(); }
+
+    /// Every file of the installation with what it holds.
+    QMap<QString, QByteArray> files() const
+    {
+        QMap<QString, QByteArray> found;
+        QDirIterator paths(pathOf(""), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (paths.hasNext()) {
+            const QString path = paths.next();
+            found.insert(path, bytesOf(path));
+        }
+        return found;
+    }
+
+    /// Writes a file that is there already, with the disk full at each of its bytes.
+    void expectWholeOrOld(const QString& name, int size, const std::function<bool()>& write)
+    {
+        ASSERT_GT(size, 1000);
+        QFile old(pathOf(name));
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        old.write("old");
+        old.close();
+        for (int limit = 0; limit < size; ++limit) {
+            {
+                const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+                ASSERT_FALSE(write()) << limit;
+            }
+            ASSERT_EQ(bytesOf(pathOf(name)), "old") << limit;
+        }
+        const QStringList others =
+            QDir(pathOf("")).entryList({name + ".*"}, QDir::Files | QDir::Hidden);
+        EXPECT_EQ(others, QStringList()) << "a half-written file";
+        const FileSizeLimit justEnough(static_cast<rlim_t>(size));
+        EXPECT_TRUE(write());
+        EXPECT_EQ(bytesOf(pathOf(name)).size(), size);
+    }
+
+    static QList<int> places(int size) { return {0, 1, size / 2, size - 1}; }
+};
+} // namespace
+
+TEST_F(FullDiskTest, ASavedListIsWholeOrTheOldOne)
+{
+    startWithTwoProfiles();
+    const auto* manager = window->findChild<XMLManager*>();
+    expectWholeOrOld("list.xml", document().size(),
+                     [manager] { return manager->exportToXML("list.xml"); });
+}
+
+TEST_F(FullDiskTest, AnExportedImageIsWholeOrTheOldOne)
+{
+    startWithTwoProfiles();
+    auto* manager = window->findChild<HEXManager*>();
+    ASSERT_TRUE(manager->exportProfiles("whole.hex"));
+    expectWholeOrOld("list.hex", bytesOf(pathOf("whole.hex")).size(),
+                     [manager] { return manager->exportProfiles("list.hex"); });
+}
+
+TEST_F(FullDiskTest, ATransferDoesNotBegin)
+{
+    startWithTwoProfiles();
+    ASSERT_TRUE(window->findChild<HEXManager*>()->exportProfiles("profilesToUpload.hex"));
+    makeProfile("Three");
+    const QByteArray list = document();
+    const QMap<QString, QByteArray> before = files();
+    for (const int limit : places(bytesOf(pathOf("profilesToUpload.hex")).size())) {
+        DialogScript script;
+        script.expectMessage("Error while uploading!",
+                             "An error occured while exporting profiles to HEX. Please try again.");
+        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        trigger(command("actionWriteProfiles"));
+        EXPECT_EQ(window->findChild<UploadDownload::UploadDownloadDialog*>(), nullptr);
+        EXPECT_EQ(files(), before) << limit;
+    }
+    EXPECT_EQ(document(), list);
+}
+
+TEST_F(FullDiskTest, AListIsNotReplacedWithoutItsCopy)
+{
+    startWithTwoProfiles();
+    ASSERT_TRUE(window->findChild<XMLManager*>()->exportToXML("saved_profiles/list.xml"));
+    ASSERT_TRUE(
+        QFile::copy(pathOf("saved_profiles/list.xml"), pathOf("backup_before_replace.xml")));
+    makeProfile("Three");
+    const QByteArray list = document();
+    const QMap<QString, QByteArray> before = files();
+    for (const int limit : places(list.size())) {
+        DialogScript script;
+        script.expectFileDialog("Select XML File to Import Profiles",
+                                {"XML files (*.xml)", "Any files (*.*)"}, pathOf("saved_profiles"),
+                                "list.xml");
+        script.expectMessageBox("Add Profiles to List?",
+                                "Do you want to add the imported profiles to the current list of "
+                                "profiles, or replace them?<br>",
+                                {"Add Profiles", "Replace Profiles"}, "Add Profiles",
+                                "Replace Profiles");
+        script.expectQuestion("Replace Without Backup?",
+                              "The current profiles could not be saved to the file "
+                              "backup_before_replace.xml before they are replaced. If you go on, "
+                              "they are lost. Do you want to replace them all the same?",
+                              "No");
+        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        trigger(command("actionImportXML"));
+        EXPECT_EQ(document(), list) << limit;
+        EXPECT_EQ(files(), before) << limit;
+    }
+}
+
+TEST_F(FullDiskTest, ABundleIsNotReloadedWithoutABackup)
+{
+    startWithTwoProfiles();
+    const QByteArray list = document();
+    installBundle("1.2", demoSchema());
+    const QMap<QString, QByteArray> before = files();
+    for (const int limit : places(list.size())) {
+        DialogScript script;
+        script.expectMessage("Bundle Not Reloaded",
+                             "The profiles could not be backed up, so the bundle in use was kept. "
+                             "Please save the profiles to a file and restart the program.");
+        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        window->reloadBundle();
+        EXPECT_EQ(document(), list) << limit;
+        EXPECT_EQ(files(), before) << limit;
+        EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.0.0");
+    }
+}
+
+namespace
+{
+/// An older schema stands in the folder when the disk is full.
+class OlderSchemaTest : public FullDiskTest
+{
+protected:
+    void expectOlderSchemaTold(DialogScript& script, const QString& bundle)
+    {
+        script.expectMessage(
+            "File Not Written",
+            "The file kelvaron_chemistries.cb of the Kelvaron Bundle " + bundle
+                + " could not be written, so the older one is used. It may not fit the charger. "
+                  "Please make room on the disk, or see to it that the folder "
+                  "KelvaronProfileEditorFiles can be written to, and restart the program.");
+    }
+
+    void installNewerBundle() const
+    {
+        newer += "// and a comment more\n";
+        installBundle("1.2", newer);
+    }
+
+    mutable QByteArray newer = demoSchema();
+};
+} // namespace
+
+TEST_F(OlderSchemaTest, IsUsedByAStartThatSaysSo)
+{
+    start();
+    window.reset();
+    installNewerBundle();
+    const QMap<QString, QByteArray> before = files();
+    for (const int limit : places(newer.size())) {
+        DialogScript script;
+        expectOlderSchemaTold(script, "v1.2.kelvaron");
+        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        window = std::make_unique<MainWindow>();
+        EXPECT_EQ(files(), before) << limit;
+        window.reset();
+    }
+    const DialogScript nothing;
+    start();
+    EXPECT_EQ(bytesOf(pathOf("kelvaron_chemistries.cb")), newer);
+}
+
+TEST_F(OlderSchemaTest, IsUsedByAReloadThatSaysSo)
+{
+    start();
+    makeProfile("One");
+    const QByteArray list = document();
+    const QByteArray schema = bytesOf(pathOf("kelvaron_chemistries.cb"));
+    installNewerBundle();
+    ASSERT_LT(list.size(), newer.size()) << "the backup must find room";
+    {
+        DialogScript script;
+        expectOlderSchemaTold(script, "v1.2.kelvaron");
+        const FileSizeLimit fullDisk(static_cast<rlim_t>(newer.size() - 1));
+        window->reloadBundle();
+    }
+    EXPECT_EQ(bytesOf(pathOf("kelvaron_chemistries.cb")), schema);
+    EXPECT_EQ(document(), list);
+}
+
+TEST_F(OlderSchemaTest, ThatIsTheSameIsNoReasonForAMessage)
+{
+    start();
+    window.reset();
+    const DialogScript nothing;
+    const FileSizeLimit fullDisk(0);
+    start();
+}
+
+namespace
+{
+class FullDiskDeathTest : public FullDiskTest
+{
+protected:
+    QStringList rescuedFiles() const
+    {
+        return QDir(pathOf("saved_profiles")).entryList({"rescued_profiles_*"}, QDir::Files);
+    }
+
+    /// Crashes with the disk full at this byte.
+    void crash(rlim_t limit)
+    {
+        startWithTwoProfiles();
+        QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
+        kept.wait();
+        const FileSizeLimit fullDisk(limit);
+        raise(SIGTERM);
+    }
+};
+} // namespace
+
+TEST_F(FullDiskDeathTest, AFatalAssertionOnAFullDiskPromisesNothing)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            qputenv("TMPDIR", pathOf("").toUtf8());
+            DialogScript script;
+            script.thenDo([](QWidget& dialog) {
+                auto* box = qobject_cast<QMessageBox*>(&dialog);
+                if (box != nullptr && box->text().contains("has to end")
+                    && !box->text().contains("were saved")) {
+                    QFile::remove("supl.mac"); // the sign that all was well
+                }
+                dialog.close();
+            });
+            const FileSizeLimit fullDisk(100);
+            KELVARON_ASSERT_TEXT(list() == nullptr, "broken on purpose");
+        },
+        ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_FALSE(QFile::exists(pathOf("supl.mac")));
+    EXPECT_EQ(rescuedFiles(), QStringList());
+    EXPECT_EQ(QDir(pathOf("")).entryList({"rescued_profiles_*"}), QStringList());
+}
+
+TEST_F(FullDiskDeathTest, ACrashOnAFullDiskKeepsTheWholeProfilesThatFit)
+{
+    int size = 0;
+    {
+        startWithTwoProfiles();
+        size = document().size();
+        window.reset();
+    }
+    EXPECT_EXIT(crash(static_cast<rlim_t>(size - 100)), ::testing::KilledBySignal(SIGTERM), "");
+    ASSERT_EQ(rescuedFiles().size(), 1);
+    XMLGeneratorParser::ReadFromXML reader;
+    ASSERT_TRUE(reader.readProfiles(pathOf("saved_profiles/" + rescuedFiles().first())));
+    ASSERT_EQ(reader.getProfiles().size(), 1);
+    EXPECT_EQ(reader.getProfiles().first()->getProperties().value("title"), "One");
+    EXPECT_FALSE(reader.errorText().isEmpty());
+}
+
+TEST_F(FullDiskDeathTest, ACrashOnADiskWithoutAnyRoomLeavesNoEmptyFile)
+{
+    EXPECT_EXIT(crash(0), ::testing::KilledBySignal(SIGTERM), "");
+    EXPECT_EQ(rescuedFiles(), QStringList());
+}
