@@ -22,7 +22,7 @@ class FileDownloader : public QObject
 public:
     /// Bytes that an answer may have. Far beyond every bundle: it is there so that a server that
     /// never stops sending cannot use up the machine's memory. A larger answer is an error.
-    static constexpr int largestAnswer = 16 * 1024 * 1024;
+    static constexpr int largestAnswer = 64 * 1024 * 1024;
 
     explicit FileDownloader(QObject* parent);
     ~FileDownloader() override;

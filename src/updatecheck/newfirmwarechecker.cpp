@@ -116,7 +116,8 @@ void NewFirmwareChecker::on_firmwareDownloaded(const QByteArray& bundle)
     // A version that is missing leaves the bare "v"; any other text could lead elsewhere.
     const bool isSafeName = currentVersion().isEmpty() || hasUsableVersion();
     const QString fileName = QLatin1Char('v') + currentVersion() + QStringLiteral(".kelvaron");
-    if (isSafeName && TextFile::writeBytes(fileName, bundle)) {
+    const bool canBeRead = bundle.size() <= TextFile::largestFile;
+    if (isSafeName && canBeRead && TextFile::writeBytes(fileName, bundle)) {
         emit firmwareDownloaded();
     } else {
         emit error();

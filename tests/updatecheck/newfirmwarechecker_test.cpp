@@ -3,6 +3,7 @@
 #include "applicationglobalmap.h"
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"
+#include "textfile.h"
 
 #include <QDir>
 #include <QFile>
@@ -414,6 +415,17 @@ TEST_F(CheckerTest, FullDiskKeepsTheOldBundle)
         EXPECT_EQ(files(), QStringList({"v1.10.kelvaron"}));
         EXPECT_EQ(contentOf("v1.10.kelvaron"), "as before");
     }
+}
+
+TEST_F(CheckerTest, BundleFarTooLargeIsNotSaved)
+{
+    makeFile("v1.10.kelvaron", "as before");
+    tellVersion("1.10");
+    checker->on_firmwareDownloaded(QByteArray(static_cast<int>(TextFile::largestFile) + 1, 'x'));
+    expectFailed();
+    EXPECT_EQ(contentOf("v1.10.kelvaron"), "as before");
+    checker->on_firmwareDownloaded(QByteArray(static_cast<int>(TextFile::largestFile), 'x'));
+    EXPECT_EQ(contentOf("v1.10.kelvaron").size(), TextFile::largestFile);
 }
 
 TEST_F(CheckerTest, TextsThatAreNoDottedVersionNeverNameAFile)
