@@ -1,5 +1,7 @@
 // The schema header: whatever it says, loading it ends well or with a fatal assertion, and a schema
 // that was loaded never stops the program later.
+//
+// Widgets take their time: only every fourth size of an input has its settings shown in grids.
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/schemacheck.h"
@@ -10,7 +12,14 @@
 #include "HEXGeneratorParser/writetohex.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/settingsgridlayout.h"
+#include "settingsui/settingslineedit.h"
+#include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
+
+#include <QCheckBox>
+#include <QStringList>
+#include <QWidget>
 
 #include <cmath>
 #include <limits>
@@ -24,6 +33,8 @@ using HParser::StructSettings;
 
 namespace
 {
+constexpr std::size_t gridsEvery = 4;
+
 void edit(StructSetting& setting)
 {
     setting.enableAdvancedMode(true);
@@ -55,6 +66,54 @@ void edit(StructSetting& setting)
     setting.updateValue();
 }
 
+/// The values that an edit may change, in order.
+QStringList valuesOf(const StructSettings& settings)
+{
+    QStringList values;
+    const QList<StructSetting*> members = settings.getOriginalOrderStructSettings();
+    for (const StructSetting* setting : members) {
+        const bool isFlagOfList = setting->descriptiveName == QLatin1String("active")
+                                  || setting->descriptiveName == QLatin1String("default");
+        if (settings.getGlobal() || !isFlagOfList) {
+            values.append(setting->getValue());
+        }
+    }
+    return values;
+}
+
+void useEveryEditor(const QWidget& pane, const QString& text)
+{
+    const QList<QCheckBox*> boxes = pane.findChildren<QCheckBox*>();
+    for (QCheckBox* box : boxes) {
+        box->click();
+    }
+    const QList<SettingsLineEdit*> editors = pane.findChildren<SettingsLineEdit*>();
+    for (SettingsLineEdit* editor : editors) {
+        editor->setText(text);
+        editor->on_editingFinished();
+    }
+}
+
+/// One edit that is saved, and one that is taken back.
+void editInGrid(StructSettings& settings)
+{
+    constexpr int mostRows = 40;
+    if (settings.getStructSettings().size() > mostRows) {
+        return;
+    }
+    const FuzzGui::DialogAnswers answers;
+    QWidget pane;
+    auto* grid = new SettingsGridLayout(&settings, &pane);
+    grid->startEditing();
+    useEveryEditor(pane, QStringLiteral("12.5"));
+    grid->saveSettings();
+    const QStringList saved = valuesOf(settings);
+    grid->startEditing();
+    useEveryEditor(pane, QStringLiteral("-1e9"));
+    grid->cancelSettings();
+    FUZZ_EXPECT(valuesOf(settings) == saved);
+}
+
 void readImage(const Generator& generator, const QString& path)
 {
     FuzzTarget::runsToItsEnd([&] {
@@ -70,13 +129,16 @@ void readImage(const Generator& generator, const QString& path)
     });
 }
 
-void useProfile(Generator& generator, const StructSettings& chemistry)
+void useProfile(Generator& generator, const StructSettings& chemistry, bool showsGrids)
 {
     ProfileSettings profile;
     profile.setChemistry(chemistry.getDescriptiveName(), &generator);
     const QList<StructSetting*> visible = profile.settings->getStructSettings();
     for (StructSetting* setting : visible) {
         edit(*setting);
+    }
+    if (showsGrids) {
+        editInGrid(*profile.settings);
     }
     profile.getTitle();
     profile.getSubtitle();
@@ -94,6 +156,7 @@ void useProfile(Generator& generator, const StructSettings& chemistry)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    FuzzGui::startApplication();
     Generator generator(nullptr);
     generator.setHFileLocation(
         FuzzTarget::scratchFile(QStringLiteral("schema.cb"), FuzzTarget::bytesOf(data, size)));
@@ -112,9 +175,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     for (StructSetting* setting : globalSettings) {
         edit(*setting);
     }
+    const bool showsGrids = size % gridsEvery == 0;
+    if (showsGrids) {
+        editInGrid(*global.settings);
+    }
     const QList<StructSettings*> chemistries = generator.getChemistrySettings();
     for (const StructSettings* chemistry : chemistries) {
-        useProfile(generator, *chemistry);
+        useProfile(generator, *chemistry, showsGrids);
     }
     return 0;
 }
