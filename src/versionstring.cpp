@@ -16,7 +16,8 @@ VersionString::VersionString(const QString& text) : versionString(text)
 
 bool VersionString::isDottedVersion(const QString& text)
 {
-    static const QRegularExpression dottedVersion(QStringLiteral("\\A([0-9]+\\.)*[0-9]+\\z"));
+    // Possessive: the matcher remembers no way back, of which a long text has too many.
+    static const QRegularExpression dottedVersion(QStringLiteral("\\A(?:[0-9]++\\.)*+[0-9]++\\z"));
     return dottedVersion.match(text).hasMatch();
 }
 

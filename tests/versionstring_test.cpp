@@ -102,6 +102,16 @@ TEST(VersionStringTest, TellsDottedVersions)
     }
 }
 
+TEST(VersionStringTest, TellsDottedVersionsOfAnyLength)
+{
+    const QString parts = QString("1.").repeated(60000);
+    EXPECT_TRUE(VersionString::isDottedVersion(parts + '1'));
+    EXPECT_FALSE(VersionString::isDottedVersion(parts));
+    EXPECT_FALSE(VersionString::isDottedVersion(parts + "1x"));
+    EXPECT_TRUE(VersionString::isDottedVersion(QString("9").repeated(60000)));
+    EXPECT_TRUE(VersionString(parts + '1').greaterThan(VersionString(parts + '0')));
+}
+
 TEST(VersionStringTest, PartsTooLargeForAnIntegerAreGreaterThanSmallOnes)
 {
     EXPECT_TRUE(version("1.99999999999999999999").greaterThan(version("1.2")));
