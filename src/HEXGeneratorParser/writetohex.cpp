@@ -157,7 +157,8 @@ QByteArray WriteToHEX::encode(const StructSetting& setting)
         return getBinaryRep(setting.isOn());
     case StructSetting::STRING:
     case StructSetting::LIST:
-        return getBinaryRep(setting.getValue(), setting.arraySize);
+        // An array beyond the image is refused when it is full, not when the memory is.
+        return getBinaryRep(setting.getValue(), qMin(setting.arraySize, HexUtility::imageSize + 1));
     case StructSetting::UNKNOWN:
         break;
     }

@@ -293,6 +293,15 @@ TEST(WriteToHEXDeathTest, ImageBeyond2048BytesIsFatal)
                 "ASSERT: \"hexBuffer.size\\(\\) <= 2048\"");
 }
 
+TEST(WriteToHEXDeathTest, ArrayBeyondTheMemoryIsAnImageBeyond2048Bytes)
+{
+    const Structure structure(ChargerSchema::typeMember("1")
+                              + "char t[2147483647]; // string, auto, \"T\", G, \"x\", 0, basic\n");
+    const QTemporaryDir folder;
+    EXPECT_EXIT(structure.write(folder.filePath("large.hex")), KilledBySignal(SIGABRT),
+                "ASSERT: \"hexBuffer.size\\(\\) <= 2048\"");
+}
+
 TEST(WriteToHEX, ImageOfExactly2048BytesIsWritten)
 {
     const QByteArray members = ChargerSchema::typeMember("1")
