@@ -34,9 +34,7 @@ void DownloadProfiles::downloadHEX()
 
 void DownloadProfiles::downloadHEXFinished(int exitCode, QProcess::ExitStatus exitStatus)
 {
-    if (downloadProcess != nullptr) {
-        downloadProcess->kill();
-    }
+    Uploader::end(downloadProcess);
     if (Uploader::hasSucceeded(exitCode, exitStatus)) {
         emit finished();
     } else {

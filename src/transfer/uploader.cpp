@@ -38,6 +38,17 @@ void Uploader::dropErrorOutput(QProcess* process)
     process->closeReadChannel(QProcess::StandardError);
 }
 
+void Uploader::end(QProcess* process)
+{
+    if (process == nullptr) {
+        return;
+    }
+    process->kill();
+    if (process->state() == QProcess::NotRunning) {
+        process->close();
+    }
+}
+
 void Uploader::giveUp(QProcess* process)
 {
     if (process == nullptr) {

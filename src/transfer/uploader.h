@@ -30,6 +30,10 @@ public:
     /// The same for what it prints on its standard error alone.
     static void dropErrorOutput(QProcess* process);
 
+    /// Ends a run that has told its result. The process stays, without the buffers of its channels;
+    /// it may be nullptr.
+    static void end(QProcess* process);
+
     /// Ends a run whose result nobody waits for any more: none of its signals reaches anybody. The
     /// process is deleted, at once or when it has ended; `process` may be nullptr.
     static void giveUp(QProcess* process);

@@ -27,7 +27,7 @@ void UploadProfiles::eraseEEPROM()
 
 void UploadProfiles::eraseFinished(int exitCode, QProcess::ExitStatus exitStatus)
 {
-    end(eraseProcess);
+    Uploader::end(eraseProcess);
     if (Uploader::hasSucceeded(exitCode, exitStatus)) {
         flashEEPROM();
     } else {
@@ -42,7 +42,7 @@ void UploadProfiles::flashEEPROM()
 
 void UploadProfiles::flashFinished(int exitCode, QProcess::ExitStatus exitStatus)
 {
-    end(flashProcess);
+    Uploader::end(flashProcess);
     if (Uploader::hasSucceeded(exitCode, exitStatus)) {
         emit finished();
     } else {
@@ -58,12 +58,5 @@ QProcess* UploadProfiles::run(const QStringList& operation, EndHandler onFinishe
     process->start(Uploader::program(), Uploader::arguments(port, operation), QIODevice::ReadWrite);
     Uploader::dropOutput(process);
     return process;
-}
-
-void UploadProfiles::end(QProcess* process)
-{
-    if (process != nullptr) {
-        process->kill();
-    }
 }
 } // namespace UploadDownload

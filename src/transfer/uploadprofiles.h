@@ -43,7 +43,6 @@ private:
     using EndHandler = void (UploadProfiles::*)(int, QProcess::ExitStatus);
 
     QProcess* run(const QStringList& operation, EndHandler onFinished);
-    static void end(QProcess* process);
 
     QString port;
     QString filePath;

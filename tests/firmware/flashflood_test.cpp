@@ -47,6 +47,16 @@ TEST_F(FlashFloodTest, OutputIsLoggedWholeAndNotKeptInMemory)
     finishUnlogged(0);
 }
 
+TEST_F(FlashFloodTest, ZeroBytesAreLoggedAndTheRunGoesOn)
+{
+    start();
+    const PeakMemory memory;
+    uploader.run("head -c " + QByteArray::number(flood) + " /dev/zero");
+    EXPECT_TRUE(waitThroughFlood([] { return logSize() >= flood; })) << logSize();
+    EXPECT_LT(memory.grown(), 60 * mebibyte);
+    finishUnlogged(0);
+}
+
 TEST_F(FlashFloodTest, ErrorOutputIsNotKeptInMemory)
 {
     start();
