@@ -115,9 +115,9 @@ bool MainWindow::createRequiredFiles()
         MessageDialogs::message(
             this, QStringLiteral("Bundle Not Read"),
             QStringLiteral(
-                "The file %1 is far larger than any Kelvaron Bundle, so it was not read; "
-                "what an earlier bundle has left is used. Please replace it, or remove "
-                "it from the folder %2, and restart the program.")
+                "The file %1 is far too large for a Kelvaron Bundle, so it was not read and the "
+                "bundle used before stays in use. Please replace the file, or remove it from the "
+                "folder %2, and restart the program.")
                 .arg(bundleFileName, filesFolder),
             Qt::PlainText);
     }

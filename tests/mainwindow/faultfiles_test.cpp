@@ -28,6 +28,7 @@ constexpr qint64 gigabyte = 1024LL * 1024 * 1024;
 constexpr long mebibyte = 1024; // in KiB
 
 const char xmlReadError[] = "Failed to read the XML file specified. Please try again.";
+const char xmlBroken[] = "The XML file could not be read to its end: ";
 const char hexReadError[] = "An error occured while importing profiles from HEX. Please try again.";
 
 class DamagedFilesTest : public MainWindowTest
@@ -115,8 +116,8 @@ protected:
         script.expectMessage(
             "Bundle Not Read",
             "The file " + bundle
-                + " is far larger than any Kelvaron Bundle, so it was not read; what an earlier "
-                  "bundle has left is used. Please replace it, or remove it from the folder "
+                + " is far too large for a Kelvaron Bundle, so it was not read and the bundle used "
+                  "before stays in use. Please replace the file, or remove it from the folder "
                   "KelvaronProfileEditorFiles, and restart the program.");
     }
 
@@ -149,7 +150,7 @@ TEST_F(DamagedFilesTest, TheLongestLineThatIsReadHoldsNobodyUp)
     const PeakMemory memory;
     QElapsedTimer timer;
     timer.start();
-    load("XML", "long.xml", "Add Profiles", "");
+    load("XML", "long.xml", "Add Profiles", xmlBroken);
     EXPECT_LT(timer.elapsed(), 15000);
     EXPECT_LT(memory.grown(), 500 * mebibyte);
     EXPECT_EQ(document(), before);
@@ -216,7 +217,7 @@ TEST_F(DamagedFilesTest, EmptyFilesBringNothingAndCostNothing)
     const QByteArray before = document();
     write("saved_profiles/empty.xml", "");
     write("saved_profiles/empty.hex", "");
-    load("XML", "empty.xml", "Replace Profiles", "");
+    load("XML", "empty.xml", "Replace Profiles", xmlBroken);
     EXPECT_EQ(document(), before);
     load("HEX", "empty.hex", "Add Profiles", hexReadError);
     EXPECT_EQ(document(), before);
