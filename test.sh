@@ -7,6 +7,7 @@ usage() {
     cat <<'USAGE'
 Usage: ./test.sh [--sanitize | --coverage] [--filter REGEX]
        ./test.sh --fuzz SECONDS [--filter REGEX]
+       ./test.sh --long-life
 
   --sanitize       build with the address and undefined-behaviour sanitizers (build/sanitize)
   --coverage       build with coverage counters (build/coverage) and sum them up with gcovr
@@ -14,6 +15,9 @@ Usage: ./test.sh [--sanitize | --coverage] [--filter REGEX]
   --fuzz SECONDS   build the fuzz targets (build/fuzz, with Clang) and let each of them, one after
                    the other, search for SECONDS seconds; new inputs are kept in build/fuzz/corpus,
                    findings in build/fuzz/findings
+  --long-life      1000 transfers, 1000 replaced lists and 200 reloaded bundles in one run, as the
+                   program is and under the leak checker, with the memory held; takes a quarter of
+                   an hour
   --filter REGEX   run only the tests, or fuzz targets, whose names match
   --help           show this
 
@@ -24,6 +28,7 @@ USAGE
 preset=dev
 filter=
 seconds=
+long_life=
 while (($# > 0)); do
     case "$1" in
         --sanitize | --coverage | --fuzz)
@@ -41,6 +46,10 @@ while (($# > 0)); do
                 seconds="$1"
                 shift
             fi
+            ;;
+        --long-life)
+            long_life=yes
+            shift
             ;;
         --filter)
             if (($# < 2)); then
@@ -152,6 +161,17 @@ fuzz_all() {
 export QT_QPA_PLATFORM=offscreen
 # One locale for everybody, so that file names and texts are UTF-8 everywhere.
 export LC_ALL=C.UTF-8
+
+if [[ -n "$long_life" ]]; then
+    scripts/install-dependencies.sh --for test
+    for preset in dev sanitize; do
+        configure "$preset"
+        build "$preset" long_life
+        progress "A long life in build/$preset"
+        "build/$preset/longlife/long_life" >/dev/null
+    done
+    exit
+fi
 
 if [[ "$preset" == fuzz ]]; then
     scripts/install-dependencies.sh --for fuzz
