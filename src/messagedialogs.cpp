@@ -20,6 +20,17 @@ const char installationError[] = "Installation Error";
 const char hexImportStatus[] = "Import from HEX status";
 const char xmlImportStatus[] = "Import from XML status";
 
+/// The lines that fit into a box on the screen.
+QString shortened(const QStringList& lines)
+{
+    constexpr int mostShown = 25;
+    QString text = lines.mid(0, mostShown).join(QLatin1Char('\n'));
+    if (lines.size() > mostShown) {
+        text += QStringLiteral("\nand %1 more").arg(lines.size() - mostShown);
+    }
+    return text;
+}
+
 QMessageBox* textBox(QWidget* parent, const QString& title, const QString& text,
                      Qt::TextFormat format)
 {
@@ -253,18 +264,33 @@ int MessageDialogs::currentSoftwareTooOld(QWidget* parent, const VersionString& 
 int MessageDialogs::profilesLeftOut(QWidget* parent, const QStringList& profiles,
                                     const QString& fileName)
 {
-    constexpr int mostShown = 25; // the box must fit the screen
     QString text = QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
                                   "Bundle in use does not know their chemistries:\n\n%2")
-                       .arg(QString::number(profiles.size()),
-                            profiles.mid(0, mostShown).join(QLatin1Char('\n')));
-    if (profiles.size() > mostShown) {
-        text += QStringLiteral("\nand %1 more").arg(profiles.size() - mostShown);
-    }
+                       .arg(QString::number(profiles.size()), shortened(profiles));
     if (!fileName.isEmpty()) {
         text += QStringLiteral("\n\nThey are still in the file %1.").arg(fileName);
     }
     return message(parent, QStringLiteral("Profiles Left Out"), text, Qt::PlainText);
+}
+
+int MessageDialogs::askUnstorableTexts(QWidget* parent, const QStringList& texts)
+{
+    return question(parent, QStringLiteral("Texts Do Not Fit"),
+                    QStringLiteral("The Kelvaron holds plain English letters, digits and signs "
+                                   "(ASCII) only. With other characters its profiles may become "
+                                   "unreadable. They are in:\n\n%1\n\nDo you want to go on all "
+                                   "the same?")
+                        .arg(shortened(texts)),
+                    Qt::PlainText);
+}
+
+int MessageDialogs::importChanges(QWidget* parent, const QString& changes)
+{
+    return message(parent, QStringLiteral("Imported With Changes"),
+                   QStringLiteral("The profiles were imported, but the file does not match the "
+                                  "settings of the Kelvaron Bundle in use:\n\n%1")
+                       .arg(changes),
+                   Qt::PlainText);
 }
 
 int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int profilesRead)

@@ -49,6 +49,13 @@ public:
     static int profilesLeftOut(QWidget* parent, const QStringList& profiles,
                                const QString& fileName);
 
+    /// Before profiles go into an image: which of their texts it cannot hold, a line each. Yes to go
+    /// on all the same.
+    static int askUnstorableTexts(QWidget* parent, const QStringList& texts);
+
+    /// After an import: what could not be taken over as the file has it, a line each.
+    static int importChanges(QWidget* parent, const QString& changes);
+
     /// After an import from a file that breaks off: what was wrong and how many profiles were read
     /// before it.
     static int xmlFileBroken(QWidget* parent, const QString& error, int profilesRead);

@@ -3,6 +3,7 @@
 #include "CBGenerator/generator.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "HEXGeneratorParser/readfromhex.h"
+#include "HEXGeneratorParser/storabletext.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "fatalassertion.h"
 #include "messagedialogs.h"
@@ -66,14 +67,34 @@ int HEXManager::getNumProfilesAllowed() const
 
 bool HEXManager::exportProfiles(const QString& fileName)
 {
-    QList<HParser::StructSettings*> profiles;
+    QList<HParser::StructSettings*> structs;
+    for (const ProfileSettings* profile : profiles()) {
+        structs.append(profile->settings);
+    }
+    KELVARON_ASSERT_TEXT(structs.size() <= numProfilesAllowed,
+                         "profiles.size() <= numProfilesAllowed");
+    return WriteToHEX().write(fileName, structs, generator->getGlobalSettings(),
+                              generator->getProfileStartWordAddress());
+}
+
+QList<const ProfileSettings*> HEXManager::profiles() const
+{
+    QList<const ProfileSettings*> found;
     for (int i = 0; i < profileList->count(); ++i) {
         const auto* item = static_cast<ProfileNameListWidget*>(profileList->item(i));
-        profiles.append(item->getProfileName()->getProfileSettings()->settings);
+        found.append(item->getProfileName()->getProfileSettings());
     }
-    KELVARON_ASSERT(profiles.size() <= numProfilesAllowed);
-    return WriteToHEX().write(fileName, profiles, generator->getGlobalSettings(),
-                              generator->getProfileStartWordAddress());
+    return found;
+}
+
+bool HEXManager::confirmTexts() const
+{
+    QStringList complaints;
+    for (const ProfileSettings* profile : profiles()) {
+        complaints.append(StorableText::complaints(*profile->settings, profile->getTitle()));
+    }
+    return complaints.isEmpty()
+           || MessageDialogs::askUnstorableTexts(parentWidget, complaints) == QMessageBox::Yes;
 }
 
 void HEXManager::importProfiles(const QString& fileName)
@@ -97,6 +118,9 @@ void HEXManager::on_exportAsHEXButtonClicked()
                            "to a single HEX file. Please delete some profiles and try again")
                 .arg(getCurrentNumProfiles())
                 .arg(numProfilesAllowed));
+        return;
+    }
+    if (!confirmTexts()) {
         return;
     }
     showExportStatus(

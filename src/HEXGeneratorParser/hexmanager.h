@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 
+class ProfileSettings;
 class QListWidget;
 class QWidget;
 
@@ -47,6 +48,10 @@ public:
     /// ReadFromHEX::Error.
     void importProfiles(const QString& fileName);
 
+    /// Whether the list may go into an image: when it holds texts that an image cannot hold, the
+    /// user is told of them and asked.
+    bool confirmTexts() const;
+
 signals:
     /// The list is to be emptied without a question, before a file replaces it.
     void deleteAllProfiles();
@@ -62,6 +67,7 @@ public slots:
 private:
     void updateLastUsedDirectory(const QString& fileName);
     QString askExportFileName();
+    QList<const ProfileSettings*> profiles() const;
     void showExportStatus(const QString& text);
 
     QWidget* parentWidget;

@@ -7,6 +7,7 @@
 #include "messagedialogs.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
+#include "quotedtext.h"
 #include "xmlformat/xmlutility.h"
 
 #include <QMessageBox>
@@ -29,16 +30,10 @@ QString chemistryOf(const ParsedProfile& parsed)
 /// How a message names a profile: its title, where it has one, and its chemistry.
 QString shownName(const ParsedProfile& parsed)
 {
-    constexpr int longest = 40;
-    const auto quoted = [](const QString& text) {
-        const QString line = text.simplified();
-        return QStringLiteral("\"%1\"").arg(
-            line.size() > longest ? line.left(longest) + QChar(0x2026) : line);
-    };
     const QString title = parsed.getProperties().value(QStringLiteral("title"));
-    const QString chemistry = quoted(chemistryOf(parsed));
+    const QString chemistry = quotedText(chemistryOf(parsed));
     return title.isEmpty() ? chemistry
-                           : QStringLiteral("%1 (chemistry %2)").arg(quoted(title), chemistry);
+                           : QStringLiteral("%1 (chemistry %2)").arg(quotedText(title), chemistry);
 }
 } // namespace
 
@@ -63,6 +58,16 @@ void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfi
     if (!leftOut.isEmpty()) {
         MessageDialogs::profilesLeftOut(parentWidget, leftOut, fileName);
     }
+    tellChanges();
+}
+
+void ImportProfilesMain::tellChanges()
+{
+    if (!report.isEmpty()) {
+        const QString text = report.text();
+        report.clear();
+        MessageDialogs::importChanges(parentWidget, text);
+    }
 }
 
 bool ImportProfilesMain::isKnown(const ParsedProfile* parsed) const
@@ -82,6 +87,7 @@ void ImportProfilesMain::importProfile(const ParsedProfile& parsed)
     profile->setChemistry(chemistryOf(parsed), generator);
     profile->setModifiable(parsed.getModifiableStatus());
     storeValues(parsed, profile->settings);
+    report.examine(quotedText(profile->getTitle()), parsed.getProperties(), *profile->settings);
     emit profileReadyForImport(profile.release(), parsed.getActiveStatus(),
                                parsed.getDefaultStatus());
 }
@@ -152,7 +158,10 @@ void ImportProfilesMain::importGlobalSettings(const ParsedProfile* parsed)
         QStringLiteral("The global settings in the file you chose are different than the ones you "
                        "currently have. Do you want to overwrite the existing settings?"));
     if (answer == QMessageBox::Yes) {
-        storeValues(*parsed, generator->getGlobalSettings());
+        HParser::StructSettings* globalSettings = generator->getGlobalSettings();
+        storeValues(*parsed, globalSettings);
+        report.examine(globalSettings->getDescriptiveName(), parsed->getProperties(),
+                       *globalSettings);
     }
 }
 } // namespace ImportProfiles

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "profileimport/importreport.h"
+
 #include <QList>
 #include <QMap>
 #include <QObject>
@@ -19,7 +21,8 @@ class StructSettings;
 namespace ImportProfiles
 {
 /// Turns what a file holds into live profiles and global settings. Values are stored as the file
-/// has them; a missing one becomes 0, false or empty.
+/// has them; a missing one becomes 0, false or empty. What the file does not match the schema in is
+/// told afterwards in one message.
 class ImportProfilesMain : public QObject
 {
     Q_OBJECT
@@ -63,10 +66,12 @@ signals:
 private:
     bool isKnown(const ParsedProfile* parsed) const;
     void importProfile(const ParsedProfile& parsed);
+    void tellChanges();
     static void storeValues(const ParsedProfile& parsed, HParser::StructSettings* settings);
     static bool differsFromDefault(const HParser::StructSetting& setting);
 
     QWidget* parentWidget;
     HParser::Generator* generator;
+    ImportReport report; ///< of the import that is going on
 };
 } // namespace ImportProfiles

@@ -1,8 +1,11 @@
 #include "settingsui/settingslineedit.h"
 
 #include "CBGenerator/structsetting.h"
+#include "quotedtext.h"
+#include "settingsui/storabletextvalidator.h"
 
 #include <QDoubleValidator>
+#include <QToolTip>
 
 #include <algorithm>
 #include <limits>
@@ -24,8 +27,14 @@ void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
         pointLocale.setNumberOptions(QLocale::RejectGroupSeparator | QLocale::OmitGroupSeparator);
         validator->setLocale(pointLocale);
         setValidator(validator);
-    } else if (setting->arraySize > 0) {
-        setMaxLength(setting->arraySize - 1); // the charger's field ends with a zero byte
+    } else {
+        if (setting->arraySize > 0) {
+            setMaxLength(setting->arraySize - 1); // the charger's field ends with a zero byte
+        }
+        textValidator = new StorableTextValidator(this);
+        setValidator(textValidator);
+        connect(textValidator, &StorableTextValidator::refused, this,
+                &SettingsLineEdit::showTextHint);
     }
     updateView();
     connect(setting, &HParser::StructSetting::numValueChanged, this, &SettingsLineEdit::updateView);
@@ -68,10 +77,22 @@ void SettingsLineEdit::updateView()
     if (setting == nullptr) {
         return;
     }
+    if (textValidator != nullptr) {
+        textValidator->tolerate(setting->getValue());
+    }
     setText(setting->getValue());
     if (!hasFocus()) {
         setCursorPosition(0); // a long text is read from its beginning
     }
+}
+
+void SettingsLineEdit::showTextHint(const QString& characters)
+{
+    QToolTip::showText(mapToGlobal(rect().bottomLeft()),
+                       QStringLiteral("The Kelvaron holds plain English letters, digits and signs "
+                                      "(ASCII) only, not %1.")
+                           .arg(quotedText(characters).toHtmlEscaped()),
+                       this);
 }
 
 void SettingsLineEdit::on_enableView(bool on)

@@ -8,6 +8,8 @@ namespace HParser
 class StructSetting;
 }
 
+class StorableTextValidator;
+
 /// The editor of a number or text setting. What was typed goes into the setting when the field
 /// loses focus; the field then shows what the setting made of it.
 class SettingsLineEdit : public QLineEdit
@@ -18,7 +20,8 @@ public:
     explicit SettingsLineEdit(QWidget* parent = nullptr);
 
     /// Shows and edits this setting from now on. Numbers are typed with a decimal point in every
-    /// locale; texts are limited to what fits the charger's field.
+    /// locale; texts are limited to what
+    /// the charger can hold, in length and characters; a hint says why others are refused.
     void bindSetting(HParser::StructSetting* boundSetting);
 
     /// Narrow: the grid gives its editors their width.
@@ -36,5 +39,8 @@ public slots:
     void on_enableView(bool on);
 
 private:
-    QPointer<HParser::StructSetting> setting; ///< not owned
+    void showTextHint(const QString& characters);
+
+    QPointer<HParser::StructSetting> setting;       ///< not owned
+    StorableTextValidator* textValidator = nullptr; ///< a child, of text settings alone
 };

@@ -30,6 +30,9 @@ void UploadDownloadManager::on_writeButtonPressed()
                 .arg(numAllowed));
         return;
     }
+    if (!hexManager->confirmTexts()) {
+        return;
+    }
     if (!hexManager->exportProfiles(uploadFileName)) {
         MessageDialogs::message(
             dialogParent(), QStringLiteral("Error while uploading!"),

@@ -5,6 +5,7 @@
 #include "support/filesizelimit.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
+#include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/readfromxml.h"
 
 #include <QAction>
@@ -146,6 +147,39 @@ protected:
             found.append(profile->getProperties().value("title"));
         }
         return found;
+    }
+
+    /// Loads a profile of this title from an XML file; others than ASCII cannot be typed.
+    void loadProfile(const QString& title)
+    {
+        write("profile.xml",
+              ("<KelvaronProfiles><profile id=\"0\" active=\"false\" default=\"false\" "
+               "modifiable=\"true\"><chemistry>Alpha</chemistry><title>"
+               + title
+               + "</title><subtitle>Sub</subtitle><volts>4.2</volts>"
+                 "</profile></KelvaronProfiles>")
+                  .toUtf8());
+        script().expectFileDialog("Select XML File to Import Profiles",
+                                  {"XML files (*.xml)", "Any files (*.*)"}, savedProfiles,
+                                  folder.filePath("profile.xml"));
+        const QString characters = title.mid(1, 1);
+        script().expectMessage("Imported With Changes",
+                               "The profiles were imported, but the file does not match the "
+                               "settings of the Kelvaron Bundle in use:\n\nTitle: the charger "
+                               "cannot hold \""
+                                   + characters + "\" (\"" + title + "\")");
+        trigger(command("actionImportXML"));
+        dialogs.reset();
+    }
+
+    void expectTextQuestion(const QString& text, const QString& press)
+    {
+        script().expectQuestion(
+            "Texts Do Not Fit",
+            "The Kelvaron holds plain English letters, digits and signs (ASCII) only. With other "
+            "characters its profiles may become unreadable. They are in:\n\n"
+                + text + "\n\nDo you want to go on all the same?",
+            press);
     }
 
     const QStringList filters = {"HEX files (*.hex)", "Any files (*.*)"};
@@ -473,4 +507,33 @@ TEST_F(HexFilesTest, GlobalSettingsInTheImageAreLeftOut)
         "They are still in the file global.hex.");
     runImport();
     EXPECT_EQ(list()->count(), 0);
+}
+
+TEST_F(HexFilesTest, TextsThatAnImageCannotHoldAreAskedAbout)
+{
+    loadProfile(QString::fromUtf8("B\xC3\xA4r"));
+    const QString complaint =
+        QString::fromUtf8("Title of the profile \"B\xC3\xA4r\": \"\xC3\xA4\"");
+    expectSaveDialog(folder.filePath("bear.hex"), savedProfiles);
+    expectTextQuestion(complaint, "No");
+    runExport();
+    EXPECT_EQ(content("bear.hex"), "(no file)");
+
+    expectSaveDialog(folder.filePath("bear.hex"), folder.path());
+    expectTextQuestion(complaint, "Yes");
+    expectExported();
+    runExport();
+    EXPECT_TRUE(content("bear.hex").startsWith(":020000040001F9\n"));
+}
+
+TEST_F(HexFilesTest, TextsThatTheChargerCannotHoldAreAskedAboutBeforeAWrite)
+{
+    loadProfile(QString::fromUtf8("B\xC3\xA4r"));
+    expectTextQuestion(QString::fromUtf8("Title of the profile \"B\xC3\xA4r\": \"\xC3\xA4\""),
+                       "No");
+    trigger(command("actionWriteProfiles"));
+    dialogs.reset();
+    EXPECT_EQ(window->findChild<UploadDownload::UploadDownloadDialog*>(), nullptr);
+    EXPECT_FALSE(QFile::exists(pathOf("profilesToUpload.hex")));
+    EXPECT_EQ(titles(), QStringList(QString::fromUtf8("B\xC3\xA4r")));
 }

@@ -58,6 +58,14 @@ protected:
         return text;
     }
 
+    /// The test schema with "Current" shown as "CURRENT"; files have the same tag for both.
+    static QByteArray relabelledSchema()
+    {
+        QByteArray text = TestSchema::text();
+        text.replace("\"Current\"", "\"CURRENT\"");
+        return text;
+    }
+
     QLineEdit* field(const QString& label) const
     {
         auto* found =
@@ -83,8 +91,16 @@ TEST_F(ReloadBundleTest, ProfilesComeBackUnderTheNewSchema)
     makeProfile("Two", 1);
 
     installBundle("1.2", newerSchema());
-    const DialogScript nothing;
+    DialogScript script;
+    script.expectMessage("Imported With Changes",
+                         "The profiles were imported, but the file does not match the settings of "
+                         "the Kelvaron Bundle in use:\n\n"
+                         "Charge Current is missing and became 0 (\"One\")\n"
+                         "Cutoff: 0.7 is not within 0.01 and 0 (\"One\")\n"
+                         "Margin: 3 is not within 0 and 0 (\"One\")\n"
+                         "\"current\" is unknown and was left out (\"One\")");
     flash();
+    script.finish();
     EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.2");
     ASSERT_EQ(list()->count(), 2);
     EXPECT_EQ(rowTitle(0), "One");
@@ -143,7 +159,7 @@ TEST_F(ReloadBundleTest, EachFlashReloads)
     ASSERT_EQ(tools.size(), 2);
     QString version = "1.2";
     for (KelvaronFirmwareToolWindow* tool : tools) {
-        installBundle(version, newerSchema());
+        installBundle(version, TestSchema::text());
         emit tool->flashed();
         EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), version);
         EXPECT_EQ(list()->count(), 1);
@@ -224,12 +240,14 @@ protected:
     static QString profile(int number)
     {
         const QString own =
-            isPlain(number)
-                ? QString("<capacity>%1</capacity>").arg(number + 1)
-                : QString("<mode>Fast</mode><cells>%1</cells><current>%2</current>"
-                          "<balance>true</balance><cutoff>0.%1</cutoff><note>n%1</note>")
-                      .arg(number % 8 + 1)
-                      .arg(0.25 * number);
+            isPlain(number) ? QString("<capacity>%1</capacity>").arg(number + 1)
+                            : QString("<mode>Fast</mode><cells>%1</cells><current>%2</current>"
+                                      "<balance>true</balance><cutoff>0.%1</cutoff><note>n%1</note>"
+                                      "<pack_voltage>%3</pack_voltage><cold_check>true</cold_check>"
+                                      "<ending>Hold</ending><margin>0</margin>")
+                                  .arg(number % 8 + 1)
+                                  .arg(0.25 * number + 1)
+                                  .arg(3.5 * (number % 8 + 1));
         return QString("<profile id=\"%1\" active=\"%2\" default=\"%3\" modifiable=\"true\">"
                        "<chemistry>%4</chemistry><title>%5</title><subtitle>s%1</subtitle>%6"
                        "</profile>\n")
@@ -264,7 +282,7 @@ TEST_F(LongListReloadTest, EveryValueComesBack)
     const QList<RowContent> before = contents();
     ASSERT_EQ(before.size(), profileCount);
     ASSERT_TRUE(before.at(7).isDefault);
-    ASSERT_EQ(before.at(49).values.value("Current"), "12.25");
+    ASSERT_EQ(before.at(49).values.value("Current"), "13.25");
     installBundle("1.2", TestSchema::text());
     const DialogScript nothing;
     flash();
@@ -300,6 +318,19 @@ TEST_F(LongListReloadTest, LosesExactlyWhatTheNewSchemaHasNot)
                          "use does not know their chemistries:\n\n"
                              + leftOut.join('\n')
                              + "\n\nThey are still in the file backup_fw_update.xml.");
+    script.thenDo([](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowTitle(), "Imported With Changes");
+        for (const char* change :
+             {"Charge Current is missing and became 0", "\"current\" is unknown and was left out",
+              "\"note\" is unknown and was left out"}) {
+            EXPECT_TRUE(box->text().contains(
+                QString(change) + " (\"No. 1 <&\", \"No. 2 <&\", \"No. 4 <&\" and 30 more)\n"))
+                << box->text().toStdString();
+        }
+        clickOn(box->button(QMessageBox::Ok));
+    });
     trigger(command("actionFlashFirmware"));
     auto* tool = window->findChild<KelvaronFirmwareToolWindow*>();
     ASSERT_NE(tool, nullptr);
@@ -444,7 +475,7 @@ protected:
         makeProfile("One");
         clickOn(child<QPushButton>("editProfileButton"));
         enterText(field("Margin"), "2");
-        installBundle("1.2", newerSchema());
+        installBundle("1.2", relabelledSchema());
 
         // The command is locked meanwhile, so the tool was opened before; here by its signal alone.
         command("actionFlashFirmware")->setEnabled(true);
@@ -465,7 +496,7 @@ protected:
         ASSERT_EQ(list()->count(), 1);
         EXPECT_EQ(rowTitle(0), "One");
         EXPECT_EQ(field("Margin")->text(), margin);
-        EXPECT_NE(field("Charge Current"), nullptr);
+        EXPECT_NE(field("CURRENT"), nullptr);
         EXPECT_TRUE(command("actionExportXML")->isEnabled());
     }
 };
@@ -491,13 +522,13 @@ TEST_F(FlashDuringAnEditTest, WaitsUntilItIsCancelled)
 TEST_F(ReloadBundleTest, EditAfterAReloadWorks)
 {
     makeProfile("One");
-    installBundle("1.2", newerSchema());
+    installBundle("1.2", relabelledSchema());
     flash();
     clickOn(child<QPushButton>("editProfileButton"));
     EXPECT_FALSE(command("actionExportXML")->isEnabled());
-    enterText(field("Charge Current"), "5");
+    enterText(field("CURRENT"), "5");
     clickOn(child<QPushButton>("saveChangesButton"));
-    EXPECT_EQ(field("Charge Current")->text(), "5");
+    EXPECT_EQ(field("CURRENT")->text(), "5");
     EXPECT_TRUE(command("actionExportXML")->isEnabled());
 }
 

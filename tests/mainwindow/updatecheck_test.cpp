@@ -71,11 +71,12 @@ protected:
                            + element("download_link", (server.address() + bundlePath).toUtf8()));
     }
 
-    /// A bundle of this version, with "Current" renamed to "Charge Current".
+    /// A bundle of this version, with "Current" shown as "CURRENT"; files have the same
+    /// tag for both.
     QByteArray newerBundle(const QString& version) const
     {
         QByteArray schema = TestSchema::text();
-        schema.replace("\"Current\"", "\"Charge Current\"");
+        schema.replace("\"Current\"", "\"CURRENT\"");
         installBundle(version, schema);
         const QString path = pathOf("v" + version + ".kelvaron");
         const QByteArray bundle = contentOf(path);
@@ -203,7 +204,7 @@ TEST_F(UpdateCheckTest, NewerBundleIsInUseBeforeTheMessageAppears)
     script.finish();
     expectProgramRunning();
     clickOn(childNamed<QLabel>(list()->itemWidget(list()->item(0)), "profileTitle"));
-    EXPECT_TRUE(gridHas("Charge Current"));
+    EXPECT_TRUE(gridHas("CURRENT"));
     EXPECT_TRUE(QFile::exists(pathOf("v1.9.kelvaron")));
 }
 
@@ -223,7 +224,7 @@ TEST_F(UpdateCheckTest, NewProfilesUseTheDownloadedSchema)
     offer("1.10");
     checkWithDownload();
     makeProfile("Three");
-    EXPECT_TRUE(gridHas("Charge Current"));
+    EXPECT_TRUE(gridHas("CURRENT"));
     EXPECT_EQ(list()->count(), 3);
 }
 

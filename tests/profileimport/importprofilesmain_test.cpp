@@ -84,6 +84,18 @@ protected:
         return window.generator->getGlobalSettings()->getStructSettingByDescriptiveName(name);
     }
 
+    /// Imports profiles of which a message has to tell these changes, a line each.
+    static void importWithChanges(ImportProfilesMain* importer,
+                                  const QList<ParsedProfile*>& profiles, const QStringList& changes)
+    {
+        DialogScript script;
+        script.expectMessage("Imported With Changes",
+                             "The profiles were imported, but the file does not match the "
+                             "settings of the Kelvaron Bundle in use:\n\n"
+                                 + changes.join('\n'));
+        importer->importProfiles(profiles);
+    }
+
     static void expectGlobalQuestion(DialogScript& script, const QString& answer)
     {
         script.expectQuestion(
@@ -133,11 +145,18 @@ TEST_F(ImportTest, ValuesAreStoredByTheirKinds)
 
 TEST_F(ImportTest, ValuesAreStoredAsTheyAre)
 {
-    window.importer->importProfiles({alpha({{"current", "77.777"},
-                                            {"cutoff", "99"},
-                                            {"margin", "-4.125"},
-                                            {"title", "longer than its field"},
-                                            {"mode", "Unheard Of"}})});
+    const QString name = " (\"longer than its field\")";
+    importWithChanges(window.importer,
+                      {alpha({{"current", "77.777"},
+                              {"cutoff", "99"},
+                              {"margin", "-4.125"},
+                              {"title", "longer than its field"},
+                              {"mode", "Unheard Of"}})},
+                      {"Title: \"longer than its field\" is longer than 11 characters" + name,
+                       "Mode: \"Unheard Of\" is none of the choices" + name,
+                       "Current: 77.777 is not within 0.1 and 20" + name,
+                       "Cutoff: 99 is not within 0.01 and 77.777" + name,
+                       "Margin: -4.125 is not within 0 and 77.777" + name});
     EXPECT_EQ(window.setting(0, "Current")->number(), 77.777);
     EXPECT_EQ(window.setting(0, "Cutoff")->number(), 99);
     EXPECT_EQ(window.setting(0, "Margin")->number(), -4.125);
@@ -164,22 +183,36 @@ TEST_F(ImportTest, StoringAnnouncesNothing)
             ++changes;
             delete profile;
         });
-    importer.importProfiles({alpha({{"current", "0.5"}, {"margin", "9"}, {"cutoff", "8"}})});
+    importWithChanges(&importer, {alpha({{"current", "0.5"}, {"margin", "9"}, {"cutoff", "8"}})},
+                      {"Cutoff: 8 is not within 0.01 and 0.5 (\"Alpha\")",
+                       "Margin: 9 is not within 0 and 0.5 (\"Alpha\")"});
     EXPECT_EQ(changes, 1);
 }
 
 TEST_F(ImportTest, MissingAndUnreadableValuesAreEmpty)
 {
-    window.importer->importProfiles({make({{"chemistry", "Alpha Cell"}})});
+    importWithChanges(
+        window.importer, {make({{"chemistry", "Alpha Cell"}})},
+        {"Title is missing and became empty (\"\")", "Subtitle is missing and became empty (\"\")",
+         "Mode is missing and became empty (\"\")", "Cells is missing and became 0 (\"\")",
+         "Current is missing and became 0 (\"\")", "Balance is missing and became off (\"\")",
+         "Cutoff is missing and became 0 (\"\")", "Pack Voltage is missing and became 0 (\"\")",
+         "Cold Check is missing and became off (\"\")", "Note is missing and became empty (\"\")",
+         "Ending is missing and became empty (\"\")", "Margin is missing and became 0 (\"\")"});
     EXPECT_EQ(value(0, "Current"), "0");
     EXPECT_EQ(value(0, "Balance"), "false");
     EXPECT_EQ(value(0, "Title"), "");
     EXPECT_EQ(value(0, "Mode"), "");
     for (const char* unreadable : {"abc", "1,5", "nan", "inf", "-inf", "1e999", ""}) {
-        window.importer->importProfiles({alpha({{"current", unreadable}})});
+        importWithChanges(
+            window.importer, {alpha({{"current", unreadable}})},
+            {QString("Current: \"%1\" is no number and became 0 (\"Alpha\")").arg(unreadable),
+             "Cutoff: 0.25 is not within 0.01 and 0 (\"Alpha\")",
+             "Margin: 1 is not within 0 and 0 (\"Alpha\")"});
         EXPECT_EQ(window.setting(window.count() - 1, "Current")->number(), 0) << unreadable;
     }
-    window.importer->importProfiles({alpha({{"balance", "True"}})});
+    importWithChanges(window.importer, {alpha({{"balance", "True"}})},
+                      {"Balance: \"True\" became off (\"Alpha\")"});
     EXPECT_EQ(value(window.count() - 1, "Balance"), "false");
 }
 
@@ -257,6 +290,53 @@ TEST_F(ImportTest, PaneStaysWhenNothingIsImported)
     window.importer->importProfiles({});
     ASSERT_NE(window.grid(), nullptr);
     EXPECT_EQ(window.lineEdit("Title")->text(), "Before");
+}
+
+// What the file does not match the schema in
+
+TEST_F(ImportTest, MatchingProfilesTellNothing)
+{
+    const DialogScript nothing;
+    window.importer->importProfiles({alpha(), alpha({{"title", "Two"}})});
+    EXPECT_EQ(window.count(), 2);
+}
+
+TEST_F(ImportTest, ChangesAreToldOnceAfterTheWholeImport)
+{
+    DialogScript script;
+    script.thenDo([this](QWidget& dialog) {
+        EXPECT_EQ(window.count(), 2);
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowTitle(), "Imported With Changes");
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        EXPECT_EQ(box->parentWidget(), &window);
+        clickOn(box->button(QMessageBox::Ok));
+    });
+    window.importer->importProfiles({alpha({{"extra", "1"}}), alpha({{"extra", "2"}})});
+    window.importer->importProfiles({alpha()}); // has no changes of its own
+    EXPECT_EQ(window.count(), 3);
+}
+
+TEST_F(ImportTest, GlobalSettingsThatWereTakenOverAreInTheMessage)
+{
+    {
+        DialogScript script;
+        expectGlobalQuestion(script, "Yes");
+        window.importer->importGlobalSettings(global({{"supply_voltage", "99"}}));
+    }
+    importWithChanges(window.importer, {alpha({{"extra", "1"}})},
+                      {"Supply Voltage: 99 is not within 9 and 30 (Global Settings)",
+                       "\"extra\" is unknown and was left out (\"Alpha\")"});
+}
+
+TEST_F(ImportTest, GlobalSettingsThatWereNotTakenOverAreNotInTheMessage)
+{
+    DialogScript script;
+    expectGlobalQuestion(script, "No");
+    window.importer->importGlobalSettings(global({{"supply_voltage", "99"}}));
+    window.importer->importProfiles({alpha()});
+    EXPECT_EQ(window.count(), 1);
 }
 
 // Unknown chemistries

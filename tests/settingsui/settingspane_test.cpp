@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDoubleValidator>
 #include <QGridLayout>
 #include <QLineEdit>
@@ -19,6 +20,7 @@
 #include <QScrollArea>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 namespace
 {
@@ -36,6 +38,13 @@ protected:
     }
 
     void edit() { clickOn(window.ui->editProfileButton); }
+    /// As a keyboard that has this character sends it.
+    static void typeBeyondAscii(QWidget* field, const char* character)
+    {
+        QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString::fromUtf8(character),
+                            Qt::NoModifier);
+    }
+
     void save() { clickOn(window.ui->saveChangesButton); }
 
     QList<QWidget*> paneWidgets() const
@@ -425,7 +434,8 @@ TEST_F(SettingsPaneTest, ValidatorTakesEveryDouble)
     EXPECT_EQ(validator->bottom(), -1.7976931348623157e308);
     EXPECT_EQ(validator->top(), 1.7976931348623157e308);
     EXPECT_EQ(validator->decimals(), 20);
-    EXPECT_EQ(window.lineEdit("Title")->validator(), nullptr);
+    EXPECT_EQ(qobject_cast<const QDoubleValidator*>(window.lineEdit("Title")->validator()),
+              nullptr);
 }
 
 TEST_F(SettingsPaneTest, NumbersHaveAPointInEveryLocale)
@@ -470,6 +480,67 @@ TEST_F(SettingsPaneTest, TextIsLimitedToItsField)
     EXPECT_EQ(window.lineEdit("Title")->text(), "0123456789A");
     save();
     EXPECT_EQ(value("Title"), "0123456789A");
+}
+
+TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
+{
+    window.add("A");
+    edit();
+    typeOver(window.lineEdit("Title"), "B");
+    typeBeyondAscii(window.lineEdit("Title"), "\xC3\xA4");
+    QTest::keyClicks(window.lineEdit("Title"), "r 3");
+    EXPECT_EQ(window.lineEdit("Title")->text(), "Br 3");
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_EQ(QToolTip::text(), QString::fromUtf8("The Kelvaron holds plain English letters, "
+                                                  "digits and signs (ASCII) only, not "
+                                                  "&quot;\xC3\xA4&quot;."));
+    save();
+    EXPECT_EQ(value("Title"), "Br 3");
+}
+
+TEST_F(SettingsPaneTest, NoHintForATextThatIsTooLong)
+{
+    QToolTip::hideText();
+    ASSERT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    window.add("A");
+    edit();
+    typeOver(window.lineEdit("Title"), "0123456789ABCDEF");
+    EXPECT_FALSE(QToolTip::isVisible());
+}
+
+TEST_F(SettingsPaneTest, PastedTextThatTheChargerCannotHoldIsRefusedWhole)
+{
+    window.add("A");
+    edit();
+    typeOver(window.lineEdit("Title"), "one");
+    QGuiApplication::clipboard()->setText(QString::fromUtf8(" tw\xC3\xB6"));
+    QTest::keySequence(window.lineEdit("Title"), QKeySequence(QKeySequence::Paste));
+    EXPECT_EQ(window.lineEdit("Title")->text(), "one");
+    QGuiApplication::clipboard()->setText(" two");
+    QTest::keySequence(window.lineEdit("Title"), QKeySequence(QKeySequence::Paste));
+    EXPECT_EQ(window.lineEdit("Title")->text(), "one two");
+}
+
+TEST_F(SettingsPaneTest, ImportedTextWithSuchCharactersCanBeMended)
+{
+    window.add("A");
+    const QString imported = QString::fromUtf8("B\xC3\xA4r");
+    window.setting(0, "Subtitle")->setValue(imported);
+    window.add("B");
+    window.clickRow(0); // shows what came in
+    edit();
+    QLineEdit* field = window.lineEdit("Subtitle");
+    EXPECT_EQ(field->text(), imported);
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_End);
+    QTest::keyClicks(field, "1");
+    typeBeyondAscii(field, "\xC3\xBC");
+    EXPECT_EQ(field->text(), imported + "1"); // the other one is refused
+    QTest::keyClick(field, Qt::Key_Tab);      // and leaving the field stores it
+    EXPECT_EQ(value("Subtitle"), imported + "1");
+    typeOver(field, "Baer");
+    save();
+    EXPECT_EQ(value("Subtitle"), "Baer");
 }
 
 TEST_F(SettingsPaneTest, FormulasRefreshOtherEditors)

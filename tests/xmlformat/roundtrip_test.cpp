@@ -239,6 +239,19 @@ TEST_F(RoundTripTest, ThreeHundredRandomProfilesComeBack)
     script.thenDo([](QWidget& dialog) {
         clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Yes)); // global settings
     });
+    script.thenDo([](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowTitle(), "Imported With Changes");
+        // Texts of all alphabets were saved; nothing else is to be told.
+        const QString changes = box->text().section("\n\n", 1);
+        const QStringList lines = changes.split('\n');
+        for (const QString& line : lines) {
+            EXPECT_TRUE(line.contains("the charger cannot hold") || line.startsWith("and "))
+                << line.toStdString();
+        }
+        clickOn(box->button(QMessageBox::Ok));
+    });
     editor.xml.importFromXML(pathOf("profiles.xml"));
     script.finish();
     ASSERT_EQ(editor.count(), profileCount);

@@ -69,6 +69,15 @@ protected:
                               press);
     }
 
+    /// The message that tells these changes, a line each.
+    void expectChanges(const QStringList& changes)
+    {
+        script.expectMessage("Imported With Changes",
+                             "The profiles were imported, but the file does not match the "
+                             "settings of the Kelvaron Bundle in use:\n\n"
+                                 + changes.join('\n'));
+    }
+
     void save()
     {
         editor.xml.on_exportAsXMLButtonClicked();
@@ -96,8 +105,13 @@ protected:
     static QString profile(const QString& title, const QString& more = {},
                            const QString& attributes = "id=\"0\" modifiable=\"true\"")
     {
+        // Of two equal elements the last one counts.
         return "<profile " + attributes + "><chemistry>Alpha Cell</chemistry><title>" + title
-               + "</title>" + more + "</profile>\n";
+               + "</title><subtitle>first</subtitle><mode>Slow</mode><cells>3</cells>"
+                 "<current>2.5</current><balance>true</balance><cutoff>0.25</cutoff>"
+                 "<pack_voltage>12</pack_voltage><cold_check>false</cold_check><note>none</note>"
+                 "<ending>Stop</ending><margin>1</margin>"
+               + more + "</profile>\n";
     }
 
     HParser::StructSetting* global(const QString& name) const
@@ -418,6 +432,7 @@ TEST_F(XmlImportTest, SettingsThatShareATagGetTheLastValue)
     other.setting(0, "same/TAG")->setValue(1.5);
     ASSERT_TRUE(other.xml.exportToXML(pathOf("mine.xml")));
     ASSERT_TRUE(other.list->deleteAllProfilesNoConfirmation());
+    expectChanges({"Pack Voltage: 8 is not within 3 and 7.5 (\"One\")"});
     other.xml.importFromXML(pathOf("mine.xml"));
     script.finish();
     ASSERT_EQ(other.count(), 1);
@@ -556,6 +571,12 @@ TEST_F(XmlImportTest, GlobalSettingsAreKeptWhenTheQuestionIsClosed)
 TEST_F(XmlImportTest, GlobalSettingsAreTakenOverAsTheyAreOnYes)
 {
     expectGlobalQuestion("Yes");
+    expectChanges({"Charger Name: \"A name that is longer than its field\" is longer than 15 "
+                   "characters (Global Settings)",
+                   "Supply Voltage: 77.123 is not within 9 and 30 (Global Settings)",
+                   "Key Tone is missing and became off (Global Settings)",
+                   "Fan Steps: \"many\" is no number and became 0 (Global Settings)",
+                   "Scale: \"Kelvin\" is none of the choices (Global Settings)"});
     import(document("<GlobalSettings><charger_name>A name that is longer than its field"
                     "</charger_name><supply_voltage>77.123</supply_voltage><fan_steps>many"
                     "</fan_steps><scale>Kelvin</scale></GlobalSettings>"));
@@ -571,7 +592,9 @@ TEST_F(XmlImportTest, GlobalSettingsBehindTheProfilesAreOffered)
 {
     expectGlobalQuestion("Yes");
     import(document(profile("One")
-                    + "<GlobalSettings><charger_name>Last</charger_name></GlobalSettings>"));
+                    + "<GlobalSettings><charger_name>Last</charger_name>"
+                      "<supply_voltage>14.6</supply_voltage><key_tone>true</key_tone>"
+                      "<fan_steps>4</fan_steps><scale>Celsius</scale></GlobalSettings>"));
     EXPECT_EQ(global("Charger Name")->getValue(), "Last");
     EXPECT_EQ(editor.titles(), QStringList("One"));
 }
@@ -585,10 +608,20 @@ TEST_F(XmlImportTest, FileWithoutGlobalSettingsAsksNothing)
 
 TEST_F(XmlImportTest, ValuesAreStoredAsTheyStandInTheFile)
 {
+    const QString name = " (\"A title longer than its field\")";
+    expectChanges({"Title: \"A title longer than its field\" is longer than 11 characters" + name,
+                   "Mode: \"Sideways\" is none of the choices" + name,
+                   "Cells: 99 is not within 1 and 8" + name, "Balance: \"TRUE\" became off" + name,
+                   "Cutoff: 19.5 is not within 0.01 and 1.23456" + name,
+                   "Pack Voltage is missing and became 0" + name,
+                   "Note is missing and became empty" + name,
+                   "Margin: \"inf\" is no number and became 0" + name});
     import(document(profile("A title longer than its field",
                             "<cells>99</cells><current>1.23456</current><cutoff>19.5</cutoff>"
                             "<balance>TRUE</balance><cold_check>true</cold_check>"
-                            "<mode>Sideways</mode><margin>inf</margin>")));
+                            "<mode>Sideways</mode><margin>inf</margin>")
+                        .remove("<pack_voltage>12</pack_voltage>")
+                        .remove("<note>none</note>")));
     ASSERT_EQ(editor.count(), 1);
     EXPECT_EQ(editor.setting(0, "Title")->getValue(), "A title longer than its field");
     EXPECT_EQ(editor.setting(0, "Cells")->getValue(), "99") << "above its bound";
