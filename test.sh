@@ -16,8 +16,7 @@ Usage: ./test.sh [--sanitize | --coverage] [--filter REGEX]
                    the other, search for SECONDS seconds; new inputs are kept in build/fuzz/corpus,
                    findings in build/fuzz/findings
   --long-life      1000 transfers, 1000 replaced lists and 200 reloaded bundles in one run, as the
-                   program is and under the leak checker, with the memory held; takes a quarter of
-                   an hour
+                   program is and under the leak checker, with the memory held; takes half an hour
   --filter REGEX   run only the tests, or fuzz targets, whose names match
   --help           show this
 
