@@ -55,6 +55,10 @@ void ProfileName::defaultFalseInit()
 void ProfileName::setTitle(const QString& title)
 {
     ui->profileTitle->setText(title);
+    // The buttons of all rows look alike; who hears them has to be told of which row each is.
+    ui->activeProfileButton->setAccessibleName(QStringLiteral("Active: ") + title);
+    ui->defaultProfileButton->setAccessibleName(QStringLiteral("Default: ") + title);
+    ui->deleteProfileButton->setAccessibleName(QStringLiteral("Delete: ") + title);
 }
 
 void ProfileName::setSubtitle(const QString& subtitle)

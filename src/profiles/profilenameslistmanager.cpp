@@ -1,6 +1,7 @@
 #include "profiles/profilenameslistmanager.h"
 
 #include "messagedialogs.h"
+#include "profiles/profilelistkeys.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
@@ -30,6 +31,8 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     setMoveButtonsEnabled(false);
     connect(listWidget, &QListWidget::itemClicked, this,
             &ProfileNamesListManager::on_listWidgetClicked);
+    connect(new ProfileListKeys(listWidget), &ProfileListKeys::stepped, this,
+            &ProfileNamesListManager::selectByStep);
     connect(createButton, &QPushButton::clicked, this,
             &ProfileNamesListManager::on_createProfileButtonClicked);
     connect(upButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushUp);
@@ -57,6 +60,18 @@ void ProfileNamesListManager::on_listWidgetClicked(QListWidgetItem* item)
     currentItem->getProfileName()->highlight();
     setMoveButtonsEnabled(true);
     emit settingsPaneUpdateNeeded(currentItem->getProfileName());
+}
+
+void ProfileNamesListManager::selectByStep(int rows)
+{
+    if (listWidget->count() == 0) {
+        return;
+    }
+    const int from = currentItem == nullptr ? 0 : listWidget->row(currentItem);
+    const int last = listWidget->count() - 1;
+    QListWidgetItem* item = listWidget->item(std::clamp(from + rows, 0, last));
+    listWidget->scrollToItem(item);
+    on_listWidgetClicked(item);
 }
 
 void ProfileNamesListManager::on_createProfileButtonClicked()

@@ -83,6 +83,7 @@ public slots:
     void on_defaultStatusChangeRequest(ProfileName* row, bool isDefault);
 
 private:
+    void selectByStep(int rows);
     ProfileNameListWidget* makeProfileName();
     void connectProfileNameSignals(ProfileNameListWidget* item);
     void appendProfile(ProfileNameListWidget* item);

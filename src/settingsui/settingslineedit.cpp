@@ -91,7 +91,7 @@ void SettingsLineEdit::showTextHint(const QString& characters)
     QToolTip::showText(mapToGlobal(rect().bottomLeft()),
                        QStringLiteral("The Kelvaron holds plain English letters, digits and signs "
                                       "(ASCII) only, not %1.")
-                           .arg(quotedText(characters).toHtmlEscaped()),
+                           .arg(quotedText(characters)),
                        this);
 }
 

@@ -1,11 +1,14 @@
 #include "applicationglobalmap.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "profiles/profilewizarddialog.h"
+#include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -15,6 +18,8 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
+
+#include <functional>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
 
@@ -95,6 +100,73 @@ TEST_F(WindowTest, CommandsHaveTheirTexts)
     for (const auto& [name, text] : texts) {
         EXPECT_EQ(command(name)->text(), text);
     }
+}
+
+TEST_F(WindowTest, CommandsHaveTheirKeys)
+{
+    const QMap<QString, QString> keys = {{"actionExportXML", "Ctrl+S"},
+                                         {"actionImportXML", "Ctrl+O"},
+                                         {"actionWriteProfiles", "Ctrl+Shift+W"},
+                                         {"actionReadProfiles", "Ctrl+Shift+R"},
+                                         {"actionCheckNewFirmware", "Ctrl+Shift+U"},
+                                         {"actionFlashFirmware", "Ctrl+Shift+F"},
+                                         {"actionExit", "Ctrl+Q"},
+                                         {"actionDeleteAllProfiles", "Ctrl+Shift+Del"},
+                                         {"actionHelp_2", "F1"},
+                                         {"actionAbout", "Shift+F1"}};
+    for (auto key = keys.cbegin(); key != keys.cend(); ++key) {
+        EXPECT_EQ(command(key.key())->shortcut().toString(), key.value());
+    }
+}
+
+TEST_F(WindowTest, AProfileIsMadeChangedAndMovedByKeysAlone)
+{
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(window.get(), key, modifiers);
+    };
+    // A key shows the button pressed for a moment before it acts.
+    const auto expectSoon = [](const std::function<bool()>& condition) {
+        EXPECT_TRUE(QTest::qWaitFor(condition));
+    };
+    press(Qt::Key_N, Qt::ControlModifier);
+    expectSoon([this] { return window->findChild<ProfileWizardDialog*>() != nullptr; });
+    auto* wizard = window->findChild<ProfileWizardDialog*>();
+    ASSERT_NE(wizard, nullptr);
+    QTest::keyClick(wizard, Qt::Key_Return); // the chemistry
+    QTest::keyClick(wizard, Qt::Key_Return); // its settings
+    flushDeletions();
+    ASSERT_EQ(list()->count(), 1);
+    makeProfile("Second");
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+
+    press(Qt::Key_Up, Qt::AltModifier);
+    expectSoon([this] { return rowTitle(0) == "Second"; });
+    press(Qt::Key_Down, Qt::AltModifier);
+    expectSoon([this] { return rowTitle(1) == "Second"; });
+
+    auto* save = child<QPushButton>("saveChangesButton");
+    const auto type = [&](const QString& text) {
+        press(Qt::Key_E, Qt::ControlModifier);
+        expectSoon([save] { return save->isEnabled(); });
+        typeOver(
+            qobject_cast<QLineEdit*>(cellOf(gridOf(child<QWidget>("containerScroll")), "Title", 3)),
+            text);
+    };
+    type("Changed");
+    press(Qt::Key_Return, Qt::ControlModifier);
+    expectSoon([this] { return rowTitle(1) == "Changed"; });
+
+    type("Dropped");
+    DialogScript script;
+    script.expectQuestion("Cancel Editing?",
+                          "All your changes will be lost. Do you want to continue?", "Yes");
+    press(Qt::Key_Escape, Qt::NoModifier);
+    expectSoon([save] { return !save->isEnabled(); });
+    script.finish();
+    EXPECT_EQ(rowTitle(1), "Changed");
 }
 
 TEST_F(WindowTest, ButtonsAndBoxesHaveTheirTexts)

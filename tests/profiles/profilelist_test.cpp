@@ -145,6 +145,44 @@ TEST_F(ProfileListTest, ClickSelectsARow)
     EXPECT_EQ(window.ui->profileSettingsTitle->text(), "B");
 }
 
+TEST_F(ProfileListTest, KeysSelectRowsAsClicksDo)
+{
+    addFour();
+    QListWidget* list = window.ui->profileNamesList;
+    list->setFocus();
+    window.clickRow(1);
+    QSignalSpy shown(window.list, &ProfileNamesListManager::settingsPaneUpdateNeeded);
+    const QList<QPair<Qt::Key, int>> presses = {
+        {Qt::Key_Down, 2}, {Qt::Key_Up, 1},     {Qt::Key_End, 3},
+        {Qt::Key_Home, 0}, {Qt::Key_Up, 0},     {Qt::Key_End, 3},
+        {Qt::Key_Down, 3}, {Qt::Key_PageUp, 0}, {Qt::Key_PageDown, 3}};
+    for (const auto& [key, row] : presses) {
+        QTest::keyClick(list, key);
+        EXPECT_EQ(window.currentRow(), row) << QKeySequence(key).toString().toStdString();
+        expectHighlightMatchesSelection();
+    }
+    EXPECT_EQ(window.ui->profileSettingsTitle->text(), "D");
+    EXPECT_EQ(shown.count(), 7) << "not at the ends of the list";
+}
+
+TEST_F(ProfileListTest, KeysSelectNothingInAnEmptyList)
+{
+    QTest::keyClick(window.ui->profileNamesList, Qt::Key_Down);
+    EXPECT_EQ(window.list->getCurrentItem(), nullptr);
+}
+
+TEST_F(ProfileListTest, KeysAreRefusedDuringAnEdit)
+{
+    addFour();
+    edit();
+    DialogScript script;
+    script.expectMessage("Cannot Switch Profiles",
+                         "Please save or cancel the changes before switching to a different "
+                         "profile.");
+    QTest::keyClick(window.ui->profileNamesList, Qt::Key_Up);
+    EXPECT_EQ(window.currentRow(), 3);
+}
+
 TEST_F(ProfileListTest, ClickOnTheSelectedRowAnnouncesNothing)
 {
     addFour();

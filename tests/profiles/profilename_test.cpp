@@ -234,3 +234,14 @@ TEST_F(ProfileNameTest, ItemsGoWhereTheyAreTold)
     put("middle", [](ProfileNameListWidget* item) { item->insertInList(2); });
     EXPECT_EQ(window.titles(), QStringList({"front", "Torch", "middle", "Last", "back"}));
 }
+
+TEST_F(ProfileNameTest, ButtonsSayWhichProfileTheyBelongTo)
+{
+    row()->setTitle("Torch 2");
+    EXPECT_EQ(childNamed<QPushButton>(row(), "activeProfileButton")->accessibleName(),
+              "Active: Torch 2");
+    EXPECT_EQ(childNamed<QPushButton>(row(), "defaultProfileButton")->accessibleName(),
+              "Default: Torch 2");
+    EXPECT_EQ(childNamed<QPushButton>(row(), "deleteProfileButton")->accessibleName(),
+              "Delete: Torch 2");
+}

@@ -493,7 +493,7 @@ TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
     EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
     EXPECT_EQ(QToolTip::text(), QString::fromUtf8("The Kelvaron holds plain English letters, "
                                                   "digits and signs (ASCII) only, not "
-                                                  "&quot;\xC3\xA4&quot;."));
+                                                  "\"\xC3\xA4\"."));
     save();
     EXPECT_EQ(value("Title"), "Br 3");
 }
