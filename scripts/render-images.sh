@@ -1,34 +1,67 @@
 #!/usr/bin/env bash
-# Draws the pictures of src/images from their sources in src/images/source.
+# Draws the pictures of src/images and packaging/icons from their sources in src/images/source.
 #
 # The drawn pictures are kept in the repository, so building needs none of this. Run it after a
-# change to a source. It needs rsvg-convert (Debian: librsvg2-bin).
+# change to a source. It needs rsvg-convert (Debian: librsvg2-bin), and for the icons of Windows and
+# macOS icotool and png2icns (Debian: icoutils, icnsutils).
 
 set -euo pipefail
+export LC_ALL=C
 
-images="$(cd "$(dirname "${BASH_SOURCE[0]}")/../src/images" && pwd)"
+root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+images="$root/src/images"
+icons="$root/packaging/icons"
 
-if ! command -v rsvg-convert >/dev/null; then
-    echo "render-images.sh: rsvg-convert is missing (Debian: apt-get install librsvg2-bin)" >&2
-    exit 1
-fi
+for tool in rsvg-convert icotool png2icns; do
+    if ! command -v "$tool" >/dev/null; then
+        echo "render-images.sh: $tool is missing" \
+            "(Debian: apt-get install librsvg2-bin icoutils icnsutils)" >&2
+        exit 1
+    fi
+done
 
-# draw SOURCE PICTURE ZOOM: the source's own width and height times ZOOM are the picture's.
+# draw SOURCE PICTURE: at the source's own size and, under the names that Qt looks for on dense
+# screens, at twice and three times that size.
 draw() {
-    rsvg-convert --zoom "$3" --output "$images/$2" "$images/source/$1"
-    printf '%s\n' "src/images/$2"
+    local zoom name
+    for zoom in 1 2 3; do
+        name="$2"
+        if ((zoom > 1)); then
+            name="${2%.*}@${zoom}x.${2##*.}"
+        fi
+        rsvg-convert --zoom "$zoom" --output "$images/$name" "$images/source/$1"
+        printf '%s\n' "src/images/$name"
+    done
 }
 
-# At normal size and, under the name that Qt looks for on dense screens, at twice that size.
-draw_both() {
-    draw "$1" "$2" 1
-    draw "$1" "${2%.*}@2x.${2##*.}" 2
+# draw_icon SOURCE SIZE
+draw_icon() {
+    rsvg-convert --width "$2" --height "$2" --output "$icons/$2.png" "$images/source/$1"
+    printf '%s\n' "packaging/icons/$2.png"
 }
 
-draw_both upload.svg upload.png
-draw_both download.svg download.png
-draw_both tovo_logo.svg tovo_logo.png
-draw_both nolight.svg nolight.PNG
-draw_both greenlight.svg greenlight.PNG
-draw_both greenlight2.svg greenlight2.PNG
-draw upload_download.svg upload_download.png 1
+draw upload.svg upload.png
+draw download.svg download.png
+draw tovo_logo.svg tovo_logo.png
+draw nolight.svg nolight.PNG
+draw greenlight.svg greenlight.PNG
+draw greenlight2.svg greenlight2.PNG
+draw upload_download.svg upload_download.png
+
+mkdir -p "$icons"
+for size in 16 22 24; do
+    draw_icon upload_download_small.svg "$size"
+done
+for size in 32 48 64 128 256 512; do
+    draw_icon upload_download.svg "$size"
+done
+(
+    cd "$icons"
+    icotool --create --output kelvaron-profile-editor.ico 16.png 24.png 32.png 48.png 64.png \
+        --raw=256.png
+    png2icns kelvaron-profile-editor.icns 16.png 32.png 48.png 128.png 256.png 512.png >/dev/null
+)
+printf '%s\n' packaging/icons/kelvaron-profile-editor.{ico,icns}
+
+# A test compares these, so that no source is changed without its pictures.
+(cd "$images" && sha256sum source/*.svg ./*.png ./*.PNG) | sed 's| \./| |' >"$images/drawn.sha256"

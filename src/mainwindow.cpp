@@ -75,7 +75,9 @@ void MainWindow::addToolbarTitle()
     ui->mainToolBar->addWidget(fixedSpacer);
 
     auto* logo = new QLabel;
-    logo->setPixmap(QPixmap(QStringLiteral(":/new/images/tovo_logo.png")));
+    // An icon, for a pixmap alone never takes the pictures of dense screens.
+    const QIcon picture(QStringLiteral(":/new/images/tovo_logo.png"));
+    logo->setPixmap(picture.pixmap(64, 20));
     ui->mainToolBar->addWidget(logo);
 }
 

@@ -234,7 +234,7 @@ TEST_F(WindowTest, ToolbarStandsInOrder)
     ASSERT_NE(logo, nullptr);
     const QImage shownLogo = logo->pixmap(Qt::ReturnByValue).toImage();
     EXPECT_FALSE(shownLogo.isNull());
-    EXPECT_EQ(shownLogo, QPixmap(":/new/images/tovo_logo.png").toImage());
+    EXPECT_EQ(shownLogo, QIcon(":/new/images/tovo_logo.png").pixmap(64, 20).toImage());
 }
 
 TEST_F(WindowTest, ToolbarHasItsIcons)

@@ -10,6 +10,8 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen"); // listing the tests needs no display either
     }
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling); // as the program does
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
