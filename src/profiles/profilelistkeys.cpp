@@ -17,6 +17,10 @@ bool ProfileListKeys::eventFilter(QObject* watched, QEvent* event)
     }
     const auto* press = static_cast<QKeyEvent*>(event);
     const bool isPlain = (press->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (isPlain && press->key() == Qt::Key_Delete) {
+        emit deletionWanted();
+        return true;
+    }
     const int step = isPlain ? stepOf(press->key()) : 0;
     if (step == 0) {
         return QObject::eventFilter(watched, event);

@@ -3,9 +3,13 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "fatalassertion.h"
+#include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
 #include "ui_profilename.h"
+#include "widgets/focusframe.h"
 
+#include <QAccessible>
+#include <QListWidget>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -29,6 +33,7 @@ ProfileName::ProfileName(ProfileNameListWidget* item, QWidget* parent)
     ui->deleteProfileButton->setCursor(Qt::PointingHandCursor);
     ui->deleteProfileButton->setStyleSheet(calmCross);
     ui->deleteProfileButton->setToolTip(QStringLiteral("Delete Profile"));
+    setButtonsFocusPolicy(Qt::ClickFocus);
 
     connect(ui->activeProfileButton, &QPushButton::clicked, this,
             &ProfileName::requestActiveChange);
@@ -132,12 +137,55 @@ void ProfileName::highlight()
 {
     setStyleSheet(QStringLiteral("background-color:rgb(200,200,200);"));
     setTextsItalic(true);
+    setButtonsFocusPolicy(Qt::StrongFocus);
+    highlighted = true;
+    if (hasListFocus()) {
+        QAccessibleEvent selected(this, QAccessible::Focus);
+        QAccessible::updateAccessibility(&selected);
+    }
 }
 
 void ProfileName::dehighlight()
 {
     setStyleSheet(QStringLiteral("background-color:rgb(255,255,255);"));
     setTextsItalic(false);
+    setButtonsFocusPolicy(Qt::ClickFocus);
+    highlighted = false;
+}
+
+bool ProfileName::hasListFocus() const
+{
+    return highlighted && listItem != nullptr && listItem->listWidget() != nullptr
+           && listItem->listWidget()->hasFocus();
+}
+
+QString ProfileName::describe() const
+{
+    QStringList parts = {getTitle(), getSubtitle(), ui->activeProfileButton->toolTip()};
+    if (getDefaultStatus()) {
+        parts.append(ui->defaultProfileButton->toolTip());
+    }
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
+void ProfileName::placeInTabOrder(QWidget* before, QWidget* after)
+{
+    QWidget* previous = before;
+    for (QWidget* button :
+         {ui->activeProfileButton, ui->defaultProfileButton, ui->deleteProfileButton}) {
+        setTabOrder(previous, button);
+        previous = button;
+    }
+    setTabOrder(previous, after);
+}
+
+void ProfileName::setButtonsFocusPolicy(Qt::FocusPolicy policy)
+{
+    for (QWidget* button :
+         {ui->activeProfileButton, ui->defaultProfileButton, ui->deleteProfileButton}) {
+        button->setFocusPolicy(policy);
+    }
 }
 
 void ProfileName::setTextsItalic(bool italic)
@@ -183,4 +231,7 @@ void ProfileName::paintEvent(QPaintEvent*)
     option.initFrom(this);
     QPainter painter(this);
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+    if (hasListFocus()) {
+        FocusFrame::draw(painter, rect());
+    }
 }

@@ -48,9 +48,20 @@ public:
     bool getActiveStatus() const;
     bool getDefaultStatus() const;
 
-    /// The look of the selected row, and back.
+    /// The look of the selected row, and back. The Tab key stops at the selected row's buttons
+    /// alone: a long list would be hard to leave otherwise.
     void highlight();
     void dehighlight();
+    bool isHighlighted() const { return highlighted; }
+
+    /// True for the selected row while the list has the keyboard focus.
+    bool hasListFocus() const;
+
+    /// The row's texts and flags in one line.
+    QString describe() const;
+
+    /// Makes the Tab key reach this row's buttons between these two widgets.
+    void placeInTabOrder(QWidget* before, QWidget* after);
 
     ProfileNameListWidget* getListItem() const { return listItem; }
 
@@ -73,10 +84,12 @@ private:
     void activeFalseInit();
     void defaultFalseInit();
     void setTextsItalic(bool italic);
+    void setButtonsFocusPolicy(Qt::FocusPolicy policy);
 
     std::unique_ptr<Ui::ProfileName> ui;
     ProfileNameListWidget* listItem = nullptr;
     ProfileSettings* profileSettings = nullptr;
     HParser::StructSetting* activeSetting = nullptr;  ///< a member of the profile's settings
     HParser::StructSetting* defaultSetting = nullptr; ///< a member of the profile's settings
+    bool highlighted = false;
 };

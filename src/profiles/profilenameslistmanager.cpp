@@ -1,6 +1,7 @@
 #include "profiles/profilenameslistmanager.h"
 
 #include "messagedialogs.h"
+#include "profiles/profilelistaccessible.h"
 #include "profiles/profilelistkeys.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
@@ -23,6 +24,7 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
       listWidget(list), createButton(create), upButton(up), downButton(down)
 {
     ProfileNameListWidget::qlistWidget = listWidget;
+    ProfileListAccessible::install(listWidget);
     listWidget->setSelectionMode(QAbstractItemView::NoSelection);
     listWidget->setUniformItemSizes(true);
     listWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -31,15 +33,25 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     setMoveButtonsEnabled(false);
     connect(listWidget, &QListWidget::itemClicked, this,
             &ProfileNamesListManager::on_listWidgetClicked);
-    connect(new ProfileListKeys(listWidget), &ProfileListKeys::stepped, this,
-            &ProfileNamesListManager::selectByStep);
+    const auto* keys = new ProfileListKeys(listWidget);
+    connect(keys, &ProfileListKeys::stepped, this, &ProfileNamesListManager::selectByStep);
+    connect(keys, &ProfileListKeys::deletionWanted, this, [this] {
+        if (currentItem != nullptr) {
+            deleteProfile(currentItem->getProfileName());
+        }
+    });
     connect(createButton, &QPushButton::clicked, this,
             &ProfileNamesListManager::on_createProfileButtonClicked);
     connect(upButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushUp);
     connect(downButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushDown);
 }
 
-ProfileNamesListManager::~ProfileNamesListManager() = default;
+ProfileNamesListManager::~ProfileNamesListManager()
+{
+    if (ProfileNameListWidget::qlistWidget == listWidget) {
+        ProfileNameListWidget::qlistWidget = nullptr;
+    }
+}
 
 void ProfileNamesListManager::on_listWidgetClicked(QListWidgetItem* item)
 {
@@ -58,6 +70,7 @@ void ProfileNamesListManager::on_listWidgetClicked(QListWidgetItem* item)
     }
     currentItem = clicked;
     currentItem->getProfileName()->highlight();
+    currentItem->getProfileName()->placeInTabOrder(listWidget, createButton);
     setMoveButtonsEnabled(true);
     emit settingsPaneUpdateNeeded(currentItem->getProfileName());
 }
@@ -292,6 +305,7 @@ void ProfileNamesListManager::moveCurrentItem(int offset)
     moved->insertInList(newRow);
     currentItem = moved;
     moved->getProfileName()->highlight();
+    moved->getProfileName()->placeInTabOrder(listWidget, createButton);
     listWidget->scrollToItem(moved);
     settingsPane->setCurrentProfile(moved->getProfileName());
 }

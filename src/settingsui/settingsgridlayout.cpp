@@ -33,6 +33,18 @@ QLabel* newLabel(const QString& text)
     return label;
 }
 
+/// Ties an editor to the label before it and to the units behind it.
+void nameEditor(QWidget* editor, QLabel* label, const QString& units)
+{
+    const QString name = label->text();
+    editor->setAccessibleName(name);
+    if (!units.isEmpty()) {
+        editor->setAccessibleDescription(QStringLiteral("in ") + units);
+    }
+    label->setText(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // no mnemonic
+    label->setBuddy(editor);
+}
+
 /// The flags that the list manager keeps; a grid never takes them back.
 bool belongsToList(const StructSettings& settings, const StructSetting& setting)
 {
@@ -87,21 +99,22 @@ void SettingsGridLayout::addAdvancedToggle(int row)
     QLabel* label = newLabel(QStringLiteral("Edit Advanced Settings"));
     label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
     advancedToggle = new AdvancedModeToggleCheckBox;
-    advancedToggle->setAccessibleName(label->text());
+    nameEditor(advancedToggle, label, {});
     addWidget(label, row, labelColumn);
     addWidget(advancedToggle, row, editorColumn);
 }
 
 void SettingsGridLayout::addSetting(StructSetting* setting, int row)
 {
-    addWidget(newLabel(setting->descriptiveName), row, labelColumn);
+    QLabel* label = newLabel(setting->descriptiveName);
+    addWidget(label, row, labelColumn);
     switch (setting->settingType) {
     case StructSetting::NUM:
     case StructSetting::STRING: {
         auto* editor = new SettingsLineEdit;
         editor->setFont(gridFont());
         editor->setMinimumWidth(editorWidth);
-        editor->setAccessibleName(setting->descriptiveName);
+        nameEditor(editor, label, setting->units);
         editor->bindSetting(setting);
         if (setting->settingType == StructSetting::NUM) {
             addWidget(editor, row, editorColumn);
@@ -114,7 +127,7 @@ void SettingsGridLayout::addSetting(StructSetting* setting, int row)
     case StructSetting::BOOL: {
         auto* editor = new SettingsCheckBox;
         editor->setFont(gridFont());
-        editor->setAccessibleName(setting->descriptiveName);
+        nameEditor(editor, label, {});
         editor->bindSetting(setting);
         addWidget(editor, row, editorColumn);
         break;
@@ -235,6 +248,18 @@ void SettingsGridLayout::hideEverything(bool hide)
     for (QWidget* widget : widgets) {
         widget->setVisible(!hide);
     }
+}
+
+QWidget* SettingsGridLayout::lastEditor() const
+{
+    QWidget* last = nullptr;
+    const QList<QWidget*> widgets = gridWidgets();
+    for (QWidget* widget : widgets) {
+        if (widget->focusPolicy() != Qt::NoFocus) {
+            last = widget;
+        }
+    }
+    return last;
 }
 
 void SettingsGridLayout::focusFirstEditor()

@@ -53,6 +53,9 @@ public:
     /// Puts the keyboard focus into the first enabled editor.
     void focusFirstEditor();
 
+    /// The editor furthest down, which the Tab key reaches last; nullptr in an empty grid.
+    QWidget* lastEditor() const;
+
 private:
     void inflateGrid();
     void addAdvancedToggle(int row);

@@ -136,6 +136,10 @@ void SettingsPaneManager::on_editButtonClicked()
     }
     grid->startEditing();
     enableEditing();
+    // The editors are younger than the buttons below them, which the Tab key has to reach last.
+    QWidget::setTabOrder(grid->lastEditor(), ui->cancelChangesButton);
+    QWidget::setTabOrder(ui->cancelChangesButton, ui->saveChangesButton);
+    grid->focusFirstEditor();
 }
 
 void SettingsPaneManager::enableEditing()
@@ -195,6 +199,7 @@ void SettingsPaneManager::on_saveButtonClicked()
     disableEditing();
     ui->editProfileButton->setEnabled(true);
     editMode = false;
+    ui->editProfileButton->setFocus();
 }
 
 void SettingsPaneManager::updateActiveDefaultButtonsInList()
@@ -226,6 +231,7 @@ void SettingsPaneManager::on_cancelButtonClicked()
     ui->editProfileButton->setEnabled(true);
     disableEditing();
     editMode = false;
+    ui->editProfileButton->setFocus();
 }
 
 void SettingsPaneManager::hideEverything()

@@ -1,0 +1,110 @@
+#include "profiles/profilelistaccessible.h"
+
+#include "profiles/profilename.h"
+#include "profiles/profilenamelistwidget.h"
+
+#include <QAccessibleWidget>
+#include <QListWidget>
+
+namespace
+{
+/// One row: a list item with the row's labels and buttons as its children.
+class RowInterface : public QAccessibleWidget
+{
+public:
+    explicit RowInterface(ProfileName* profileName)
+        : QAccessibleWidget(profileName, QAccessible::ListItem), row(profileName)
+    {}
+
+    QAccessibleInterface* parent() const override
+    {
+        const ProfileNameListWidget* item = row->getListItem();
+        return item != nullptr && item->listWidget() != nullptr
+                   ? QAccessible::queryAccessibleInterface(item->listWidget())
+                   : QAccessibleWidget::parent();
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Name ? row->describe() : QAccessibleWidget::text(kind);
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.focusable = true;
+        state.selected = row->isHighlighted();
+        state.focused = row->hasListFocus();
+        return state;
+    }
+
+private:
+    ProfileName* row;
+};
+
+/// The list with its rows as children.
+class ListInterface : public QAccessibleWidget
+{
+public:
+    explicit ListInterface(QListWidget* listWidget)
+        : QAccessibleWidget(listWidget, QAccessible::List), list(listWidget)
+    {}
+
+    int childCount() const override { return list->count(); }
+
+    QAccessibleInterface* child(int index) const override
+    {
+        return QAccessible::queryAccessibleInterface(list->itemWidget(list->item(index)));
+    }
+
+    int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        for (int i = 0; i < list->count(); ++i) {
+            if (child->object() == list->itemWidget(list->item(i))) {
+                return i;
+            }
+        }
+        return -1;
+    }
+
+    QAccessibleInterface* childAt(int x, int y) const override
+    {
+        const QListWidgetItem* item = list->itemAt(list->viewport()->mapFromGlobal(QPoint(x, y)));
+        return item != nullptr ? child(list->row(item)) : nullptr;
+    }
+
+    QAccessibleInterface* focusChild() const override
+    {
+        for (int i = 0; i < list->count(); ++i) {
+            const auto* row = qobject_cast<ProfileName*>(list->itemWidget(list->item(i)));
+            if (row != nullptr && row->isHighlighted()) {
+                return child(i);
+            }
+        }
+        return nullptr;
+    }
+
+private:
+    QListWidget* list;
+};
+
+QAccessibleInterface* makeInterface(const QString& className, QObject* object)
+{
+    if (className == QLatin1String("ProfileName")) {
+        return new RowInterface(static_cast<ProfileName*>(object));
+    }
+    if (className == QLatin1String("QListWidget") && object == ProfileNameListWidget::qlistWidget) {
+        return new ListInterface(static_cast<QListWidget*>(object));
+    }
+    return nullptr;
+}
+} // namespace
+
+void ProfileListAccessible::install(QListWidget* list)
+{
+    QAccessible::installFactory(makeInterface);
+    // A reader that runs already has been given Qt's own interface when the form named the list.
+    QAccessible::deleteAccessibleInterface(
+        QAccessible::uniqueId(QAccessible::queryAccessibleInterface(list)));
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QPushButton>
+
+/// A button of a row in the profile list: without a border, but with a frame while it has the
+/// keyboard focus.
+class RowButton : public QPushButton
+{
+    Q_OBJECT
+
+public:
+    explicit RowButton(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};

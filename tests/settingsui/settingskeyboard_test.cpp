@@ -1,0 +1,153 @@
+#include "settingsui/settingsgridlayout.h"
+#include "support/gui/editorwindow.h"
+#include "support/gui/widgets.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTest>
+
+namespace
+{
+const char ampersandSchema[] = R"(#define PROFILESTARTADDRESS 0x400
+struct Global { // Settings : "Global Settings", global
+    unsigned char type; // num, auto, 1, 1, x1, 0, "type", "", Identity, 1, -1, advanced
+}
+struct Alpha { // Settings : "Alpha Cell", instantiable
+    unsigned char type; // num, auto, 2, 2, x1, 0, "type", "", Identity, 2, -1, advanced
+    char title[12]; // string, auto, "Title & Name", Profile, "Alpha", 0, basic
+    char subtitle[16]; // string, auto, "Subtitle", Profile, "first", 1, basic
+    unsigned char active; // bool, 1, "active", Flags, 0, -1, basic
+    unsigned char isDefault; // bool, 1, "default", Flags, 0, -1, basic
+    unsigned char modifiable; // bool, 6, "modifiable", Flags, 1, -1, basic
+    unsigned char charge; // num, auto, 1, 100, x1, 0, "A && B & C", "R&D", General, 10, 2, basic
+    unsigned char checksum; // num, auto, 0, 255, x1, 0, "checksum", "", Identity, 0, -1, advanced
+}
+)";
+
+QString readerName(QWidget* widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+
+QString readerDescription(QWidget* widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Description);
+}
+} // namespace
+
+/// A profile being edited.
+class SettingsKeyboardTest : public ::testing::Test
+{
+protected:
+    SettingsKeyboardTest()
+    {
+        window.add("A");
+        clickOn(window.ui->editProfileButton);
+    }
+
+    static QWidget* focused() { return QApplication::focusWidget(); }
+    static void tab() { QTest::keyClick(focused(), Qt::Key_Tab); }
+
+    EditorWindow window;
+};
+
+TEST_F(SettingsKeyboardTest, EditingStartsInTheFirstEditor)
+{
+    EXPECT_EQ(focused(), window.lineEdit("Title"));
+}
+
+TEST_F(SettingsKeyboardTest, TabGoesDownTheEditorsAndThenToTheButtons)
+{
+    clickOn(window.advancedToggle());
+    window.lineEdit("Title")->setFocus();
+    for (const char* name : {"Subtitle", "Cells", "Current", "Balance"}) {
+        tab();
+        EXPECT_EQ(focused(), window.gridCell(name, 3)) << name;
+    }
+    for (const char* name :
+         {"Edit Advanced Settings", "Cutoff", "Pack Voltage", "Cold Check", "Note", "Margin"}) {
+        tab();
+        EXPECT_EQ(focused(), window.gridCell(name, 3)) << name;
+    }
+    tab();
+    EXPECT_EQ(focused(), window.ui->cancelChangesButton);
+    tab();
+    EXPECT_EQ(focused(), window.ui->saveChangesButton);
+    tab();
+    EXPECT_EQ(focused(), window.ui->profileNamesList);
+}
+
+TEST_F(SettingsKeyboardTest, TabReachesTheFlagsBeforeTheEditors)
+{
+    window.ui->profileNameDownButton->setFocus();
+    for (QWidget* expected : {static_cast<QWidget*>(window.ui->profileSettingsActiveCB),
+                              static_cast<QWidget*>(window.ui->profileSettingsDefaultCB),
+                              static_cast<QWidget*>(window.ui->profileSettingsModifiableCB),
+                              static_cast<QWidget*>(window.ui->containerScroll),
+                              static_cast<QWidget*>(window.lineEdit("Title"))}) {
+        tab();
+        EXPECT_EQ(focused(), expected) << expected->objectName().toStdString();
+    }
+}
+
+TEST_F(SettingsKeyboardTest, SavingAndCancellingLeaveTheFocusOnEdit)
+{
+    QTest::keyClick(focused(), Qt::Key_Return, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.ui->editProfileButton->isEnabled(); }));
+    EXPECT_EQ(focused(), window.ui->editProfileButton);
+    QTest::keyClick(focused(), Qt::Key_Space);
+    EXPECT_EQ(focused(), window.lineEdit("Title"));
+    window.cancelEditing();
+    EXPECT_EQ(window.focusWidget(), window.ui->editProfileButton);
+}
+
+TEST_F(SettingsKeyboardTest, TabOrderHoldsAfterASecondEdit)
+{
+    window.cancelEditing(); // makes the grid anew
+    QApplication::setActiveWindow(&window);
+    clickOn(window.ui->editProfileButton);
+    window.lineEdit("Margin")->setFocus();
+    tab();
+    EXPECT_EQ(focused(), window.ui->cancelChangesButton);
+}
+
+// Names
+
+TEST_F(SettingsKeyboardTest, EveryLabelIsTheBuddyOfItsEditor)
+{
+    for (const QString& name : window.gridLabels()) {
+        auto* label = qobject_cast<QLabel*>(window.gridCell(name, 1));
+        ASSERT_NE(label, nullptr);
+        EXPECT_EQ(label->buddy(), window.gridCell(name, 3)) << name.toStdString();
+    }
+}
+
+TEST_F(SettingsKeyboardTest, EditorsAreNamedAfterTheirSettingsWithTheirUnits)
+{
+    EXPECT_EQ(readerName(window.lineEdit("Current")), "Current");
+    EXPECT_EQ(readerDescription(window.lineEdit("Current")), "in A");
+    EXPECT_EQ(readerName(window.checkBox("Balance")), "Balance");
+    EXPECT_EQ(readerName(window.advancedToggle()), "Edit Advanced Settings");
+}
+
+TEST(SettingsLabels, AmpersandsAreShownAndNoMnemonics)
+{
+    EditorWindow window(ampersandSchema);
+    window.add("A");
+    auto* label = qobject_cast<QLabel*>(window.grid()->itemAtPosition(2, 1)->widget());
+    ASSERT_NE(label, nullptr);
+    EXPECT_EQ(label->text(), "A &&&& B && C");
+    EXPECT_EQ(readerName(label), "A && B & C");
+    EXPECT_EQ(readerName(label->buddy()), "A && B & C");
+    EXPECT_EQ(readerDescription(label->buddy()), "in R&D");
+    // Drawn as a label without a buddy draws it.
+    QLabel plain("A && B & C");
+    plain.setFont(label->font());
+    plain.setTextFormat(Qt::PlainText);
+    EXPECT_EQ(label->sizeHint(), plain.sizeHint());
+}
