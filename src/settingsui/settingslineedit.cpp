@@ -2,13 +2,12 @@
 
 #include "CBGenerator/structsetting.h"
 #include "quotedtext.h"
+#include "settingsui/numbervalidator.h"
 #include "settingsui/storabletextvalidator.h"
 
-#include <QDoubleValidator>
 #include <QToolTip>
 
 #include <algorithm>
-#include <limits>
 
 SettingsLineEdit::SettingsLineEdit(QWidget* parent) : QLineEdit(parent)
 {
@@ -20,13 +19,9 @@ void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
 {
     setting = boundSetting;
     if (setting->settingType == HParser::StructSetting::NUM) {
-        constexpr double largest = std::numeric_limits<double>::max();
-        constexpr int decimals = 20;
-        auto* validator = new QDoubleValidator(-largest, largest, decimals, this);
-        QLocale pointLocale = QLocale::c();
-        pointLocale.setNumberOptions(QLocale::RejectGroupSeparator | QLocale::OmitGroupSeparator);
-        validator->setLocale(pointLocale);
+        const auto* validator = new NumberValidator(this);
         setValidator(validator);
+        connect(validator, &NumberValidator::refused, this, &SettingsLineEdit::showNumberHint);
     } else {
         if (setting->arraySize > 0) {
             setMaxLength(setting->arraySize - 1); // the charger's field ends with a zero byte
@@ -88,11 +83,21 @@ void SettingsLineEdit::updateView()
 
 void SettingsLineEdit::showTextHint(const QString& characters)
 {
-    QToolTip::showText(mapToGlobal(rect().bottomLeft()),
-                       QStringLiteral("The Kelvaron holds plain English letters, digits and signs "
-                                      "(ASCII) only, not %1.")
-                           .arg(quotedText(characters)),
-                       this);
+    showHint(QStringLiteral("The Kelvaron holds plain English letters, digits and signs (ASCII) "
+                            "only, not %1.")
+                 .arg(quotedText(characters)));
+}
+
+void SettingsLineEdit::showNumberHint()
+{
+    showHint(QStringLiteral("Numbers are written with digits and a decimal point alone: 1500.5"));
+}
+
+void SettingsLineEdit::showHint(const QString& hint)
+{
+    if (hasFocus()) { // what the user did not enter is shown as it is
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), hint, this);
+    }
 }
 
 void SettingsLineEdit::on_enableView(bool on)

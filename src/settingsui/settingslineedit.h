@@ -19,9 +19,9 @@ class SettingsLineEdit : public QLineEdit
 public:
     explicit SettingsLineEdit(QWidget* parent = nullptr);
 
-    /// Shows and edits this setting from now on. Numbers are typed with a decimal point in every
-    /// locale; texts are limited to what
-    /// the charger can hold, in length and characters; a hint says why others are refused.
+    /// Shows and edits this setting from now on. Numbers are typed with a decimal point or the
+    /// decimal separator of the user's locale and shown with a point; texts are limited to what the
+    /// charger can hold, in length and characters. A hint says why anything else is refused.
     void bindSetting(HParser::StructSetting* boundSetting);
 
     /// Narrow: the grid gives its editors their width.
@@ -40,6 +40,8 @@ public slots:
 
 private:
     void showTextHint(const QString& characters);
+    void showNumberHint();
+    void showHint(const QString& hint);
 
     QPointer<HParser::StructSetting> setting;       ///< not owned
     StorableTextValidator* textValidator = nullptr; ///< a child, of text settings alone

@@ -438,7 +438,7 @@ TEST_F(SettingsPaneTest, ValidatorTakesEveryDouble)
               nullptr);
 }
 
-TEST_F(SettingsPaneTest, NumbersHaveAPointInEveryLocale)
+TEST_F(SettingsPaneTest, NumbersAreShownWithAPointInEveryLocale)
 {
     QLocale::setDefault(QLocale::German);
     window.add("A");
@@ -447,8 +447,6 @@ TEST_F(SettingsPaneTest, NumbersHaveAPointInEveryLocale)
     enterText(window.lineEdit("Current"), "1.5");
     EXPECT_EQ(window.lineEdit("Current")->text(), "1.5");
     EXPECT_EQ(value("Current"), "1.5");
-    typeOver(window.lineEdit("Current"), "1,7");
-    EXPECT_EQ(window.lineEdit("Current")->text(), "17"); // the comma is refused
 }
 
 TEST_F(SettingsPaneTest, CommaIsRefusedInTheCLocaleToo)
