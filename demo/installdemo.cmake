@@ -1,5 +1,5 @@
 # Makes the demo installation; run by the build with these variables:
-#   BUNDLE_TOOL    the kelvaron-bundle program
+#   PROFILES_TOOL  the kelvaron-profiles program
 #   FIRMWARE_TOOL  the program that makes the demo's firmware
 #   SIMULATOR      the program that stands in for the charger's uploader
 #   SOURCE         this folder
@@ -24,13 +24,13 @@ endif()
 
 set(bundle ${FOLDER}/v${VERSION}.kelvaron)
 execute_process(
-    COMMAND ${BUNDLE_TOOL} pack --output ${bundle}
+    COMMAND ${PROFILES_TOOL} bundle pack --output ${bundle}
         --device ${SOURCE}/device.txt --schema ${SOURCE}/kelvaron_chemistries.cb
         --key VERSION=${VERSION} --key MIN_SOFTWARE_VERSION_REQUIRED=0.9
         --file hexToFlash.hex=${firmware} --file ${SOURCE}/device_nooverwrite.txt
     RESULT_VARIABLE result)
 if(result EQUAL 0)
-    execute_process(COMMAND ${BUNDLE_TOOL} check ${bundle}
+    execute_process(COMMAND ${PROFILES_TOOL} bundle check ${bundle}
         OUTPUT_VARIABLE output RESULT_VARIABLE result)
 endif()
 if(NOT result EQUAL 0)

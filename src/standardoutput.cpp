@@ -1,5 +1,7 @@
 #include "standardoutput.h"
 
+#include "linecapture.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -7,6 +9,9 @@
 
 void printLine(const QString& line)
 {
+    if (LineCapture::take(line)) {
+        return;
+    }
     QByteArray bytes = line.toUtf8();
     bytes.append('\n');
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);

@@ -1,5 +1,7 @@
 #include "xmlformat/xmlutility.h"
 
+#include <QXmlStreamReader>
+
 namespace XMLGeneratorParser
 {
 namespace
@@ -36,6 +38,14 @@ QString XMLUtility::xmlTagFromDescriptiveName(const QString& descriptiveName)
         }
     }
     return tag;
+}
+
+bool XMLUtility::isTag(const QString& tag)
+{
+    // Asked of the reader that has to read it.
+    QXmlStreamReader xml(QStringLiteral("<%1>x</%1>").arg(tag));
+    const bool isElement = xml.readNextStartElement() && xml.name() == tag;
+    return isElement && xml.readElementText() == QLatin1String("x") && !xml.hasError();
 }
 
 QString XMLUtility::escapeReservedChars(const QString& text)

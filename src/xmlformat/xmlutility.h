@@ -14,6 +14,9 @@ public:
     /// replaced by "_". Nothing else is changed: names that are no XML names stay unusable.
     static QString xmlTagFromDescriptiveName(const QString& descriptiveName);
 
+    /// True when an element can have this name.
+    static bool isTag(const QString& tag);
+
     /// The text with " & ' < > as entities.
     static QString escapeReservedChars(const QString& text);
 

@@ -30,8 +30,8 @@ TEST_F(StartTest, BundleMadeByTheBundleMakerShowsTheMainWindow)
 {
     writeFile("device.in", Samples::device());
     writeFile("schema.in", Samples::schema());
-    ASSERT_EQ(QProcess::execute(KELVARON_BUNDLE_EXECUTABLE,
-                                {"pack", "--output", pathOf("made.kelvaron"), "--device",
+    ASSERT_EQ(QProcess::execute(KELVARON_PROFILES_EXECUTABLE,
+                                {"bundle", "pack", "--output", pathOf("made.kelvaron"), "--device",
                                  pathOf("device.in"), "--schema", pathOf("schema.in"), "--key",
                                  "VERSION=2.5", "--key", "MIN_SOFTWARE_VERSION_REQUIRED=0.9"}),
               0);

@@ -12,7 +12,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// How a run of kelvaron-bundle ended.
+/// How a run of kelvaron-profiles ended.
 struct ProgramRun
 {
     int exitCode = -1;
@@ -50,11 +50,18 @@ protected:
 
     bool exists(const QString& name) const { return QFile::exists(pathOf(name)); }
 
+    /// A bundle command.
     ProgramRun run(const QStringList& arguments) const
+    {
+        return runProfiles(QStringList{"bundle"} + arguments);
+    }
+
+    /// The program with these arguments.
+    ProgramRun runProfiles(const QStringList& arguments) const
     {
         QProcess process;
         process.setWorkingDirectory(folder.path());
-        process.start(KELVARON_BUNDLE_EXECUTABLE, arguments);
+        process.start(KELVARON_PROFILES_EXECUTABLE, arguments);
         ProgramRun result;
         if (!process.waitForFinished(60000)) {
             ADD_FAILURE() << "did not end: " << qPrintable(process.errorString());

@@ -1,23 +1,27 @@
 #include "bundleprogram.h"
-#include "testpaths.h"
 
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 namespace
 {
 class CheckCommandTest : public BundleProgramTest
 {
 protected:
-    ProgramRun check() const { return run({"check", "out.kelvaron"}); }
+    ProgramRun check(const QString& name = "out.kelvaron") const
+    {
+        return runProfiles({"check", name});
+    }
 
-    /// Packs the small schema with one text replaced and checks the result.
-    ProgramRun checkSchemaWith(const QByteArray& before, const QByteArray& after) const
+    /// The small schema with one text replaced, checked as a header.
+    ProgramRun checkHeaderWith(const QByteArray& before, const QByteArray& after) const
     {
         QByteArray schema = smallSchema();
         EXPECT_TRUE(schema.contains(before));
-        writeFile("schema.in", schema.replace(before, after));
-        pack();
-        return check();
+        writeFile("schema.h", schema.replace(before, after));
+        return check("schema.h");
     }
 
     /// Replaces a text of the bundle that was packed.
@@ -27,134 +31,148 @@ protected:
         ASSERT_TRUE(bundle.contains(before));
         writeFile("out.kelvaron", bundle.replace(before, after));
     }
+
+    /// Expects problems, among them this line.
+    static void expectProblem(const ProgramRun& checked, const QByteArray& line)
+    {
+        EXPECT_FALSE(checked.crashed);
+        EXPECT_EQ(checked.exitCode, 1);
+        EXPECT_EQ(checked.errors, "");
+        EXPECT_TRUE(("\n" + checked.output).contains("\n" + line)) << checked.output.constData();
+    }
+
+    static void expectGood(const ProgramRun& checked)
+    {
+        EXPECT_FALSE(checked.crashed);
+        EXPECT_EQ(checked.exitCode, 0) << checked.output.constData();
+        EXPECT_EQ(checked.errors, "");
+    }
 };
 } // namespace
 
-TEST_F(CheckCommandTest, AcceptsAGoodBundle)
+TEST_F(CheckCommandTest, AcceptsAGoodBundleAndAGoodHeader)
 {
     pack();
-    const ProgramRun checked = check();
-    EXPECT_FALSE(checked.crashed);
-    EXPECT_EQ(checked.exitCode, 0) << checked.errors.constData();
-    EXPECT_EQ(checked.errors, "");
-    EXPECT_TRUE(checked.output.contains(
-        "out.kelvaron: version 1.2.0, 1 chemistries, profiles from word 0x400"))
-        << checked.output.constData();
+    expectGood(check());
+    expectGood(check("schema.in"));
 }
 
-TEST_F(CheckCommandTest, AcceptsTheDemo)
+TEST_F(CheckCommandTest, FindsNothingInTheDemo)
 {
-    ASSERT_EQ(run({"pack", "-o", "out.kelvaron", "--key", "VERSION=1.0.0", "--device",
-                   KELVARON_DEMO_DIR "/device.txt", "--schema",
-                   KELVARON_DEMO_DIR "/kelvaron_chemistries.cb"})
-                  .exitCode,
-              0);
-    const ProgramRun checked = check();
-    EXPECT_EQ(checked.exitCode, 0) << checked.errors.constData();
-    EXPECT_EQ(checked.errors, "");
-    EXPECT_TRUE(checked.output.contains("profiles from word 0x9C00"));
+    const ProgramRun checked =
+        runProfiles({"check", KELVARON_DEMO_BUNDLE, KELVARON_DEMO_DIR "/kelvaron_chemistries.cb"});
+    expectGood(checked);
+    EXPECT_EQ(checked.output, KELVARON_DEMO_BUNDLE ": no problems found\n" KELVARON_DEMO_DIR
+                                                   "/kelvaron_chemistries.cb: no problems found\n");
 }
 
 TEST_F(CheckCommandTest, AcceptsWindowsLineEnds)
 {
     pack();
     forge("\n", "\r\n");
-    EXPECT_EQ(check().exitCode, 0);
+    expectGood(check());
 }
 
-TEST_F(CheckCommandTest, NamesTheSectionWithAWrongChecksum)
+TEST_F(CheckCommandTest, TellsPlaceProblemAndRemedy)
 {
+    const ProgramRun checked = checkHeaderWith("\"Low\"", "\"Low (V)\"");
+    expectProblem(checked, "schema.h:12:47: error: \"Low (V)\" makes \"<low_(v)>\", which is no "
+                           "XML tag: saved profiles cannot be read\n"
+                           "schema.h:12:47: note: write \"Low V\"\n");
+    EXPECT_TRUE(checked.output.endsWith("schema.h: 1 error, 2 warnings\n"));
+}
+
+TEST_F(CheckCommandTest, PrintsPathsAsTheyAreGiven)
+{
+    QDir(folder.path()).mkdir("sub");
+    writeFile("sub/a.h", "");
+    expectProblem(check("./sub/../sub/a.h"), "./sub/../sub/a.h:1: error: ");
+}
+
+TEST_F(CheckCommandTest, FindsEveryProblemOfABundle)
+{
+    QByteArray schema = smallSchema();
+    schema.replace("low + 1", "lw + 1").replace("\"Title\"", "\"1\"");
+    writeFile("schema.in", schema);
     pack();
     forge("name = test", "name = tess");
-    expectRefused(check(), 1, "out.kelvaron: section 0 (device.txt) has checksum ");
-    EXPECT_FALSE(check().errors.contains("section 1"));
-}
-
-TEST_F(CheckCommandTest, RefusesChecksumsInCapitals)
-{
-    pack();
-    const QByteArray bundle = readFile("out.kelvaron");
-    const QByteArray opening = "checksums /\\/\\/\\\n";
-    const QByteArray digits = bundle.mid(bundle.indexOf(opening) + opening.size(), 32);
-    ASSERT_NE(digits, digits.toUpper());
-    forge(digits, digits.toUpper());
-    expectRefused(check(), 1, "section 0 (device.txt) has checksum ");
-}
-
-TEST_F(CheckCommandTest, RefusesMissingChecksums)
-{
-    pack({"--key", "VERSION=1.0", "--file", "device.in"});
-    QByteArray bundle = readFile("out.kelvaron");
-    bundle.truncate(bundle.lastIndexOf('\n', bundle.size() - 2) + 1);
-    writeFile("out.kelvaron", bundle);
-    expectRefused(check(), 1, "holds 0 checksums for 3 sections");
-}
-
-TEST_F(CheckCommandTest, RefusesAFileThatIsNoBundle)
-{
-    expectRefused(run({"check", "absent.kelvaron"}), 1, "absent.kelvaron: cannot be read");
-    expectRefused(run({"check", "."}), 1, ".: is a directory");
-    expectRefused(run({"check", "device.in"}), 1, "device.in: is no bundle");
-    writeFile("empty.kelvaron", "");
-    expectRefused(run({"check", "empty.kelvaron"}), 1, "empty.kelvaron: is no bundle");
-    writeFile("few.kelvaron", "/\\/\\/\\/\\/\\/\\\na\n/\\/\\/\\/\\/\\/\\\n");
-    expectRefused(run({"check", "few.kelvaron"}), 1, "few.kelvaron: has 1 sections, fewer than");
-}
-
-TEST_F(CheckCommandTest, WantsADottedVersion)
-{
-    pack({});
-    expectRefused(check(), 1, "out.kelvaron: has no version");
-
-    ASSERT_TRUE(QFile::copy(pathOf("out.kelvaron"), pathOf("v2.1.kelvaron")));
-    EXPECT_EQ(run({"check", "v2.1.kelvaron"}).exitCode, 0);
-
-    pack();
-    forge("VERSION = 1.2.0", "VERSION = 1..2");
-    expectRefused(check(), 1, "VERSION \"1..2\" is no dotted version");
-
-    pack({"--key", "VERSION=1.2", "--key", "MIN_SOFTWARE_VERSION_REQUIRED=0.9"});
-    forge("= 0.9", "= old");
-    expectRefused(check(), 1, "MIN_SOFTWARE_VERSION_REQUIRED \"old\" is no dotted version");
-}
-
-TEST_F(CheckCommandTest, EndsInOrderOnAMalformedKey)
-{
-    pack();
     forge("VERSION = 1.2.0", "VERSION : 1.2.0");
-    expectRefused(check(), 1, "out.kelvaron: cannot be used");
-    EXPECT_TRUE(check().errors.contains("line 2: VERSION : 1.2.0"));
+    const ProgramRun checked = check();
+    expectProblem(checked, "out.kelvaron:2:1: error: \"VERSION : 1.2.0\" is no key with a value\n");
+    // The header begins behind line 7.
+    expectProblem(checked, "out.kelvaron:14:33: error: \"1\" makes ");
+    expectProblem(checked, "out.kelvaron:20:66: error: no setting is called \"lw\"\n"
+                           "out.kelvaron:20:66: note: write low\n");
+    expectProblem(checked, "out.kelvaron:24:1: error: section 0, from line 5 on, does not match "
+                           "this checksum\n");
+    EXPECT_TRUE(checked.output.endsWith("out.kelvaron: 5 errors, 2 warnings\n"))
+        << checked.output.constData();
 }
 
-TEST_F(CheckCommandTest, EndsInOrderOnASchemaThatCannotBeParsed)
+TEST_F(CheckCommandTest, TheBundleCommandsCheckIsTheSame)
 {
-    expectRefused(checkSchemaWith("#define PROFILESTARTADDRESS 0x400", ""), 1,
-                  "out.kelvaron: cannot be used");
-    expectRefused(checkSchemaWith("0x400", "four"), 1, "line 1: #define PROFILESTARTADDRESS four");
-    expectRefused(checkSchemaWith("\"Low\", \"V\", A, 3, 2, basic", "\"Low\""), 1, "line 12:");
-    expectRefused(checkSchemaWith(", instantiable", ", global"), 1, "chemistrySettings.size()");
-    expectRefused(checkSchemaWith("// bool, 6,", "bool 6;"), 1, "out.kelvaron: cannot be used");
+    pack();
+    EXPECT_EQ(run({"check", "out.kelvaron"}).output, check().output);
+    EXPECT_EQ(run({"check", "out.kelvaron"}).exitCode, 0);
+    forge("name = test", "name = tess");
+    EXPECT_EQ(run({"check", "out.kelvaron"}).output, check().output);
+    EXPECT_EQ(run({"check", "out.kelvaron"}).exitCode, 1);
+    EXPECT_EQ(run({"check", "absent.kelvaron"}).exitCode, 1);
 }
 
-TEST_F(CheckCommandTest, EndsInOrderOnFormulasThatCannotBeEvaluated)
+TEST_F(CheckCommandTest, WarningsAloneAreNoFailure)
 {
-    expectRefused(checkSchemaWith("low + 1", "lower + 1"), 1, "out.kelvaron: cannot be used");
-    expectRefused(checkSchemaWith("low + 1", "active + 1"), 1, "out.kelvaron: cannot be used");
-    expectRefused(checkSchemaWith("low + 1", "((low))"), 1, "out.kelvaron: cannot be used");
-    expectRefused(checkSchemaWith("0, 9,", "0, high,"), 1, "\"Low\"");
+    const ProgramRun checked = checkHeaderWith("A, 3,", "A, 10,");
+    expectGood(checked);
+    EXPECT_TRUE(checked.output.contains(": warning: the default 10 is not within 0 and 9\n"));
 }
 
-TEST_F(CheckCommandTest, LeavesNothingBehind)
+TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
 {
-    ASSERT_TRUE(QDir(folder.path()).mkdir("temporary"));
-    const QByteArray old = qgetenv("TMPDIR");
-    qputenv("TMPDIR", pathOf("temporary").toLocal8Bit());
-    checkSchemaWith("low + 1", "lower + 1");
-    checkSchemaWith("low + 1", "low + 2");
-    if (old.isNull()) {
-        qunsetenv("TMPDIR");
-    } else {
-        qputenv("TMPDIR", old);
+    expectRefused(check("absent.h"), 3, "kelvaron-profiles: absent.h: cannot be read: ");
+    expectRefused(check("."), 3, ".: is a directory");
+    expectRefused(check("/dev/zero"), 3, "/dev/zero: is no regular file");
+    const ProgramRun both = runProfiles({"check", "absent.h", "schema.in"});
+    expectRefused(both, 3, "absent.h");
+    EXPECT_TRUE(both.output.contains("schema.in: "));
+    writeFile("empty.kelvaron", "");
+    expectProblem(check("empty.kelvaron"), "empty.kelvaron: error: 0 whole sections");
+    expectProblem(check("device.in"), "device.in:1: error: the profile start address is missing");
+}
+
+TEST_F(CheckCommandTest, TellsWhereAFileIsNoUtf8)
+{
+    expectProblem(checkHeaderWith("\"V\"", "\"\xB0\""),
+                  "schema.h:12:55: error: the file is no text in UTF-8\n");
+}
+
+TEST_F(CheckCommandTest, WritesJson)
+{
+    writeFile("bad.h", smallSchema().replace("low + 1", "lw + 1"));
+    const ProgramRun checked = runProfiles({"check", "--json", "bad.h", "absent.h", "schema.in"});
+    EXPECT_EQ(checked.exitCode, 3);
+    const QJsonArray files =
+        QJsonDocument::fromJson(checked.output).object().value("files").toArray();
+    ASSERT_EQ(files.size(), 3) << checked.output.constData();
+    const QJsonObject bad = files.at(0).toObject();
+    EXPECT_EQ(bad.value("file").toString(), "bad.h");
+    EXPECT_EQ(bad.value("kind").toString(), "header");
+    EXPECT_TRUE(bad.value("read").toBool());
+    EXPECT_EQ(bad.value("errors").toInt(), 1);
+    EXPECT_EQ(bad.value("warnings").toInt(), 2);
+    bool isFound = false;
+    for (const QJsonValue problem : bad.value("problems").toArray()) {
+        const QJsonObject object = problem.toObject();
+        if (object.value("severity").toString() == "error") {
+            isFound = true;
+            EXPECT_EQ(object.value("line").toInt(), 13);
+            EXPECT_EQ(object.value("column").toInt(), 66);
+            EXPECT_TRUE(object.value("fatal").toBool());
+            EXPECT_EQ(object.value("text").toString(), "no setting is called \"lw\"");
+            EXPECT_EQ(object.value("write").toString(), "low");
+        }
     }
-    EXPECT_TRUE(QDir(pathOf("temporary")).isEmpty());
+    EXPECT_TRUE(isFound);
+    EXPECT_FALSE(files.at(1).toObject().value("read").toBool(true));
+    EXPECT_EQ(files.at(2).toObject().value("errors").toInt(-1), 0);
 }

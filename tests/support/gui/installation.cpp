@@ -57,8 +57,8 @@ void MainWindowTest::installBundle(const QString& version, const QByteArray& sch
     file.write(schema);
     file.close();
     QProcess tool;
-    tool.start(KELVARON_BUNDLE_EXECUTABLE,
-               {"pack", "--output", pathOf("v" + version + ".kelvaron"), "--device",
+    tool.start(KELVARON_PROFILES_EXECUTABLE,
+               {"bundle", "pack", "--output", pathOf("v" + version + ".kelvaron"), "--device",
                 QString(KELVARON_DEMO_DIR) + "/device.txt", "--schema", file.fileName(), "--key",
                 "VERSION=" + version});
     ASSERT_TRUE(tool.waitForFinished());

@@ -1,0 +1,15 @@
+#include "CBGenerator/profileconventions.h"
+
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+
+QStringList HParser::ProfileConventions::flags()
+{
+    return {QStringLiteral("active"), QStringLiteral("default"), QStringLiteral("modifiable")};
+}
+
+bool HParser::ProfileConventions::hasFlag(const StructSettings& settings, const QString& name)
+{
+    const StructSetting* setting = settings.getStructSettingByDescriptiveName(name);
+    return setting != nullptr && setting->settingType == StructSetting::BOOL;
+}

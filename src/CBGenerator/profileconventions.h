@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QStringList>
+
+namespace HParser
+{
+class StructSettings;
+
+/// What a chemistry needs to be a profile.
+namespace ProfileConventions
+{
+/// The names of the flags that each chemistry has: "active", "default" and "modifiable".
+QStringList flags();
+
+/// True when the struct has a flag of this name.
+bool hasFlag(const StructSettings& settings, const QString& name);
+} // namespace ProfileConventions
+} // namespace HParser

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "command.h"
+
+/// Finds every problem of bundles and settings headers.
+class CheckCommand : public Command
+{
+public:
+    /// `fullName` is what the command line says to come here: "check" or "bundle check".
+    explicit CheckCommand(const QString& fullName) : commandName(fullName) {}
+
+    QString name() const override { return QStringLiteral("check"); }
+    QString summary() const override
+    {
+        return QStringLiteral("Finds every problem of bundles and settings headers.");
+    }
+    ExitCode run(const QStringList& arguments) const override;
+
+private:
+    QString commandName;
+};

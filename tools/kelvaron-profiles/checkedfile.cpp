@@ -1,0 +1,38 @@
+#include "checkedfile.h"
+
+#include "CBGenerator/headerreview.h"
+#include "KelvaronBundle/bundlereview.h"
+#include "KelvaronBundle/kelvaronbundle.h"
+#include "inputfile.h"
+#include "textfile.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+CheckedFile::CheckedFile(const QString& path) : filePath(path)
+{
+    const std::optional<QString> text = InputFile::readText(path);
+    if (!text) {
+        return;
+    }
+    wasRead = true;
+    const QStringList lines = TextFile::splitLines(*text);
+    hasSections = path.endsWith(QLatin1String(".kelvaron"))
+                  || std::any_of(lines.begin(), lines.end(), &KelvaronBundle::matchesStartEndLine);
+    checkEncoding(*text);
+    found += hasSections ? BundleReview::problems(*text, QFileInfo(path).fileName())
+                         : HParser::HeaderReview::problems(*text);
+}
+
+void CheckedFile::checkEncoding(const QString& text)
+{
+    const int position = text.indexOf(QChar::ReplacementCharacter);
+    if (position < 0) {
+        return;
+    }
+    const int lineStart = text.lastIndexOf(QLatin1Char('\n'), position) + 1;
+    found.append({text.leftRef(position).count(QLatin1Char('\n')) + 1, position - lineStart + 1,
+                  Problem::Severity::Error, QStringLiteral("the file is no text in UTF-8"),
+                  QStringLiteral("the text in UTF-8, here and in all that follows")});
+}

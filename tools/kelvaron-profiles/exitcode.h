@@ -1,0 +1,11 @@
+#pragma once
+
+/// What the program tells the shell.
+enum class ExitCode : int
+{
+    Ok = 0,
+    ProblemsFound = 1, ///< problems or differences were found, or something was left out
+    Usage = 2,         ///< the command line itself is wrong
+    NotReadable = 3,   ///< a file cannot be read or written
+    InternalFault = 4  ///< a fault of this program
+};

@@ -1,0 +1,66 @@
+#include "inspectedbundle.h"
+
+#include "KelvaronBundle/bundlereview.h"
+#include "bundleformat.h"
+#include "inputfile.h"
+#include "textfile.h"
+
+#include <QFileInfo>
+
+InspectedBundle::InspectedBundle(const QString& path) : bundlePath(path), bundle(path) {}
+
+bool InspectedBundle::readSections()
+{
+    problem = InputFile::fault(bundlePath);
+    if (!problem.isEmpty()) {
+        return false;
+    }
+    text = TextFile::read(bundlePath).value_or(QString());
+    bundle.parseBundle();
+    if (sectionCount() == 0) {
+        problem = QStringLiteral("is no bundle: it has no sections");
+        return false;
+    }
+    const QString lastText = sectionText(sectionCount() - 1);
+    checksums = lastText.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return true;
+}
+
+QString InspectedBundle::sectionName(int index) const
+{
+    return BundleFormat::markerName(bundle.getMarker(index));
+}
+
+QString InspectedBundle::describeSection(int index) const
+{
+    return QStringLiteral("section %1 (%2)").arg(QString::number(index), sectionName(index));
+}
+
+QString InspectedBundle::expectedChecksum(int index) const
+{
+    return index < sectionCount() - 1 ? checksums.value(index) : QString();
+}
+
+bool InspectedBundle::isIntact(int index) const
+{
+    return index == sectionCount() - 1
+           || KelvaronBundle::checksum(sectionText(index)) == expectedChecksum(index);
+}
+
+Problems InspectedBundle::sectionProblems() const
+{
+    return BundleReview::sectionProblems(text);
+}
+
+Problems InspectedBundle::keyProblems() const
+{
+    return BundleReview::keyProblems(text, QFileInfo(bundlePath).fileName());
+}
+
+QMap<QString, QString> InspectedBundle::keys()
+{
+    if (KelvaronBundle::hasSoundKeyBlock(bundlePath)) {
+        bundle.parseKeyValuePairs();
+    }
+    return bundle.getKeyValuePairs();
+}

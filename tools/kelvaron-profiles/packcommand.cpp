@@ -1,0 +1,134 @@
+#include "packcommand.h"
+
+#include "bundleformat.h"
+#include "bundlewriter.h"
+#include "commandoptions.h"
+#include "console.h"
+#include "textinput.h"
+#include "versionstring.h"
+
+#include <QFileInfo>
+#include <QList>
+#include <QPair>
+
+namespace
+{
+QCommandLineOption option(const char* name, const char* description, const char* value)
+{
+    return QCommandLineOption(QLatin1String(name), QLatin1String(description),
+                              QLatin1String(value));
+}
+
+/// "NAME=PATH" or "PATH", which is then named after its file.
+QPair<QString, QString> nameAndPath(const QString& argument)
+{
+    const int equals = argument.indexOf(QLatin1Char('='));
+    if (equals < 0) {
+        return {QFileInfo(argument).fileName(), argument};
+    }
+    return {argument.left(equals), argument.mid(equals + 1)};
+}
+
+bool isVersionKey(const QString& key)
+{
+    return key == QLatin1String("VERSION") || key == QLatin1String("MIN_SOFTWARE_VERSION_REQUIRED");
+}
+} // namespace
+
+ExitCode PackCommand::run(const QStringList& arguments) const
+{
+    CommandOptions options(
+        QStringLiteral("bundle pack"),
+        QStringLiteral("Makes a bundle from its files. Its last section, with the checksums "
+                       "of all others, is made by itself."));
+    options.addOption(QCommandLineOption({QStringLiteral("o"), QStringLiteral("output")},
+                                         QStringLiteral("The bundle to write."),
+                                         QStringLiteral("FILE")));
+    options.addOption(option("device", "Section 0: the device description.", "FILE"));
+    options.addOption(option("schema", "Section 1: the settings header.", "FILE"));
+    options.addOption(option("file",
+                             "A further section, in the order given. Without a NAME it is named "
+                             "after the file. Repeatable.",
+                             "[NAME=]PATH"));
+    options.addOption(option("key",
+                             "A key of the bundle, such as VERSION=1.0.0 or "
+                             "MIN_SOFTWARE_VERSION_REQUIRED=0.9. Repeatable.",
+                             "KEY=VALUE"));
+    if (const std::optional<ExitCode> done = options.parse(arguments)) {
+        return *done;
+    }
+    for (const char* required : {"output", "device", "schema"}) {
+        const QStringList given = options.values(QLatin1String(required));
+        if (given.size() > 1) {
+            return options.usageError(
+                QStringLiteral("--%1 is given twice").arg(QLatin1String(required)));
+        }
+        if (given.isEmpty() || given.first().isEmpty()) {
+            return options.usageError(
+                QStringLiteral("--%1 is missing").arg(QLatin1String(required)));
+        }
+    }
+
+    BundleWriter writer;
+    QString error;
+    if (!addKeys(options, writer, error)) {
+        return options.usageError(error);
+    }
+    QList<QPair<QString, QString>> inputs{
+        {QStringLiteral("device.txt"), options.value(QStringLiteral("device"))},
+        {QStringLiteral("kelvaron_chemistries.cb"), options.value(QStringLiteral("schema"))}};
+    const QStringList further = options.values(QStringLiteral("file"));
+    for (const QString& argument : further) {
+        inputs.append(nameAndPath(argument));
+        if (!BundleFormat::isSectionName(inputs.last().first)) {
+            return options.usageError(
+                QStringLiteral("\"%1\" gives a section no usable name").arg(argument));
+        }
+    }
+
+    for (const QPair<QString, QString>& input : qAsConst(inputs)) {
+        if (!addFile(input.first, input.second, writer)) {
+            return ExitCode::ProblemsFound;
+        }
+    }
+    const QString output = options.value(QStringLiteral("output"));
+    if (!writer.write(output)) {
+        printError(output, writer.error());
+        return ExitCode::ProblemsFound;
+    }
+    return ExitCode::Ok;
+}
+
+bool PackCommand::addKeys(const CommandOptions& options, BundleWriter& writer, QString& error)
+{
+    const QStringList pairs = options.values(QStringLiteral("key"));
+    for (const QString& pair : pairs) {
+        const int equals = pair.indexOf(QLatin1Char('='));
+        const QString key = pair.left(equals).trimmed();
+        const QString value = pair.mid(equals + 1).trimmed();
+        if (equals < 0 || !BundleFormat::isKeyOrValue(key) || !BundleFormat::isKeyOrValue(value)) {
+            error = QStringLiteral("\"%1\" is no KEY=VALUE of letters, digits, \"_\" and \".\"")
+                        .arg(pair);
+        } else if (writer.hasKey(key)) {
+            error = QStringLiteral("key %1 is given twice").arg(key);
+        } else if (isVersionKey(key) && !VersionString::isDottedVersion(value)) {
+            error = QStringLiteral("%1 \"%2\" is no dotted version such as 1.2.0").arg(key, value);
+        } else {
+            writer.addKey(key, value);
+            continue;
+        }
+        return false;
+    }
+    return true;
+}
+
+bool PackCommand::addFile(const QString& name, const QString& path, BundleWriter& writer)
+{
+    TextInput input;
+    if (!input.read(path)) {
+        printError(path, input.error());
+        return false;
+    }
+    writer.addSection(name, input.text());
+    return true;
+}
