@@ -14,7 +14,6 @@ class QWidget;
 namespace HParser
 {
 class Generator;
-class StructSetting;
 class StructSettings;
 } // namespace HParser
 
@@ -67,8 +66,6 @@ private:
     bool isKnown(const ParsedProfile* parsed) const;
     void importProfile(const ParsedProfile& parsed);
     void tellChanges();
-    static void storeValues(const ParsedProfile& parsed, HParser::StructSettings* settings);
-    static bool differsFromDefault(const HParser::StructSetting& setting);
 
     QWidget* parentWidget;
     HParser::Generator* generator;

@@ -155,6 +155,15 @@ void ImportReport::clear()
     indexOfChange.clear();
 }
 
+QStringList ImportReport::lines() const
+{
+    QStringList all;
+    for (const Change& change : changes) {
+        all.append(change.what);
+    }
+    return all;
+}
+
 QString ImportReport::text() const
 {
     QStringList lines;

@@ -25,6 +25,9 @@ public:
     bool isEmpty() const { return changes.isEmpty(); }
     void clear();
 
+    /// A line for each change without the profiles; all of them.
+    QStringList lines() const;
+
     /// A line for each change with the profiles that it concerns, shortened to fit a message box.
     QString text() const;
 

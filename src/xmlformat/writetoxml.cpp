@@ -2,24 +2,28 @@
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "profiles/profilename.h"
+#include "fatalassertion.h"
 #include "profiles/profilesettings.h"
-#include "textfile.h"
 #include "xmlformat/xmlutility.h"
 
 #include <QTextStream>
 
 namespace XMLGeneratorParser
 {
+namespace
+{
+QString flag(const ProfileSettings& profile, const char* name)
+{
+    const HParser::StructSetting* setting =
+        profile.settings->getStructSettingByDescriptiveName(QLatin1String(name));
+    KELVARON_ASSERT(setting != nullptr);
+    return WriteToXML::boolToString(setting->isOn());
+}
+} // namespace
+
 WriteToXML::WriteToXML(QObject* parent) : QObject(parent) {}
 
-bool WriteToXML::write(const QString& fileName, const QList<ProfileName*>& profiles,
-                       const HParser::StructSettings* globalSettings)
-{
-    return TextFile::write(fileName, document(profiles, globalSettings));
-}
-
-QString WriteToXML::document(const QList<ProfileName*>& profiles,
+QString WriteToXML::document(const QList<const ProfileSettings*>& profiles,
                              const HParser::StructSettings* globalSettings)
 {
     QString text;
@@ -36,12 +40,11 @@ QString WriteToXML::document(const QList<ProfileName*>& profiles,
     return text;
 }
 
-void WriteToXML::xmlOutputProfile(QTextStream* stream, int id, const ProfileName& row)
+void WriteToXML::xmlOutputProfile(QTextStream* stream, int id, const ProfileSettings& profile)
 {
-    const ProfileSettings& profile = *row.getProfileSettings();
-    *stream << "\t<profile id=\"" << id << "\" active=\"" << boolToString(row.getActiveStatus())
-            << "\" default=\"" << boolToString(row.getDefaultStatus()) << "\" modifiable=\""
-            << boolToString(profile.getModifiable()) << "\">\n";
+    *stream << "\t<profile id=\"" << id << "\" active=\"" << flag(profile, "active")
+            << "\" default=\"" << flag(profile, "default") << "\" modifiable=\""
+            << flag(profile, "modifiable") << "\">\n";
     *stream << "\t\t<chemistry>" << profile.chemistry << "</chemistry>\n";
     *stream << "\t\t<!-- Chemistry Specific Properties: -->\n";
     xmlOutputSettings(stream, profile.settings->getStructSettings());

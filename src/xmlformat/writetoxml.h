@@ -5,6 +5,7 @@
 #include <QString>
 
 class ProfileName;
+class ProfileSettings;
 class QTextStream;
 
 namespace HParser
@@ -16,7 +17,8 @@ class StructSettings;
 namespace XMLGeneratorParser
 {
 /// Writes the profile file (see docs/file-formats/profiles.md): the global settings, then every
-/// profile in list order; UTF-8 without an XML declaration.
+/// profile in list order; UTF-8 without an XML declaration. What takes rows of the list belongs to the
+/// editor, the rest to the core.
 class WriteToXML : public QObject
 {
     Q_OBJECT
@@ -32,6 +34,11 @@ public:
     static QString document(const QList<ProfileName*>& profiles,
                             const HParser::StructSettings* globalSettings);
 
+    /// The same for profiles that stand in no list. Their flags are those of their settings.
+    /// REQUIRES: chemistries with the flags that profiles have (fatal assertion).
+    static QString document(const QList<const ProfileSettings*>& profiles,
+                            const HParser::StructSettings* globalSettings);
+
     /// The setting lines of one struct.
     static void xmlOutputSettings(QTextStream* stream,
                                   const QList<HParser::StructSetting*>& settings);
@@ -40,6 +47,6 @@ public:
     static QString boolToString(bool value);
 
 private:
-    static void xmlOutputProfile(QTextStream* stream, int id, const ProfileName& row);
+    static void xmlOutputProfile(QTextStream* stream, int id, const ProfileSettings& profile);
 };
 } // namespace XMLGeneratorParser

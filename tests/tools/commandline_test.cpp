@@ -9,7 +9,7 @@ TEST_F(CommandLineTest, HelpNamesEveryCommand)
     const ProgramRun help = runProfiles({"--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_EQ(help.errors, "");
-    for (const char* command : {"check", "bundle"}) {
+    for (const char* command : {"check", "convert", "show", "diff", "bundle"}) {
         EXPECT_TRUE(help.output.contains(QByteArray("\n  ") + command)) << command;
     }
     const ProgramRun bundleHelp = run({"--help"});

@@ -3,12 +3,18 @@
 #include "bundlecommand.h"
 #include "checkcommand.h"
 #include "console.h"
+#include "convertcommand.h"
+#include "diffcommand.h"
+#include "showcommand.h"
 
 #include <QCoreApplication>
 
 CommandLine::CommandLine()
 {
     commands.add(std::make_unique<CheckCommand>(QStringLiteral("check")));
+    commands.add(std::make_unique<ConvertCommand>());
+    commands.add(std::make_unique<ShowCommand>());
+    commands.add(std::make_unique<DiffCommand>());
     commands.add(std::make_unique<BundleCommand>());
 }
 

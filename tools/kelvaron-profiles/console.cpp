@@ -1,7 +1,6 @@
 #include "console.h"
 
 #include <QJsonDocument>
-#include <QString>
 
 #include <cstdio>
 
@@ -37,6 +36,13 @@ void printError(const QString& message)
 void printError(const QString& path, const QString& message)
 {
     printError(path + QStringLiteral(": ") + message);
+}
+
+void printMessages(const QString& path, const QStringList& messages)
+{
+    for (const QString& message : messages) {
+        printErrorLine(path + QStringLiteral(": ") + message);
+    }
 }
 
 ExitCode finishOutput(ExitCode code)

@@ -2,8 +2,9 @@
 
 #include "exitcode.h"
 
+#include <QStringList>
+
 class QJsonDocument;
-class QString;
 
 /// Writes a line to standard output, in UTF-8.
 void writeOutput(const QString& line);
@@ -19,6 +20,9 @@ void printError(const QString& message);
 
 /// The same for something about a file: "kelvaron-profiles: PATH: MESSAGE".
 void printError(const QString& path, const QString& message);
+
+/// Writes "PATH: MESSAGE" for each message to standard error.
+void printMessages(const QString& path, const QStringList& messages);
 
 /// Sends what is left to standard output. When it could not be written whole, reports that and
 /// returns the code for it, else `code`.
