@@ -9,13 +9,15 @@ set -euo pipefail
 
 usage() {
     cat <<'USAGE'
-Usage: scripts/install-dependencies.sh [--for run|test|fuzz|lint]
+Usage: scripts/install-dependencies.sh [--for run|test|fuzz|lint|package]
 
   --for run    what building and starting the editor needs (the default);
                adds a virtual display on a machine that has no display
   --for test   what building and running the tests needs
   --for fuzz   what building and running the fuzz targets needs: also Clang
   --for lint   what checking the sources needs: also clang-format, clang-tidy and shellcheck
+  --for package
+               what making and checking packages needs: also lintian
 USAGE
 }
 
@@ -55,7 +57,7 @@ case "$purpose" in
         fi
         ;;
     test)
-        packages+=(fonts-dejavu-core srecord)
+        packages+=(fonts-dejavu-core srecord desktop-file-utils appstream mandoc)
         ;;
     fuzz)
         packages+=(fonts-dejavu-core clang libclang-rt-dev)
@@ -63,8 +65,12 @@ case "$purpose" in
     lint)
         packages+=(clang-format clang-tidy shellcheck)
         ;;
+    package)
+        packages+=(dpkg-dev lintian man-db desktop-file-utils appstream mandoc librsvg2-bin
+            icoutils icnsutils)
+        ;;
     *)
-        say "install-dependencies.sh: --for takes run, test, fuzz or lint, not \"$purpose\""
+        say "install-dependencies.sh: --for takes run, test, fuzz, lint or package, not \"$purpose\""
         exit 2
         ;;
 esac
