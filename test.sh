@@ -8,6 +8,7 @@ usage() {
 Usage: ./test.sh [--sanitize | --coverage] [--filter REGEX]
        ./test.sh --fuzz SECONDS [--filter REGEX]
        ./test.sh --long-life
+       ./test.sh --packages
 
   --sanitize       build with the address and undefined-behaviour sanitizers (build/sanitize)
   --coverage       build with coverage counters (build/coverage) and sum them up with gcovr
@@ -17,6 +18,7 @@ Usage: ./test.sh [--sanitize | --coverage] [--filter REGEX]
                    findings in build/fuzz/findings
   --long-life      1000 transfers, 1000 replaced lists and 200 reloaded bundles in one run, as the
                    program is and under the leak checker, with the memory held; takes half an hour
+  --packages       make the packages and run the distribution's checkers on them
   --filter REGEX   run only the tests, or fuzz targets, whose names match
   --help           show this
 
@@ -49,6 +51,9 @@ while (($# > 0)); do
         --long-life)
             long_life=yes
             shift
+            ;;
+        --packages)
+            exec "$(dirname "${BASH_SOURCE[0]}")/scripts/check-packages.sh"
             ;;
         --filter)
             if (($# < 2)); then

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Draws the pictures of src/images and packaging/icons from their sources in src/images/source.
+# With --check it only looks whether they are as it would draw them.
 #
 # The drawn pictures are kept in the repository, so building needs none of this. Run it after a
 # change to a source. It needs rsvg-convert (Debian: librsvg2-bin), and for the icons of Windows and
@@ -9,8 +10,15 @@ set -euo pipefail
 export LC_ALL=C
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-images="$root/src/images"
-icons="$root/packaging/icons"
+sources="$root/src/images/source"
+target="$root"
+if [[ "${1:-}" == --check ]]; then
+    target="$(mktemp -d)"
+    trap 'rm -rf "$target"' EXIT
+fi
+images="$target/src/images"
+icons="$target/packaging/icons"
+mkdir -p "$images" "$icons"
 
 for tool in rsvg-convert icotool png2icns; do
     if ! command -v "$tool" >/dev/null; then
@@ -29,14 +37,14 @@ draw() {
         if ((zoom > 1)); then
             name="${2%.*}@${zoom}x.${2##*.}"
         fi
-        rsvg-convert --zoom "$zoom" --output "$images/$name" "$images/source/$1"
+        rsvg-convert --zoom "$zoom" --output "$images/$name" "$sources/$1"
         printf '%s\n' "src/images/$name"
     done
 }
 
 # draw_icon SOURCE SIZE
 draw_icon() {
-    rsvg-convert --width "$2" --height "$2" --output "$icons/$2.png" "$images/source/$1"
+    rsvg-convert --width "$2" --height "$2" --output "$icons/$2.png" "$sources/$1"
     printf '%s\n' "packaging/icons/$2.png"
 }
 
@@ -48,7 +56,6 @@ draw greenlight.svg greenlight.PNG
 draw greenlight2.svg greenlight2.PNG
 draw upload_download.svg upload_download.png
 
-mkdir -p "$icons"
 for size in 16 22 24; do
     draw_icon upload_download_small.svg "$size"
 done
@@ -62,6 +69,15 @@ done
     png2icns kelvaron-profile-editor.icns 16.png 32.png 48.png 128.png 256.png 512.png >/dev/null
 )
 printf '%s\n' packaging/icons/kelvaron-profile-editor.{ico,icns}
+
+if [[ "$target" != "$root" ]]; then
+    for folder in src/images packaging/icons; do
+        (cd "$target/$folder" && find . -type f) | while read -r picture; do
+            cmp "$target/$folder/$picture" "$root/$folder/$picture"
+        done
+    done
+    exit
+fi
 
 # A test compares these, so that no source is changed without its pictures.
 (cd "$images" && sha256sum source/*.svg ./*.png ./*.PNG) | sed 's| \./| |' >"$images/drawn.sha256"
