@@ -1,9 +1,11 @@
 // The schema header: whatever it says, loading it ends well or with a fatal assertion, and a schema
-// that was loaded never stops the program later.
+// that was loaded never stops the program later. A header in which the review finds nothing fatal is
+// loaded, and its profiles are packed and read.
 //
 // Widgets take their time: only every fourth size of an input has its settings shown in grids.
 
 #include "CBGenerator/generator.h"
+#include "CBGenerator/headerreview.h"
 #include "CBGenerator/schemacheck.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
@@ -16,11 +18,13 @@
 #include "settingsui/settingslineedit.h"
 #include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
+#include "textfile.h"
 
 #include <QCheckBox>
 #include <QStringList>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -114,9 +118,19 @@ void editInGrid(StructSettings& settings)
     FUZZ_EXPECT(valuesOf(settings) == saved);
 }
 
-void readImage(const Generator& generator, const QString& path)
+/// Whether the review finds that the editor cannot use the header.
+bool isRefused(const QString& path)
 {
-    FuzzTarget::runsToItsEnd([&] {
+    const Problems problems =
+        HParser::HeaderReview::problems(TextFile::read(path).value_or(QString()));
+    return std::any_of(problems.begin(), problems.end(), [](const Problem& problem) {
+        return problem.severity == Problem::Severity::Fatal;
+    });
+}
+
+bool readImage(const Generator& generator, const QString& path)
+{
+    return FuzzTarget::runsToItsEnd([&] {
         ReadFromHEX reader;
         if (!reader.read(path, generator.getProfileStartWordAddress())) {
             return;
@@ -129,7 +143,8 @@ void readImage(const Generator& generator, const QString& path)
     });
 }
 
-void useProfile(Generator& generator, const StructSettings& chemistry, bool showsGrids)
+void useProfile(Generator& generator, const StructSettings& chemistry, bool showsGrids,
+                bool mustBePacked)
 {
     ProfileSettings profile;
     profile.setChemistry(chemistry.getDescriptiveName(), &generator);
@@ -148,8 +163,10 @@ void useProfile(Generator& generator, const StructSettings& chemistry, bool show
         WriteToHEX().write(path, {profile.settings}, generator.getGlobalSettings(),
                            generator.getProfileStartWordAddress());
     });
+    FUZZ_EXPECT(isPacked || !mustBePacked);
     if (isPacked) {
-        readImage(generator, path);
+        const bool isRead = readImage(generator, path);
+        FUZZ_EXPECT(isRead || !mustBePacked);
     }
 }
 } // namespace
@@ -165,6 +182,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         HParser::SchemaCheck::run(generator);
         HexUtility::numProfilesAllowed(&generator);
     });
+    const bool isGood = !isRefused(generator.getHFileLocation());
+    FUZZ_EXPECT(isLoaded || !isGood);
     if (!isLoaded) {
         return 0;
     }
@@ -181,7 +200,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     }
     const QList<StructSettings*> chemistries = generator.getChemistrySettings();
     for (const StructSettings* chemistry : chemistries) {
-        useProfile(generator, *chemistry, showsGrids);
+        useProfile(generator, *chemistry, showsGrids,
+                   isGood && HexUtility::numProfilesAllowed(&generator) > 0);
     }
     return 0;
 }
