@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -9,6 +10,7 @@ int main(int argc, char** argv)
 {
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     const QApplication application(argc, argv);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icon.png")));
     const QStringList arguments = QApplication::arguments();
     QMessageBox box;
     box.setWindowTitle(arguments.value(1));
