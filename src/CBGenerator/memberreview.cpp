@@ -138,9 +138,11 @@ void MemberReview::checkName()
     const MemberLine::Piece name = pieces.name();
     isArray = name.text.contains(QRegularExpression(QStringLiteral("\\[\\w*\\]")));
     if (!isArray && pieces.declaration().contains(QLatin1Char('['))) {
-        add(name.column(), Problem::Severity::Error,
+        // A number's type reaches up to the last blank then and is none of the charger's.
+        add(name.column(), isNum() ? Problem::Severity::Fatal : Problem::Severity::Error,
             QStringLiteral("blanks in the brackets: this is no array"),
-            QStringLiteral("name[12], without blanks"));
+            isNum() ? QStringLiteral("the type and the name, without brackets")
+                    : QStringLiteral("name[12], without blanks"));
         return;
     }
     arraySize = isArray ? StructSetting::getNumInSquareBrackets(name.text) : 0;

@@ -263,6 +263,7 @@ TEST(HeaderReviewTest, RefusesABoolThatIsReadInMoreBytesThanItIsStoredIn)
 TEST(HeaderReviewTest, RefusesArraysThatAreNone)
 {
     expectOnly(with(8, "title[8]", "title[ 8 ]"), "8@]@ error", "blanks in the brackets");
+    expectOnly(with(13, "low;", "low2[ 1 ] low;"), "13@low;@ fatal", "blanks in the brackets");
     expectOnly(with(8, "title[8]", "title[LEN]"), "8:6 error", "without a size in digits");
     expectOnly(with(8, "title[8]", "title"), "8:6 error", "needs an array");
     expectOnly(with(13, "low;", "low[2];"), "13:15 error", "cannot be an array");
