@@ -6,6 +6,7 @@
 #include "quotedtext.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 
@@ -277,6 +278,7 @@ void MemberReview::checkListItems()
         items.append(pieces.field(i).text);
     }
     items = StructSetting::getList(items);
+    QSet<QString> seen;
     for (int i = firstItem; i <= lastItem; ++i) {
         const MemberLine::Piece piece = pieces.field(i);
         const QString item = items.at(i - firstItem);
@@ -290,10 +292,11 @@ void MemberReview::checkListItems()
             checkQuoted(i, QStringLiteral("the item"));
         }
         checkText(item, piece.column(), QStringLiteral("the item"));
-        if (items.indexOf(item) < i - firstItem) {
+        if (seen.contains(item)) {
             add(piece.column(), Problem::Severity::Warning,
                 QStringLiteral("the item %1 is there twice").arg(quotedText(item)));
         }
+        seen.insert(item);
     }
     if (lastItem < firstItem) {
         add(pieces.field(firstItem).column(), Problem::Severity::Error,

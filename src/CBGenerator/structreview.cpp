@@ -363,28 +363,35 @@ void StructReview::checkBits()
         return;
     }
     int bits = 0;
+    int firstLine = headerLine; // of the bit fields that stand together
     bool isEven = true;
+    const auto text = [&] {
+        return QStringLiteral("the bit fields from line %1 on have %2 bits, no whole bytes")
+            .arg(firstLine)
+            .arg(bits);
+    };
+    const auto advice = [&] {
+        return QStringLiteral("fields of %1 more bits, or of %2 fewer")
+            .arg(8 - bits % 8)
+            .arg(bits % 8);
+    };
     for (const Member& member : members) {
         const bool isChecksum = member.setting->descriptiveName == QLatin1String("checksum");
-        if (member.setting->size == QLatin1String("auto") || isChecksum) {
-            if (bits % 8 != 0) {
-                add(member, sizeField, Problem::Severity::Fatal,
-                    QStringLiteral("the bit fields before this member have %1 bits, no whole bytes")
-                        .arg(bits),
-                    QStringLiteral("fields of %1 more bits before it").arg(8 - bits % 8));
-                isEven = false;
-            }
-            bits = 0;
-        } else {
+        if (member.setting->size != QLatin1String("auto") && !isChecksum) {
+            firstLine = bits == 0 ? member.line : firstLine;
             bits += member.setting->size.toInt();
+            continue;
         }
+        if (bits % 8 != 0) {
+            add(member, sizeField, Problem::Severity::Fatal,
+                text() + QStringLiteral(", before this member"), advice());
+            isEven = false;
+        }
+        bits = 0;
     }
     if (bits % 8 != 0) {
         addForStruct(Problem::Severity::Fatal,
-                     QStringLiteral("the last bit fields of \"%1\" have %2 bits, no whole bytes")
-                         .arg(structName)
-                         .arg(bits),
-                     QStringLiteral("fields of %1 more bits").arg(8 - bits % 8));
+                     text() + QStringLiteral(", at the end of \"%1\"").arg(structName), advice());
         isEven = false;
     }
     if (isEven) {
