@@ -12,6 +12,7 @@
 #include "settingsui/settingspanemanager.h"
 #include "transfer/comdevicewatcher.h"
 #include "ui_mainwindow.h"
+#include "widgets/menukey.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
 
@@ -28,6 +29,7 @@ MainWindow::~MainWindow()
 
 void MainWindow::extraUIAdditions()
 {
+    MenuKey::install(ui->menuBar);
     addToolbarActions();
     addToolbarTitle();
     ui->mainToolBar->setFloatable(false);
@@ -78,6 +80,7 @@ void MainWindow::addToolbarTitle()
     // An icon, for a pixmap alone never takes the pictures of dense screens.
     const QIcon picture(QStringLiteral(":/new/images/tovo_logo.png"));
     logo->setPixmap(picture.pixmap(64, 20));
+    logo->setAccessibleName(QStringLiteral("Tovo"));
     ui->mainToolBar->addWidget(logo);
 }
 

@@ -11,6 +11,7 @@
 #include "transfer/portdropdown.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 #include "versionstring.h"
+#include "widgets/menukey.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>
@@ -66,6 +67,7 @@ KelvaronFirmwareToolWindow::~KelvaronFirmwareToolWindow() = default;
 
 void KelvaronFirmwareToolWindow::extraUIAdditions()
 {
+    MenuKey::install(ui->menuBar);
     connect(ui->actionLoad_File, &QAction::triggered, this,
             &KelvaronFirmwareToolWindow::on_selectFileButton_clicked);
     connect(ui->actionExit, &QAction::triggered, this, &KelvaronFirmwareToolWindow::exitProgram);

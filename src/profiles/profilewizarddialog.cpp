@@ -7,6 +7,7 @@
 #include "settingsui/settingsgridscroll.h"
 #include "ui_profilewizarddialog.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLabel>
 
@@ -38,6 +39,8 @@ void ProfileWizardDialog::askTitlesWizard()
     profile = std::make_unique<ProfileSettings>();
     ui->backButton->setEnabled(false);
     ui->nextButton->setText(QStringLiteral("Next >"));
+    ui->nextButton->setAccessibleName(QStringLiteral("Next"));
+    ui->nextButton->setAccessibleDescription(QStringLiteral("On to the settings"));
     ui->chemistryLabel->clear();
 
     chemistryBox = new QComboBox;
@@ -47,6 +50,9 @@ void ProfileWizardDialog::askTitlesWizard()
     }
     auto* chemistryPrompt = new QLabel(QStringLiteral("Chemistry:"));
     chemistryPrompt->setBuddy(chemistryBox);
+    chemistryBox->setAccessibleName(QStringLiteral("Chemistry"));
+    chemistryBox->setAccessibleDescription(QStringLiteral("The kind of battery to be charged"));
+    chemistryBox->view()->setAccessibleName(chemistryBox->accessibleName());
     ui->containerLayout->addWidget(chemistryPrompt);
     ui->containerLayout->addWidget(chemistryBox);
     ui->containerLayout->setAlignment(Qt::AlignTop);
@@ -89,6 +95,8 @@ void ProfileWizardDialog::on_cancelButton_clicked()
 void ProfileWizardDialog::saveSettings()
 {
     ui->nextButton->setText(QStringLiteral("Finish"));
+    ui->nextButton->setAccessibleName(QStringLiteral("Finish"));
+    ui->nextButton->setAccessibleDescription(QStringLiteral("Adds the profile to the list"));
     if (step == 0) {
         profile->setChemistry(chemistryBox->currentText(), generator);
     } else if (step == 1) {

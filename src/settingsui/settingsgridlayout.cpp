@@ -33,16 +33,22 @@ QLabel* newLabel(const QString& text)
     return label;
 }
 
-/// Ties an editor to the label before it and to the units behind it.
-void nameEditor(QWidget* editor, QLabel* label, const QString& units)
+/// Ties an editor to the label before it.
+void nameEditor(QWidget* editor, QLabel* label, const QString& description)
 {
     const QString name = label->text();
     editor->setAccessibleName(name);
-    if (!units.isEmpty()) {
-        editor->setAccessibleDescription(QStringLiteral("in ") + units);
-    }
+    editor->setAccessibleDescription(description);
     label->setText(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // no mnemonic
     label->setBuddy(editor);
+}
+
+/// What is told of an editor beside its name: the units, and the group that the setting belongs to.
+QString describe(const StructSetting& setting)
+{
+    QStringList parts = {setting.units, setting.categoryLabel};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
 }
 
 /// The flags that the list manager keeps; a grid never takes them back.
@@ -99,7 +105,7 @@ void SettingsGridLayout::addAdvancedToggle(int row)
     QLabel* label = newLabel(QStringLiteral("Edit Advanced Settings"));
     label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
     advancedToggle = new AdvancedModeToggleCheckBox;
-    nameEditor(advancedToggle, label, {});
+    nameEditor(advancedToggle, label, QStringLiteral("Opens the settings below it for changes"));
     addWidget(label, row, labelColumn);
     addWidget(advancedToggle, row, editorColumn);
 }
@@ -114,7 +120,7 @@ void SettingsGridLayout::addSetting(StructSetting* setting, int row)
         auto* editor = new SettingsLineEdit;
         editor->setFont(gridFont());
         editor->setMinimumWidth(editorWidth);
-        nameEditor(editor, label, setting->units);
+        nameEditor(editor, label, describe(*setting));
         editor->bindSetting(setting);
         if (setting->settingType == StructSetting::NUM) {
             addWidget(editor, row, editorColumn);
@@ -127,7 +133,7 @@ void SettingsGridLayout::addSetting(StructSetting* setting, int row)
     case StructSetting::BOOL: {
         auto* editor = new SettingsCheckBox;
         editor->setFont(gridFont());
-        nameEditor(editor, label, {});
+        nameEditor(editor, label, describe(*setting));
         editor->bindSetting(setting);
         addWidget(editor, row, editorColumn);
         break;

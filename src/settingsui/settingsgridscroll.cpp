@@ -23,7 +23,10 @@ const QString flatScrollBar = QStringLiteral(
 
 SettingsGridScroll::SettingsGridScroll(HParser::StructSettings* settings, QWidget* parent)
     : QScrollArea(parent), grid(fill(this, settings))
-{}
+{
+    setAccessibleName(QStringLiteral("Settings"));
+    setAccessibleDescription(QStringLiteral("One setting a row"));
+}
 
 SettingsGridLayout* SettingsGridScroll::fill(QScrollArea* scroll, HParser::StructSettings* settings)
 {

@@ -17,6 +17,8 @@ KelvaronResetDialog::KelvaronResetDialog(const QString& successMessage, const QS
     label->setTextFormat(Qt::RichText);
     auto* stayButton = new QPushButton(QStringLiteral("Stay in Bootloader Mode"));
     auto* resetButton = new QPushButton(QStringLiteral("Reset Kelvaron"));
+    stayButton->setAccessibleDescription(QStringLiteral("For more transfers"));
+    resetButton->setAccessibleDescription(QStringLiteral("The Kelvaron starts its firmware"));
     connect(stayButton, &QPushButton::clicked, this,
             &KelvaronResetDialog::onStayInBootloaderButton);
     connect(resetButton, &QPushButton::clicked, this, &KelvaronResetDialog::onResetButton);

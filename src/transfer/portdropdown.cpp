@@ -2,9 +2,13 @@
 
 #include "transfer/qextserialenumerator.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 
-PortDropdown::PortDropdown(QComboBox* comboBox) : box(comboBox) {}
+PortDropdown::PortDropdown(QComboBox* comboBox) : box(comboBox)
+{
+    box->view()->setAccessibleName(box->accessibleName());
+}
 
 void PortDropdown::fill()
 {

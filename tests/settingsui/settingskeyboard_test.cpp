@@ -130,8 +130,10 @@ TEST_F(SettingsKeyboardTest, EveryLabelIsTheBuddyOfItsEditor)
 TEST_F(SettingsKeyboardTest, EditorsAreNamedAfterTheirSettingsWithTheirUnits)
 {
     EXPECT_EQ(readerName(window.lineEdit("Current")), "Current");
-    EXPECT_EQ(readerDescription(window.lineEdit("Current")), "in A");
+    EXPECT_EQ(readerDescription(window.lineEdit("Current")), "A, General");
     EXPECT_EQ(readerName(window.checkBox("Balance")), "Balance");
+    EXPECT_EQ(readerDescription(window.checkBox("Balance")), "General");
+    EXPECT_EQ(readerDescription(window.lineEdit("Title")), "Profile");
     EXPECT_EQ(readerName(window.advancedToggle()), "Edit Advanced Settings");
 }
 
@@ -144,7 +146,7 @@ TEST(SettingsLabels, AmpersandsAreShownAndNoMnemonics)
     EXPECT_EQ(label->text(), "A &&&& B && C");
     EXPECT_EQ(readerName(label), "A && B & C");
     EXPECT_EQ(readerName(label->buddy()), "A && B & C");
-    EXPECT_EQ(readerDescription(label->buddy()), "in R&D");
+    EXPECT_EQ(readerDescription(label->buddy()), "R&D, General");
     // Drawn as a label without a buddy draws it.
     QLabel plain("A && B & C");
     plain.setFont(label->font());

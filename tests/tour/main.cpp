@@ -1,3 +1,4 @@
+#include "appearance.h"
 #include "mainwindow.h"
 #include "tour.h"
 #include "transfer/qextserialenumerator.h"
@@ -5,22 +6,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QStyleFactory>
-
-namespace
-{
-QPalette darkPalette()
-{
-    QPalette palette(QColor(53, 53, 53));
-    palette.setColor(QPalette::Base, QColor(35, 35, 35));
-    palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    for (const QPalette::ColorRole role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(QPalette::Disabled, role, QColor(135, 135, 135));
-    }
-    return palette;
-}
-} // namespace
 
 int main(int argc, char** argv)
 {
@@ -34,15 +19,19 @@ int main(int argc, char** argv)
     parser.addHelpOption();
     const QCommandLineOption output("output", "Folder of the pictures.", "folder", "screenshots");
     const QCommandLineOption size("size", "Size of the main window.", "WIDTHxHEIGHT");
-    const QCommandLineOption dark("dark", "Use a dark palette.");
-    parser.addOptions({output, size, dark});
+    const QCommandLineOption palette(
+        "palette", "Colours: " + Appearance::paletteNames().join(", ") + '.', "name");
+    const QCommandLineOption fontSize("font-size", "Size of the system's font.", "points");
+    parser.addOptions({output, size, palette, fontSize});
     parser.process(application);
     const QString folder =
         QDir(parser.value(output)).absolutePath(); // before the start-up moves us
 
-    if (parser.isSet(dark)) {
-        QApplication::setStyle(QStyleFactory::create("Fusion"));
-        QApplication::setPalette(darkPalette());
+    if (parser.isSet(palette) && !Appearance::usePalette(parser.value(palette))) {
+        parser.showHelp(EXIT_FAILURE);
+    }
+    if (parser.isSet(fontSize)) {
+        Appearance::useFontSize(parser.value(fontSize).toInt());
     }
     QextSerialEnumerator::setSource([] {
         QextPortInfo port; // the simulated charger's: any name will do

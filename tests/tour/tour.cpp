@@ -3,6 +3,7 @@
 #include "mainwindow.h"
 #include "settingsui/advancedmodetogglecheckbox.h"
 #include "settingsui/settingslineedit.h"
+#include "support/gui/accessibletree.h"
 
 #include <QAction>
 #include <QApplication>
@@ -353,6 +354,20 @@ void Tour::picture(QWidget* widget, const QString& name)
                              .arg(++pictureNumber, 2, 10, QLatin1Char('0'))
                              .arg(name);
     check(widget->grab().save(file), file + " is written");
+    readAloud(widget, name);
+}
+
+void Tour::readAloud(QWidget* widget, const QString& name)
+{
+    QFile file(QDir(folder).absoluteFilePath("accessibility.txt"));
+    const bool isOpen = file.open(pictureNumber == 1 ? QIODevice::WriteOnly : QIODevice::Append);
+    check(isOpen, file.fileName() + " is written");
+    file.write(QStringLiteral("%1 %2\n\n%3\n")
+                   .arg(pictureNumber, 2, 10, QLatin1Char('0'))
+                   .arg(name, AccessibleTree::print(widget))
+                   .toUtf8());
+    const QStringList faults = AccessibleTree::faults(widget);
+    check(faults.isEmpty(), "a screen reader can tell all of " + name + '\n' + faults.join('\n'));
 }
 
 void Tour::check(bool isTrue, const QString& what)

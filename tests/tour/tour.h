@@ -10,9 +10,10 @@ class MainWindow;
 class QAction;
 class QWidget;
 
-/// Drives the real main window through the main job by real events and leaves a numbered picture of
-/// every step: profiles made with the wizard, edited, flagged, reordered, deleted, saved, loaded,
-/// written to the simulated charger and read back, and firmware flashed into it.
+/// Drives the real main window through the main job by real events: profiles made with the wizard,
+/// edited, flagged, reordered, deleted, saved, loaded, written to the simulated charger and read
+/// back, and firmware flashed into it. Leaves a numbered picture of every step, and in the file
+/// accessibility.txt what a screen reader finds there.
 class Tour : public QObject
 {
     Q_OBJECT
@@ -49,6 +50,7 @@ private:
     void onNextDialog(const std::function<void(QWidget*)>& interact);
     void chooseFile(const QString& actionName, const QString& path, const QString& pictureName);
     void picture(QWidget* widget, const QString& name);
+    void readAloud(QWidget* widget, const QString& name);
     void check(bool isTrue, const QString& what);
 
     MainWindow* window;

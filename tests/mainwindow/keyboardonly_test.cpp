@@ -1,0 +1,243 @@
+// A day's work without a mouse, with the simulated charger behind the uploader's name.
+
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "profiles/profilename.h"
+#include "profiles/profilesettings.h"
+#include "support/gui/installation.h"
+#include "testpaths.h"
+#include "transfer/fakeports.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+class KeyboardOnlyTest : public MainWindowTest
+{
+protected:
+    KeyboardOnlyTest()
+    {
+        EXPECT_TRUE(QFile::remove(pathOf("supl.mac")));
+        EXPECT_TRUE(QFile::copy(QString(KELVARON_BIN_DIR) + "/KelvaronProfileEditorFiles/supl.mac",
+                                pathOf("supl.mac")));
+        QFile faults(pathOf("supl-faults.txt"));
+        EXPECT_TRUE(faults.open(QIODevice::WriteOnly));
+        faults.write("pace = 0%\n");
+        faults.close();
+        start();
+    }
+
+    /// What a window manager does when a window opens or closes.
+    void activate(QWidget* shown) const
+    {
+        QApplication::setActiveWindow(shown);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(shown));
+    }
+
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QCoreApplication::processEvents(); // nobody types before the window is drawn
+        QWidget* focus = QApplication::focusWidget();
+        ASSERT_NE(QApplication::activeWindow(), nullptr);
+        QTest::keyClick(focus != nullptr ? focus : QApplication::activeWindow(), key, modifiers);
+    }
+
+    static void type(const QString& text)
+    {
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
+        QTest::keyClicks(QApplication::focusWidget(), text);
+    }
+
+    /// The dialog that the next keys go to.
+    QWidget* dialogAfter(Qt::Key key, Qt::KeyboardModifiers modifiers) const
+    {
+        activate(window.get());
+        press(key, modifiers);
+        EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog != nullptr) {
+            activate(dialog);
+        }
+        return dialog;
+    }
+
+    /// Presses keys in the next dialog.
+    template <typename Keys>
+    void answer(DialogScript& script, const QString& title, Keys keys) const
+    {
+        script.thenDo([this, title, keys](QWidget& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), title);
+            activate(&dialog);
+            keys();
+        });
+    }
+
+    static void waitForNoDialog()
+    {
+        ASSERT_TRUE(
+            QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }, 20000));
+        flushDeletions();
+    }
+
+    void makeProfileByKeys(const QString& title, int chemistry) const
+    {
+        QWidget* wizard = dialogAfter(Qt::Key_N, Qt::ControlModifier);
+        ASSERT_NE(wizard, nullptr);
+        for (int i = 0; i < chemistry; ++i) {
+            press(Qt::Key_Down); // the chemistries have the focus
+        }
+        press(Qt::Key_Return);
+        press(Qt::Key_A, Qt::ControlModifier);
+        type(title);
+        press(Qt::Key_Tab);
+        press(Qt::Key_A, Qt::ControlModifier);
+        type("No mouse");
+        press(Qt::Key_Return);
+        waitForNoDialog();
+    }
+
+    void transferByKeys(Qt::Key key, bool replaces) const
+    {
+        QWidget* dialog = dialogAfter(key, Qt::ControlModifier | Qt::ShiftModifier);
+        ASSERT_NE(dialog, nullptr);
+        DialogScript script;
+        if (replaces) {
+            answer(script, "Add Profiles to List?", [] { press(Qt::Key_R, Qt::AltModifier); });
+        }
+        answer(script, "Stay in Bootloader Mode or Reset?", [] {
+            press(Qt::Key_Tab);
+            press(Qt::Key_Space); // reset
+        });
+        press(Qt::Key_Return);
+        waitForNoDialog();
+        script.finish();
+    }
+
+    QString value(int row, const QString& name) const
+    {
+        const auto* rowWidget = qobject_cast<ProfileName*>(list()->itemWidget(list()->item(row)));
+        return rowWidget->getProfileSettings()
+            ->settings->getStructSettingByDescriptiveName(name)
+            ->getValue();
+    }
+};
+
+TEST_F(KeyboardOnlyTest, WholeMainJobNeedsNoMouse)
+{
+    const FakePorts ports({"COM7"});
+    const QString file = pathOf("by-keys.xml");
+
+    makeProfileByKeys("First", 0);
+    makeProfileByKeys("Lead", 2);
+    ASSERT_EQ(list()->count(), 2);
+    EXPECT_EQ(rowTitle(1), "Lead");
+
+    // Back to the first one, and its number of cells changed.
+    activate(window.get());
+    list()->setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Up);
+    press(Qt::Key_E, Qt::ControlModifier);
+    auto* save = child<QPushButton>("saveChangesButton");
+    ASSERT_TRUE(QTest::qWaitFor([save] { return save->isEnabled(); }));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Tab);
+    press(Qt::Key_A, Qt::ControlModifier);
+    type("5");
+    press(Qt::Key_Return, Qt::ControlModifier);
+    ASSERT_TRUE(QTest::qWaitFor([save] { return !save->isEnabled(); }));
+    EXPECT_EQ(value(0, "Number of Cells"), "5");
+
+    // Made active and the default one, from button to button.
+    list()->setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    EXPECT_EQ(value(0, "default"), "true");
+
+    {
+        DialogScript script;
+        answer(script, "Select XML File to Export Profiles", [&file] {
+            type(file);
+            press(Qt::Key_Return);
+        });
+        answer(script, "Export to XML status", [] { press(Qt::Key_Return); });
+        press(Qt::Key_S, Qt::ControlModifier);
+        script.finish();
+        EXPECT_TRUE(QFile::exists(file));
+    }
+    {
+        DialogScript script;
+        activate(window.get());
+        answer(script, "Delete all profiles?", [] { press(Qt::Key_Y, Qt::AltModifier); });
+        press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+        script.finish();
+        ASSERT_EQ(list()->count(), 0);
+    }
+    {
+        DialogScript script;
+        activate(window.get());
+        answer(script, "Select XML File to Import Profiles", [&file] {
+            type(file);
+            press(Qt::Key_Return);
+        });
+        press(Qt::Key_O, Qt::ControlModifier);
+        script.finish();
+        ASSERT_EQ(list()->count(), 2);
+    }
+    transferByKeys(Qt::Key_W, false);
+    transferByKeys(Qt::Key_R, true);
+    ASSERT_EQ(list()->count(), 2);
+    EXPECT_EQ(rowTitle(0), "First");
+    EXPECT_EQ(value(0, "Number of Cells"), "5");
+    EXPECT_EQ(value(0, "default"), "true");
+    EXPECT_EQ(rowTitle(1), "Lead");
+    {
+        DialogScript script;
+        activate(window.get());
+        answer(script, "Basic Usage", [] { press(Qt::Key_Return); });
+        press(Qt::Key_F1);
+        script.finish();
+    }
+    activate(window.get());
+    QTimer::singleShot(0, window.get(), [] { press(Qt::Key_Q, Qt::ControlModifier); });
+    QTimer::singleShot(10000, window.get(), [] { QCoreApplication::exit(EXIT_FAILURE); });
+    EXPECT_EQ(QApplication::exec(), EXIT_SUCCESS);
+}
+
+TEST_F(KeyboardOnlyTest, MenusOpenWithF10)
+{
+    press(Qt::Key_F10);
+    auto* file = child<QMenu>("menuFile");
+    ASSERT_TRUE(QTest::qWaitFor([file] { return file->isVisible(); }));
+    QTest::keyClick(file, Qt::Key_Right);
+    auto* edit = child<QMenu>("menuEdit");
+    ASSERT_TRUE(QTest::qWaitFor([edit] { return edit->isVisible(); }));
+    QTest::keyClick(edit, Qt::Key_Right);
+    auto* help = child<QMenu>("menuHelp");
+    ASSERT_TRUE(QTest::qWaitFor([help] { return help->isVisible(); }));
+    EXPECT_EQ(help->activeAction(), command("actionHelp_2"));
+    DialogScript script;
+    answer(script, "Basic Usage", [] { press(Qt::Key_Return); });
+    QTest::keyClick(help, Qt::Key_Return);
+    script.finish();
+}
+
+TEST_F(KeyboardOnlyTest, EveryKeyIsUsedOnce)
+{
+    QStringList keys;
+    const QList<QAction*> actions = window->findChildren<QAction*>();
+    for (const QAction* action : actions) {
+        keys.append(action->shortcut().toString());
+    }
+    const QList<QAbstractButton*> buttons = window->findChildren<QAbstractButton*>();
+    for (const QAbstractButton* button : buttons) {
+        keys.append(button->shortcut().toString());
+    }
+    keys.removeAll(QString());
+    const int all = keys.size();
+    EXPECT_GE(all, 16);
+    EXPECT_EQ(keys.removeDuplicates(), 0) << all;
+}
