@@ -33,6 +33,34 @@ man_page_is_clean() {
     [[ -z "$complaints" ]] && mandoc -T lint -W warning "$1"
 }
 
+# What can be checked of the other systems' packages without these systems.
+
+# shellcheck disable=SC2317 # called through check
+windows_resources_compile() {
+    (cd packaging/windows && x86_64-w64-mingw32-windres --preprocessor=gcc --preprocessor-arg=-E \
+        --preprocessor-arg=-xc --preprocessor-arg=-DRC_INVOKED kelvaron-profile-editor.rc \
+        -O coff -o "$unpacked/resources.o") &&
+        x86_64-w64-mingw32-objdump -h "$unpacked/resources.o" | grep -q '\.rsrc' &&
+        xmllint --noout packaging/windows/kelvaron-profile-editor.manifest
+}
+
+# shellcheck disable=SC2317 # called through check
+windows_installer_compiles() {
+    local folder="$unpacked/windows"
+    mkdir -p "$folder/KelvaronProfileEditorFiles" "$folder/demo" "$folder/platforms"
+    touch "$folder"/{KelvaronProfileEditor.exe,Qt5Core.dll,platforms/qwindows.dll} \
+        "$folder"/{KelvaronProfileEditorFiles/supl.exe,demo/supl.exe}
+    (cd packaging/windows && makensis -V2 "-DSOURCE=$folder" \
+        "-DOUTPUT=$unpacked/kelvaron-profile-editor-setup.exe" installer.nsi)
+}
+
+# shellcheck disable=SC2317 # called through check
+mac_files_are_sound() {
+    plistutil -i packaging/macos/Info.plist.in -o "$unpacked/plist" -f bin &&
+        icns2png --list packaging/icons/kelvaron-profile-editor.icns &&
+        icotool --list packaging/icons/kelvaron-profile-editor.ico
+}
+
 scripts/install-dependencies.sh --for package
 configure package
 build package
@@ -62,6 +90,9 @@ check "that the .deb and the archive hold the same programs" diff \
     <(cd "$unpacked/deb/usr" && find bin lib -type f | sort) \
     <(cd "$unpacked/archive" && find bin lib -type f | sort)
 check "that the archive's program starts" "$unpacked/archive/bin/kelvaron-profile-editor" --version
+check "the resources for Windows" windows_resources_compile
+check "the installer for Windows" windows_installer_compiles
+check "the property list and icons for macOS and Windows" mac_files_are_sound
 check "the pictures" scripts/render-images.sh --check
 
 if ((status == 0)); then

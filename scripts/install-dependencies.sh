@@ -67,7 +67,7 @@ case "$purpose" in
         ;;
     package)
         packages+=(dpkg-dev lintian man-db desktop-file-utils appstream mandoc librsvg2-bin
-            icoutils icnsutils)
+            icoutils icnsutils binutils-mingw-w64-x86-64 nsis libplist-utils)
         ;;
     *)
         say "install-dependencies.sh: --for takes run, test, fuzz, lint or package, not \"$purpose\""
