@@ -281,7 +281,7 @@ void MemberReview::checkListItems()
     QSet<QString> seen;
     for (int i = firstItem; i <= lastItem; ++i) {
         const MemberLine::Piece piece = pieces.field(i);
-        const QString item = items.at(i - firstItem);
+        const QString& item = items.at(i - firstItem);
         const bool isEnd = i == firstItem || i == lastItem;
         if (isEnd && item.isEmpty()) {
             add(piece.column(), Problem::Severity::Error,

@@ -48,9 +48,9 @@ public:
 private:
     struct Member
     {
-        int line;
+        int line = 0;
         MemberLine pieces;
-        StructSetting* setting; ///< nullptr for a line that cannot be parsed
+        StructSetting* setting = nullptr; ///< nullptr for a line that cannot be parsed
     };
 
     void checkPlaces();

@@ -24,7 +24,7 @@ public:
 private:
     struct Section
     {
-        int firstLine; ///< of its text, counted from 1
+        int firstLine = 1; ///< of its text, counted from 1
         QStringList lines;
     };
 
@@ -43,8 +43,8 @@ private:
 
     struct Value
     {
-        int line;
-        int column;
+        int line = 0;
+        int column = 0;
         QString text;
     };
 

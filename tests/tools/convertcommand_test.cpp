@@ -67,6 +67,20 @@ TEST_F(ConvertCommandTest, TakesTheHeaderOutOfABundle)
     EXPECT_EQ(readFile("out.hex"), oneProfileHex());
 }
 
+TEST_F(ConvertCommandTest, TellsABundleWhoseChecksumsDoNotMatch)
+{
+    pack();
+    writeFile("out.kelvaron", readFile("out.kelvaron").replace("name = test", "name = tess"));
+    writeFile("in.xml", xml(oneProfile()));
+    const ProgramRun result =
+        runProfiles({"convert", "--bundle", "out.kelvaron", "in.xml", "out.hex"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.errors, "out.kelvaron: warning: its checksums do not match\n");
+    writeFile("none.kelvaron", "...\nVERSION = 1\n...\n");
+    expectRefused(runProfiles({"convert", "--bundle", "none.kelvaron", "in.xml", "out2.hex"}), 1,
+                  "none.kelvaron: error: 0 whole sections");
+}
+
 TEST_F(ConvertCommandTest, WritesTheFormatThatIsSaid)
 {
     writeFile("in.xml", xml(oneProfile()));

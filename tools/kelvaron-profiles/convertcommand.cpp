@@ -49,9 +49,9 @@ QStringList obstacles(const ProfileFile& input, const HParser::Generator& schema
                          .arg(profiles.size())
                          .arg(qMax(0, allowed)));
     }
-    for (int i = 0; i < profiles.size(); ++i) {
+    for (const ProfileSettings* profile : profiles) {
         const QStringList complaints =
-            StorableText::complaints(*profiles.at(i)->settings, profiles.at(i)->getTitle());
+            StorableText::complaints(*profile->settings, profile->getTitle());
         for (const QString& complaint : complaints) {
             found.append(QStringLiteral("error: the charger cannot hold the %1").arg(complaint));
         }

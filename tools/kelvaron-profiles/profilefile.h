@@ -60,7 +60,7 @@ private:
     void findFormat();
     void readXml();
     void readHex();
-    void refuseHex(int error);
+    void refuseHex(int code);
     void addProfiles(const QList<ParsedProfile*>& parsed);
     void addProfile(const ParsedProfile& parsed);
     void tellHiddenValues(const ParsedProfile& parsed, const ProfileSettings& profile);

@@ -68,7 +68,9 @@ std::optional<ExitCode> SchemaFile::loadBundle(const QString& path)
         return code;
     }
     KelvaronBundle bundle(path);
-    bundle.parseBundle();
+    if (!bundle.parseBundle()) {
+        printMessages(path, {QStringLiteral("warning: its checksums do not match")});
+    }
     QTemporaryDir folder;
     const QString header = folder.filePath(QStringLiteral("kelvaron_chemistries.cb"));
     if (bundle.getNumFiles() <= KelvaronBundle::SCHEMA_HEADER) {
