@@ -27,7 +27,17 @@ fi
 
 pictures="$work/pictures"
 root="$(mktemp -d "$work/root.XXXXXX")"
-trap 'umount -R -l "$root"/{proc,dev,tmp/.X11-unix,mnt} 2>/dev/null; rm -rf --one-file-system "$root"' EXIT
+lock=
+# shellcheck disable=SC2317 # called at the end
+clean_up() {
+    local folder
+    for folder in proc dev tmp/.X11-unix mnt; do
+        umount --recursive --lazy "$root/$folder" 2>/dev/null || true
+    done
+    rm -rf --one-file-system "$root"
+    rm -f "$lock"
+}
+trap clean_up EXIT
 rm -rf "$pictures"
 mkdir -p "$pictures"
 number=0
@@ -67,7 +77,8 @@ make_root() {
     cp -L /etc/resolv.conf "$root/etc/resolv.conf"
     mount -t proc proc "$root/proc"
     mount --rbind /dev "$root/dev"
-    mkdir -p "$root/tmp/.X11-unix"
+    mkdir -p "$root/tmp/.X11-unix" /tmp/.X11-unix
+    mount -t tmpfs -o mode=1777 tmpfs /tmp/.X11-unix # this namespace's alone
     mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"
 }
 
@@ -94,13 +105,32 @@ as_user() {
 
 # --- the screen
 
+# A number that nobody else has: servers in other namespaces would take our lock for one left over.
+start_display() {
+    local i number="$((1000 + RANDOM))"
+    export DISPLAY=":$number"
+    lock="/tmp/.X$number-lock"
+    Xvfb "$DISPLAY" -screen 0 1000x700x24 -nolisten tcp -ac >"$work/display.log" 2>&1 &
+    for ((i = 0; i < 100; ++i)); do
+        xdotool getdisplaygeometry >/dev/null 2>&1 && break
+        sleep 0.1
+    done
+    openbox >>"$work/display.log" 2>&1 &
+    for ((i = 0; i < 100; ++i)); do
+        xdotool get_num_desktops >/dev/null 2>&1 && return 0
+        sleep 0.1
+    done
+    echo "try-in-clean-root.sh: no display, see $work/display.log" >&2
+    exit 1
+}
+
 window() { xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1; }
 
 wait_for() {
     local i
     for ((i = 0; i < 300; ++i)); do
         if [[ -n "$(window "$1")" ]]; then
-            xdotool windowactivate --sync "$(window "$1")" 2>/dev/null || true
+            timeout 5 xdotool windowactivate --sync "$(window "$1")" 2>/dev/null || true
             sleep 0.4 # drawn, and ready for keys
             return 0
         fi
@@ -189,13 +219,7 @@ install_deb "$deb"
 in_root useradd --create-home --home-dir "$home" anna
 in_root install -d -o anna -m 700 /run/user/anna
 
-display="$(mktemp)"
-Xvfb -displayfd 3 -screen 0 1000x700x24 -nolisten tcp -ac 3>"$display" >/dev/null 2>&1 &
-for ((i = 0; i < 100 && $(wc -c <"$display") == 0; ++i)); do sleep 0.1; done
-DISPLAY=":$(cat "$display")"
-export DISPLAY
-rm -f "$display"
-openbox >/dev/null 2>&1 &
+start_display
 
 step "First start: the charger's files are not there"
 as_user kelvaron-profile-editor 2>"$work/editor.log" &
