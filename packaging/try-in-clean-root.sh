@@ -72,6 +72,7 @@ make_root() {
         step "Unpacking a bare Debian (delete $work/clean-root.tar to have it made anew)"
         tar -C "$root" -xf "$work/clean-root.tar"
     fi
+    chmod 755 "$root"
     rm -rf "$root/etc/apt"
     cp -aL /etc/apt "$root/etc/apt"
     cp -L /etc/resolv.conf "$root/etc/resolv.conf"
