@@ -193,6 +193,7 @@ TEST(HeaderReviewTest, RefusesPlacesThatAreLost)
 {
     expectOnly(with(15, "\"Off\", 4", "\"Off\", 10"), "15@10@ error", "the struct has 10 members");
     expectOnly(with(15, "\"Off\", 4", "\"Off\", 1.5"), "15@1.5@ error", "no whole number");
+    expectOnly(with(15, "\"Off\", 4", "\"Off\", -1.5"), "15@-1.5@ error", "no whole number");
     expectOnly(with(15, "\"Off\", 4", "\"Off\", last"), "15@last@ error", "no whole number");
 }
 
@@ -304,6 +305,9 @@ TEST(HeaderReviewTest, RefusesAChemistryThatShowsFewerThanTwoSettings)
 
 TEST(HeaderReviewTest, WantsATypeFirst)
 {
+    QStringList empty = soundHeader;
+    empty[2] = empty[3] = QString();
+    expectProblem(empty, "2:1 fatal", "\"Global\" has no members");
     expectProblem(without(7), "8@\"Title@ fatal", "the first member of a struct is its \"type\"");
     expectProblem(with(13, "\"Low\"", "\"type\""), "13@\"type@ fatal", "no other");
     expectProblem(with(7, "unsigned char", "short"), "7@num@ fatal", "one byte");

@@ -1,0 +1,196 @@
+#include "CBGenerator/formulasreview.h"
+
+#include "CBGenerator/dependencygraph.h"
+#include "CBGenerator/formula.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+
+#include <QStringList>
+#include <QVector>
+
+#include <algorithm>
+#include <cmath>
+
+namespace HParser
+{
+namespace
+{
+constexpr int formulaFields[] = {ReviewedStruct::lowerField, ReviewedStruct::upperField,
+                                 ReviewedStruct::scaleField, ReviewedStruct::decimalsField,
+                                 ReviewedStruct::defaultField};
+constexpr int longestLoop = 10;
+
+/// How many letters have to be changed to make one of the other; more than `most` counts as that.
+int distance(const QString& one, const QString& other, int most)
+{
+    if (std::abs(one.size() - other.size()) >= most || one.size() > 64) {
+        return most;
+    }
+    QVector<int> row(other.size() + 1);
+    for (int j = 0; j <= other.size(); ++j) {
+        row[j] = j;
+    }
+    for (int i = 1; i <= one.size(); ++i) {
+        int diagonal = row.at(0);
+        row[0] = i;
+        for (int j = 1; j <= other.size(); ++j) {
+            const int changed = one.at(i - 1).toLower() == other.at(j - 1).toLower() ? 0 : 1;
+            const int best = std::min({row.at(j) + 1, row.at(j - 1) + 1, diagonal + changed});
+            diagonal = row.at(j);
+            row[j] = best;
+        }
+    }
+    return std::min(most, row.last());
+}
+} // namespace
+
+bool FormulasReview::check()
+{
+    checkFormulas();
+    buildTrees();
+    checkDependencies();
+    return canEvaluate;
+}
+
+void FormulasReview::checkFormulas()
+{
+    for (const ReviewedStruct::Member& member : structure.members()) {
+        if (member.setting == nullptr || member.setting->settingType != StructSetting::NUM) {
+            continue;
+        }
+        for (const int field : formulaFields) {
+            canEvaluate = checkFormula(member, field) && canEvaluate;
+        }
+    }
+}
+
+bool FormulasReview::checkFormula(const ReviewedStruct::Member& member, int field)
+{
+    const MemberLine::Piece piece = member.pieces.field(field);
+    const int skipped = field == ReviewedStruct::scaleField ? 1 : 0; // the marker character
+    if (skipped == 1 && !piece.raw.isEmpty() && piece.raw.at(0).isDigit()) {
+        return false; // the marker is missing: told with the line
+    }
+    const QString text = piece.raw.mid(skipped);
+    const QList<FormulaReview::Fault> faults = FormulaReview::faults(
+        text, [this](const QString& formulaName) { return judgeName(formulaName); });
+    bool isSound = true;
+    for (const FormulaReview::Fault& fault : faults) {
+        const int index = skipped + fault.position;
+        const int end = piece.columns.isEmpty() ? piece.column() : piece.columns.last() + 1;
+        structure.addAt(member, piece.columns.value(index, end),
+                        fault.isHarmless ? Problem::Severity::Warning : Problem::Severity::Fatal,
+                        fault.text, fault.advice);
+        isSound = isSound && fault.isHarmless;
+    }
+    return isSound;
+}
+
+FormulaReview::Fault FormulasReview::judgeName(const QString& formulaName) const
+{
+    const ReviewedStruct::Member* named = structure.memberOfVariable(formulaName);
+    if (named == nullptr) {
+        const QString nearest = nearestVariable(formulaName);
+        return {0, QStringLiteral("no setting is called \"%1\"").arg(formulaName),
+                nearest.isEmpty() ? QStringLiteral("the C name of a setting of this struct")
+                                  : nearest};
+    }
+    if (named->setting == nullptr) {
+        return {}; // what its line would have been is not known
+    }
+    if (!structure.isShown(named->setting)) {
+        return {
+            0, QStringLiteral("\"%1\" is not shown: formulas cannot name it").arg(formulaName),
+            QStringLiteral("a place from 0 on for it in line %1, or a number").arg(named->line)};
+    }
+    if (named->setting->settingType != StructSetting::NUM) {
+        return {0, QStringLiteral("\"%1\" is no num and hardly a number").arg(formulaName),
+                QStringLiteral("the C name of a num"), true};
+    }
+    return {};
+}
+
+QString FormulasReview::nearestVariable(const QString& formulaName) const
+{
+    constexpr int farthest = 3;
+    constexpr std::size_t mostMembers = 1000;
+    QString nearest;
+    int least = farthest;
+    for (std::size_t i = 0; i < std::min(structure.members().size(), mostMembers); ++i) {
+        const StructSetting* setting = structure.members()[i].setting;
+        const int letters = structure.isShown(setting)
+                                ? distance(setting->variableName, formulaName, farthest)
+                                : farthest;
+        if (letters < least) {
+            least = letters;
+            nearest = setting->variableName;
+        }
+    }
+    return nearest;
+}
+
+void FormulasReview::buildTrees()
+{
+    const QList<StructSetting*> all = structure.settings().getOriginalOrderStructSettings();
+    for (StructSetting* setting : all) {
+        const QList<Formula*> formulas = setting->evaluatedFormulas();
+        for (Formula* formula : formulas) {
+            formula->buildFormulaTree(structure.settings().getStructSettings());
+            canEvaluate = canEvaluate && formula->hasTree();
+        }
+    }
+}
+
+void FormulasReview::checkDependencies()
+{
+    DependencyGraph graph(structure.settings());
+    const QList<QList<const StructSetting*>> loops = graph.loops();
+    for (const QList<const StructSetting*>& loop : loops) {
+        tellLoop(loop);
+        canEvaluate = false;
+    }
+    const StructSetting* avalanche = loops.isEmpty() ? graph.findAvalanche() : nullptr;
+    if (avalanche != nullptr) {
+        structure.add(
+            *structure.memberOf(avalanche), ReviewedStruct::nameOfLine, Problem::Severity::Fatal,
+            QStringLiteral("a change of \"%1\" sets off more than %2 others")
+                .arg(avalanche->descriptiveName, QString::number(DependencyGraph::mostChanges)),
+            QStringLiteral("formulas that name fewer settings that have formulas themselves"));
+    }
+}
+
+void FormulasReview::tellLoop(const QList<const StructSetting*>& loop)
+{
+    QStringList names;
+    for (const StructSetting* setting : loop.mid(0, longestLoop)) {
+        names.append(QLatin1Char('"') + setting->descriptiveName + QLatin1Char('"'));
+    }
+    if (loop.size() > longestLoop) {
+        names.append(QStringLiteral("..."));
+    }
+    const ReviewedStruct::Member& last = *structure.memberOf(loop.at(loop.size() - 2));
+    for (const int field : fieldsThatFollow(last, loop.last())) {
+        structure.add(last, field, Problem::Severity::Fatal,
+                      QStringLiteral("formulas follow each other in a loop: %1")
+                          .arg(names.join(QStringLiteral(" -> "))),
+                      QStringLiteral("a formula without \"%1\"").arg(loop.last()->variableName));
+    }
+}
+
+/// The fields whose formulas name the setting.
+QList<int> FormulasReview::fieldsThatFollow(const ReviewedStruct::Member& member,
+                                            const StructSetting* followed)
+{
+    const QList<Formula*> formulas = member.setting->evaluatedFormulas();
+    QList<int> fields;
+    for (int i = 0; i < formulas.size(); ++i) {
+        bool isNamed = false;
+        formulas.at(i)->visitSettings(
+            [&](const StructSetting* named) { isNamed = isNamed || named == followed; });
+        if (isNamed) {
+            fields.append(formulaFields[i]);
+        }
+    }
+    return fields;
+}
+} // namespace HParser

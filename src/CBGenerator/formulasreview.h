@@ -1,0 +1,31 @@
+#pragma once
+
+#include "CBGenerator/formulareview.h"
+#include "CBGenerator/reviewedstruct.h"
+
+namespace HParser
+{
+/// Looks at the formulas of a struct: each by itself, the names that it uses, and what follows what.
+class FormulasReview
+{
+public:
+    explicit FormulasReview(ReviewedStruct& reviewedStruct) : structure(reviewedStruct) {}
+
+    /// Looks at them and builds their trees. False when they cannot all be evaluated.
+    bool check();
+
+private:
+    void checkFormulas();
+    bool checkFormula(const ReviewedStruct::Member& member, int field);
+    FormulaReview::Fault judgeName(const QString& formulaName) const;
+    QString nearestVariable(const QString& formulaName) const;
+    void buildTrees();
+    void checkDependencies();
+    void tellLoop(const QList<const StructSetting*>& loop);
+    static QList<int> fieldsThatFollow(const ReviewedStruct::Member& member,
+                                       const StructSetting* followed);
+
+    ReviewedStruct& structure;
+    bool canEvaluate = true;
+};
+} // namespace HParser
