@@ -3,15 +3,57 @@
 #include <QFile>
 #include <QSaveFile>
 #include <QStringList>
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace
+{
+std::optional<QByteArray> readAll(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > TextFile::largestFile) {
+        return std::nullopt;
+    }
+    return file.readAll();
+}
+
+bool isUtf8(const QByteArray& bytes)
+{
+    constexpr int chunk = 16 * 1024; // short enough to stay in the processor's cache
+    const QTextCodec* codec = QTextCodec::codecForName("UTF-8");
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    for (int start = 0; start < bytes.size(); start += chunk) {
+        codec->toUnicode(bytes.constData() + start, std::min(chunk, bytes.size() - start), &state);
+    }
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}
+} // namespace
 
 std::optional<QString> TextFile::read(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largestFile) {
+    const std::optional<QByteArray> bytes = readAll(path);
+    if (!bytes) {
         return std::nullopt;
     }
-    QString text = QString::fromUtf8(file.readAll());
+    QString text = QString::fromUtf8(*bytes);
     text.remove(QLatin1Char('\r'));
+    return text;
+}
+
+std::optional<QByteArray> TextFile::readUtf8(const QString& path)
+{
+    std::optional<QByteArray> text = readAll(path);
+    if (!text) {
+        return std::nullopt;
+    }
+    const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
+    if (text->startsWith(byteOrderMark) || !isUtf8(*text)) {
+        text = QString::fromUtf8(*text).toUtf8();
+    }
+    if (text->contains('\r')) {
+        text->replace("\r", "");
+    }
     return text;
 }
 

@@ -15,6 +15,10 @@ constexpr qint64 largestFile = 16 * 1024 * 1024;
 /// larger than `largestFile`.
 std::optional<QString> read(const QString& path);
 
+/// The same text as UTF-8 bytes, without a byte order mark; what was no UTF-8 stands as U+FFFD. For
+/// large files: nothing is converted that need not be.
+std::optional<QByteArray> readUtf8(const QString& path);
+
 /// The lines of a text; a line feed at the very end does not open another line.
 QStringList splitLines(const QString& text);
 

@@ -6,6 +6,7 @@
 #include "textfile.h"
 
 #include <QCryptographicHash>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegExp>
 #include <QRegularExpression>
@@ -20,6 +21,8 @@ const QLatin1String keyBlockLine("...");
 // A device description, a schema and the checksums: with fewer nothing is there to be used.
 constexpr int fewestSections = 3;
 
+const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
+
 QRegExp keyValuePattern()
 {
     return QRegExp(QStringLiteral("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$"));
@@ -29,25 +32,76 @@ QStringList keyAndValue(const QString& line)
 {
     return line.split(QLatin1Char('='), Qt::SkipEmptyParts);
 }
+
+struct KeyBlock
+{
+    int firstLine = 0; // counted from 1
+    QStringList lines;
+};
+
+/// Reads no further than the block, which stands at the beginning of any large bundle.
+KeyBlock readKeyBlock(const QString& path)
+{
+    KeyBlock block;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > TextFile::largestFile) {
+        return block;
+    }
+    int lineNumber = 0;
+    while (!file.atEnd()) {
+        QByteArray bytes = file.readLine();
+        bytes.replace("\r", "");
+        if (bytes.endsWith('\n')) {
+            bytes.chop(1);
+        }
+        const QString line = QString::fromUtf8(bytes);
+        ++lineNumber;
+        if (block.firstLine > 0 && line == keyBlockLine) {
+            break;
+        }
+        if (block.firstLine > 0) {
+            block.lines.append(line);
+        } else if (line == keyBlockLine) {
+            block.firstLine = lineNumber + 1;
+        }
+    }
+    return block;
+}
+
+int endOfLine(const QByteArray& text, int start)
+{
+    const int end = text.indexOf('\n', start);
+    return end < 0 ? text.size() : end;
+}
+
+/// Where the next marker line at or behind `from` starts; -1: there is none. Backslashes are rare,
+/// so the search goes by a marker's second character.
+int nextMarker(const QByteArray& text, int from)
+{
+    for (int found = text.indexOf('\\', from); found >= 0; found = text.indexOf('\\', found + 1)) {
+        const int start = found - 1;
+        const bool isLineStart = start == 0 || (start > 0 && text.at(start - 1) == '\n');
+        if (start < from || !isLineStart) {
+            continue;
+        }
+        const QByteArray line = text.mid(start, endOfLine(text, start) - start);
+        if (KelvaronBundle::matchesStartEndLine(QString::fromUtf8(line))) {
+            return start;
+        }
+    }
+    return -1;
+}
 } // namespace
 
 KelvaronBundle::KelvaronBundle(QString path) : bundleFilePath(std::move(path)) {}
 
 void KelvaronBundle::parseKeyValuePairs()
 {
-    const std::optional<QString> text = TextFile::read(bundleFilePath);
-    if (!text) {
-        return;
-    }
     InstalledFileScope scope(bundleFilePath);
-    const QStringList lines = TextFile::splitLines(*text);
-    const int opening = lines.indexOf(keyBlockLine);
-    if (opening < 0) {
-        return;
-    }
-    for (int i = opening + 1; i < lines.size() && lines.at(i) != keyBlockLine; ++i) {
-        const QString& line = lines.at(i);
-        scope.setLine(i + 1, line);
+    const KeyBlock block = readKeyBlock(bundleFilePath);
+    for (int i = 0; i < block.lines.size(); ++i) {
+        const QString& line = block.lines.at(i);
+        scope.setLine(block.firstLine + i, line);
         KELVARON_ASSERT_TEXT(
             line.contains(keyValuePattern()),
             R"(line.contains(QRegExp("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$")))");
@@ -59,27 +113,20 @@ void KelvaronBundle::parseKeyValuePairs()
 
 bool KelvaronBundle::hasSoundKeyBlock(const QString& path)
 {
-    const QStringList lines = TextFile::splitLines(TextFile::read(path).value_or(QString()));
-    const int opening = lines.indexOf(keyBlockLine);
-    if (opening < 0) {
-        return true;
-    }
-    const auto first = lines.cbegin() + opening + 1;
-    return std::all_of(
-        first, std::find(first, lines.cend(), keyBlockLine), [](const QString& line) {
-            return line.contains(keyValuePattern()) && keyAndValue(line).length() == 2;
-        });
+    const QStringList lines = readKeyBlock(path).lines;
+    return std::all_of(lines.cbegin(), lines.cend(), [](const QString& line) {
+        return line.contains(keyValuePattern()) && keyAndValue(line).length() == 2;
+    });
 }
 
 bool KelvaronBundle::parseBundle()
 {
-    const std::optional<QString> text = TextFile::read(bundleFilePath);
+    std::optional<QByteArray> text = TextFile::readUtf8(bundleFilePath);
     if (!text) {
         return false;
     }
-    const QStringList lines = TextFile::splitLines(*text);
-    findSections(lines);
-    collectFiles(lines);
+    content = *std::move(text);
+    findSections();
     if (!checksumsMatch()) {
         printLine(QStringLiteral("Match failed!"));
         return false;
@@ -88,48 +135,44 @@ bool KelvaronBundle::parseBundle()
     return true;
 }
 
-void KelvaronBundle::findSections(const QStringList& lines)
-{
-    sectionLines.clear();
-    markers.clear();
-    for (int i = 0; i < lines.size(); ++i) {
-        if (matchesStartEndLine(lines.at(i))) {
-            if (sectionLines.size() % 2 == 0) {
-                markers.append(lines.at(i));
-            }
-            sectionLines.append(i);
-        }
-    }
-    numFiles = markers.size();
-}
-
-void KelvaronBundle::collectFiles(const QStringList& lines)
+void KelvaronBundle::findSections()
 {
     files.clear();
-    for (int section = 0; section < numFiles; ++section) {
-        QString text;
-        const bool isClosed = 2 * section + 1 < sectionLines.size();
-        if (isClosed) {
-            for (int i = sectionLines.at(2 * section) + 1; i < sectionLines.at(2 * section + 1);
-                 ++i) {
-                text += lines.at(i) + QLatin1Char('\n');
-            }
+    markers.clear();
+    isLastSectionOpen = false;
+    for (int start = nextMarker(content, 0); start >= 0;) {
+        const int end = endOfLine(content, start);
+        if (isLastSectionOpen) {
+            files.last().length = start - files.last().start;
+        } else {
+            markers.append(QString::fromUtf8(content.mid(start, end - start)));
+            files.append({std::min(end + 1, content.size()), 0});
         }
-        files.append(text);
+        isLastSectionOpen = !isLastSectionOpen;
+        start = nextMarker(content, end);
     }
+    numFiles = files.size();
+}
+
+QByteArray KelvaronBundle::bytesOf(int index) const
+{
+    const Range& section = KELVARON_AT(files, index);
+    return content.mid(section.start, section.length);
 }
 
 bool KelvaronBundle::checksumsMatch() const
 {
-    if (numFiles < fewestSections || sectionLines.size() % 2 != 0) {
+    if (numFiles < fewestSections || isLastSectionOpen) {
         return false;
     }
-    const QStringList expected = files.last().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList expected = getFile(numFiles - 1).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (expected.size() < numFiles - 1) {
         return false;
     }
     for (int i = 0; i < numFiles - 1; ++i) {
-        if (checksum(files.at(i)) != expected.at(i)) {
+        QCryptographicHash hash(QCryptographicHash::Md5);
+        hash.addData(content.constData() + files.at(i).start, files.at(i).length);
+        if (QString::fromLatin1(hash.result().toHex()) != expected.at(i)) {
             return false;
         }
     }
@@ -138,7 +181,12 @@ bool KelvaronBundle::checksumsMatch() const
 
 QString KelvaronBundle::getFile(int index) const
 {
-    return KELVARON_AT(files, index);
+    const QByteArray bytes = bytesOf(index);
+    QString text = QString::fromUtf8(bytes);
+    if (bytes.startsWith(byteOrderMark)) {
+        text.prepend(QChar(QChar::ByteOrderMark)); // a character like others inside the bundle
+    }
+    return text;
 }
 
 QString KelvaronBundle::getMarker(int index) const
@@ -148,7 +196,7 @@ QString KelvaronBundle::getMarker(int index) const
 
 bool KelvaronBundle::saveFile(int index, const QString& path) const
 {
-    return TextFile::write(path, getFile(index));
+    return TextFile::writeBytes(path, bytesOf(index));
 }
 
 bool KelvaronBundle::matchesStartEndLine(const QString& line)

@@ -77,14 +77,22 @@ public:
     static QString checksum(const QString& text);
 
 private:
-    void findSections(const QStringList& lines);
-    void collectFiles(const QStringList& lines);
+    /// Where an embedded file stands in `content`.
+    struct Range
+    {
+        int start = 0;
+        int length = 0;
+    };
+
+    void findSections();
+    QByteArray bytesOf(int index) const;
     bool checksumsMatch() const;
 
     QString bundleFilePath;
-    QVector<int> sectionLines; ///< line numbers of markers, two per closed section
+    QByteArray content; ///< the whole bundle as UTF-8, lines ended by a line feed
+    bool isLastSectionOpen = false;
     int numFiles = 0;
-    QStringList files;
+    QVector<Range> files;
     QStringList markers;
     QMap<QString, QString> keyValuePairs;
 };

@@ -1,0 +1,18 @@
+// The floor of a start: an empty window of the editor's size.
+
+#include "paintedwatch.h"
+
+#include <QApplication>
+#include <QMainWindow>
+
+int main(int argc, char** argv)
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
+    QMainWindow window;
+    window.resize(900, 600);
+    new PaintedWatch(&window);
+    window.show();
+    return QApplication::exec();
+}

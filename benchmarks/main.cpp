@@ -1,0 +1,52 @@
+// How fast the editor is, each row beside its floor in the same run. See docs/speed.md.
+//
+//   editor_benchmarks [--idle] [--iterations=N] [Google Benchmark's options]
+//
+//   --idle           measure idle minutes too
+//   --iterations=N   as many iterations in each repetition, for counting instructions
+//
+// Runs on the demo installation beside it, with a display or with QT_QPA_PLATFORM=offscreen.
+
+#include "comparisontable.h"
+#include "mainwindow.h"
+#include "rows.h"
+
+#include <QApplication>
+
+#include <vector>
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0"); // paint at once: waiting is not measured
+    const QApplication application(argc, argv);
+
+    std::vector<char*> arguments(argv, argv + argc);
+    char interleaved[] = "--benchmark_enable_random_interleaving=true";
+    char repetitions[] = "--benchmark_repetitions=9";
+    char shortest[] = "--benchmark_min_time=0.1";
+    arguments.insert(arguments.begin() + 1, {interleaved, repetitions, shortest});
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    const QStringList options = application.arguments();
+    const bool measuresIdle = options.contains(QStringLiteral("--idle"));
+    const QString iterations = QStringLiteral("--iterations=");
+
+    ComparisonTable table;
+    for (const QString& option : options) {
+        if (option.startsWith(iterations)) {
+            table.setIterations(option.mid(iterations.size()).toInt());
+        }
+    }
+    BenchmarkRows::addProcesses(table);
+    MainWindow window;
+    window.show();
+    BenchmarkRows::addWindow(table, window);
+    BenchmarkRows::addCore(table);
+    if (measuresIdle) {
+        BenchmarkRows::addIdle(table);
+    }
+    benchmark::RunSpecifiedBenchmarks(&table);
+    benchmark::ClearRegisteredBenchmarks(); // they hold widgets
+    table.print();
+    return EXIT_SUCCESS;
+}

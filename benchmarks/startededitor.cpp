@@ -1,0 +1,17 @@
+// The editor, started as its own main() starts it, which tells of its first paint.
+
+#include "mainwindow.h"
+#include "paintedwatch.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
+    MainWindow window;
+    new PaintedWatch(&window);
+    window.show();
+    return QApplication::exec();
+}
