@@ -177,20 +177,20 @@ QWidget* newBareRow(const QString& title, const QString& subtitle)
     return row;
 }
 
-void addBareRow(QListWidget& list, const ProfileName& like)
-{
-    auto* item = new QListWidgetItem;
-    item->setSizeHint(QSize(0, 46));
-    list.addItem(item);
-    list.setItemWidget(item, newBareRow(like.getTitle(), like.getSubtitle()));
-}
-
+/// All items first: a row that is attached has the list lay itself out.
 void addBareRows(Stage& stage, const QList<ProfileName*>& rows)
 {
-    for (const ProfileName* row : rows) {
-        addBareRow(*stage.bareList, *row);
+    QListWidget& list = *stage.bareList;
+    for (int i = 0; i < rows.size(); ++i) {
+        auto* item = new QListWidgetItem;
+        item->setSizeHint(QSize(0, 46));
+        list.addItem(item);
     }
-    stage.bareList->scrollToBottom();
+    for (int i = 0; i < rows.size(); ++i) {
+        list.setItemWidget(list.item(i),
+                           newBareRow(rows.at(i)->getTitle(), rows.at(i)->getSubtitle()));
+    }
+    list.scrollToBottom();
     stage.barePaint.wait();
 }
 

@@ -228,10 +228,10 @@ void MainWindow::createManagers()
     importProfilesMain = new ImportProfilesMain(this, generator, this);
     connect(importProfilesMain, &ImportProfilesMain::profileReadyForImport, profileNamesListManager,
             &ProfileNamesListManager::on_profileReadyForImport);
-    connect(importProfilesMain, &ImportProfilesMain::importStarted, settingsPaneManager,
-            &SettingsPaneManager::holdBackGrid);
-    connect(importProfilesMain, &ImportProfilesMain::importFinished, settingsPaneManager,
-            &SettingsPaneManager::showHeldBackGrid);
+    connect(importProfilesMain, &ImportProfilesMain::importStarted, profileNamesListManager,
+            &ProfileNamesListManager::holdBackRows);
+    connect(importProfilesMain, &ImportProfilesMain::importFinished, profileNamesListManager,
+            &ProfileNamesListManager::showHeldBackRows);
 
     xmlManager = new XMLManager(this, ui->profileNamesList, importProfilesMain, generator, this);
     connect(ui->actionExportXML, &QAction::triggered, xmlManager,

@@ -26,6 +26,9 @@ Formula::Formula(QString text, QObject* parent) : QObject(parent), formulaString
 
 double Formula::toDouble() const
 {
+    if (constant) {
+        return *constant;
+    }
     const FormulaContext context(*this);
     KELVARON_ASSERT(root != nullptr);
     return root->evaluate();
@@ -33,7 +36,9 @@ double Formula::toDouble() const
 
 void Formula::buildFormulaTree(const QList<StructSetting*>& settings)
 {
-    root = FormulaBuilder(settings).buildTree(formulaString);
+    // Most formulas are plain numbers, and every profile has hundreds of formulas.
+    constant = FormulaBuilder::plainNumber(formulaString);
+    root = constant ? nullptr : FormulaBuilder(settings).buildTree(formulaString);
 }
 
 void Formula::attachSettingValueChangedSignals()

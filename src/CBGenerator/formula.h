@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace HParser
 {
@@ -39,8 +40,11 @@ public:
     /// malformed text leaves no tree.
     void buildFormulaTree(const QList<StructSetting*>& settings);
 
-    /// True when the tree stands (it may still name unknown settings).
-    bool hasTree() const { return root != nullptr; }
+    /// True when the formula can be evaluated (it may still name unknown settings).
+    bool hasTree() const { return constant.has_value() || root != nullptr; }
+
+    /// True when the value cannot change: no setting is named.
+    bool isPlainNumber() const { return constant.has_value(); }
 
     /// Has every setting that the formula names report its changes to this formula.
     void attachSettingValueChangedSignals();
@@ -60,6 +64,7 @@ public slots:
 
 private:
     QString formulaString;
-    std::unique_ptr<FormulaNode> root;
+    std::unique_ptr<FormulaNode> root; ///< none for a plain number
+    std::optional<double> constant;    ///< the value of a plain number
 };
 } // namespace HParser

@@ -3,8 +3,6 @@
 #include "CBGenerator/structsetting.h"
 #include "standardoutput.h"
 
-#include <QRegExp>
-
 #include <algorithm>
 
 namespace HParser
@@ -63,6 +61,17 @@ int variableLength(const QString& text, int position)
     }
     return end - position;
 }
+QString withoutSpace(const QString& text)
+{
+    const auto isSpace = [](QChar c) { return c.isSpace(); };
+    if (std::none_of(text.cbegin(), text.cend(), isSpace)) {
+        return text;
+    }
+    QString compact = text;
+    compact.truncate(static_cast<int>(std::remove_if(compact.begin(), compact.end(), isSpace)
+                                      - compact.begin()));
+    return compact;
+}
 } // namespace
 
 FormulaBuilder::FormulaBuilder(QList<StructSetting*> siblings) : settings(std::move(siblings)) {}
@@ -74,9 +83,7 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text) cons
 
 std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text, int depth) const
 {
-    QString compact = text;
-    compact.remove(QRegExp(QStringLiteral("\\s")));
-    const Tokens tokens = tokenise(withoutOuterParentheses(compact));
+    const Tokens tokens = tokenise(withoutOuterParentheses(withoutSpace(text)));
     if (tokens.operators.size() != tokens.operands.size() - 1) {
         return nullptr; // an operand is missing
     }
@@ -84,6 +91,15 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text, int 
         return buildOperand(tokens.operands.first());
     }
     return buildRange(tokens, 0, tokens.operators.size(), depth);
+}
+
+std::optional<double> FormulaBuilder::plainNumber(const QString& text)
+{
+    const QString compact = withoutSpace(text);
+    if (compact.isEmpty() || numberLength(compact, 0) != compact.size()) {
+        return {};
+    }
+    return compact.toDouble();
 }
 
 std::unique_ptr<FormulaNode> FormulaBuilder::buildRange(const Tokens& tokens, int firstOperator,

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 namespace HParser
 {
@@ -22,6 +23,9 @@ public:
     /// The tree, or none for a malformed text. A name that no setting has gives a node without a
     /// setting.
     std::unique_ptr<FormulaNode> buildTree(const QString& text) const;
+
+    /// The value of a formula that is a number literal and nothing else.
+    static std::optional<double> plainNumber(const QString& text);
 
     /// The group that opens at `start` up to its closing parenthesis, both included; up to the end
     /// of the text when it is never closed.

@@ -62,7 +62,7 @@ void FormulaNodeMathOp::visitSettings(const std::function<void(StructSetting*)>&
 double FormulaNodeVar::evaluate() const
 {
     KELVARON_ASSERT(setting != nullptr);
-    return setting->getValue().toDouble();
+    return setting->textAsNumber();
 }
 
 void FormulaNodeVar::attachSettingValueChangedSignals(Formula* formula)

@@ -14,6 +14,21 @@
 
 namespace HParser
 {
+namespace
+{
+// Every line is looked at by these, so they do without regular expressions.
+
+bool isBlank(const QString& line)
+{
+    return std::all_of(line.cbegin(), line.cend(), [](QChar c) { return c.isSpace(); });
+}
+
+bool isClosingLine(const QString& line)
+{
+    return line.contains(QLatin1Char('}')) && line.trimmed() == QLatin1String("}");
+}
+} // namespace
+
 Generator::Generator(QObject* parent) : QObject(parent) {}
 
 void Generator::generate()
@@ -43,11 +58,10 @@ Generator::Lines Generator::getHeaderFile() const
 {
     const std::optional<QString> text = TextFile::read(hFileLocation);
     KELVARON_ASSERT_TEXT(text.has_value(), "false");
-    const QRegExp blankLine(QStringLiteral("^\\s*$"));
     const QStringList allLines = text->split(QLatin1Char('\n'));
     Lines lines;
     for (int i = 0; i < allLines.size(); ++i) {
-        if (!allLines.at(i).contains(blankLine)) {
+        if (!isBlank(allLines.at(i))) {
             lines.append({i + 1, allLines.at(i)});
         }
     }
@@ -58,7 +72,8 @@ int Generator::parseProfileStartAddress(const Lines& lines, InstalledFileScope& 
 {
     const QRegExp define(QStringLiteral("^\\s*\\#\\s*define\\s*PROFILESTARTADDRESS\\s*"));
     const auto found = std::find_if(lines.cbegin(), lines.cend(), [&define](const Line& line) {
-        return line.text.contains(define);
+        return line.text.contains(QLatin1String("PROFILESTARTADDRESS"))
+               && line.text.contains(define);
     });
     KELVARON_ASSERT_TEXT(found != lines.cend(), "false");
     scope.setLine(found->number, found->text);
@@ -78,7 +93,8 @@ QList<int> Generator::createStructIndicesList(const Lines& lines)
                        "\"[\\w\\s]*\"\\s*\\,\\s*(global|instantiable)\\s*$"));
     QList<int> indices;
     for (int i = 0; i < lines.size(); ++i) {
-        if (lines.at(i).text.contains(structHeader)) {
+        const QString& line = lines.at(i).text;
+        if (line.contains(QLatin1Char('{')) && line.contains(structHeader)) {
             indices.append(i);
         }
     }
@@ -94,11 +110,10 @@ StructSettings* Generator::processStruct(const Lines& lines, int headerIndex,
     settings->setDescriptiveName(parseStructDescriptiveName(header.text));
     settings->setGlobal(parseIsGlobal(header.text));
 
-    const QRegExp closingLine(QStringLiteral("^\\s*\\}\\s*$"));
     QList<StructSetting*> members;
     for (int i = headerIndex + 1; i < lines.size(); ++i) {
         const Line& line = lines.at(i);
-        if (line.text.contains(closingLine)) {
+        if (isClosingLine(line.text)) {
             break;
         }
         scope.setLine(line.number, line.text);

@@ -40,6 +40,20 @@ double StructSetting::number() const
     return value != nullptr ? *value : 0;
 }
 
+double StructSetting::textAsNumber() const
+{
+    if (settingType != NUM) {
+        return getValue().toDouble();
+    }
+    const double value = number();
+    const bool isSame = value == lastNumber && std::signbit(value) == std::signbit(lastNumber);
+    if (!isSame) {
+        lastNumber = value;
+        lastTextNumber = getValue().toDouble();
+    }
+    return lastTextNumber;
+}
+
 void StructSetting::setValue(double value)
 {
     KELVARON_ASSERT(settingType == NUM);
@@ -125,7 +139,7 @@ void StructSetting::updateValue()
 {
     switch (settingType) {
     case NUM:
-        setValue(getValue().toDouble());
+        setValue(textAsNumber());
         break;
     case BOOL:
         setValue(getValue() == QLatin1String("true"));
@@ -141,7 +155,7 @@ void StructSetting::updateValue()
 
 void StructSetting::on_formulasMemberSettingChanged()
 {
-    setValue(getValue().toDouble());
+    setValue(textAsNumber());
 }
 
 void StructSetting::enableAdvancedMode(bool on)
@@ -198,8 +212,10 @@ void StructSetting::attachMemberFormulaSignalsToThisSettingsSlot()
 {
     const QList<Formula*> formulas = evaluatedFormulas();
     for (Formula* formula : formulas) {
-        connect(formula, &Formula::memberSettingChanged, this,
-                &StructSetting::on_formulasMemberSettingChanged, Qt::UniqueConnection);
+        if (!formula->isPlainNumber()) { // that never changes
+            connect(formula, &Formula::memberSettingChanged, this,
+                    &StructSetting::on_formulasMemberSettingChanged, Qt::UniqueConnection);
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <limits>
 #include <optional>
 #include <variant>
 
@@ -109,6 +110,10 @@ public:
     /// NUM: the current number; 0 for other kinds.
     double number() const;
 
+    /// The number that the text of getValue() stands for: as others see this setting, with 6
+    /// significant digits. 0 for a text that is no number.
+    double textAsNumber() const;
+
     /// Writes every field to standard output.
     void printSetting() const;
 
@@ -168,5 +173,9 @@ private:
     Formula* copyOf(const Formula* formula);
     void initialiseValue();
     QString defaultValueText() const;
+
+    // What textAsNumber() was last asked for, and its answer: fifty bounds may follow one setting.
+    mutable double lastNumber = std::numeric_limits<double>::quiet_NaN();
+    mutable double lastTextNumber = 0;
 };
 } // namespace HParser

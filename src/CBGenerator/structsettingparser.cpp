@@ -43,10 +43,10 @@ StructSetting::StructSetting(const QString& line, QObject* parent) : QObject(par
 
 void StructSetting::parseDeclaration(const QString& declaration)
 {
-    QStringList pieces = declaration.split(QRegExp(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    QStringList pieces = declaration.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     QString name = KELVARON_AT(pieces, pieces.size() - 1);
     pieces.removeLast();
-    if (name.contains(arraySuffix())) {
+    if (name.contains(QLatin1Char('[')) && name.contains(arraySuffix())) {
         isArray = true;
         arraySize = getNumInSquareBrackets(name);
         name = name.remove(arraySuffix()).simplified();

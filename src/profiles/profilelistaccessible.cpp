@@ -24,6 +24,12 @@ public:
                    : QAccessibleWidget::parent();
     }
 
+    int childCount() const override
+    {
+        row->makeForm(); // a reader looks at rows that are not on the screen, too
+        return QAccessibleWidget::childCount();
+    }
+
     QString text(QAccessible::Text kind) const override
     {
         return kind == QAccessible::Name ? row->describe() : QAccessibleWidget::text(kind);

@@ -17,68 +17,110 @@ namespace
 {
 const QString calmCross = QStringLiteral("color: rgb(180,180,180); border:none;");
 const QString alertCross = QStringLiteral("color: rgb(255,0,0); border:none;");
+
+void setTextColor(QWidget* widget, const QColor& color)
+{
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::WindowText, color);
+    widget->setPalette(palette);
+}
 } // namespace
 
-ProfileName::ProfileName(ProfileNameListWidget* item, QWidget* parent)
-    : QWidget(parent), ui(std::make_unique<Ui::ProfileName>()), listItem(item)
+ProfileName::ProfileName(ProfileNameListWidget* item, QWidget* parent, FormTime formTime)
+    : QWidget(parent), listItem(item)
 {
+    if (formTime == FormTime::NOW) {
+        makeForm();
+    }
+}
+
+ProfileName::~ProfileName() = default;
+
+void ProfileName::makeForm()
+{
+    if (ui != nullptr) {
+        return;
+    }
+    ui = std::make_unique<Ui::ProfileName>();
     ui->setupUi(this);
-    setTitle(QStringLiteral("Title"));
-    setSubtitle(QStringLiteral("Subtitle"));
+    // The row is light in every theme.
+    setTextColor(ui->profileTitle, Qt::black);
+    setTextColor(ui->profileSubtitle, QColor(70, 70, 70));
+    setTextColor(ui->line, QColor(200, 200, 200));
     ui->activeProfileButton->setStyleSheet(QStringLiteral("border:none;"));
-    activeFalseInit();
-    defaultFalseInit();
     ui->activeProfileButton->setCursor(Qt::PointingHandCursor);
     ui->defaultProfileButton->setCursor(Qt::PointingHandCursor);
     ui->deleteProfileButton->setCursor(Qt::PointingHandCursor);
     ui->deleteProfileButton->setStyleSheet(calmCross);
     ui->deleteProfileButton->setToolTip(QStringLiteral("Delete Profile"));
-    setButtonsFocusPolicy(Qt::ClickFocus);
+    showTexts();
+    showActive();
+    showDefault();
+    showHighlight();
 
     connect(ui->activeProfileButton, &QPushButton::clicked, this,
             &ProfileName::requestActiveChange);
     connect(ui->defaultProfileButton, &QPushButton::clicked, this,
             &ProfileName::requestDefaultChange);
     connect(ui->deleteProfileButton, &QPushButton::clicked, this, &ProfileName::requestDeletion);
+    const QList<QWidget*> parts = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* part : parts) {
+        part->show(); // the row itself may be on the screen already
+    }
 }
 
-ProfileName::~ProfileName() = default;
-
-void ProfileName::activeFalseInit()
+void ProfileName::setTitle(const QString& newTitle)
 {
-    ui->activeProfileButton->setIcon(QIcon(QStringLiteral(":/new/images/nolight.PNG")));
-    ui->activeProfileButton->setToolTip(QStringLiteral("Not Active"));
+    title = newTitle;
+    showTexts();
 }
 
-void ProfileName::defaultFalseInit()
+void ProfileName::setSubtitle(const QString& newSubtitle)
 {
-    ui->defaultProfileButton->setStyleSheet(
-        QStringLiteral("color: rgb(170,170,170); border:none;"));
-    ui->defaultProfileButton->setToolTip(QStringLiteral("Not Default"));
+    subtitle = newSubtitle;
+    showTexts();
 }
 
-void ProfileName::setTitle(const QString& title)
+void ProfileName::showTexts()
 {
+    if (ui == nullptr) {
+        return;
+    }
     ui->profileTitle->setText(title);
+    ui->profileSubtitle->setText(subtitle);
     // The buttons of all rows look alike; who hears them has to be told of which row each is.
     ui->activeProfileButton->setAccessibleName(QStringLiteral("Active: ") + title);
     ui->defaultProfileButton->setAccessibleName(QStringLiteral("Default: ") + title);
     ui->deleteProfileButton->setAccessibleName(QStringLiteral("Delete: ") + title);
 }
 
-void ProfileName::setSubtitle(const QString& subtitle)
+void ProfileName::showActive()
 {
-    ui->profileSubtitle->setText(subtitle);
+    if (ui == nullptr) {
+        return;
+    }
+    const bool active = getActiveStatus();
+    ui->activeProfileButton->setIcon(QIcon(active ? QStringLiteral(":/new/images/greenlight.PNG")
+                                                  : QStringLiteral(":/new/images/nolight.PNG")));
+    ui->activeProfileButton->setToolTip(activeText());
 }
 
-QString ProfileName::getTitle() const
+void ProfileName::showDefault()
 {
-    return ui->profileTitle->text();
+    if (ui == nullptr) {
+        return;
+    }
+    const bool isDefault = getDefaultStatus();
+    ui->defaultProfileButton->setStyleSheet(
+        isDefault ? QStringLiteral("color: black; border:none;")
+                  : QStringLiteral("color: rgb(170,170,170); border:none;"));
+    ui->defaultProfileButton->setToolTip(isDefault ? QStringLiteral("Default")
+                                                   : QStringLiteral("Not Default"));
 }
 
-QString ProfileName::getSubtitle() const
+QString ProfileName::activeText() const
 {
-    return ui->profileSubtitle->text();
+    return getActiveStatus() ? QStringLiteral("Active") : QStringLiteral("Not Active");
 }
 
 void ProfileName::setProfileSettings(ProfileSettings* settings)
@@ -102,25 +144,15 @@ void ProfileName::forgetProfile()
 void ProfileName::setActive(bool active)
 {
     KELVARON_ASSERT(activeSetting != nullptr);
-    if (active) {
-        ui->activeProfileButton->setIcon(QIcon(QStringLiteral(":/new/images/greenlight.PNG")));
-        ui->activeProfileButton->setToolTip(QStringLiteral("Active"));
-    } else {
-        activeFalseInit();
-    }
     activeSetting->setValue(active);
+    showActive();
 }
 
 void ProfileName::setDefault(bool isDefault)
 {
     KELVARON_ASSERT(defaultSetting != nullptr);
-    if (isDefault) {
-        ui->defaultProfileButton->setStyleSheet(QStringLiteral("color: black; border:none;"));
-        ui->defaultProfileButton->setToolTip(QStringLiteral("Default"));
-    } else {
-        defaultFalseInit();
-    }
     defaultSetting->setValue(isDefault);
+    showDefault();
 }
 
 bool ProfileName::getActiveStatus() const
@@ -135,10 +167,9 @@ bool ProfileName::getDefaultStatus() const
 
 void ProfileName::highlight()
 {
-    setStyleSheet(QStringLiteral("background-color:rgb(200,200,200);"));
-    setTextsItalic(true);
-    setButtonsFocusPolicy(Qt::StrongFocus);
+    makeForm();
     highlighted = true;
+    showHighlight();
     if (hasListFocus()) {
         QAccessibleEvent selected(this, QAccessible::Focus);
         QAccessible::updateAccessibility(&selected);
@@ -147,10 +178,19 @@ void ProfileName::highlight()
 
 void ProfileName::dehighlight()
 {
-    setStyleSheet(QStringLiteral("background-color:rgb(255,255,255);"));
-    setTextsItalic(false);
-    setButtonsFocusPolicy(Qt::ClickFocus);
     highlighted = false;
+    showHighlight();
+}
+
+void ProfileName::showHighlight()
+{
+    if (ui == nullptr) {
+        return;
+    }
+    setStyleSheet(highlighted ? QStringLiteral("background-color:rgb(200,200,200);")
+                              : QStringLiteral("background-color:rgb(255,255,255);"));
+    setTextsItalic(highlighted);
+    setButtonsFocusPolicy(highlighted ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 bool ProfileName::hasListFocus() const
@@ -161,9 +201,9 @@ bool ProfileName::hasListFocus() const
 
 QString ProfileName::describe() const
 {
-    QStringList parts = {getTitle(), getSubtitle(), ui->activeProfileButton->toolTip()};
+    QStringList parts = {title, subtitle, activeText()};
     if (getDefaultStatus()) {
-        parts.append(ui->defaultProfileButton->toolTip());
+        parts.append(QStringLiteral("Default"));
     }
     parts.removeAll(QString());
     return parts.join(QStringLiteral(", "));

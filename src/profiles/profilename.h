@@ -25,14 +25,25 @@ class ProfileName : public QWidget
     Q_OBJECT
 
 public:
+    /// When a row gets its labels and buttons. Most rows of a long list are never looked at, and
+    /// their widgets would take the greater part of loading it.
+    enum class FormTime
+    {
+        NOW,
+        WHEN_SEEN ///< by makeForm(), or when the row is highlighted
+    };
+
     /// `item` carries this row and is not owned.
-    ProfileName(ProfileNameListWidget* item, QWidget* parent);
+    ProfileName(ProfileNameListWidget* item, QWidget* parent, FormTime formTime = FormTime::NOW);
     ~ProfileName() override;
+
+    /// Makes the labels and buttons unless they are there already.
+    void makeForm();
 
     void setTitle(const QString& title);
     void setSubtitle(const QString& subtitle);
-    QString getTitle() const;
-    QString getSubtitle() const;
+    QString getTitle() const { return title; }
+    QString getSubtitle() const { return subtitle; }
 
     /// Shows this profile, which the list manager owns, and clears its active and default flags.
     void setProfileSettings(ProfileSettings* settings);
@@ -81,12 +92,17 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void activeFalseInit();
-    void defaultFalseInit();
+    void showTexts();
+    void showActive();
+    void showDefault();
+    void showHighlight();
+    QString activeText() const;
     void setTextsItalic(bool italic);
     void setButtonsFocusPolicy(Qt::FocusPolicy policy);
 
-    std::unique_ptr<Ui::ProfileName> ui;
+    std::unique_ptr<Ui::ProfileName> ui; ///< none in a row that was not seen yet
+    QString title = QStringLiteral("Title");
+    QString subtitle = QStringLiteral("Subtitle");
     ProfileNameListWidget* listItem = nullptr;
     ProfileSettings* profileSettings = nullptr;
     HParser::StructSetting* activeSetting = nullptr;  ///< a member of the profile's settings

@@ -15,6 +15,12 @@ ProfileNameListWidget::ProfileNameListWidget(QListWidget* listWidget, int type)
     setSizeHint(QSize(0, rowHeight));
 }
 
+ProfileNameListWidget::ProfileNameListWidget(ProfileName::FormTime formTime)
+    : QListWidgetItem(nullptr, UserType), profileName(new ProfileName(this, nullptr, formTime))
+{
+    setSizeHint(QSize(0, rowHeight));
+}
+
 ProfileNameListWidget::~ProfileNameListWidget()
 {
     if (profileName != nullptr && profileName->parent() == nullptr) {
@@ -35,6 +41,11 @@ void ProfileNameListWidget::prependToList()
 void ProfileNameListWidget::insertInList(int row)
 {
     qlistWidget->insertItem(row, this);
+    attachRow();
+}
+
+void ProfileNameListWidget::attachRow()
+{
     qlistWidget->setItemWidget(this, profileName);
 }
 

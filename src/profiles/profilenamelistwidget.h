@@ -16,6 +16,9 @@ public:
     /// `listWidget` (may be nullptr) and `type` are handed to the base class: a list given here
     /// holds the item at once, without its row.
     explicit ProfileNameListWidget(QListWidget* listWidget = nullptr, int type = UserType);
+
+    /// An item of no list whose row gets its labels and buttons at this time.
+    explicit ProfileNameListWidget(ProfileName::FormTime formTime);
     ~ProfileNameListWidget() override;
 
     /// The list widget that all items go into; set by the list manager.
@@ -27,6 +30,9 @@ public:
     void appendToList();
     void prependToList();
     void insertInList(int row);
+
+    /// Attaches the row of an item that stands in `qlistWidget` already.
+    void attachRow();
 
     /// A new item around the same profile with the same texts and flags; the caller owns it.
     ProfileNameListWidget* clone() const override;

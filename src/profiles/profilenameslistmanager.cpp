@@ -7,6 +7,7 @@
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
 #include "profiles/profilewizarddialog.h"
+#include "profiles/seenrows.h"
 #include "settingsui/settingspanemanager.h"
 
 #include <QListWidget>
@@ -24,6 +25,7 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
       listWidget(list), createButton(create), upButton(up), downButton(down)
 {
     ProfileNameListWidget::qlistWidget = listWidget;
+    seenRows = new SeenRows(listWidget);
     ProfileListAccessible::install(listWidget);
     listWidget->setSelectionMode(QAbstractItemView::NoSelection);
     listWidget->setUniformItemSizes(true);
@@ -100,13 +102,6 @@ void ProfileNamesListManager::on_createProfileButtonClicked()
             &ProfileNamesListManager::addNewProfile);
 }
 
-ProfileNameListWidget* ProfileNamesListManager::makeProfileName()
-{
-    auto* item = new ProfileNameListWidget;
-    connectProfileNameSignals(item);
-    return item;
-}
-
 void ProfileNamesListManager::connectProfileNameSignals(ProfileNameListWidget* item)
 {
     const ProfileName* row = item->getProfileName();
@@ -118,22 +113,29 @@ void ProfileNamesListManager::connectProfileNameSignals(ProfileNameListWidget* i
             qOverload<ProfileName*>(&ProfileNamesListManager::deleteProfile));
 }
 
-void ProfileNamesListManager::appendProfile(ProfileNameListWidget* item)
-{
-    item->getProfileName()->dehighlight();
-    item->appendToList();
-}
-
-void ProfileNamesListManager::addNewProfile(ProfileSettings* profile)
+ProfileNameListWidget* ProfileNamesListManager::appendProfile(ProfileSettings* profile)
 {
     profiles.emplace_back(profile);
-    ProfileNameListWidget* item = makeProfileName();
+    auto* item = new ProfileNameListWidget(ProfileName::FormTime::WHEN_SEEN);
+    connectProfileNameSignals(item);
     ProfileName* row = item->getProfileName();
     row->setProfileSettings(profile);
     row->setTitle(profile->getTitle());
     row->setSubtitle(profile->getSubtitle());
-    appendProfile(item);
+    row->dehighlight();
     ++profilesAdded;
+    return item;
+}
+
+void ProfileNamesListManager::addNewProfile(ProfileSettings* profile)
+{
+    ProfileNameListWidget* item = appendProfile(profile);
+    item->appendToList();
+    selectNewest(item);
+}
+
+void ProfileNamesListManager::selectNewest(ProfileNameListWidget* item)
+{
     listWidget->scrollToBottom();
     on_listWidgetClicked(item);
 }
@@ -141,13 +143,44 @@ void ProfileNamesListManager::addNewProfile(ProfileSettings* profile)
 void ProfileNamesListManager::on_profileReadyForImport(ProfileSettings* profile, bool active,
                                                        bool isDefault)
 {
-    addNewProfile(profile);
-    auto* item = static_cast<ProfileNameListWidget*>(listWidget->item(listWidget->count() - 1));
+    ProfileNameListWidget* item = appendProfile(profile);
     item->getProfileName()->setActive(active);
     if (isDefault && defaultItem == nullptr) {
         item->getProfileName()->setDefault(true);
         defaultItem = item;
     }
+    heldItems.append(item);
+    if (rowHolds == 0) {
+        showHeldItems();
+    }
+}
+
+void ProfileNamesListManager::holdBackRows()
+{
+    ++rowHolds;
+}
+
+void ProfileNamesListManager::showHeldBackRows()
+{
+    --rowHolds;
+    if (rowHolds == 0 && !heldItems.isEmpty()) {
+        showHeldItems();
+    }
+}
+
+void ProfileNamesListManager::showHeldItems()
+{
+    // All items first: a row that is attached has the list lay itself out.
+    for (ProfileNameListWidget* item : qAsConst(heldItems)) {
+        listWidget->addItem(item);
+    }
+    for (ProfileNameListWidget* item : qAsConst(heldItems)) {
+        item->attachRow();
+    }
+    ProfileNameListWidget* newest = heldItems.last();
+    heldItems.clear();
+    selectNewest(newest);
+    seenRows->makeForms();
     emitQuickUpdate();
 }
 
@@ -244,11 +277,18 @@ void ProfileNamesListManager::releaseProfile(const ProfileSettings* profile)
 
 void ProfileNamesListManager::deleteAllRows()
 {
-    settingsPane->holdBackGrid();
-    for (int remaining = listWidget->count(); remaining > 0; --remaining) {
-        deleteProfile(static_cast<ProfileNameListWidget*>(listWidget->item(0)));
+    if (listWidget->count() == 0) {
+        return;
     }
-    settingsPane->showHeldBackGrid();
+    currentItem = nullptr;
+    defaultItem = nullptr;
+    for (int i = 0; i < listWidget->count(); ++i) {
+        static_cast<ProfileNameListWidget*>(listWidget->item(i))->getProfileName()->forgetProfile();
+    }
+    listWidget->clear();
+    setMoveButtonsEnabled(false);
+    emit noMoreProfilesLeft();
+    profiles.clear(); // only now: the pane has let go of its profile
 }
 
 bool ProfileNamesListManager::deleteAllProfilesNoConfirmation()

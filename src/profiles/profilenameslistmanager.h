@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 
 #include <memory>
@@ -12,6 +13,7 @@ class QListWidget;
 class QListWidgetItem;
 class QPushButton;
 class QWidget;
+class SeenRows;
 class SettingsPaneManager;
 
 namespace HParser
@@ -68,6 +70,12 @@ public slots:
     /// default flag counts only while the list has no default profile.
     void on_profileReadyForImport(ProfileSettings* profile, bool active, bool isDefault);
 
+    /// Between these two calls, which nest, imported profiles are only collected; at the end they
+    /// appear together and the last one is selected. One by one each of them would have the list and
+    /// the pane built anew, which takes long for hundreds of profiles.
+    void holdBackRows();
+    void showHeldBackRows();
+
     /// Asks, then deletes one profile.
     void deleteProfile(ProfileName* row);
 
@@ -84,9 +92,10 @@ public slots:
 
 private:
     void selectByStep(int rows);
-    ProfileNameListWidget* makeProfileName();
     void connectProfileNameSignals(ProfileNameListWidget* item);
-    void appendProfile(ProfileNameListWidget* item);
+    ProfileNameListWidget* appendProfile(ProfileSettings* profile);
+    void selectNewest(ProfileNameListWidget* item);
+    void showHeldItems();
     void deleteProfile(ProfileNameListWidget* item);
     void deleteAllRows();
     void moveCurrentItem(int offset);
@@ -101,8 +110,11 @@ private:
     QPushButton* createButton;
     QPushButton* upButton;
     QPushButton* downButton;
+    SeenRows* seenRows = nullptr; ///< a child of the list
     ProfileNameListWidget* currentItem = nullptr;
     ProfileNameListWidget* defaultItem = nullptr;
     int profilesAdded = 0;
+    int rowHolds = 0;
+    QList<ProfileNameListWidget*> heldItems; ///< in no list yet
     std::vector<std::unique_ptr<ProfileSettings>> profiles;
 };

@@ -10,6 +10,9 @@ SettingsCheckBox::SettingsCheckBox(QWidget* parent) : QCheckBox(parent)
 
 void SettingsCheckBox::bindSetting(HParser::StructSetting* boundSetting)
 {
+    if (setting != nullptr) {
+        setting->disconnect(this);
+    }
     setting = boundSetting;
     updateView();
     connect(setting, &HParser::StructSetting::enableView, this, &SettingsCheckBox::on_enableView);

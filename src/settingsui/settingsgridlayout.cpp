@@ -6,51 +6,13 @@
 #include "settingsui/settingscheckbox.h"
 #include "settingsui/settingslineedit.h"
 
-#include <QLabel>
+#include <QWidget>
 
 using HParser::StructSetting;
 using HParser::StructSettings;
 
 namespace
 {
-// Columns 0, 2 and 4 stay empty as spacing.
-constexpr int labelColumn = 1;
-constexpr int editorColumn = 3;
-constexpr int unitsColumn = 5;
-
-constexpr int editorWidth = 110; // a number of 6 digits with sign and exponent
-
-QFont gridFont()
-{
-    return QFont(QStringLiteral("Lucida Grande"), 11);
-}
-
-QLabel* newLabel(const QString& text)
-{
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(gridFont());
-    return label;
-}
-
-/// Ties an editor to the label before it.
-void nameEditor(QWidget* editor, QLabel* label, const QString& description)
-{
-    const QString name = label->text();
-    editor->setAccessibleName(name);
-    editor->setAccessibleDescription(description);
-    label->setText(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))); // no mnemonic
-    label->setBuddy(editor);
-}
-
-/// What is told of an editor beside its name: the units, and the group that the setting belongs to.
-QString describe(const StructSetting& setting)
-{
-    QStringList parts = {setting.units, setting.categoryLabel};
-    parts.removeAll(QString());
-    return parts.join(QStringLiteral(", "));
-}
-
 /// The flags that the list manager keeps; a grid never takes them back.
 bool belongsToList(const StructSettings& settings, const StructSetting& setting)
 {
@@ -77,22 +39,35 @@ SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* 
 {
     setHorizontalSpacing(3);
     setColumnMinimumWidth(2, 3);
-    setColumnMinimumWidth(unitsColumn, 46);
+    setColumnMinimumWidth(SettingsGridRow::unitsColumn, 46);
     inflateGrid();
 }
 
 SettingsGridLayout::~SettingsGridLayout() = default;
 
+void SettingsGridLayout::showSettings(StructSettings* structSettings)
+{
+    backup.reset();
+    settings = structSettings;
+    inflateGrid();
+}
+
 void SettingsGridLayout::inflateGrid()
 {
-    int row = 0;
+    int used = 0;
+    advancedToggle = nullptr;
     const QList<StructSetting*> shown = settings->getStructSettings();
     for (StructSetting* setting : shown) {
         if (!setting->isBasic && advancedToggle == nullptr) {
-            addAdvancedToggle(row++);
+            advancedToggle = static_cast<AdvancedModeToggleCheckBox*>(
+                useRow(used++, SettingsGridRow::ADVANCED_TOGGLE).getEditor());
         }
-        addSetting(setting, row++);
+        useRow(used++, SettingsGridRow::kindOf(*setting)).show(setting);
     }
+    for (int row = used; row < rows.size(); ++row) {
+        rows[row].deleteWidgets();
+    }
+    rows.erase(rows.begin() + used, rows.end());
     if (advancedToggle != nullptr) {
         advancedToggle->bindSettings(shown, settings);
         advancedToggle->enableAdvancedMode(settings->getAdvancedSettingsEdited());
@@ -100,56 +75,34 @@ void SettingsGridLayout::inflateGrid()
     setGridEnabled(false);
 }
 
-void SettingsGridLayout::addAdvancedToggle(int row)
+SettingsGridRow& SettingsGridLayout::useRow(int number, SettingsGridRow::Kind kind)
 {
-    QLabel* label = newLabel(QStringLiteral("Edit Advanced Settings"));
-    label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
-    advancedToggle = new AdvancedModeToggleCheckBox;
-    nameEditor(advancedToggle, label, QStringLiteral("Opens the settings below it for changes"));
-    addWidget(label, row, labelColumn);
-    addWidget(advancedToggle, row, editorColumn);
+    if (number == rows.size()) {
+        rows.append(SettingsGridRow(kind, this, number));
+    } else if (rows.at(number).getKind() != kind) {
+        rows[number].deleteWidgets();
+        rows[number] = SettingsGridRow(kind, this, number);
+        putInTabOrder(number);
+    }
+    return rows[number];
 }
 
-void SettingsGridLayout::addSetting(StructSetting* setting, int row)
+void SettingsGridLayout::putInTabOrder(int number)
 {
-    QLabel* label = newLabel(setting->descriptiveName);
-    addWidget(label, row, labelColumn);
-    switch (setting->settingType) {
-    case StructSetting::NUM:
-    case StructSetting::STRING: {
-        auto* editor = new SettingsLineEdit;
-        editor->setFont(gridFont());
-        editor->setMinimumWidth(editorWidth);
-        nameEditor(editor, label, describe(*setting));
-        editor->bindSetting(setting);
-        if (setting->settingType == StructSetting::NUM) {
-            addWidget(editor, row, editorColumn);
-            addWidget(newLabel(setting->units), row, unitsColumn);
-        } else {
-            addWidget(editor, row, editorColumn, 1, unitsColumn - editorColumn + 1);
+    QWidget* editor = rows.at(number).getEditor();
+    for (int row = number - 1; row >= 0 && editor != nullptr; --row) {
+        if (rows.at(row).getEditor() != nullptr) {
+            QWidget::setTabOrder(rows.at(row).getEditor(), editor);
+            return;
         }
-        break;
-    }
-    case StructSetting::BOOL: {
-        auto* editor = new SettingsCheckBox;
-        editor->setFont(gridFont());
-        nameEditor(editor, label, describe(*setting));
-        editor->bindSetting(setting);
-        addWidget(editor, row, editorColumn);
-        break;
-    }
-    case StructSetting::LIST:    // not editable here: the label alone
-    case StructSetting::UNKNOWN: // never in the visual order
-        break;
     }
 }
 
 void SettingsGridLayout::saveSettings()
 {
     commitFocusedEditor();
-    for (int row = 0; row < rowCount(); ++row) {
-        QLayoutItem* item = itemAtPosition(row, editorColumn);
-        QWidget* widget = item != nullptr ? item->widget() : nullptr;
+    for (const SettingsGridRow& row : qAsConst(rows)) {
+        QWidget* widget = row.getEditor();
         if (widget == nullptr) {
             continue;
         }
@@ -242,10 +195,10 @@ void SettingsGridLayout::setGridEnabled(bool enabled)
 
 void SettingsGridLayout::clearGrid()
 {
-    while (QLayoutItem* item = takeAt(0)) {
-        delete item->widget();
-        delete item;
+    for (SettingsGridRow& row : rows) {
+        row.deleteWidgets();
     }
+    rows.clear();
 }
 
 void SettingsGridLayout::hideEverything(bool hide)

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "settingsui/settingsgridrow.h"
+
 #include <QGridLayout>
 #include <QPointer>
+#include <QVector>
 
 #include <memory>
 
@@ -9,9 +12,8 @@ class AdvancedModeToggleCheckBox;
 
 namespace HParser
 {
-class StructSetting;
 class StructSettings;
-} // namespace HParser
+}
 
 /// The grid of one settings struct: a row per visible setting with its label, editor and units.
 ///
@@ -26,6 +28,10 @@ public:
     /// parent of the widgets.
     SettingsGridLayout(HParser::StructSettings* structSettings, QWidget* parent);
     ~SettingsGridLayout() override;
+
+    /// Shows another struct, in place of the one shown so far, disabled. Rows are used again where
+    /// they are of the right kind.
+    void showSettings(HParser::StructSettings* structSettings);
 
     /// Stores every editor into its setting and disables the grid.
     void saveSettings();
@@ -58,12 +64,13 @@ public:
 
 private:
     void inflateGrid();
-    void addAdvancedToggle(int row);
-    void addSetting(HParser::StructSetting* setting, int row);
+    SettingsGridRow& useRow(int number, SettingsGridRow::Kind kind);
+    void putInTabOrder(int number);
     void commitFocusedEditor();
     QList<QWidget*> gridWidgets() const;
 
     QPointer<HParser::StructSettings> settings;
+    QVector<SettingsGridRow> rows;
     QPointer<AdvancedModeToggleCheckBox> advancedToggle; ///< none without advanced settings
     std::unique_ptr<HParser::StructSettings> backup;     ///< from startEditing() to save or cancel
 };

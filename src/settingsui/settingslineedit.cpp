@@ -17,23 +17,35 @@ SettingsLineEdit::SettingsLineEdit(QWidget* parent) : QLineEdit(parent)
 
 void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
 {
+    if (setting != nullptr) {
+        setting->disconnect(this);
+    }
     setting = boundSetting;
-    if (setting->settingType == HParser::StructSetting::NUM) {
-        const auto* validator = new NumberValidator(this);
-        setValidator(validator);
-        connect(validator, &NumberValidator::refused, this, &SettingsLineEdit::showNumberHint);
-    } else {
-        if (setting->arraySize > 0) {
-            setMaxLength(setting->arraySize - 1); // the charger's field ends with a zero byte
-        }
-        textValidator = new StorableTextValidator(this);
-        setValidator(textValidator);
-        connect(textValidator, &StorableTextValidator::refused, this,
-                &SettingsLineEdit::showTextHint);
+    if (validator() == nullptr) {
+        addValidator();
+    }
+    if (setting->settingType != HParser::StructSetting::NUM) {
+        constexpr int unlimited = 32767; // the toolkit's own default
+        // The charger's field ends with a zero byte.
+        setMaxLength(setting->arraySize > 0 ? setting->arraySize - 1 : unlimited);
     }
     updateView();
     connect(setting, &HParser::StructSetting::numValueChanged, this, &SettingsLineEdit::updateView);
     connect(setting, &HParser::StructSetting::enableView, this, &SettingsLineEdit::on_enableView);
+}
+
+void SettingsLineEdit::addValidator()
+{
+    if (setting->settingType == HParser::StructSetting::NUM) {
+        const auto* numberValidator = new NumberValidator(this);
+        setValidator(numberValidator);
+        connect(numberValidator, &NumberValidator::refused, this,
+                &SettingsLineEdit::showNumberHint);
+        return;
+    }
+    textValidator = new StorableTextValidator(this);
+    setValidator(textValidator);
+    connect(textValidator, &StorableTextValidator::refused, this, &SettingsLineEdit::showTextHint);
 }
 
 QSize SettingsLineEdit::sizeHint() const

@@ -21,7 +21,8 @@ public:
 
     /// Shows and edits this setting from now on. Numbers are typed with a decimal point or the
     /// decimal separator of the user's locale and shown with a point; texts are limited to what the
-    /// charger can hold, in length and characters. A hint says why anything else is refused.
+    /// charger can hold, in length and characters. A hint says why anything else is refused. An
+    /// editor that has shown a number shows numbers only, one that has shown a text shows texts.
     void bindSetting(HParser::StructSetting* boundSetting);
 
     /// Narrow: the grid gives its editors their width.
@@ -39,6 +40,7 @@ public slots:
     void on_enableView(bool on);
 
 private:
+    void addValidator();
     void showTextHint(const QString& characters);
     void showNumberHint();
     void showHint(const QString& hint);

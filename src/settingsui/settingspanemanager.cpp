@@ -10,6 +10,7 @@
 #include "ui_mainwindow.h"
 
 #include <QMessageBox>
+#include <QScrollBar>
 
 namespace
 {
@@ -86,34 +87,14 @@ void SettingsPaneManager::showFlags()
 
 void SettingsPaneManager::showGrid()
 {
-    clearSettingsPane(); // also when held back: its profile may be going away
-    if (gridHolds > 0) {
+    HParser::StructSettings* settings = currentProfile->getProfileSettings()->settings;
+    if (grid == nullptr) {
+        grid = SettingsGridScroll::fill(ui->containerScroll, settings);
         return;
     }
-    grid = SettingsGridScroll::fill(ui->containerScroll,
-                                    currentProfile->getProfileSettings()->settings);
-}
-
-void SettingsPaneManager::holdBackGrid()
-{
-    ++gridHolds;
-}
-
-void SettingsPaneManager::showHeldBackGrid()
-{
-    --gridHolds;
-    if (gridHolds == 0 && grid == nullptr && currentProfile != nullptr) {
-        showGrid();
-    }
-}
-
-void SettingsPaneManager::clearSettingsPane()
-{
-    if (grid != nullptr) {
-        grid->clearGrid();
-        grid->deleteLater();
-        grid = nullptr;
-    }
+    grid->showSettings(settings);
+    ui->containerScroll->verticalScrollBar()->setValue(0);
+    ui->containerScroll->horizontalScrollBar()->setValue(0);
 }
 
 void SettingsPaneManager::quickUpdateSettingsPane(ProfileName* row)
@@ -125,13 +106,12 @@ void SettingsPaneManager::quickUpdateSettingsPane(ProfileName* row)
 void SettingsPaneManager::on_profilesListEmpty()
 {
     hideEverything();
-    clearSettingsPane(); // its editors are bound to a profile that is going away
     currentProfile = nullptr;
 }
 
 void SettingsPaneManager::on_editButtonClicked()
 {
-    if (grid == nullptr || editMode) {
+    if (grid == nullptr || currentProfile == nullptr || editMode) {
         return;
     }
     grid->startEditing();

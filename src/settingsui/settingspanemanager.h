@@ -54,11 +54,6 @@ public slots:
 
     void on_profilesListEmpty();
 
-    /// Between these two calls, which nest, selections build no grid; the last one of them is shown
-    /// at the end. A grid takes long to build: a file of hundreds of profiles selects each of them.
-    void holdBackGrid();
-    void showHeldBackGrid();
-
     void on_editButtonClicked();
     void on_saveButtonClicked();
     void on_cancelButtonClicked();
@@ -68,7 +63,6 @@ public slots:
 private:
     void showGrid();
     void showFlags();
-    void clearSettingsPane();
     void enableEditing();
     void disableEditing();
     void setEditingWidgetsEnabled(bool enabled);
@@ -80,6 +74,5 @@ private:
     QPointer<ProfileName> currentProfile;
     bool editMode = false;
     HParser::Generator* generator;
-    QPointer<SettingsGridLayout> grid;
-    int gridHolds = 0;
+    QPointer<SettingsGridLayout> grid; ///< made for the first profile, used again for the others
 };

@@ -10,8 +10,12 @@
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -67,6 +71,105 @@ protected:
 
     EditorWindow window;
 };
+
+TEST_F(ProfileListTest, ImportedProfilesAppearTogetherWithTheLastOneSelected)
+{
+    window.add("A");
+    const QSignalSpy selections(window.list, &ProfileNamesListManager::settingsPaneUpdateNeeded);
+    window.list->holdBackRows();
+    window.import("B", true, true);
+    window.import("C", true, true);
+    window.import("D", false, false);
+    EXPECT_EQ(window.titles(), QStringList({"A"}));
+    window.list->showHeldBackRows();
+    EXPECT_EQ(window.titles(), QStringList({"A", "B", "C", "D"}));
+    EXPECT_EQ(window.currentRow(), 3);
+    EXPECT_EQ(selections.count(), 1);
+    EXPECT_EQ(window.defaultRows(), QList<int>({1}));
+    EXPECT_TRUE(window.row(2)->getActiveStatus());
+    EXPECT_FALSE(window.row(3)->getActiveStatus());
+    EXPECT_EQ(window.list->getProfilesAdded(), 4);
+    EXPECT_EQ(window.lineEdit("Title")->text(), "D");
+    expectHighlightMatchesSelection();
+}
+
+TEST_F(ProfileListTest, HoldsNestAndNothingImportedSelectsNothing)
+{
+    window.add("A");
+    window.add("B");
+    window.clickRow(0);
+    window.list->holdBackRows();
+    window.list->holdBackRows();
+    window.list->showHeldBackRows();
+    window.list->showHeldBackRows();
+    EXPECT_EQ(window.currentRow(), 0);
+}
+
+class LongListTest : public ProfileListTest
+{
+protected:
+    LongListTest()
+    {
+        window.list->holdBackRows();
+        for (int i = 0; i < 60; ++i) {
+            window.import(QString("P%1").arg(i), i % 2 == 0, i == 5);
+        }
+        window.list->showHeldBackRows();
+    }
+
+    QPushButton* light(int row) const
+    {
+        return window.row(row)->findChild<QPushButton*>("activeProfileButton");
+    }
+};
+
+TEST_F(LongListTest, RowsInSightHaveTheirButtonsAtOnce)
+{
+    ASSERT_NE(light(59), nullptr); // the newest is selected and in sight
+    EXPECT_TRUE(light(59)->isVisible());
+    EXPECT_NE(light(55), nullptr);
+    EXPECT_EQ(light(5), nullptr);
+    EXPECT_EQ(window.row(5)->getTitle(), "P5");
+}
+
+TEST_F(LongListTest, RowsGetTheirButtonsWhenScrolledTo)
+{
+    window.ui->profileNamesList->scrollToTop();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return light(0) != nullptr && light(0)->isVisible(); }));
+    EXPECT_EQ(light(0)->toolTip(), "Active");
+    EXPECT_EQ(light(1)->toolTip(), "Not Active");
+    EXPECT_EQ(light(1)->accessibleName(), "Active: P1");
+    const auto* mark = window.row(5)->findChild<QPushButton*>("defaultProfileButton");
+    EXPECT_EQ(mark->toolTip(), "Default");
+    EXPECT_EQ(window.row(0)->findChild<QLabel*>("profileTitle")->text(), "P0");
+    window.clickLight(1);
+    EXPECT_TRUE(window.row(1)->getActiveStatus());
+    EXPECT_EQ(light(30), nullptr);
+}
+
+TEST_F(LongListTest, KeysAndScreenReadersReachRowsOutOfSight)
+{
+    QTest::keyClick(window.ui->profileNamesList, Qt::Key_Home);
+    EXPECT_EQ(window.currentRow(), 0);
+    ASSERT_NE(light(0), nullptr);
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(window.ui->profileNamesList);
+    QAccessibleInterface* row = list->child(30);
+    EXPECT_EQ(row->text(QAccessible::Name), "P30, first, Active");
+    EXPECT_GE(row->childCount(), 3);
+    EXPECT_NE(light(30), nullptr);
+}
+
+TEST_F(LongListTest, RowsOutOfSightCanBeDeletedAndSwitched)
+{
+    window.list->on_defaultStatusChangeRequest(window.row(7), true);
+    EXPECT_EQ(window.defaultRows(), QList<int>({7}));
+    EXPECT_TRUE(window.row(7)->getActiveStatus());
+    ASSERT_TRUE(window.list->deleteAllProfilesNoConfirmation());
+    EXPECT_EQ(window.count(), 0);
+    flushDeletions();
+    window.add("A");
+    EXPECT_EQ(window.titles(), QStringList({"A"}));
+}
 
 TEST_F(ProfileListTest, StartsEmptyWithItsLook)
 {

@@ -158,15 +158,88 @@ TEST_F(SettingsPaneTest, FollowsTheSelection)
     expectViewMode();
 }
 
-TEST_F(SettingsPaneTest, OldGridsAreFreed)
+TEST_F(SettingsPaneTest, SelectingKeepsTheEditorsAndFreesThoseLeftOver)
 {
     window.add("A");
-    const QPointer<QGridLayout> grid = window.grid();
     const QPointer<QLineEdit> field = window.lineEdit("Current");
+    const QPointer<QLineEdit> advanced = window.lineEdit("Cutoff");
     window.add("B");
-    flushDeletions();
-    EXPECT_EQ(grid, nullptr);
-    EXPECT_EQ(field, nullptr);
+    EXPECT_EQ(window.lineEdit("Current"), field);
+    window.add("P", "Plain Cell");
+    EXPECT_EQ(advanced, nullptr);
+    EXPECT_EQ(window.gridLabels(), QStringList({"Title", "Subtitle", "Capacity"}));
+    const int widgets = window.grid()->parentWidget()->findChildren<QWidget*>().size();
+    window.clickRow(0);
+    window.clickRow(2);
+    EXPECT_EQ(window.grid()->parentWidget()->findChildren<QWidget*>().size(), widgets);
+    EXPECT_EQ(window.grid()->count(), 7); // three labels, three editors, the units
+}
+
+TEST_F(SettingsPaneTest, EditorsFollowTheSelectedProfileAlone)
+{
+    window.add("A");
+    window.add("B");
+    window.setting(0, "Current")->setValue(7.0);
+    EXPECT_EQ(window.lineEdit("Current")->text(), "2.5");
+    window.setting(1, "Current")->setValue(3.0);
+    EXPECT_EQ(window.lineEdit("Current")->text(), "3");
+    window.clickRow(0);
+    EXPECT_EQ(window.lineEdit("Current")->text(), "7");
+    EXPECT_EQ(window.lineEdit("Title")->text(), "A");
+}
+
+TEST_F(SettingsPaneTest, EditsGoIntoTheSelectedProfileAlone)
+{
+    window.add("A");
+    window.add("B");
+    edit();
+    enterText(window.lineEdit("Current"), "9");
+    clickOn(window.checkBox("Balance"));
+    save();
+    EXPECT_EQ(window.setting(0, "Current")->getValue(), "2.5");
+    EXPECT_TRUE(window.setting(0, "Balance")->isOn());
+    EXPECT_EQ(window.setting(1, "Current")->getValue(), "9");
+    EXPECT_FALSE(window.setting(1, "Balance")->isOn());
+}
+
+TEST_F(SettingsPaneTest, UndoBringsNoValueOfAnotherProfile)
+{
+    window.add("A");
+    edit();
+    enterText(window.lineEdit("Current"), "9");
+    save();
+    window.add("B");
+    edit();
+    QLineEdit* field = window.lineEdit("Current");
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(field->text(), "2.5");
+}
+
+TEST_F(SettingsPaneTest, TextsKeepTheLengthOfTheirOwnField)
+{
+    window.add("P", "Plain Cell");
+    window.add("A");
+    EXPECT_EQ(window.lineEdit("Note")->maxLength(), 7);
+    EXPECT_EQ(window.lineEdit("Subtitle")->maxLength(), 15);
+}
+
+TEST_F(SettingsPaneTest, TabFollowsTheRowsOfAnotherChemistry)
+{
+    window.add("P", "Plain Cell");
+    window.add("A");
+    edit();
+    clickOn(window.advancedToggle());
+    QStringList reached;
+    window.lineEdit("Title")->setFocus();
+    for (int i = 0; i < 11; ++i) {
+        reached.append(QApplication::focusWidget()->accessibleName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(reached, QStringList({"Title", "Subtitle", "Cells", "Current", "Balance",
+                                    "Edit Advanced Settings", "Cutoff", "Pack Voltage",
+                                    "Cold Check", "Note", "Margin"}));
+    EXPECT_EQ(QApplication::focusWidget(), window.ui->cancelChangesButton);
 }
 
 TEST_F(SettingsPaneTest, ShowsTheFlagsOfTheRowAlone)
@@ -849,11 +922,12 @@ TEST_F(SettingsPaneTest, HidesWhenTheListRunsEmpty)
     for (const QWidget* widget : paneWidgets()) {
         EXPECT_FALSE(widget->isVisible()) << widget->objectName().toStdString();
     }
-    EXPECT_EQ(field, nullptr);
+    EXPECT_FALSE(field->isVisible());
     EXPECT_EQ(setting, nullptr);
-    EXPECT_EQ(window.grid(), nullptr);
 
     // What is left must not touch the profile that is gone.
+    field->setText("3");
+    emit field->editingFinished();
     window.pane->on_editButtonClicked();
     window.pane->on_saveButtonClicked();
     EXPECT_FALSE(window.pane->getEditMode());

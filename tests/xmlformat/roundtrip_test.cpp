@@ -192,7 +192,7 @@ protected:
     {
         XmlEditor editor(demoSchema());
         editor.hide();
-        editor.pane->holdBackGrid();
+        editor.list->holdBackRows();
         const QList<StructSettings*> chemistries = editor.generator->getChemistrySettings();
         ASSERT_GE(chemistries.size(), 3);
         for (int i = 0; i < profileCount; ++i) {
@@ -208,7 +208,7 @@ protected:
             editor.list->on_profileReadyForImport(profile, active,
                                                   active && i > 10 && random.below(20) == 0);
         }
-        editor.pane->showHeldBackGrid();
+        editor.list->showHeldBackRows();
         StructSettings* global = editor.generator->getGlobalSettings();
         random.fill(*global, true);
         global->setAdvancedSettingsEdited(

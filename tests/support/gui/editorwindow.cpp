@@ -39,10 +39,10 @@ EditorWindow::EditorWindow(const QByteArray& schema) : ui(std::make_unique<Ui::M
     importer = new ImportProfiles::ImportProfilesMain(this, generator, this);
     connect(importer, &ImportProfiles::ImportProfilesMain::profileReadyForImport, list,
             &ProfileNamesListManager::on_profileReadyForImport);
-    connect(importer, &ImportProfiles::ImportProfilesMain::importStarted, pane,
-            &SettingsPaneManager::holdBackGrid);
-    connect(importer, &ImportProfiles::ImportProfilesMain::importFinished, pane,
-            &SettingsPaneManager::showHeldBackGrid);
+    connect(importer, &ImportProfiles::ImportProfilesMain::importStarted, list,
+            &ProfileNamesListManager::holdBackRows);
+    connect(importer, &ImportProfiles::ImportProfilesMain::importFinished, list,
+            &ProfileNamesListManager::showHeldBackRows);
     globalSettings = new GlobalSettingsManager(this, generator, this);
     show();
     QApplication::setActiveWindow(this);

@@ -1,0 +1,137 @@
+#include "settingsui/settingsgridrow.h"
+
+#include "CBGenerator/structsetting.h"
+#include "settingsui/advancedmodetogglecheckbox.h"
+#include "settingsui/settingscheckbox.h"
+#include "settingsui/settingslineedit.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+using HParser::StructSetting;
+
+namespace
+{
+constexpr int editorWidth = 110; // a number of 6 digits with sign and exponent
+
+QFont gridFont()
+{
+    return QFont(QStringLiteral("Lucida Grande"), 11);
+}
+
+QLabel* newLabel()
+{
+    auto* label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setFont(gridFont());
+    return label;
+}
+
+QWidget* newEditor(SettingsGridRow::Kind kind)
+{
+    switch (kind) {
+    case SettingsGridRow::ADVANCED_TOGGLE:
+        return new AdvancedModeToggleCheckBox;
+    case SettingsGridRow::NUMBER:
+    case SettingsGridRow::TEXT: {
+        auto* editor = new SettingsLineEdit;
+        editor->setFont(gridFont());
+        editor->setMinimumWidth(editorWidth);
+        return editor;
+    }
+    case SettingsGridRow::FLAG: {
+        auto* editor = new SettingsCheckBox;
+        editor->setFont(gridFont());
+        return editor;
+    }
+    case SettingsGridRow::LABEL_ALONE:
+        break;
+    }
+    return nullptr;
+}
+
+/// What is told of an editor beside its name: the units, and the group that the setting belongs to.
+QString describe(const StructSetting& setting)
+{
+    QStringList parts = {setting.units, setting.categoryLabel};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
+/// A label that keeps its text lays nothing out anew.
+void setLabelText(QLabel* label, const QString& text)
+{
+    if (label->text() != text) {
+        label->setText(text);
+    }
+}
+} // namespace
+
+SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* grid, int number)
+    : kind(rowKind), label(newLabel()), editor(newEditor(rowKind))
+{
+    grid->addWidget(label, number, labelColumn);
+    if (editor == nullptr) {
+        return;
+    }
+    label->setBuddy(editor);
+    const int columns = kind == TEXT ? unitsColumn - editorColumn + 1 : 1;
+    grid->addWidget(editor, number, editorColumn, 1, columns);
+    if (kind == NUMBER) {
+        unitsLabel = newLabel();
+        grid->addWidget(unitsLabel, number, unitsColumn);
+    }
+    if (kind == ADVANCED_TOGGLE) {
+        label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
+        setName(QStringLiteral("Edit Advanced Settings"),
+                QStringLiteral("Opens the settings below it for changes"));
+    }
+}
+
+SettingsGridRow::Kind SettingsGridRow::kindOf(const StructSetting& setting)
+{
+    switch (setting.settingType) {
+    case StructSetting::NUM:
+        return NUMBER;
+    case StructSetting::STRING:
+        return TEXT;
+    case StructSetting::BOOL:
+        return FLAG;
+    case StructSetting::LIST:
+    case StructSetting::UNKNOWN: // never in the visual order
+        break;
+    }
+    return LABEL_ALONE;
+}
+
+void SettingsGridRow::show(StructSetting* setting)
+{
+    setName(setting->descriptiveName, describe(*setting));
+    if (kind == FLAG) {
+        static_cast<SettingsCheckBox*>(editor)->bindSetting(setting);
+    } else if (kind == NUMBER || kind == TEXT) {
+        static_cast<SettingsLineEdit*>(editor)->bindSetting(setting);
+    }
+    if (unitsLabel != nullptr) {
+        setLabelText(unitsLabel, setting->units);
+    }
+}
+
+void SettingsGridRow::setName(const QString& name, const QString& description)
+{
+    if (editor == nullptr) {
+        setLabelText(label, name);
+        return;
+    }
+    editor->setAccessibleName(name);
+    editor->setAccessibleDescription(description);
+    // The editor is the label's buddy, so an "&" would count as a mnemonic.
+    setLabelText(label, QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+}
+
+void SettingsGridRow::deleteWidgets()
+{
+    delete label;
+    delete editor;
+    delete unitsLabel;
+}

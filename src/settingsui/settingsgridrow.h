@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QString>
+
+class QGridLayout;
+class QLabel;
+class QWidget;
+
+namespace HParser
+{
+class StructSetting;
+}
+
+/// One row of a settings grid: the label, the editor and the units of one setting. Its widgets can
+/// show other settings of the same kind, which is far cheaper than making new ones.
+///
+/// The widgets belong to the grid's parent; a copied row is the same row.
+class SettingsGridRow
+{
+public:
+    enum Kind
+    {
+        ADVANCED_TOGGLE, ///< the switch of advanced mode, of no setting of its own
+        NUMBER,
+        TEXT,
+        FLAG,
+        LABEL_ALONE ///< lists are not editable here
+    };
+
+    // Columns 0, 2 and 4 stay empty as spacing.
+    static constexpr int labelColumn = 1;
+    static constexpr int editorColumn = 3;
+    static constexpr int unitsColumn = 5;
+
+    /// Makes the widgets of a row and puts them into row `number` of the grid.
+    SettingsGridRow(Kind kind, QGridLayout* grid, int number);
+
+    static Kind kindOf(const HParser::StructSetting& setting);
+
+    Kind getKind() const { return kind; }
+
+    /// The line edit, check box or toggle; nullptr for a label alone.
+    QWidget* getEditor() const { return editor; }
+
+    /// Shows and edits this setting, which is of the row's kind, from now on.
+    void show(HParser::StructSetting* setting);
+
+    /// Deletes the widgets; the row is not to be used any more.
+    void deleteWidgets();
+
+private:
+    void setName(const QString& name, const QString& description);
+
+    Kind kind;
+    QLabel* label = nullptr;
+    QWidget* editor = nullptr;
+    QLabel* unitsLabel = nullptr;
+};
