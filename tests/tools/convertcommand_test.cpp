@@ -125,6 +125,9 @@ TEST_F(ConvertCommandTest, TellsASecondDefaultProfile)
 {
     expectTold(convertXml(xml(profile(0, "one") + profile(1, "two"))),
                "profile 2, \"two\" (Cell): a profile before it is the default, it is none\n");
+    convertXml(xml(profile(0, "one") + profile(1, "two")), "out.xml");
+    EXPECT_TRUE(readFile("out.xml").contains("id=\"0\" active=\"true\" default=\"true\""));
+    EXPECT_TRUE(readFile("out.xml").contains("id=\"1\" active=\"true\" default=\"false\""));
 }
 
 TEST_F(ConvertCommandTest, LeavesOutUnknownChemistriesAndTellsThem)

@@ -79,6 +79,18 @@ TEST_F(DiffCommandTest, TakesARenamedProfileForTheSame)
                       "  Title: two -> three\n");
 }
 
+TEST_F(DiffCommandTest, ComparesNoProfilesOfDifferentChemistries)
+{
+    QByteArray schema = smallSchema();
+    QByteArray zinc = schema.mid(schema.indexOf("struct Cell"));
+    zinc.replace("Cell", "Zinc")
+        .replace("2, 2, x1, 0, \"type\", \"\", A, 2", "3, 3, x1, 0, \"type\", \"\", A, 3");
+    writeFile("schema.in", schema + zinc);
+    expectDifferences(profile(0, "one"), profile(0, "one").replace("Cell", "Zinc"),
+                      "only in left.xml: profile 1, \"one\" (Cell)\n"
+                      "only in right.xml: profile 1, \"one\" (Zinc)\n");
+}
+
 TEST_F(DiffCommandTest, TellsProfilesThatStandInOneFileOnly)
 {
     expectDifferences(profile(0, "one") + profile(1, "two", "1", "2", "false"), profile(0, "one"),
