@@ -230,6 +230,16 @@ TEST(HeaderReviewTest, RefusesAChecksumInsideAByte)
                   "have 3 bits");
 }
 
+TEST(HeaderReviewTest, RefusesAChecksumAmongBitFieldsThatAddUpWithIt)
+{
+    QStringList lines = with(16, "num, auto", "num, 8");
+    EXPECT_EQ(reviewed(lines), QStringList());
+    lines.insert(16, "char c; // bool, 5, \"C\", A, 0, -1, basic");
+    lines.insert(15, "char b; // bool, 3, \"B\", A, 0, -1, basic");
+    expectProblem(lines, "17@8, 0@ fatal", "have 3 bits");
+    expectProblem(lines, "6:1 fatal", "have 5 bits");
+}
+
 TEST(HeaderReviewTest, RefusesUnusableSizes)
 {
     expectProblem(with(13, "num, auto", "num, 9"), "13@9, 0@ fatal", "9 bits do not fit");
