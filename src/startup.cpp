@@ -33,7 +33,9 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
+#include <QTimer>
 
 #include <cstdlib>
 
@@ -136,11 +138,15 @@ bool MainWindow::createRequiredFiles()
 
 void MainWindow::extract(const KelvaronBundle& bundle, int part, const QString& fileName)
 {
+    const QString text = bundle.getFile(part);
+    if (QFile standing(fileName);
+        standing.open(QIODevice::ReadOnly) && standing.readAll() == text.toUtf8()) {
+        return; // as at most starts; waiting for the disk takes longer than all the rest
+    }
     if (bundle.saveFile(part, QStringLiteral("./") + fileName) || !QFileInfo(fileName).isFile()) {
         return; // a file that is missing is told of by the checks
     }
-    // In a folder that may only be read, the right file may stand already.
-    if (TextFile::read(fileName) != bundle.getFile(part)) {
+    if (TextFile::read(fileName) != text) {
         MessageDialogs::message(
             this, QStringLiteral("File Not Written"),
             QStringLiteral("The file %1 of the Kelvaron Bundle %2 could not be written, so the "
@@ -304,8 +310,10 @@ void MainWindow::printCurrentEnvironmentValues()
 
 void MainWindow::startDeviceWatcher()
 {
+    // A list of all ports takes as long as the whole window, which need not wait for it.
+    constexpr int firstLook = 200; // milliseconds
     deviceWatcher = std::make_unique<COMDeviceWatcher>(nullptr);
-    deviceWatcher->startWatching();
+    QTimer::singleShot(firstLook, deviceWatcher.get(), &COMDeviceWatcher::startWatching);
 }
 
 void MainWindow::runFirmwareToolOnly()
