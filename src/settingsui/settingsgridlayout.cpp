@@ -54,20 +54,23 @@ void SettingsGridLayout::showSettings(StructSettings* structSettings)
 
 void SettingsGridLayout::inflateGrid()
 {
-    int used = 0;
+    QVector<SettingsGridRow> unused = rows + spareRows;
+    rows.clear();
     advancedToggle = nullptr;
     const QList<StructSetting*> shown = settings->getStructSettings();
     for (StructSetting* setting : shown) {
         if (!setting->isBasic && advancedToggle == nullptr) {
-            advancedToggle = static_cast<AdvancedModeToggleCheckBox*>(
-                useRow(used++, SettingsGridRow::ADVANCED_TOGGLE).getEditor());
+            rows.append(takeRow(SettingsGridRow::ADVANCED_TOGGLE, &unused));
+            advancedToggle = static_cast<AdvancedModeToggleCheckBox*>(rows.last().getEditor());
         }
-        useRow(used++, SettingsGridRow::kindOf(*setting)).show(setting);
+        rows.append(takeRow(SettingsGridRow::kindOf(*setting), &unused));
+        rows.last().show(setting);
     }
-    for (int row = used; row < rows.size(); ++row) {
-        rows[row].deleteWidgets();
+    for (SettingsGridRow& row : unused) {
+        row.putAside();
     }
-    rows.erase(rows.begin() + used, rows.end());
+    spareRows = unused;
+    placeRows();
     if (advancedToggle != nullptr) {
         advancedToggle->bindSettings(shown, settings);
         advancedToggle->enableAdvancedMode(settings->getAdvancedSettingsEdited());
@@ -75,26 +78,39 @@ void SettingsGridLayout::inflateGrid()
     setGridEnabled(false);
 }
 
-SettingsGridRow& SettingsGridLayout::useRow(int number, SettingsGridRow::Kind kind)
+SettingsGridRow SettingsGridLayout::takeRow(SettingsGridRow::Kind kind,
+                                            QVector<SettingsGridRow>* unused)
 {
-    if (number == rows.size()) {
-        rows.append(SettingsGridRow(kind, this, number));
-    } else if (rows.at(number).getKind() != kind) {
-        rows[number].deleteWidgets();
-        rows[number] = SettingsGridRow(kind, this, number);
-        putInTabOrder(number);
+    // Best the one that stands there already; otherwise one from the end, where those are that
+    // nobody else wants to keep.
+    const int number = rows.size();
+    int found = -1;
+    for (int i = 0; i < unused->size(); ++i) {
+        if (unused->at(i).getKind() == kind) {
+            found = i;
+            if (unused->at(i).getNumber() == number) {
+                break;
+            }
+        }
     }
-    return rows[number];
+    return found < 0 ? SettingsGridRow(kind, this) : unused->takeAt(found);
 }
 
-void SettingsGridLayout::putInTabOrder(int number)
+void SettingsGridLayout::placeRows()
 {
-    QWidget* editor = rows.at(number).getEditor();
-    for (int row = number - 1; row >= 0 && editor != nullptr; --row) {
-        if (rows.at(row).getEditor() != nullptr) {
-            QWidget::setTabOrder(rows.at(row).getEditor(), editor);
-            return;
+    QWidget* previous = nullptr;
+    bool isOrderChanged = false;
+    for (int i = 0; i < rows.size(); ++i) {
+        isOrderChanged = isOrderChanged || rows.at(i).getNumber() != i;
+        rows[i].placeAt(i);
+        QWidget* editor = rows.at(i).getEditor();
+        if (editor == nullptr) {
+            continue;
         }
+        if (isOrderChanged && previous != nullptr) {
+            QWidget::setTabOrder(previous, editor);
+        }
+        previous = editor;
     }
 }
 
@@ -195,10 +211,12 @@ void SettingsGridLayout::setGridEnabled(bool enabled)
 
 void SettingsGridLayout::clearGrid()
 {
-    for (SettingsGridRow& row : rows) {
-        row.deleteWidgets();
+    for (QVector<SettingsGridRow>* group : {&rows, &spareRows}) {
+        for (SettingsGridRow& row : *group) {
+            row.deleteWidgets();
+        }
+        group->clear();
     }
-    rows.clear();
 }
 
 void SettingsGridLayout::hideEverything(bool hide)

@@ -64,13 +64,14 @@ public:
 
 private:
     void inflateGrid();
-    SettingsGridRow& useRow(int number, SettingsGridRow::Kind kind);
-    void putInTabOrder(int number);
+    SettingsGridRow takeRow(SettingsGridRow::Kind kind, QVector<SettingsGridRow>* unused);
+    void placeRows();
     void commitFocusedEditor();
     QList<QWidget*> gridWidgets() const;
 
     QPointer<HParser::StructSettings> settings;
-    QVector<SettingsGridRow> rows;
+    QVector<SettingsGridRow> rows;                       ///< from top to bottom
+    QVector<SettingsGridRow> spareRows;                  ///< not shown, for other structs
     QPointer<AdvancedModeToggleCheckBox> advancedToggle; ///< none without advanced settings
     std::unique_ptr<HParser::StructSettings> backup;     ///< from startEditing() to save or cancel
 };

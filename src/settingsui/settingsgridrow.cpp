@@ -67,24 +67,54 @@ void setLabelText(QLabel* label, const QString& text)
 }
 } // namespace
 
-SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* grid, int number)
-    : kind(rowKind), label(newLabel()), editor(newEditor(rowKind))
+SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid)
+    : kind(rowKind), grid(settingsGrid), label(newLabel()), editor(newEditor(rowKind))
 {
-    grid->addWidget(label, number, labelColumn);
-    if (editor == nullptr) {
-        return;
+    if (editor != nullptr) {
+        label->setBuddy(editor);
     }
-    label->setBuddy(editor);
-    const int columns = kind == TEXT ? unitsColumn - editorColumn + 1 : 1;
-    grid->addWidget(editor, number, editorColumn, 1, columns);
     if (kind == NUMBER) {
         unitsLabel = newLabel();
-        grid->addWidget(unitsLabel, number, unitsColumn);
     }
     if (kind == ADVANCED_TOGGLE) {
         label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
         setName(QStringLiteral("Edit Advanced Settings"),
                 QStringLiteral("Opens the settings below it for changes"));
+    }
+}
+
+void SettingsGridRow::placeAt(int rowNumber)
+{
+    if (number == rowNumber) {
+        return;
+    }
+    putAside();
+    number = rowNumber;
+    grid->addWidget(label, number, labelColumn);
+    label->show();
+    if (editor != nullptr) {
+        const int columns = kind == TEXT ? unitsColumn - editorColumn + 1 : 1;
+        grid->addWidget(editor, number, editorColumn, 1, columns);
+        editor->show();
+    }
+    if (unitsLabel != nullptr) {
+        grid->addWidget(unitsLabel, number, unitsColumn);
+        unitsLabel->show();
+    }
+}
+
+void SettingsGridRow::putAside()
+{
+    if (number < 0) {
+        return;
+    }
+    number = -1;
+    for (QWidget* widget :
+         {static_cast<QWidget*>(label), editor, static_cast<QWidget*>(unitsLabel)}) {
+        if (widget != nullptr) {
+            grid->removeWidget(widget);
+            widget->hide();
+        }
     }
 }
 

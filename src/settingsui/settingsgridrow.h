@@ -32,8 +32,17 @@ public:
     static constexpr int editorColumn = 3;
     static constexpr int unitsColumn = 5;
 
-    /// Makes the widgets of a row and puts them into row `number` of the grid.
-    SettingsGridRow(Kind kind, QGridLayout* grid, int number);
+    /// Makes the widgets of a row that stands nowhere in the grid yet.
+    SettingsGridRow(Kind kind, QGridLayout* grid);
+
+    /// Shows the widgets in this row of the grid, counted from 0.
+    void placeAt(int rowNumber);
+
+    /// Takes the widgets out of the grid and hides them.
+    void putAside();
+
+    /// Where the row stands; -1: nowhere.
+    int getNumber() const { return number; }
 
     static Kind kindOf(const HParser::StructSetting& setting);
 
@@ -52,6 +61,8 @@ private:
     void setName(const QString& name, const QString& description);
 
     Kind kind;
+    QGridLayout* grid;
+    int number = -1;
     QLabel* label = nullptr;
     QWidget* editor = nullptr;
     QLabel* unitsLabel = nullptr;

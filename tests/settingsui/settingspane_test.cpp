@@ -158,7 +158,7 @@ TEST_F(SettingsPaneTest, FollowsTheSelection)
     expectViewMode();
 }
 
-TEST_F(SettingsPaneTest, SelectingKeepsTheEditorsAndFreesThoseLeftOver)
+TEST_F(SettingsPaneTest, SelectingUsesTheSameEditorsAgain)
 {
     window.add("A");
     const QPointer<QLineEdit> field = window.lineEdit("Current");
@@ -166,13 +166,16 @@ TEST_F(SettingsPaneTest, SelectingKeepsTheEditorsAndFreesThoseLeftOver)
     window.add("B");
     EXPECT_EQ(window.lineEdit("Current"), field);
     window.add("P", "Plain Cell");
-    EXPECT_EQ(advanced, nullptr);
+    EXPECT_FALSE(advanced->isVisible());
     EXPECT_EQ(window.gridLabels(), QStringList({"Title", "Subtitle", "Capacity"}));
-    const int widgets = window.grid()->parentWidget()->findChildren<QWidget*>().size();
-    window.clickRow(0);
-    window.clickRow(2);
-    EXPECT_EQ(window.grid()->parentWidget()->findChildren<QWidget*>().size(), widgets);
     EXPECT_EQ(window.grid()->count(), 7); // three labels, three editors, the units
+    const QWidget* container = window.grid()->parentWidget();
+    const int widgets = container->findChildren<QWidget*>().size();
+    window.clickRow(0);
+    EXPECT_EQ(window.gridLabels().size(), 13);
+    EXPECT_TRUE(window.lineEdit("Cutoff")->isVisible());
+    window.clickRow(2);
+    EXPECT_EQ(container->findChildren<QWidget*>().size(), widgets);
 }
 
 TEST_F(SettingsPaneTest, EditorsFollowTheSelectedProfileAlone)
