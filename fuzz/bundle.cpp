@@ -1,12 +1,16 @@
 // Bundle files: a file that the check lets pass never ends the program, and what was read is written
-// and read again the same.
+// and read again the same. The review agrees with both.
 
 #include "KelvaronBundle/bundlecheck.h"
+#include "KelvaronBundle/bundlereview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "support/fuzztarget.h"
+#include "textfile.h"
 
 #include <QCryptographicHash>
 #include <QStringList>
+
+#include <algorithm>
 
 namespace
 {
@@ -59,6 +63,12 @@ void checkSameWhenWrittenAgain(const KelvaronBundle& bundle, const QStringList& 
         FUZZ_EXPECT(again.getMarker(i) == bundle.getMarker(i));
     }
 }
+
+bool hasProblem(const Problems& problems, Problem::Severity least)
+{
+    return std::any_of(problems.begin(), problems.end(),
+                       [least](const Problem& problem) { return problem.severity >= least; });
+}
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -85,6 +95,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     }
     constexpr int fewestSections = 3;
     FUZZ_EXPECT(!isWhole || bundle.getNumFiles() >= fewestSections);
+    const QString text = TextFile::read(path).value_or(QString());
+    const Problems keys = BundleReview::keyProblems(text, QStringLiteral("v1.2.3x.kelvaron"));
+    FUZZ_EXPECT(isSafe || hasProblem(keys, Problem::Severity::Fatal));
+    FUZZ_EXPECT(isWhole
+                != hasProblem(BundleReview::sectionProblems(text), Problem::Severity::Error));
+    BundleReview::problems(text, QString());
     if (isWhole && isSound) {
         checkSameWhenWrittenAgain(bundle, sectionsOf(bundle));
     }

@@ -36,7 +36,7 @@ std::optional<QString> TextFile::read(const QString& path)
     if (!bytes) {
         return std::nullopt;
     }
-    QString text = QString::fromUtf8(*bytes);
+    QString text = decoded(*bytes);
     text.remove(QLatin1Char('\r'));
     return text;
 }
@@ -49,12 +49,17 @@ std::optional<QByteArray> TextFile::readUtf8(const QString& path)
     }
     const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
     if (text->startsWith(byteOrderMark) || !isUtf8(*text)) {
-        text = QString::fromUtf8(*text).toUtf8();
+        text = decoded(*text).toUtf8();
     }
     if (text->contains('\r')) {
         text->replace("\r", "");
     }
     return text;
+}
+
+QString TextFile::decoded(const QByteArray& bytes)
+{
+    return QString::fromUtf8(bytes.constData(), bytes.size());
 }
 
 QStringList TextFile::splitLines(const QString& text)

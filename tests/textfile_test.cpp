@@ -64,6 +64,14 @@ TEST_F(TextFileTest, ReadsWhatItWrote)
     EXPECT_EQ(TextFile::read(path("a.txt")), text);
 }
 
+TEST_F(TextFileTest, ReadsOnBehindAZeroByte)
+{
+    writeBytes(path("in.txt"), QByteArray("one\0two\r\nthree\xFF\n", 16));
+    const QString text = QString::fromUtf8("one\0two\nthree\xEF\xBF\xBD\n", 17);
+    EXPECT_EQ(TextFile::read(path("in.txt")), text);
+    EXPECT_EQ(TextFile::readUtf8(path("in.txt")), text.toUtf8());
+}
+
 TEST_F(TextFileTest, UsesUtf8InEveryLocale)
 {
     const Latin1Locale locale;

@@ -25,9 +25,9 @@ QRegularExpression pattern(const char* text)
 
 bool isStructHeader(const QString& line)
 {
-    static const QRegularExpression structHeader =
-        pattern("\\A\\s*struct\\s*\\w+\\s*\\{\\s*//\\s*Settings\\s*:\\s*\"[\\w\\s]*\"\\s*,\\s*"
-                "(global|instantiable)\\s*\\z");
+    static const QRegularExpression structHeader = pattern(
+        "\\A\\s*struct\\s*[\\w\\p{M}]+\\s*\\{\\s*//\\s*Settings\\s*:\\s*\"[\\w\\p{M}\\s]*\"\\s*,\\s*"
+        "(global|instantiable)\\s*\\z");
     return structHeader.match(line).hasMatch();
 }
 

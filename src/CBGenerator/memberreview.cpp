@@ -137,7 +137,9 @@ bool MemberReview::checkNumberOfFields(int wanted, bool mayBeMore)
 void MemberReview::checkName()
 {
     const MemberLine::Piece name = pieces.name();
-    isArray = name.text.contains(QRegularExpression(QStringLiteral("\\[\\w*\\]")));
+    static const QRegularExpression brackets(QStringLiteral("\\[[\\w\\p{M}]*\\]"),
+                                             QRegularExpression::UseUnicodePropertiesOption);
+    isArray = name.text.contains(brackets);
     if (!isArray && pieces.declaration().contains(QLatin1Char('['))) {
         // A number's type reaches up to the last blank then and is none of the charger's.
         add(name.column(), isNum() ? Problem::Severity::Fatal : Problem::Severity::Error,

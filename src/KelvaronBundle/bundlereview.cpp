@@ -132,7 +132,7 @@ void BundleReview::checkKeys(const QString& fileName)
 void BundleReview::checkKeyLine(int index)
 {
     static const QRegularExpression keyLine(
-        QStringLiteral("\\A\\s*([\\w.]+)\\s*=\\s*([\\w.]+)\\s*\\z"),
+        QStringLiteral("\\A\\s*([\\w\\p{M}.]+)\\s*=\\s*([\\w\\p{M}.]+)\\s*\\z"),
         QRegularExpression::UseUnicodePropertiesOption);
     const QRegularExpressionMatch match = keyLine.match(lines.at(index));
     if (!match.hasMatch()) {

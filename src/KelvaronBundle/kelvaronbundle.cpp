@@ -54,7 +54,7 @@ KeyBlock readKeyBlock(const QString& path)
         if (bytes.endsWith('\n')) {
             bytes.chop(1);
         }
-        const QString line = QString::fromUtf8(bytes);
+        const QString line = TextFile::decoded(bytes);
         ++lineNumber;
         if (block.firstLine > 0 && line == keyBlockLine) {
             break;
@@ -85,7 +85,7 @@ int nextMarker(const QByteArray& text, int from)
             continue;
         }
         const QByteArray line = text.mid(start, endOfLine(text, start) - start);
-        if (KelvaronBundle::matchesStartEndLine(QString::fromUtf8(line))) {
+        if (KelvaronBundle::matchesStartEndLine(TextFile::decoded(line))) {
             return start;
         }
     }
@@ -145,7 +145,7 @@ void KelvaronBundle::findSections()
         if (isLastSectionOpen) {
             files.last().length = start - files.last().start;
         } else {
-            markers.append(QString::fromUtf8(content.mid(start, end - start)));
+            markers.append(TextFile::decoded(content.mid(start, end - start)));
             files.append({std::min(end + 1, content.size()), 0});
         }
         isLastSectionOpen = !isLastSectionOpen;
@@ -182,7 +182,7 @@ bool KelvaronBundle::checksumsMatch() const
 QString KelvaronBundle::getFile(int index) const
 {
     const QByteArray bytes = bytesOf(index);
-    QString text = QString::fromUtf8(bytes);
+    QString text = TextFile::decoded(bytes);
     if (bytes.startsWith(byteOrderMark)) {
         text.prepend(QChar(QChar::ByteOrderMark)); // a character like others inside the bundle
     }

@@ -2,7 +2,7 @@
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/schematext.h"
-#include "CBGenerator/standardoutputcapture.h"
+#include "linecapture.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ bool canBeEvaluated(const QString& text)
 {
     static const auto settings =
         SchemaText::liveStruct({NumLine("a"), NumLine("bc"), NumLine("D2")});
-    const StandardOutputCapture output;
+    const LineCapture traces;
     Formula formula(text, nullptr);
     formula.buildFormulaTree(settings->getStructSettings());
     bool isKnown = formula.hasTree();

@@ -144,6 +144,8 @@ TEST_F(CheckCommandTest, TellsWhereAFileIsNoUtf8)
 {
     expectProblem(checkHeaderWith("\"V\"", "\"\xB0\""),
                   "schema.h:12:55: error: the file is no text in UTF-8\n");
+    expectProblem(checkHeaderWith("\"V\"", QByteArray("\"\0\"", 3)),
+                  "schema.h:12:55: error: the file is no text in UTF-8\n");
 }
 
 TEST_F(CheckCommandTest, WritesJson)

@@ -21,18 +21,20 @@ CheckedFile::CheckedFile(const QString& path) : filePath(path)
     hasSections = path.endsWith(QLatin1String(".kelvaron"))
                   || std::any_of(lines.begin(), lines.end(), &KelvaronBundle::matchesStartEndLine);
     checkEncoding(*text);
-    found += hasSections ? BundleReview::problems(*text, QFileInfo(path).fileName())
-                         : HParser::HeaderReview::problems(*text);
+    all += hasSections ? BundleReview::problems(*text, QFileInfo(path).fileName())
+                       : HParser::HeaderReview::problems(*text);
 }
 
 void CheckedFile::checkEncoding(const QString& text)
 {
-    const int position = text.indexOf(QChar::ReplacementCharacter);
-    if (position < 0) {
+    const auto isForeign = [](QChar c) { return c.isNull() || c == QChar::ReplacementCharacter; };
+    const auto found = std::find_if(text.begin(), text.end(), isForeign);
+    if (found == text.end()) {
         return;
     }
+    const auto position = static_cast<int>(found - text.begin());
     const int lineStart = text.lastIndexOf(QLatin1Char('\n'), position) + 1;
-    found.append({text.leftRef(position).count(QLatin1Char('\n')) + 1, position - lineStart + 1,
-                  Problem::Severity::Error, QStringLiteral("the file is no text in UTF-8"),
-                  QStringLiteral("the text in UTF-8, here and in all that follows")});
+    all.append({text.leftRef(position).count(QLatin1Char('\n')) + 1, position - lineStart + 1,
+                Problem::Severity::Error, QStringLiteral("the file is no text in UTF-8"),
+                QStringLiteral("the text in UTF-8, here and in all that follows")});
 }

@@ -13,7 +13,7 @@ public:
     QString path() const { return filePath; }
     bool isRead() const { return wasRead; }
     bool isBundle() const { return hasSections; }
-    Problems problems() const { return found; }
+    Problems problems() const { return all; }
 
 private:
     void checkEncoding(const QString& text);
@@ -21,5 +21,5 @@ private:
     QString filePath;
     bool wasRead = false;
     bool hasSections = false;
-    Problems found;
+    Problems all;
 };
