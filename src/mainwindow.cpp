@@ -12,7 +12,9 @@
 #include "settingsui/settingspanemanager.h"
 #include "transfer/comdevicewatcher.h"
 #include "ui_mainwindow.h"
+#include "widgets/fittedfont.h"
 #include "widgets/menukey.h"
+#include "widgets/shrinkinglabel.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
 
@@ -20,6 +22,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QStyle>
 
 MainWindow::~MainWindow()
@@ -36,9 +39,18 @@ void MainWindow::extraUIAdditions()
     ui->mainToolBar->setMovable(false);
     setWindowIcon(QIcon(QStringLiteral(":/new/images/upload_download.png")));
     ui->statusBar->addPermanentWidget(
-        new QLabel(QStringLiteral("Kelvaron Profile Editor for Mac OS: ")
-                   + QString::fromLatin1(BuildConstants::buildText)));
+        new ShrinkingLabel(QStringLiteral("Kelvaron Profile Editor for Mac OS: ")
+                           + QString::fromLatin1(BuildConstants::buildText)));
     ui->actionEditGlobalSettings->setEnabled(false); // not offered in this version
+    new FittedFont(this);
+    growForLargeTexts();
+}
+
+void MainWindow::growForLargeTexts()
+{
+    constexpr double usual = 10; // points, for which the form was drawn
+    const double scale = qMax(1.0, FittedFont::wantedSize() / usual);
+    resize((QSizeF(size()) * scale).toSize().boundedTo(screen()->availableSize()));
 }
 
 void MainWindow::addToolbarActions()
@@ -90,11 +102,9 @@ void MainWindow::resizeEvent(QResizeEvent* event)
     if (!initialised) {
         return;
     }
-    // The list takes a third of the window, within what its buttons and titles need; the layouts
-    // place the rest.
-    constexpr int narrowest = 250;
+    // The layouts give the list a third of the window, but no more than its titles need.
     constexpr int widest = 420;
-    ui->listPanel->setFixedWidth(qBound(narrowest, event->size().width() / 3, widest));
+    ui->listPanel->setMaximumWidth(qMax(widest, ui->listPanel->minimumSizeHint().width()));
 }
 
 void MainWindow::disableToolbarActions(bool editing)

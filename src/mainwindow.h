@@ -84,6 +84,7 @@ private:
     void buildWindow();
     void createManagers();
     void extraUIAdditions();
+    void growForLargeTexts();
     void addToolbarActions();
     void addToolbarTitle();
     void connectCommands();

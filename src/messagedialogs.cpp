@@ -4,9 +4,12 @@
 #include "buildconstants.h"
 #include "versionstring.h"
 
+#include <QFontInfo>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QStringList>
 
 namespace
@@ -41,9 +44,45 @@ QMessageBox* textBox(QWidget* parent, const QString& title, const QString& text,
     return box;
 }
 
+/// The height of a text that is wrapped at this width.
+int heightAt(int width, const QString& text, const QFont& font)
+{
+    QLabel label(text);
+    label.setFont(font);
+    label.setWordWrap(true);
+    return label.heightForWidth(width);
+}
+
+/// A box wraps its text into a narrow column, which a long text in large letters makes higher than
+/// the screen. Such a text gets a wider column, and smaller letters where that is not enough.
+void keepOnScreen(QMessageBox* box)
+{
+    constexpr int usualWidth = 500; // pixels, the box's own
+    constexpr int widest = 900;
+    constexpr int around = 140;    // margins, buttons and title bar
+    constexpr double smallest = 7; // points
+    const QSize room = box->screen()->availableSize() - QSize(around, around);
+    QFont font = box->font();
+    double size = QFontInfo(font).pointSizeF();
+    if (heightAt(usualWidth, box->text(), font) <= room.height()) {
+        return;
+    }
+    const int width = qMin(widest, room.width());
+    while (size > smallest && heightAt(width, box->text(), font) > room.height()) {
+        size -= 1;
+        font.setPointSizeF(size);
+    }
+    box->setFont(font);
+    if (auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        label->setFont(font);
+        label->setMinimumWidth(width);
+    }
+}
+
 /// Shows a box and deletes it. On the heap: while it is open, its parent may go and take it along.
 int run(QMessageBox* box)
 {
+    keepOnScreen(box);
     const QPointer<QMessageBox> guard(box);
     const int result = box->exec();
     delete guard;

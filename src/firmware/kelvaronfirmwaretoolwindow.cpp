@@ -11,6 +11,7 @@
 #include "transfer/portdropdown.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 #include "versionstring.h"
+#include "widgets/fittedfont.h"
 #include "widgets/menukey.h"
 
 #include <QCloseEvent>
@@ -49,6 +50,7 @@ KelvaronFirmwareToolWindow::KelvaronFirmwareToolWindow(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::KelvaronFirmwareToolWindow>())
 {
     ui->setupUi(this);
+    new FittedFont(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Kelvaron Firmware Tool"));
     setWindowModality(Qt::ApplicationModal);

@@ -57,6 +57,7 @@ void ProfileName::makeForm()
     showActive();
     showDefault();
     showHighlight();
+    fitTexts();
 
     connect(ui->activeProfileButton, &QPushButton::clicked, this,
             &ProfileName::requestActiveChange);
@@ -262,6 +263,39 @@ void ProfileName::leaveEvent(QEvent* event)
 {
     ui->deleteProfileButton->setStyleSheet(calmCross);
     QWidget::leaveEvent(event);
+}
+
+void ProfileName::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        fitTexts();
+    }
+}
+
+void ProfileName::fitTexts()
+{
+    if (ui == nullptr) {
+        return;
+    }
+    // All rows have one height, however large the system's letters are.
+    constexpr int room = 38; // pixels of the 46, without margins and the line between rows
+    QFont titleFont = ui->profileTitle->font();
+    QFont subtitleFont = ui->profileSubtitle->font();
+    double size = QFontInfo(font()).pointSizeF();
+    do {
+        titleFont.setPointSizeF(size);
+        subtitleFont.setPointSizeF(size);
+        size -= 1;
+    } while (size > 1
+             && QFontMetrics(titleFont).height() + QFontMetrics(subtitleFont).height() > room);
+    ui->profileTitle->setFont(titleFont);
+    ui->profileSubtitle->setFont(subtitleFont);
+    for (QWidget* button : {ui->defaultProfileButton, ui->deleteProfileButton}) {
+        QFont letter = button->font();
+        letter.setPointSizeF(subtitleFont.pointSizeF());
+        button->setFont(letter);
+    }
 }
 
 void ProfileName::paintEvent(QPaintEvent*)

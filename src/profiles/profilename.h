@@ -90,6 +90,7 @@ protected:
     void enterEvent(QEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void showTexts();
@@ -97,6 +98,7 @@ private:
     void showDefault();
     void showHighlight();
     QString activeText() const;
+    void fitTexts();
     void setTextsItalic(bool italic);
     void setButtonsFocusPolicy(Qt::FocusPolicy policy);
 

@@ -6,6 +6,7 @@
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_profilewizarddialog.h"
+#include "widgets/fittedfont.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -15,6 +16,7 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
     : QDialog(parent), ui(std::make_unique<Ui::ProfileWizardDialog>()), generator(settingsGenerator)
 {
     ui->setupUi(this);
+    new FittedFont(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Profile Wizard"));
     setWindowModality(Qt::ApplicationModal);

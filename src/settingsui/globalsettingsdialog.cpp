@@ -5,6 +5,7 @@
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_globalsettingsdialog.h"
+#include "widgets/fittedfont.h"
 
 #include <QMessageBox>
 
@@ -13,6 +14,7 @@ GlobalSettingsDialog::GlobalSettingsDialog(ProfileSettings* settingsToEdit, QWid
       globalSettings(settingsToEdit)
 {
     ui->setupUi(this);
+    new FittedFont(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Global Settings Editor"));
     setWindowModality(Qt::ApplicationModal);

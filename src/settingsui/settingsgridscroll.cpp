@@ -7,7 +7,10 @@
 namespace
 {
 // The background is white in every theme, so the texts must not follow a dark palette.
-const QString darkTexts = QStringLiteral("QWidget { color: black; }"
+// Nor may the mark of the focus, which is made for the palette's own background.
+const QString darkTexts = QStringLiteral("QWidget { color: black;"
+                                         "  selection-background-color: rgb(0,80,180);"
+                                         "  selection-color: white; }"
                                          "QWidget:disabled { color: rgb(90,90,90); }");
 
 // A white background takes the scroll bars' native look away.

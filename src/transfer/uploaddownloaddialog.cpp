@@ -5,6 +5,7 @@
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploadprofiles.h"
 #include "ui_uploaddownloaddialog.h"
+#include "widgets/fittedfont.h"
 
 #include <QPointer>
 
@@ -18,6 +19,7 @@ std::unique_ptr<Ui::UploadDownloadDialog> makeForm(QDialog* dialog)
 {
     auto form = std::make_unique<Ui::UploadDownloadDialog>();
     form->setupUi(dialog);
+    new FittedFont(dialog);
     return form;
 }
 } // namespace

@@ -13,10 +13,8 @@
 #include "updatecheck/newfirmwarechecker.h"
 #include "updatecheck/newfirmwarecheckerdialog.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QMenu>
 #include <QPushButton>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
@@ -66,17 +64,6 @@ TEST_F(AccessibilityTest, MainWindowWithProfilesAndWhileOneIsEdited)
     EXPECT_TRUE(tree.contains("ListItem \"First, "));
     EXPECT_TRUE(tree.contains("Button \"Delete: Second\" description \"Delete Profile\""));
     EXPECT_TRUE(tree.contains("CheckBox \"Edit Advanced Settings\""));
-}
-
-TEST_F(AccessibilityTest, MenuCommandsSayWhatTheyDo)
-{
-    for (const char* menu : {"menuFile", "menuEdit", "menuHelp"}) {
-        const QList<QAction*> actions = child<QMenu>(menu)->actions();
-        for (const QAction* action : actions) {
-            EXPECT_EQ(action->statusTip().isEmpty(), action->isSeparator())
-                << action->text().toStdString();
-        }
-    }
 }
 
 TEST_F(AccessibilityTest, BothPagesOfTheWizard)

@@ -1,5 +1,7 @@
 #include "appearance.h"
 
+#include "widgets/contraststyle.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QMap>
@@ -66,7 +68,7 @@ bool Appearance::usePalette(const QString& name)
     if (!palettes().contains(name)) {
         return false;
     }
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new ContrastStyle("Fusion"));
     QApplication::setPalette(palettes().value(name));
     return true;
 }
