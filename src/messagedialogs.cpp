@@ -53,29 +53,37 @@ int heightAt(int width, const QString& text, const QFont& font)
     return label.heightForWidth(width);
 }
 
+/// The width in pixels that a box never exceeds by itself.
+int widestBox(int screenWidth)
+{
+    constexpr int smallScreen = 1024;
+    constexpr int margin = 480;
+    constexpr int widest = 1000;
+    return screenWidth <= smallScreen ? screenWidth : qMin(screenWidth - margin, widest);
+}
+
 /// A box wraps its text into a narrow column, which a long text in large letters makes higher than
 /// the screen. Such a text gets a wider column, and smaller letters where that is not enough.
 void keepOnScreen(QMessageBox* box)
 {
     constexpr int usualWidth = 500; // pixels, the box's own
-    constexpr int widest = 900;
-    constexpr int around = 140;    // margins, buttons and title bar
-    constexpr double smallest = 7; // points
-    const QSize room = box->screen()->availableSize() - QSize(around, around);
+    constexpr int around = 140;     // margins, buttons and title bar
+    constexpr double smallest = 7;  // points
+    const QSize screen = box->screen()->availableSize();
+    const QSize room = QSize(widestBox(screen.width()), screen.height()) - QSize(around, around);
     QFont font = box->font();
     double size = QFontInfo(font).pointSizeF();
     if (heightAt(usualWidth, box->text(), font) <= room.height()) {
         return;
     }
-    const int width = qMin(widest, room.width());
-    while (size > smallest && heightAt(width, box->text(), font) > room.height()) {
+    while (size > smallest && heightAt(room.width(), box->text(), font) > room.height()) {
         size -= 1;
         font.setPointSizeF(size);
     }
     box->setFont(font);
     if (auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
         label->setFont(font);
-        label->setMinimumWidth(width);
+        label->setMinimumWidth(room.width());
     }
 }
 

@@ -17,13 +17,6 @@ namespace
 {
 const QString calmCross = QStringLiteral("color: rgb(180,180,180); border:none;");
 const QString alertCross = QStringLiteral("color: rgb(255,0,0); border:none;");
-
-void setTextColor(QWidget* widget, const QColor& color)
-{
-    QPalette palette = widget->palette();
-    palette.setColor(QPalette::WindowText, color);
-    widget->setPalette(palette);
-}
 } // namespace
 
 ProfileName::ProfileName(ProfileNameListWidget* item, QWidget* parent, FormTime formTime)
@@ -43,10 +36,10 @@ void ProfileName::makeForm()
     }
     ui = std::make_unique<Ui::ProfileName>();
     ui->setupUi(this);
-    // The row is light in every theme.
-    setTextColor(ui->profileTitle, Qt::black);
-    setTextColor(ui->profileSubtitle, QColor(70, 70, 70));
-    setTextColor(ui->line, QColor(200, 200, 200));
+    // The row is light in every theme. A palette would be lost with each change of the row's style.
+    ui->profileTitle->setStyleSheet(QStringLiteral("color: black;"));
+    ui->profileSubtitle->setStyleSheet(QStringLiteral("color: rgb(70,70,70);"));
+    ui->line->setStyleSheet(QStringLiteral("color: rgb(200,200,200);"));
     ui->activeProfileButton->setStyleSheet(QStringLiteral("border:none;"));
     ui->activeProfileButton->setCursor(Qt::PointingHandCursor);
     ui->defaultProfileButton->setCursor(Qt::PointingHandCursor);

@@ -7,6 +7,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
@@ -169,6 +170,45 @@ TEST_F(ProfileListKeyboardTest, SelectedRowIsFramedWhileTheListHasTheFocus)
     EXPECT_EQ(cornerOf(window.row(0)), QColor(Qt::white));
     window.ui->addProfileButton->setFocus();
     EXPECT_EQ(cornerOf(window.row(1)), QColor(200, 200, 200));
+}
+
+// What is seen of a row
+
+TEST_F(ProfileListKeyboardTest, RowsFillTheListWhenTheirPartsAreMade)
+{
+    window.resize(1600, 700);
+    QCoreApplication::processEvents();
+    window.add("D");
+    window.import("E", true, false);
+    QCoreApplication::processEvents();
+    list()->viewport()->grab(); // paints, and thereby makes what was not seen yet
+    for (int i = 0; i < window.count(); ++i) {
+        EXPECT_EQ(window.row(i)->width(), list()->viewport()->width()) << i;
+    }
+}
+
+TEST_F(ProfileListKeyboardTest, TextsAreDarkOnTheLightRowsInADarkPalette)
+{
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(40, 40, 40)));
+    window.clickRow(0); // each row was and was not the selected one
+    window.add("D");
+    for (int i = 0; i < window.count(); ++i) {
+        for (const char* name : {"profileTitle", "profileSubtitle"}) {
+            auto* label = childNamed<QLabel>(window.row(i), name);
+            const QImage drawn = window.row(i)->grab(label->geometry()).toImage();
+            double greatest = 1;
+            for (int x = 0; x < drawn.width(); ++x) {
+                for (int y = 0; y < drawn.height(); ++y) {
+                    if (luminance(drawn.pixelColor(x, y)) < 0.3) {
+                        greatest = std::max(greatest, contrast(drawn.pixelColor(x, y), Qt::white));
+                    }
+                }
+            }
+            EXPECT_GE(greatest, 4.5) << i << name;
+        }
+    }
+    QApplication::setPalette(before);
 }
 
 // What a screen reader is told

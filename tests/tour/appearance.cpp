@@ -69,7 +69,9 @@ bool Appearance::usePalette(const QString& name)
         return false;
     }
     QApplication::setStyle(new ContrastStyle("Fusion"));
-    QApplication::setPalette(palettes().value(name));
+    QPalette palette = palettes().value(name);
+    QApplication::style()->polish(palette); // as the desktop's own is
+    QApplication::setPalette(palette);
     return true;
 }
 
