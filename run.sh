@@ -2,9 +2,10 @@
 # Sets the machine up, builds the editor and starts it on the demo installation.
 #
 #   ./run.sh [ARGUMENT...]     arguments are the editor's own; "-f" opens only the firmware tool
+#   ./run.sh --tour            drives the editor and the simulated charger through the whole main job
+#                              and leaves a page of pictures, build/screenshots/index.html
 #
-# On a machine without a display it takes pictures of a tour through the editor instead and leaves
-# them in build/screenshots.
+# On a machine without a display it always makes the tour.
 
 set -euo pipefail
 
@@ -21,22 +22,29 @@ has_display() {
 scripts/install-dependencies.sh --for run
 configure dev
 
-if has_display; then
-    build dev KelvaronProfileEditor demo-installation
-    progress "Starting the editor"
-    exec build/dev/bin/KelvaronProfileEditor "$@"
+if [[ "${1:-}" != --tour ]]; then
+    if has_display; then
+        build dev KelvaronProfileEditor demo-installation
+        progress "Starting the editor"
+        exec build/dev/bin/KelvaronProfileEditor "$@"
+    fi
+    progress "No display here (DISPLAY and WAYLAND_DISPLAY are empty): making a tour instead"
 fi
 
-progress "No display here (DISPLAY and WAYLAND_DISPLAY are empty): taking pictures of a tour instead"
-build dev kelvaron_tour demo-installation
-if ! command -v xvfb-run >/dev/null; then
-    echo "run.sh: xvfb-run is missing: there is no display to start the editor on" >&2
+# The tour's windows stay out of the way on a display of their own, where there can be one.
+display=()
+if command -v xvfb-run >/dev/null; then
+    export QT_QPA_PLATFORM=xcb
+    display=(xvfb-run --auto-servernum --server-args="-screen 0 1280x900x24 -nolisten tcp")
+elif ! has_display; then
+    echo "run.sh: xvfb-run is missing: there is no display to make the tour on" >&2
     exit 1
 fi
+build dev kelvaron_tour demo-installation
 
 pictures=build/screenshots
 mkdir -p "$pictures"
-rm -f "$pictures"/*.png
+rm -f "$pictures"/*.png "$pictures/index.html"
 
 # A tour takes seconds; one that waits for a dialog for ever must not.
 limit=()
@@ -45,12 +53,14 @@ if command -v timeout >/dev/null; then
 fi
 
 status=0
-QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum --server-args="-screen 0 1280x900x24 -nolisten tcp" \
-    "${limit[@]}" build/dev/bin/kelvaron_tour --output "$pictures" </dev/null || status=$?
+${display[@]+"${display[@]}"} ${limit[@]+"${limit[@]}"} \
+    build/dev/bin/kelvaron_tour --output "$pictures" </dev/null || status=$?
 
-progress "Pictures in $pictures:"
-find "$pictures" -name '*.png' | sort
 if ((status != 0)); then
     progress "The tour failed (status $status)"
+fi
+find "$pictures" -name '*.png' | sort
+if [[ -f "$pictures/index.html" ]]; then
+    progress "All on one page: $pictures/index.html"
 fi
 exit "$status"

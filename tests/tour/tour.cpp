@@ -1,9 +1,12 @@
 #include "tour.h"
 
+#include "applicationglobalmap.h"
 #include "mainwindow.h"
 #include "settingsui/advancedmodetogglecheckbox.h"
 #include "settingsui/settingslineedit.h"
 #include "support/gui/accessibletree.h"
+#include "support/gui/httpserver.h"
+#include "updatecheck/newfirmwarechecker.h"
 
 #include <QAction>
 #include <QApplication>
@@ -13,6 +16,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
@@ -57,7 +62,10 @@ bool Tour::run()
     writeToCharger();
     readFromCharger();
     flashFirmware();
+    checkForFirmware();
+    showEditMenu();
     showMessages();
+    check(page.write(folder), "the page of the pictures is written");
     return succeeded;
 }
 
@@ -118,6 +126,7 @@ void Tour::editProfile()
     click(window, "saveChangesButton");
     const auto* list = window->findChild<QListWidget*>("profileNamesList");
     check(rowTitle(list, 0) == "Drill pack 6S", "saving renames the row");
+    picture(window, "changes-saved");
 }
 
 void Tour::flagAndReorder()
@@ -131,7 +140,7 @@ void Tour::flagAndReorder()
     clickRow(2);
     click(window, "profileNameUpButton");
     check(rowTitle(list, 1) == "Torch cells", "the profile moves up");
-    picture(window, "active-default-reordered");
+    picture(window, "main-window");
 }
 
 void Tour::deleteOneProfile()
@@ -151,31 +160,34 @@ void Tour::saveAndLoad()
     const QString file = QDir(folder).absoluteFilePath("profiles.xml");
     QFile::remove(file);
     auto* list = window->findChild<QListWidget*>("profileNamesList");
-    chooseFile("actionExportXML", file, "save-dialog");
+    chooseFile("actionExportXML", file, "save-dialog", [this] {
+        onNextDialog([this](QWidget* box) {
+            picture(box, "message-saved");
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+    });
     check(QFile::exists(file), "the list is saved");
-    onNextDialog([](QWidget* box) {
+    onNextDialog([this](QWidget* box) {
+        picture(box, "message-delete-all");
         QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes),
                           Qt::LeftButton);
     });
     trigger("actionDeleteAllProfiles");
     check(list->count() == 0, "the list is empty");
-    chooseFile("actionImportXML", file, QString());
+    picture(window, "list-empty");
+    chooseFile("actionImportXML", file, "load-dialog", [] {});
     check(list->count() == 2 && rowTitle(list, 0) == "Drill pack 6S", "the list is loaded back");
     picture(window, "loaded-back");
 }
 
-void Tour::chooseFile(const QString& actionName, const QString& path, const QString& pictureName)
+void Tour::chooseFile(const QString& actionName, const QString& path, const QString& pictureName,
+                      const std::function<void()>& expectDialogs)
 {
     onNextDialog([&](QWidget* dialog) {
         auto* fileName = dialog->findChild<QLineEdit*>("fileNameEdit");
         fileName->setText(path); // typed letter by letter it would enter folders on its way
-        if (!pictureName.isEmpty()) {
-            picture(dialog, pictureName);
-            onNextDialog([this](QWidget* box) {
-                picture(box, "message-saved");
-                QTest::keyClick(box, Qt::Key_Return);
-            });
-        }
+        picture(dialog, pictureName);
+        expectDialogs();
         QTest::keyClick(fileName, Qt::Key_Return);
     });
     trigger(actionName);
@@ -276,6 +288,44 @@ void Tour::pictureWhenShown(QWidget* root, const char* markName, const QString& 
     picture(root, name);
 }
 
+void Tour::checkForFirmware()
+{
+    HttpServer server;
+    const QString newest = ApplicationGlobalMap::getString("bundle_version");
+    server.answer("/downloads/latest_bundle_info_new.xml",
+                  {200, "<info><current_version>" + newest.toUtf8() + "</current_version></info>"});
+    NewFirmwareChecker::NewFirmwareChecker::setServer(server.address());
+    trigger("actionCheckNewFirmware");
+    QWidget* checker = QApplication::activeModalWidget();
+    check(checker != nullptr, "the update check opens");
+    if (checker == nullptr) {
+        return;
+    }
+    onNextDialog([this, checker](QWidget* box) {
+        picture(checker, "update-check");
+        picture(box, "message-up-to-date");
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    const auto* button = checker->findChild<QPushButton*>("mainButton");
+    const auto isOver = [checker, button] {
+        return button->text() == "Close" && QApplication::activeModalWidget() == checker;
+    };
+    check(QTest::qWaitFor(isOver, patience), "the server's answer is shown");
+    click(checker, "mainButton");
+    waitUntilNoDialogIsLeft();
+}
+
+void Tour::showEditMenu()
+{
+    check(!window->findChild<QAction*>("actionEditGlobalSettings")->isEnabled(),
+          "global settings are not offered");
+    auto* menu = window->findChild<QMenu*>("menuEdit");
+    auto* bar = window->findChild<QMenuBar*>("menuBar");
+    menu->popup(bar->mapToGlobal(bar->actionGeometry(menu->menuAction()).bottomLeft()));
+    picture(menu, "edit-menu");
+    menu->close();
+}
+
 void Tour::showMessages()
 {
     const auto close = [this](const char* name) {
@@ -349,11 +399,11 @@ void Tour::picture(QWidget* widget, const QString& name)
 {
     check(QTest::qWaitForWindowExposed(widget->window()), name + " shows");
     QTest::qWait(150); // lets styles and scroll bars settle; nothing is decided by it
-    const QString file = QStringLiteral("%1/%2-%3.png")
-                             .arg(folder)
-                             .arg(++pictureNumber, 2, 10, QLatin1Char('0'))
-                             .arg(name);
-    check(widget->grab().save(file), file + " is written");
+    const QString file =
+        QStringLiteral("%1-%2.png").arg(++pictureNumber, 2, 10, QLatin1Char('0')).arg(name);
+    check(widget->grab().save(QDir(folder).absoluteFilePath(file)), file + " is written");
+    check(TourPage::describes(name), "there are words for " + name);
+    page.add(name, file);
     readAloud(widget, name);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tourpage.h"
+
 #include <QObject>
 #include <QSize>
 #include <QString>
@@ -12,8 +14,9 @@ class QWidget;
 
 /// Drives the real main window through the main job by real events: profiles made with the wizard,
 /// edited, flagged, reordered, deleted, saved, loaded, written to the simulated charger and read
-/// back, and firmware flashed into it. Leaves a numbered picture of every step, and in the file
-/// accessibility.txt what a screen reader finds there.
+/// back, firmware flashed into it, and a server asked for a newer one. Leaves a numbered picture of
+/// every step, a page that shows them all, and in the file accessibility.txt what a screen reader
+/// finds there.
 class Tour : public QObject
 {
     Q_OBJECT
@@ -35,6 +38,8 @@ private:
     void writeToCharger();
     void readFromCharger();
     void flashFirmware();
+    void checkForFirmware();
+    void showEditMenu();
     void showMessages();
 
     void makeProfile(int chemistry, const QString& title, const QString& subtitle, bool isShown);
@@ -48,13 +53,15 @@ private:
     void clickRow(int row);
     void typeInto(QWidget* field, const QString& text);
     void onNextDialog(const std::function<void(QWidget*)>& interact);
-    void chooseFile(const QString& actionName, const QString& path, const QString& pictureName);
+    void chooseFile(const QString& actionName, const QString& path, const QString& pictureName,
+                    const std::function<void()>& expectDialogs);
     void picture(QWidget* widget, const QString& name);
     void readAloud(QWidget* widget, const QString& name);
     void check(bool isTrue, const QString& what);
 
     MainWindow* window;
     QString folder;
+    TourPage page;
     int pictureNumber = 0;
     bool succeeded = true;
 };
