@@ -82,6 +82,7 @@ void Tour::makeProfiles()
     makeProfile(2, "Torch cells", "Quick & gentle <AA>", false);
     const auto* list = window->findChild<QListWidget*>("profileNamesList");
     check(list->count() == 3, "the wizard made three profiles");
+    checkRowsAreWhole();
     picture(window, "three-profiles");
 }
 
@@ -178,6 +179,7 @@ void Tour::saveAndLoad()
     chooseFile("actionImportXML", file, "load-dialog", [] {});
     check(list->count() == 2 && rowTitle(list, 0) == "Drill pack 6S", "the list is loaded back");
     picture(window, "loaded-back");
+    checkRowsAreWhole();
 }
 
 void Tour::chooseFile(const QString& actionName, const QString& path, const QString& pictureName,
@@ -418,6 +420,20 @@ void Tour::readAloud(QWidget* widget, const QString& name)
                    .toUtf8());
     const QStringList faults = AccessibleTree::faults(widget);
     check(faults.isEmpty(), "a screen reader can tell all of " + name + '\n' + faults.join('\n'));
+}
+
+void Tour::checkRowsAreWhole()
+{
+    const auto* list = window->findChild<QListWidget*>("profileNamesList");
+    check(QTest::qWaitForWindowExposed(window), "the main window shows");
+    QTest::qWait(50); // until the rows are painted
+    for (int row = 0; row < list->count(); ++row) {
+        const auto* cross =
+            list->itemWidget(list->item(row))->findChild<QWidget*>("deleteProfileButton");
+        const QRect place(cross->mapTo(list->viewport(), QPoint()), cross->size());
+        check(list->viewport()->rect().contains(place),
+              "row " + QString::number(row) + " is whole");
+    }
 }
 
 void Tour::check(bool isTrue, const QString& what)

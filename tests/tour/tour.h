@@ -57,6 +57,7 @@ private:
                     const std::function<void()>& expectDialogs);
     void picture(QWidget* widget, const QString& name);
     void readAloud(QWidget* widget, const QString& name);
+    void checkRowsAreWhole();
     void check(bool isTrue, const QString& what);
 
     MainWindow* window;
