@@ -199,7 +199,9 @@ fi
 progress "Running the tests of build/$preset"
 arguments=(--preset "$preset" --output-on-failure --no-tests=error -j "$(processors)")
 if [[ -n "$filter" ]]; then
-    arguments+=(-R "$filter")
+    arguments+=(-R "$filter" -LE shard)
+elif [[ "$preset" == sanitize ]]; then
+    arguments+=(-LE single)
 fi
 ctest "${arguments[@]}"
 

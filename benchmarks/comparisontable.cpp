@@ -36,6 +36,9 @@ void registerHalf(const std::string& name, const ComparisonTable::Function& func
     if (row.iterations > 0) {
         half->Iterations(row.iterations);
     }
+    if (row.repetitions > 0) {
+        half->Repetitions(row.repetitions);
+    }
     if (row.isTimedByHand) {
         half->UseManualTime();
     } else {

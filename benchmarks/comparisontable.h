@@ -24,6 +24,7 @@ public:
         std::string counter = {};   ///< the counter to compare; empty: the time
         std::string unit = "ms";    ///< of what is compared: "ms", "us" or "MB"
         int iterations = 0;         ///< in each repetition; 0: as many as the time allows
+        int repetitions = 0;        ///< 0: as the command line says
         bool isTimedByHand = false; ///< the functions set their iteration times
     };
 

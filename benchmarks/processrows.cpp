@@ -105,6 +105,7 @@ void BenchmarkRows::addIdle(ComparisonTable& table)
     row.floor = idle("empty_window", 60);
     row.aim = 1.1;
     row.iterations = 1;
+    row.repetitions = 1;
     row.isTimedByHand = true;
     table.add(row);
 }

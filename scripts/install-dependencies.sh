@@ -9,7 +9,7 @@ set -euo pipefail
 
 usage() {
     cat <<'USAGE'
-Usage: scripts/install-dependencies.sh [--for run|test|fuzz|lint|package]
+Usage: scripts/install-dependencies.sh [--for run|test|fuzz|lint|package|benchmark]
 
   --for run    what building and starting the editor needs (the default);
                adds a virtual display on a machine that has no display
@@ -18,6 +18,8 @@ Usage: scripts/install-dependencies.sh [--for run|test|fuzz|lint|package]
   --for lint   what checking the sources needs: also clang-format, clang-tidy and shellcheck
   --for package
                what making and checking packages needs: also lintian
+  --for benchmark
+               what measuring speed needs: also Google Benchmark and a virtual display
 USAGE
 }
 
@@ -69,8 +71,11 @@ case "$purpose" in
         packages+=(dpkg-dev lintian man-db desktop-file-utils appstream mandoc librsvg2-bin
             icoutils icnsutils binutils-mingw-w64-x86-64 nsis libplist-utils)
         ;;
+    benchmark)
+        packages+=(libbenchmark-dev xvfb xauth fonts-dejavu-core)
+        ;;
     *)
-        say "install-dependencies.sh: --for takes run, test, fuzz, lint or package, not \"$purpose\""
+        say "install-dependencies.sh: --for takes run, test, fuzz, lint, package or benchmark, not \"$purpose\""
         exit 2
         ;;
 esac

@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Measures how fast the editor is and prints one table, each row beside its floor in the same run.
+#
+#   scripts/benchmark.sh [--idle] [--benchmark_filter=REGEX]
+#
+#   --idle   measure an idle minute as well, which takes two minutes more
+#
+# Wants a machine with nothing else to do. docs/speed.md tells what the rows are.
+
+set -euo pipefail
+
+# shellcheck source=scripts/common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+scripts/install-dependencies.sh --for benchmark
+cmake --preset release >&2 # looks for what may have been installed just now
+build release editor_benchmarks
+
+processor="$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo 2>/dev/null | head -n 1)"
+echo "${processor:-$(uname -m)}, $(processors) processors, $(uname -sr), load $(cut -d' ' -f1 /proc/loadavg 2>/dev/null)"
+echo
+# What the editor itself writes is not part of the table.
+export LC_ALL=C.UTF-8
+QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum --server-args="-screen 0 1280x900x24 -nolisten tcp" \
+    build/release/bin/editor_benchmarks "$@" </dev/null | grep '^|'
