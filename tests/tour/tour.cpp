@@ -78,8 +78,8 @@ void Tour::showStart()
 void Tour::makeProfiles()
 {
     makeProfile(0, "Drill pack 5S", "Workshop", true);
-    makeProfile(1, "Garden tractor", "12 V, winter care", false);
-    makeProfile(2, "Torch cells", "Quick & gentle <AA>", false);
+    makeProfile(2, "Garden tractor", "12 V, winter care", false);
+    makeProfile(3, "Torch cells", "Quick & gentle <AA>", false);
     const auto* list = window->findChild<QListWidget*>("profileNamesList");
     check(list->count() == 3, "the wizard made three profiles");
     checkRowsAreWhole();
