@@ -248,13 +248,16 @@ void ProfileName::requestDeletion()
 
 void ProfileName::enterEvent(QEvent* event)
 {
+    makeForm(); // a row that comes up below a resting pointer is entered before it is painted
     ui->deleteProfileButton->setStyleSheet(alertCross);
     QWidget::enterEvent(event);
 }
 
 void ProfileName::leaveEvent(QEvent* event)
 {
-    ui->deleteProfileButton->setStyleSheet(calmCross);
+    if (ui != nullptr) {
+        ui->deleteProfileButton->setStyleSheet(calmCross);
+    }
     QWidget::leaveEvent(event);
 }
 

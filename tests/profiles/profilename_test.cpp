@@ -7,6 +7,7 @@
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -58,6 +59,18 @@ protected:
 
     EditorWindow window;
 };
+
+TEST_F(ProfileNameTest, PointerMayComeAndGoBeforeTheRowIsPainted)
+{
+    const ProfileNameListWidget unseen(ProfileName::FormTime::WHEN_SEEN);
+    QEvent leave(QEvent::Leave);
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(unseen.getProfileName(), &leave);
+    QApplication::sendEvent(unseen.getProfileName(), &enter);
+    const auto* button = childNamed<QPushButton>(unseen.getProfileName(), "deleteProfileButton");
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->styleSheet(), redCross);
+}
 
 TEST(ProfileNameAlone, StartsWithPlaceholdersAndNoFlags)
 {
