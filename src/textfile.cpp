@@ -6,6 +6,7 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <cstring>
 
 namespace
 {
@@ -51,7 +52,8 @@ std::optional<QByteArray> TextFile::readUtf8(const QString& path)
     if (text->startsWith(byteOrderMark) || !isUtf8(*text)) {
         text = decoded(*text).toUtf8();
     }
-    if (text->contains('\r')) {
+    // The C library looks through many bytes at once.
+    if (std::memchr(text->constData(), '\r', static_cast<std::size_t>(text->size())) != nullptr) {
         text->replace("\r", "");
     }
     return text;

@@ -23,6 +23,19 @@ namespace
 {
 const QLatin1String basicWord("basic");
 
+/// QString::simplified() of a part, without its copies where there is nothing to simplify.
+QString simplified(const QStringRef& part)
+{
+    const QStringRef piece = part.trimmed();
+    for (int i = 0; i < piece.size(); ++i) {
+        const bool isBlank = piece.at(i) == QLatin1Char(' ');
+        if (isBlank ? piece.at(i + 1).isSpace() : piece.at(i).isSpace()) {
+            return piece.toString().simplified();
+        }
+    }
+    return piece.toString();
+}
+
 QRegExp arraySuffix()
 {
     return QRegExp(QStringLiteral("\\[\\w*\\]"));
@@ -59,9 +72,11 @@ void StructSetting::parseDescriptor(const QString& descriptor)
 {
     QString fields = descriptor;
     fields.remove(QStringLiteral("//"));
-    QStringList pieces = fields.split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (QString& piece : pieces) {
-        piece = piece.simplified();
+    const QVector<QStringRef> parts = fields.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+    QStringList pieces;
+    pieces.reserve(parts.size());
+    for (const QStringRef& part : parts) {
+        pieces.append(simplified(part));
     }
     const QString keyword = KELVARON_AT(pieces, 0);
     if (keyword == QLatin1String("num")) {

@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cstring>
 
 namespace
 {
@@ -68,9 +69,21 @@ KeyBlock readKeyBlock(const QString& path)
     return block;
 }
 
+/// Like QByteArray::indexOf(), by the C library, which looks through many bytes at once.
+int indexOf(const QByteArray& text, char character, int from)
+{
+    if (from >= text.size()) {
+        return -1;
+    }
+    const char* start = text.constData();
+    const void* found =
+        std::memchr(start + from, character, static_cast<std::size_t>(text.size() - from));
+    return found == nullptr ? -1 : static_cast<int>(static_cast<const char*>(found) - start);
+}
+
 int endOfLine(const QByteArray& text, int start)
 {
-    const int end = text.indexOf('\n', start);
+    const int end = indexOf(text, '\n', start);
     return end < 0 ? text.size() : end;
 }
 
@@ -78,7 +91,8 @@ int endOfLine(const QByteArray& text, int start)
 /// so the search goes by a marker's second character.
 int nextMarker(const QByteArray& text, int from)
 {
-    for (int found = text.indexOf('\\', from); found >= 0; found = text.indexOf('\\', found + 1)) {
+    for (int found = indexOf(text, '\\', from); found >= 0;
+         found = indexOf(text, '\\', found + 1)) {
         const int start = found - 1;
         const bool isLineStart = start == 0 || (start > 0 && text.at(start - 1) == '\n');
         if (start < from || !isLineStart) {
