@@ -9,11 +9,14 @@
 #include <QStyle>
 #include <QStyleFactory>
 
+#include <memory>
+
 namespace
 {
 QPalette lightPalette()
 {
-    return QStyleFactory::create("Fusion")->standardPalette();
+    const std::unique_ptr<QStyle> style(QStyleFactory::create("Fusion"));
+    return style->standardPalette();
 }
 
 QPalette darkPalette()
