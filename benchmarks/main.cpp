@@ -10,6 +10,7 @@
 #include "comparisontable.h"
 #include "mainwindow.h"
 #include "rows.h"
+#include "widgets/contraststyle.h"
 
 #include <QApplication>
 
@@ -19,6 +20,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_UPDATE_IDLE_TIME", "0"); // paint at once: waiting is not measured
     const QApplication application(argc, argv);
+    QApplication::setStyle(new ContrastStyle); // the application owns it
 
     std::vector<char*> arguments(argv, argv + argc);
     char interleaved[] = "--benchmark_enable_random_interleaving=true";

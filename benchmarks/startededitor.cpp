@@ -2,6 +2,7 @@
 
 #include "mainwindow.h"
 #include "paintedwatch.h"
+#include "widgets/contraststyle.h"
 
 #include <QApplication>
 
@@ -10,6 +11,7 @@ int main(int argc, char** argv)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
+    QApplication::setStyle(new ContrastStyle); // the application owns it
     MainWindow window;
     new PaintedWatch(&window);
     window.show();

@@ -59,7 +59,7 @@ case "$purpose" in
         fi
         ;;
     test)
-        packages+=(fonts-dejavu-core srecord desktop-file-utils appstream mandoc)
+        packages+=(fonts-dejavu-core srecord desktop-file-utils appstream mandoc man-db)
         ;;
     fuzz)
         packages+=(fonts-dejavu-core clang libclang-rt-dev)
