@@ -191,6 +191,18 @@ TEST_F(SettingsPaneTest, EditorsFollowTheSelectedProfileAlone)
     EXPECT_EQ(window.lineEdit("Title")->text(), "A");
 }
 
+TEST_F(SettingsPaneTest, ProfilesNotShownDisturbNoEdit)
+{
+    window.add("A");
+    window.add("B");
+    edit();
+    window.lineEdit("Current")->setText("3.75");
+    window.setting(0, "Current")->setValue(7.0);
+    window.setting(0, "Cutoff")->enableAdvancedMode(true);
+    EXPECT_EQ(window.lineEdit("Current")->text(), "3.75");
+    EXPECT_FALSE(window.lineEdit("Cutoff")->isEnabled());
+}
+
 TEST_F(SettingsPaneTest, EditsGoIntoTheSelectedProfileAlone)
 {
     window.add("A");
@@ -229,8 +241,9 @@ TEST_F(SettingsPaneTest, TextsKeepTheLengthOfTheirOwnField)
 
 TEST_F(SettingsPaneTest, TabFollowsTheRowsOfAnotherChemistry)
 {
-    window.add("P", "Plain Cell");
     window.add("A");
+    window.add("P", "Plain Cell");
+    window.add("B"); // its rows come from both
     edit();
     clickOn(window.advancedToggle());
     QStringList reached;
