@@ -6,7 +6,10 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+#include <memory>
+#include <vector>
 
 namespace
 {
@@ -73,20 +76,42 @@ QStringList TextFile::splitLines(const QString& text)
     return lines;
 }
 
-bool TextFile::write(const QString& path, const QString& text)
+bool TextFile::write(const QString& path, const QString& text, QString* error)
 {
-    return writeBytes(path, text.toUtf8());
+    return writeBytes(path, text.toUtf8(), error);
 }
 
-bool TextFile::writeBytes(const QString& path, const QByteArray& bytes)
+bool TextFile::writeBytes(const QString& path, const QByteArray& bytes, QString* error)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    return writeTogether({{path, bytes}}, error);
+}
+
+bool TextFile::writeTogether(const QVector<Content>& files, QString* error)
+{
+    std::vector<std::unique_ptr<QSaveFile>>
+        written; // an uncommitted one removes what it has written
+    const auto fail = [error](const QString& reason) {
+        if (error != nullptr) {
+            *error = reason;
+        }
         return false;
+    };
+    for (const Content& content : files) {
+        written.push_back(std::make_unique<QSaveFile>(content.path));
+        QSaveFile& file = *written.back();
+        if (!file.open(QIODevice::WriteOnly)) {
+            return fail(file.errorString());
+        }
+        // commit() does not notice when what it still has to flush finds the disk full, and the file
+        // does not keep the reason.
+        if (file.write(content.bytes) != content.bytes.size() || !file.flush()) {
+            return fail(qt_error_string(errno));
+        }
     }
-    // commit() does not notice when what it still has to flush finds the disk full.
-    if (file.write(bytes) != bytes.size() || !file.flush()) {
-        file.cancelWriting();
+    for (const std::unique_ptr<QSaveFile>& file : written) {
+        if (!file->commit()) {
+            return fail(file->errorString());
+        }
     }
-    return file.commit();
+    return true;
 }

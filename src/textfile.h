@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
 
 #include <optional>
 
@@ -25,9 +26,21 @@ QString decoded(const QByteArray& bytes);
 /// The lines of a text; a line feed at the very end does not open another line.
 QStringList splitLines(const QString& text);
 
-/// Writes a file whole or not at all: on false an older file of that name is untouched.
-bool write(const QString& path, const QString& text);
+/// Writes a file whole or not at all: on false an older file of that name is untouched. `error`, if
+/// given, receives the system's reason for a failure.
+bool write(const QString& path, const QString& text, QString* error = nullptr);
 
-/// The same with bytes as they stand.
-bool writeBytes(const QString& path, const QByteArray& bytes);
+/// The same with unchanged bytes.
+bool writeBytes(const QString& path, const QByteArray& bytes, QString* error = nullptr);
+
+/// A file to be written.
+struct Content
+{
+    QString path;
+    QByteArray bytes;
+};
+
+/// Writes several files, all of them or none: no file is replaced before all of them have found room
+/// on the disk.
+bool writeTogether(const QVector<Content>& files, QString* error = nullptr);
 } // namespace TextFile

@@ -175,3 +175,31 @@ TEST_F(TextFileTest, WritesBytesAsTheyStand)
     EXPECT_TRUE(TextFile::writeBytes(path("a.txt"), bytes));
     EXPECT_EQ(readBytes(path("a.txt")), bytes.toStdString());
 }
+
+TEST_F(TextFileTest, WritesSeveralFilesTogether)
+{
+    writeBytes(path("a.txt"), "older\n");
+    EXPECT_TRUE(TextFile::writeTogether({{path("a.txt"), "one\n"}, {path("b.txt"), "two\n"}}));
+    EXPECT_EQ(readBytes(path("a.txt")), "one\n");
+    EXPECT_EQ(readBytes(path("b.txt")), "two\n");
+}
+
+TEST_F(TextFileTest, WritesNoneOfSeveralFilesWhenOneCannotBeWritten)
+{
+    writeBytes(path("a.txt"), "older a\n");
+    writeBytes(path("b.txt"), "older b\n");
+    const QByteArray large(100, 'x');
+    const QString nowhere = path("no such folder/c.txt");
+    QString error;
+    {
+        const FileSizeLimit fullDisk(10);
+        EXPECT_FALSE(TextFile::writeTogether({{path("a.txt"), "new\n"}, {path("b.txt"), large}}));
+        EXPECT_FALSE(TextFile::writeTogether({{path("b.txt"), large}, {path("a.txt"), "new\n"}}));
+    }
+    EXPECT_FALSE(TextFile::writeTogether({{path("a.txt"), "new\n"}, {nowhere, "x"}}, &error));
+    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(readBytes(path("a.txt")), "older a\n");
+    EXPECT_EQ(readBytes(path("b.txt")), "older b\n");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList({"a.txt", "b.txt"}));
+}

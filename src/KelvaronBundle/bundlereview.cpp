@@ -131,33 +131,33 @@ void BundleReview::checkKeys(const QString& fileName)
 
 void BundleReview::checkKeyLine(int index)
 {
-    static const QRegularExpression keyLine(
-        QStringLiteral("\\A\\s*([\\w\\p{M}.]+)\\s*=\\s*([\\w\\p{M}.]+)\\s*\\z"),
-        QRegularExpression::UseUnicodePropertiesOption);
-    const QRegularExpressionMatch match = keyLine.match(lines.at(index));
-    if (!match.hasMatch()) {
+    const QString& line = lines.at(index);
+    const std::optional<KelvaronBundle::KeyValue> pair = KelvaronBundle::parseKeyLine(line);
+    if (!pair) {
         add(index + 1, 1, Problem::Severity::Fatal,
-            QStringLiteral("%1 is no key with a value").arg(quotedText(lines.at(index))),
+            QStringLiteral("%1 is not a key with a value").arg(quotedText(line)),
             QStringLiteral("KEY = VALUE, of letters, digits, \"_\" and \".\""));
         return;
     }
-    const QString key = match.captured(1);
+    const QString& key = pair->first;
     if (values.contains(key)) {
-        add(index + 1, match.capturedStart(1) + 1, Problem::Severity::Warning,
+        add(index + 1, line.indexOf(key) + 1, Problem::Severity::Warning,
             QStringLiteral("the key %1 is there already in line %2; this one counts")
                 .arg(key)
                 .arg(values.value(key).line),
             QStringLiteral("each key once"));
     }
-    values.insert(key, {index + 1, match.capturedStart(2) + 1, match.captured(2)});
+    const int valueStart = line.indexOf(pair->second, line.indexOf(QLatin1Char('=')) + 1);
+    values.insert(key, {index + 1, valueStart + 1, pair->second});
 }
 
 void BundleReview::checkVersions(const QString& fileName)
 {
     static const QRegularExpression versionedName(QStringLiteral("[0-9].*\\.kelvaron"));
     const QString form = QStringLiteral("numbers with dots, such as 1.2.0");
+    // The editor takes a key without a value for one that is absent.
     const auto version = values.constFind(versionKey);
-    if (version == values.constEnd()) {
+    if (version == values.constEnd() || version->text.isEmpty()) {
         if (!versionedName.match(fileName).hasMatch()) {
             add(0, 0, Problem::Severity::Error,
                 QStringLiteral("no version, neither as a key nor in the file's name: the editor "
@@ -170,7 +170,7 @@ void BundleReview::checkVersions(const QString& fileName)
             form);
     }
     const auto minimum = values.constFind(minimumKey);
-    if (minimum == values.constEnd()) {
+    if (minimum == values.constEnd() || minimum->text.isEmpty()) {
         return;
     }
     const QString own = QString::fromLatin1(BuildConstants::editorVersion);

@@ -128,9 +128,17 @@ void KelvaronBundle::parseKeyValuePairs()
 bool KelvaronBundle::hasSoundKeyBlock(const QString& path)
 {
     const QStringList lines = readKeyBlock(path).lines;
-    return std::all_of(lines.cbegin(), lines.cend(), [](const QString& line) {
-        return line.contains(keyValuePattern()) && keyAndValue(line).length() == 2;
-    });
+    return std::all_of(lines.cbegin(), lines.cend(),
+                       [](const QString& line) { return parseKeyLine(line).has_value(); });
+}
+
+std::optional<KelvaronBundle::KeyValue> KelvaronBundle::parseKeyLine(const QString& line)
+{
+    const QStringList parts = keyAndValue(line);
+    if (!line.contains(keyValuePattern()) || parts.length() != 2) {
+        return std::nullopt;
+    }
+    return KeyValue(parts.at(0).trimmed(), parts.at(1).trimmed());
 }
 
 bool KelvaronBundle::parseBundle()

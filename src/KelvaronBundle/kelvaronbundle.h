@@ -2,9 +2,12 @@
 
 #include <QMap>
 #include <QObject>
+#include <QPair>
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
+#include <optional>
 
 /// Reads a bundle file: a key/value block, embedded text files and their MD5 checksums.
 ///
@@ -41,6 +44,13 @@ public:
     /// False when parseKeyValuePairs() would find a malformed line in this file.
     static bool hasSoundKeyBlock(const QString& path);
 
+    /// A key and its value.
+    using KeyValue = QPair<QString, QString>;
+
+    /// What a line of the key/value block holds, both trimmed; nothing for a malformed line. Neither
+    /// is checked for being empty: "KEY = " has an empty value, while "KEY =" is malformed.
+    static std::optional<KeyValue> parseKeyLine(const QString& line);
+
     /// The value; empty for an absent key.
     QString valueFromKey(const QString& key) const { return keyValuePairs.value(key); }
 
@@ -66,6 +76,12 @@ public:
     /// index out of range is a fatal assertion.
     bool saveFile(int index, const QString& path) const;
 
+    /// The bytes that saveFile() writes. An index out of range is a fatal assertion.
+    QByteArray bytesOf(int index) const;
+
+    /// How many embedded files can be used: all sections but the last, which holds the checksums.
+    int getNumEmbedded() const { return numFiles > 0 ? numFiles - 1 : 0; }
+
     /// True for a line that opens or closes a section.
     static bool matchesStartEndLine(const QString& line);
 
@@ -85,7 +101,6 @@ private:
     };
 
     void findSections();
-    QByteArray bytesOf(int index) const;
     bool checksumsMatch() const;
 
     QString bundleFilePath;

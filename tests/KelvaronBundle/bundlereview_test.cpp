@@ -61,6 +61,25 @@ TEST(BundleReviewTest, FindsNothingInASoundBundle)
     EXPECT_EQ(reviewed(bundle()), QStringList());
 }
 
+TEST(BundleReviewTest, AcceptsEveryKeyLineThatIsRead)
+{
+    for (const char* line : {"EMPTY = ", "EMPTY =\t", "\tA.b_1 =  2", "=  ", " = X", "A=1"}) {
+        SCOPED_TRACE(line);
+        const bool isRead = KelvaronBundle::parseKeyLine(line).has_value();
+        const QString keys = QString("VERSION = 1.2\n") + line + '\n';
+        EXPECT_EQ(reviewed(bundle(header, keys)).isEmpty(), isRead);
+    }
+    EXPECT_TRUE(KelvaronBundle::parseKeyLine("EMPTY = ").has_value());
+    EXPECT_FALSE(KelvaronBundle::parseKeyLine("EMPTY =").has_value());
+}
+
+TEST(BundleReviewTest, TakesAnEmptyVersionForAnAbsentOne)
+{
+    const QString text = bundle(header, "VERSION = \nMIN_SOFTWARE_VERSION_REQUIRED = \n");
+    EXPECT_EQ(reviewed(text, "v1.2.kelvaron"), QStringList());
+    expectOnly(text, "0:0 error", "no version, neither as a key nor in the file's name");
+}
+
 TEST(BundleReviewTest, PlacesProblemsOfTheHeaderInTheBundle)
 {
     QString broken = header;
@@ -125,7 +144,7 @@ TEST(BundleReviewTest, NamesEveryMalformedKey)
     const QStringList found =
         reviewed(bundle(header, "VERSION = 1.2\nMAKER : us\n\nNOTE = two words\n= 1\nA =\n"));
     ASSERT_EQ(found.size(), 5) << qPrintable(found.join('\n'));
-    EXPECT_TRUE(found.at(0).startsWith("3:1 fatal \"MAKER : us\" is no key with a value"));
+    EXPECT_TRUE(found.at(0).startsWith("3:1 fatal \"MAKER : us\" is not a key with a value"));
     EXPECT_TRUE(found.at(1).startsWith("4:1 fatal"));
     EXPECT_TRUE(found.at(2).startsWith("5:1 fatal"));
     EXPECT_TRUE(found.at(3).startsWith("6:1 fatal"));

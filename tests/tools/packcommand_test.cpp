@@ -1,5 +1,6 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "bundleprogram.h"
+#include "support/filesizelimit.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>
@@ -99,6 +100,20 @@ TEST_F(PackCommandTest, TheSameInputGivesTheSameBytes)
     const QByteArray first = readFile("out.kelvaron");
     pack();
     EXPECT_EQ(readFile("out.kelvaron"), first);
+}
+
+TEST_F(PackCommandTest, FullDiskIsAnErrorAndKeepsTheOlderBundle)
+{
+    pack();
+    const QByteArray older = readFile("out.kelvaron");
+    writeFile("device.in", "name = another\n");
+    for (const rlim_t limit : {rlim_t(0), rlim_t(1), rlim_t(older.size() / 2)}) {
+        SCOPED_TRACE(limit);
+        const FileSizeLimit fullDisk(limit); // of this process and its children
+        expectRefused(run(packArguments()), 1, "out.kelvaron: cannot be written: File too large");
+        EXPECT_EQ(readFile("out.kelvaron"), older);
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
 }
 
 TEST_F(PackCommandTest, RefusesAMissingOption)

@@ -14,8 +14,7 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "bundleformat.h"
 #include "fatalassertion.h"
-
-#include <QSaveFile>
+#include "textfile.h"
 
 void BundleWriter::addKey(const QString& key, const QString& value)
 {
@@ -67,10 +66,5 @@ QString BundleWriter::toText() const
 
 bool BundleWriter::write(const QString& path)
 {
-    QSaveFile file(path);
-    const QByteArray bytes = toText().toUtf8();
-    const bool written =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-    problem = written ? QString() : QStringLiteral("cannot be written: %1").arg(file.errorString());
-    return written;
+    return TextFile::write(path, toText(), &problem);
 }

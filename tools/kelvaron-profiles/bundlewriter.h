@@ -21,7 +21,7 @@ public:
     QString toText() const;
 
     /// Writes the bundle whole or not at all: on false an older file of that name is untouched and
-    /// `error()` says why.
+    /// `error()` returns the system's reason.
     bool write(const QString& path);
 
     QString error() const { return problem; }

@@ -93,7 +93,7 @@ ExitCode PackCommand::run(const QStringList& arguments) const
     }
     const QString output = options.value(QStringLiteral("output"));
     if (!writer.write(output)) {
-        printError(output, writer.error());
+        printError(output, QStringLiteral("cannot be written: ") + writer.error());
         return ExitCode::ProblemsFound;
     }
     return ExitCode::Ok;
