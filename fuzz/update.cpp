@@ -1,6 +1,7 @@
 // The update server's answer: only a dotted version is ever compared or made a file's name, and what
 // was read flat is written and read the same.
 
+#include "KelvaronBundle/kelvaronbundle.h"
 #include "applicationglobalmap.h"
 #include "support/fuzztarget.h"
 #include "updatecheck/newfirmwarechecker.h"
@@ -56,16 +57,44 @@ QByteArray flatDocument(const Values& values)
     return (text + QStringLiteral("</info>")).toUtf8();
 }
 
+/// The smallest bundle that is saved.
+QByteArray soundBundle()
+{
+    const QString marker = QStringLiteral("/\\/\\/\\/\\/\\/\\\n");
+    const QString device = QStringLiteral("name = sample\n");
+    const QString schema =
+        QStringLiteral("#define PROFILESTARTADDRESS 0x400\n"
+                       "struct Global { // Settings : \"Global\", global\n"
+                       "char type; // num, auto, 1, 1, x1, 0, \"type\", \"\", A, 1, -1, basic\n"
+                       "}\n"
+                       "struct Cell { // Settings : \"Cell\", instantiable\n"
+                       "char type; // num, auto, 2, 2, x1, 0, \"type\", \"\", A, 2, -1, basic\n"
+                       "char title[8]; // string, auto, \"Title\", A, \"one\", 0, basic\n"
+                       "char subtitle[8]; // string, auto, \"Subtitle\", A, \"two\", 1, basic\n"
+                       "char active; // bool, 1, \"active\", A, 0, -1, basic\n"
+                       "char isDefault; // bool, 1, \"default\", A, 0, -1, basic\n"
+                       "char modifiable; // bool, 6, \"modifiable\", A, 1, -1, basic\n"
+                       "}\n");
+    const QString checksums = KelvaronBundle::checksum(device) + QLatin1Char('\n')
+                              + KelvaronBundle::checksum(schema) + QLatin1Char('\n');
+    QString text;
+    for (const QString& section : {device, schema, checksums}) {
+        text += marker + section + marker;
+    }
+    return text.toUtf8();
+}
+
 void checkSavedName(Checker& checker, const QString& version)
 {
-    checker.on_firmwareDownloaded(QByteArray("bundle"));
+    const QByteArray bundle = soundBundle();
+    checker.on_firmwareDownloaded(bundle);
     QDir folder = QDir::current();
     const QStringList files =
         folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     const bool isUsable = version.isEmpty() || VersionString::isDottedVersion(version);
     for (const QString& file : files) {
         FUZZ_EXPECT(isUsable && file == QLatin1Char('v') + version + QStringLiteral(".kelvaron"));
-        FUZZ_EXPECT(FuzzTarget::contentOf(file) == QByteArray("bundle"));
+        FUZZ_EXPECT(FuzzTarget::contentOf(file) == bundle);
         FUZZ_EXPECT(folder.remove(file));
     }
     constexpr int longestVersion = 200; // a longer name is not one of a file

@@ -1,10 +1,35 @@
 #include "KelvaronBundle/bundlecheck.h"
 
+#include "CBGenerator/headerreview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
+#include "buildconstants.h"
 #include "textfile.h"
 #include "versionstring.h"
 
 #include <QFileInfo>
+
+#include <algorithm>
+
+namespace
+{
+const QString minimumKey = QStringLiteral("MIN_SOFTWARE_VERSION_REQUIRED");
+
+bool isEditorNewEnough(const KelvaronBundle& bundle)
+{
+    const QString required = bundle.valueFromKey(minimumKey);
+    return required.isEmpty()
+           || !VersionString(QString::fromLatin1(BuildConstants::editorVersion))
+                   .lessThan(VersionString(required));
+}
+
+bool canBeLoaded(const QString& schemaHeader)
+{
+    const Problems problems = HParser::HeaderReview::problems(schemaHeader);
+    return std::none_of(problems.cbegin(), problems.cend(), [](const Problem& problem) {
+        return problem.severity == Problem::Severity::Fatal;
+    });
+}
+} // namespace
 
 bool BundleCheck::isSafe(const QString& path)
 {
@@ -20,6 +45,12 @@ bool BundleCheck::isSafe(const QString& path)
     }
     KelvaronBundle bundle(path);
     bundle.parseKeyValuePairs();
-    const QString required = bundle.valueFromKey(QStringLiteral("MIN_SOFTWARE_VERSION_REQUIRED"));
+    const QString required = bundle.valueFromKey(minimumKey);
     return required.isEmpty() || VersionString::isDottedVersion(required);
+}
+
+bool BundleCheck::isUsable(const KelvaronBundle& bundle)
+{
+    return bundle.getNumEmbedded() > KelvaronBundle::SCHEMA_HEADER && isEditorNewEnough(bundle)
+           && canBeLoaded(bundle.getFile(KelvaronBundle::SCHEMA_HEADER));
 }

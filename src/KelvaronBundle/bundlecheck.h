@@ -2,16 +2,23 @@
 
 class QString;
 
-/// Looks at a bundle file that did not come with the installation. What KelvaronBundle and the start
-/// take as damage of an installed file, and end the program for, is only a wrong choice here.
+class KelvaronBundle;
+
+/// Judges a bundle file that did not come with the installation. What ends the program in an installed
+/// file is here merely a file that was chosen or sent by mistake.
 class BundleCheck
 {
 public:
     BundleCheck() = delete;
 
-    /// Whether the file may be opened as a bundle and copied into the installation. False for a
-    /// directory or a device, for a file far too large to be a bundle, for a malformed line in the
-    /// key/value block and for a required editor version that is no dotted version. True for a file
-    /// that is not there or cannot be read: it gives nothing.
+    /// Whether the file may be opened as a bundle. False for a directory or a device, for a file far
+    /// too large to be a bundle, for a malformed line in the key/value block and for a required editor
+    /// version that is not a dotted version. Also true for a missing or unreadable file, which has no
+    /// content to do harm with.
     static bool isSafe(const QString& path);
+
+    /// Whether a start with this bundle as the newest one succeeds: it has a device description and a
+    /// schema header, this editor is new enough for it, and the header can be loaded. Its checksums do
+    /// not count. REQUIRES: isSafe() for its file, and a bundle whose keys and sections are parsed.
+    static bool isUsable(const KelvaronBundle& bundle);
 };

@@ -22,6 +22,7 @@ QUrl httpUrl(const QString& text)
 FileDownloader::FileDownloader(QObject* parent) : QObject(parent)
 {
     request.setRawHeader("User-Agent", "Tovo-Tech-Kelvaron-Profile-Editor");
+    request.setRawHeader("Accept-Encoding", "identity"); // also keeps Qt from unpacking
     buffer.reserve(usualAnswer);
 }
 
@@ -30,9 +31,10 @@ FileDownloader::~FileDownloader()
     abortReply();
 }
 
-void FileDownloader::startDownloading(const QString& url)
+void FileDownloader::startDownloading(const QString& url, int mostBytes)
 {
     reset();
+    limit = mostBytes;
     requestedUrl = url;
     request.setUrl(httpUrl(url));
     reply = manager.get(request);
@@ -63,7 +65,7 @@ void FileDownloader::abortReply()
 void FileDownloader::onReadyRead()
 {
     buffer.append(reply->readAll());
-    if (buffer.size() > largestAnswer) {
+    if (buffer.size() > limit) {
         reply->abort(); // ends with an error
     }
 }

@@ -14,22 +14,23 @@ namespace NewFirmwareChecker
 ///
 /// Every request that is not aborted ends with exactly one signal: finished() or error(). There is
 /// no timeout, and redirects are not followed: an answer that Qt does not report as an error counts
-/// as success.
+/// as success. Answers are asked for and taken as they are, without compression: a compressed one
+/// may unpack to a thousand times its size.
 class FileDownloader : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Bytes that an answer may have. Far beyond every bundle: it is there so that a server that
-    /// never stops sending cannot use up the machine's memory. A larger answer is an error.
-    static constexpr int largestAnswer = 64 * 1024 * 1024;
+    /// Bytes that an answer may have by default: as many as the largest bundle that is read.
+    static constexpr int largestAnswer = 16 * 1024 * 1024;
 
     explicit FileDownloader(QObject* parent);
     ~FileDownloader() override;
 
     /// Starts the request, in place of one that is outstanding. Addresses that are not HTTP (files
-    /// of this machine, for instance) and empty ones end with error().
-    void startDownloading(const QString& url);
+    /// of this machine, for instance) and empty ones end with error(). So does an answer of more than
+    /// `mostBytes` bytes, so that a server that never stops sending cannot use up the memory.
+    void startDownloading(const QString& url, int mostBytes = largestAnswer);
 
     /// Aborts an outstanding request, which then ends without a signal, and forgets its answer.
     void reset();
@@ -56,6 +57,7 @@ private:
     QNetworkReply* reply = nullptr; ///< a child of the manager
     bool failed = false;
     QByteArray buffer;
+    int limit = 0; ///< bytes of the answer
     QString requestedUrl;
 };
 } // namespace NewFirmwareChecker

@@ -1,11 +1,14 @@
 #include "updatecheck/newfirmwarechecker.h"
 
+#include "KelvaronBundle/bundlecheck.h"
+#include "KelvaronBundle/kelvaronbundle.h"
 #include "applicationglobalmap.h"
 #include "buildconstants.h"
 #include "textfile.h"
 #include "versionstring.h"
 
 #include <QBuffer>
+#include <QTemporaryFile>
 #include <QXmlStreamReader>
 
 namespace NewFirmwareChecker
@@ -35,10 +38,19 @@ QMap<QString, QString> readFlat(QByteArray document)
     device.open(QIODevice::ReadOnly);
     QXmlStreamReader reader(&device);
     QMap<QString, QString> values;
+    int depth = 0;
+    int elements = 0;
     while (!reader.atEnd()) {
         if (!reader.isStartElement()) {
+            depth -= reader.isEndElement() ? 1 : 0;
             reader.readNext();
             continue;
+        }
+        ++depth;
+        ++elements;
+        if (depth > NewFirmwareChecker::deepestElement
+            || elements > NewFirmwareChecker::mostElements) {
+            break; // as if the document broke off here
         }
         const QString name = reader.name().toString();
         reader.readNext();
@@ -47,6 +59,23 @@ QMap<QString, QString> readFlat(QByteArray document)
         }
     }
     return values;
+}
+/// A whole bundle with right checksums that the next start can use.
+bool isSoundBundle(const QString& path)
+{
+    if (!BundleCheck::isSafe(path)) {
+        return false;
+    }
+    KelvaronBundle bundle(path);
+    bundle.parseKeyValuePairs();
+    return bundle.parseBundle() && BundleCheck::isUsable(bundle);
+}
+
+bool isSoundBundle(const QByteArray& bytes)
+{
+    QTemporaryFile file; // outside of the working folder, where every bundle is installed
+    return file.open() && file.write(bytes) == bytes.size() && file.flush()
+           && isSoundBundle(file.fileName());
 }
 } // namespace
 
@@ -66,7 +95,7 @@ void NewFirmwareChecker::downloadFirmwareInfo()
             &NewFirmwareChecker::on_firmwareInfoDownloaded);
     connect(&downloader, &FileDownloader::error, this,
             &NewFirmwareChecker::on_firmwareInfoDownloadedError);
-    downloader.startDownloading(infoUrl);
+    downloader.startDownloading(infoUrl, largestDocument);
 }
 
 void NewFirmwareChecker::on_firmwareInfoDownloaded(const QByteArray& document)
@@ -116,8 +145,7 @@ void NewFirmwareChecker::on_firmwareDownloaded(const QByteArray& bundle)
     // A version that is missing leaves the bare "v"; any other text could lead elsewhere.
     const bool isSafeName = currentVersion().isEmpty() || hasUsableVersion();
     const QString fileName = QLatin1Char('v') + currentVersion() + QStringLiteral(".kelvaron");
-    const bool canBeRead = bundle.size() <= TextFile::largestFile;
-    if (isSafeName && canBeRead && TextFile::writeBytes(fileName, bundle)) {
+    if (isSafeName && isSoundBundle(bundle) && TextFile::writeBytes(fileName, bundle)) {
         emit firmwareDownloaded();
     } else {
         emit error();

@@ -10,14 +10,19 @@ namespace NewFirmwareChecker
 {
 /// Asks the maker's server for the newest bundle and fetches it into the working folder.
 ///
-/// What the server tells is an XML document that is read flat: the name of every element is a key,
-/// the text right after its start tag the value. "current_version" is the newest bundle's version,
-/// "download_link" its address.
+/// The server's version information is an XML document that is read flat: the name of every element
+/// is a key, the text right after its start tag the value. "current_version" is the newest bundle's
+/// version, "download_link" its address.
 class NewFirmwareChecker : public QObject
 {
     Q_OBJECT
 
 public:
+    // Far beyond every document that the maker's server has.
+    static constexpr int largestDocument = 1024 * 1024; ///< bytes; a larger one is an error
+    static constexpr int deepestElement = 64;           ///< reading ends at a deeper one
+    static constexpr int mostElements = 10000;          ///< reading ends behind as many
+
     explicit NewFirmwareChecker(QObject* parent);
 
     /// Replaces the server of all checkers made from now on ("http://host:port"), for machines
@@ -35,8 +40,9 @@ public:
     bool downloadNeeded() const;
 
     /// Fetches the bundle and saves it in the working folder as "v", its version and ".kelvaron",
-    /// whole or not at all; ends with firmwareDownloaded() or error(). The content is not checked:
-    /// the bundle's reader does that.
+    /// whole or not at all; ends with firmwareDownloaded() or error(). An answer that is not a bundle,
+    /// does not match its checksums or could not be used by the next start is an error, and nothing
+    /// is saved.
     void downloadLatestFirmware();
 
     /// Deletes this object: at once, or when its outstanding request has ended and a bundle that it
@@ -50,7 +56,7 @@ public slots:
     void on_firmwareDownloadedError();
 
 signals:
-    /// What the server told, whatever it is; empty for an unreadable document.
+    /// The version information, whatever it holds; empty for an unreadable document.
     void firmwareInfoDownloaded(QMap<QString, QString> info);
 
     /// The bundle is in the working folder.

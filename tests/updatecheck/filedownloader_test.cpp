@@ -65,6 +65,15 @@ TEST_F(FileDownloaderTest, FetchesWithAGetThatNamesTheProgram)
               "Tovo-Tech-Kelvaron-Profile-Editor");
 }
 
+TEST_F(FileDownloaderTest, AsksForAnAnswerWithoutCompressionAndUnpacksNone)
+{
+    const QByteArray packed("\x1F\x8B\x08\0\0\0\0\0\0\x03\x4B\x04\0\x43\xBE\xB7\xE8\x01\0\0\0", 21);
+    server.answer("/file", {200, packed, Pace::AT_ONCE, -1, "Content-Encoding: gzip"});
+    start("/file");
+    expectAnswer(packed);
+    EXPECT_EQ(server.requests().at(0).headers.value("accept-encoding"), "identity");
+}
+
 TEST_F(FileDownloaderTest, EmptyAnswerIsAnAnswer)
 {
     server.answer("/file", {200, ""});
@@ -258,6 +267,17 @@ TEST_F(FileDownloaderTest, LargerAnswerIsAnError)
     server.answer("/file", {200, QByteArray(FileDownloader::largestAnswer + 1, 'x')});
     start("/file");
     expectError();
+}
+
+TEST_F(FileDownloaderTest, SmallerLimitCountsForItsRequestAlone)
+{
+    server.answer("/file", {200, QByteArray(1001, 'x')});
+    downloader->startDownloading(server.address() + "/file", 1000);
+    expectError();
+    failed.clear();
+    start("/file");
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(finished.size(), 1);
 }
 
 TEST_F(FileDownloaderTest, ServerThatNeverStopsSendingIsAnError)

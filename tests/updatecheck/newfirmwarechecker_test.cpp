@@ -1,6 +1,8 @@
 #include "updatecheck/newfirmwarechecker.h"
 
 #include "applicationglobalmap.h"
+#include "startup/bundletext.h"
+#include "support/filesizelimit.h"
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"
 #include "textfile.h"
@@ -12,10 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
+#include <map>
 #include <memory>
-
-#include <sys/resource.h>
 
 using NewFirmwareChecker::FileDownloader;
 using Pace = HttpServer::Pace;
@@ -25,6 +25,11 @@ using Info = QMap<QString, QString>;
 namespace
 {
 const QString infoPath = "/downloads/latest_bundle_info_new.xml";
+
+QByteArray soundBundle(const QByteArray& version)
+{
+    return Samples::bundle().key("VERSION", version).bytes();
+}
 
 /// A checker of a local server, in an empty working folder, with bundle 1.9 in use.
 class CheckerTest : public ::testing::Test
@@ -106,31 +111,6 @@ protected:
     std::unique_ptr<QSignalSpy> told;
     std::unique_ptr<QSignalSpy> downloaded;
     std::unique_ptr<QSignalSpy> failed;
-};
-
-/// While it lives, no file can grow beyond a number of bytes: a full disk in small.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        savedHandler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &savedLimit);
-        rlimit limit = savedLimit;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &savedLimit);
-        std::signal(SIGXFSZ, savedHandler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit savedLimit = {};
-    void (*savedHandler)(int) = nullptr;
 };
 } // namespace
 
@@ -238,24 +218,52 @@ TEST_F(CheckerTest, DocumentsWithoutAVersionTellNone)
     EXPECT_TRUE(failed->isEmpty()); // the checker tells what it read; the dialog judges
 }
 
-TEST_F(CheckerTest, HugeDocumentIsRead)
+TEST_F(CheckerTest, DocumentIsReadUpToItsLastAllowedElement)
 {
-    QByteArray document("<i>");
-    for (int i = 0; i < 200000; ++i) {
-        const QByteArray name = "e" + QByteArray::number(i);
-        document += '<' + name + ">" + QByteArray(40, 'x') + "</" + name + '>';
-    }
-    document += QByteArray(4 << 20, ' ') + "<current_version>1.10</current_version></i>";
-    const Info info = read(document);
-    EXPECT_EQ(info.size(), 200002);
-    EXPECT_EQ(info.value("current_version"), "1.10");
+    const auto documentOf = [](int elements) { // with the root and the version
+        return "<i>" + QByteArray("<e/>").repeated(elements - 2)
+               + "<current_version>1.10</current_version></i>";
+    };
+    EXPECT_EQ(read(documentOf(Checker::mostElements)),
+              Info({{"i", ""}, {"e", ""}, {"current_version", "1.10"}}));
+    EXPECT_EQ(read(documentOf(Checker::mostElements + 1)), Info({{"i", ""}, {"e", ""}}));
+    EXPECT_FALSE(checker->hasUsableVersion());
 }
 
-TEST_F(CheckerTest, EndlesslyNestedDocumentIsRead)
+TEST_F(CheckerTest, DocumentIsReadDownToItsDeepestAllowedElement)
+{
+    const auto documentOf = [](int depth) { // with the version in the innermost element
+        return QByteArray("<d>").repeated(depth - 1) + "<current_version>1.10</current_version>"
+               + QByteArray("</d>").repeated(depth - 1);
+    };
+    EXPECT_EQ(read(documentOf(Checker::deepestElement)),
+              Info({{"d", ""}, {"current_version", "1.10"}}));
+    EXPECT_EQ(read(documentOf(Checker::deepestElement + 1)), Info({{"d", ""}}));
+    EXPECT_FALSE(checker->hasUsableVersion());
+}
+
+TEST_F(CheckerTest, ManyElementsSideBySideAreNotDeep)
+{
+    const QByteArray document = "<i>" + QByteArray("<a></a><b/>").repeated(100)
+                                + "<current_version>1.10</current_version></i>";
+    EXPECT_EQ(read(document).value("current_version"), "1.10");
+}
+
+TEST_F(CheckerTest, DocumentMayHaveAsManyBytesAsAllowed)
 {
     QByteArray document("<current_version>1.10</current_version>");
-    document.prepend(QByteArray("<d>").repeated(500000));
-    EXPECT_EQ(read(document), Info({{"d", ""}, {"current_version", "1.10"}}));
+    document += QByteArray(Checker::largestDocument - document.size(), ' ');
+    server.answer(infoPath, {200, document});
+    checker->downloadFirmwareInfo();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return told->size() + failed->size() > 0; }));
+    EXPECT_EQ(told->size(), 1);
+    EXPECT_TRUE(checker->hasUsableVersion());
+
+    server.answer(infoPath, {200, document + ' '});
+    checker->downloadFirmwareInfo();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return told->size() + failed->size() > 1; }));
+    EXPECT_EQ(told->size(), 1);
+    EXPECT_EQ(failed->size(), 1);
 }
 
 TEST_F(CheckerTest, EntitiesThatMultiplyAreRefused)
@@ -322,7 +330,7 @@ TEST_F(CheckerTest, WithoutABundleInUseEveryVersionIsNewer)
 
 TEST_F(CheckerTest, BundleIsSavedUnderItsVersion)
 {
-    const QByteArray bundle("...\r\nVERSION = 1.10\n\0\xFF", 22);
+    const QByteArray bundle = "ignored \xFF\r\n" + soundBundle("1.10").replace("\n", "\r\n");
     server.answer("/b", {200, bundle});
     tellVersion("1.10", server.address() + "/b");
     fetchBundle();
@@ -335,12 +343,12 @@ TEST_F(CheckerTest, BundleOfTheSameNameIsReplaced)
 {
     makeFile("v1.10.kelvaron", "an older and longer text");
     makeFile("v1.9.kelvaron", "in use");
-    server.answer("/b", {200, "newer"});
+    server.answer("/b", {200, soundBundle("1.10")});
     tellVersion("1.10", server.address() + "/b");
     fetchBundle();
     expectSaved();
     EXPECT_EQ(files(), QStringList({"v1.10.kelvaron", "v1.9.kelvaron"}));
-    EXPECT_EQ(contentOf("v1.10.kelvaron"), "newer");
+    EXPECT_EQ(contentOf("v1.10.kelvaron"), soundBundle("1.10"));
     EXPECT_EQ(contentOf("v1.9.kelvaron"), "in use");
 }
 
@@ -348,7 +356,7 @@ TEST_F(CheckerTest, AnswerOfTheFirstRequestIsNotTakenForABundle)
 {
     server.answer(infoPath, {200, "<i><current_version>1.10</current_version><download_link>"
                                       + server.address().toUtf8() + "/b</download_link></i>"});
-    server.answer("/b", {200, "<i><current_version>1.11</current_version></i>"});
+    server.answer("/b", {200, "<!-- \n" + soundBundle("1.10")});
     checker->downloadFirmwareInfo();
     ASSERT_TRUE(told->wait());
     fetchBundle();
@@ -373,6 +381,38 @@ TEST_F(CheckerTest, BundleThatDoesNotComeWholeIsNotSaved)
     }
 }
 
+TEST_F(CheckerTest, AnswerThatIsNotASoundBundleIsNotSaved)
+{
+    const QByteArray sound = soundBundle("1.10");
+    const QByteArray gzip("\x1F\x8B\x08\x00\x00\x00\x00\x00\x00\x03\x4B\x4C", 12);
+    const QByteArray firstSections = sound.left(sound.lastIndexOf(BundleText::marker()));
+    const std::map<std::string, HttpServer::Answer> wrong = {
+        {"empty", {200, ""}},
+        {"a login page", {200, "<!DOCTYPE html><html><body>Log in, please</body></html>"}},
+        {"a redirect", {302, "", Pace::AT_ONCE, -1, "Location: /elsewhere"}},
+        {"half a gzip stream", {200, gzip, Pace::AT_ONCE, -1, "Content-Encoding: gzip"}},
+        {"cut off in its checksums", {200, firstSections}},
+        {"cut off in its schema", {200, sound.left(sound.indexOf("struct Cell"))}},
+        {"without checksums", {200, sound.left(firstSections.lastIndexOf(BundleText::marker()))}},
+        {"with a wrong checksum", {200, Samples::bundle().wrongChecksum(1).bytes()}},
+        {"with a malformed key", {200, Samples::bundle().keyLine("no pair").bytes()}},
+        {"for a newer editor",
+         {200, Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "1.0").bytes()}},
+        {"with a schema that cannot be loaded", {200, Samples::bundle("no schema\n").bytes()}},
+    };
+    makeFile("v1.10.kelvaron", "as before");
+    tellVersion("1.10", server.address() + "/b");
+    for (const auto& [name, answer] : wrong) {
+        SCOPED_TRACE(name);
+        failed->clear();
+        server.answer("/b", answer);
+        fetchBundle();
+        expectFailed();
+        EXPECT_EQ(files(), QStringList({"v1.10.kelvaron"}));
+        EXPECT_EQ(contentOf("v1.10.kelvaron"), "as before");
+    }
+}
+
 TEST_F(CheckerTest, MissingLinkFails)
 {
     read("<current_version>1.10</current_version>");
@@ -386,7 +426,7 @@ TEST_F(CheckerTest, FolderInTheBundlesPlaceIsAnError)
 {
     ASSERT_TRUE(QDir().mkdir("v1.10.kelvaron"));
     tellVersion("1.10");
-    checker->on_firmwareDownloaded("bundle");
+    checker->on_firmwareDownloaded(soundBundle("1.10"));
     expectFailed();
     EXPECT_EQ(files(), QStringList({"v1.10.kelvaron"}));
 }
@@ -397,7 +437,7 @@ TEST_F(CheckerTest, WorkingFolderThatIsGoneIsAnError)
     ASSERT_TRUE(QDir::setCurrent("working"));
     ASSERT_TRUE(QDir().rmdir(folder.filePath("working")));
     tellVersion("1.10");
-    checker->on_firmwareDownloaded("bundle");
+    checker->on_firmwareDownloaded(soundBundle("1.10"));
     expectFailed();
 }
 
@@ -408,8 +448,8 @@ TEST_F(CheckerTest, FullDiskKeepsTheOldBundle)
     for (const int size : {100, 100000}) { // in the file's buffer, and beyond it
         failed->clear();
         {
-            const FullDisk disk(64);
-            checker->on_firmwareDownloaded(QByteArray(size, 'x'));
+            const FileSizeLimit fullDisk(64);
+            checker->on_firmwareDownloaded(QByteArray(size, '\n') + soundBundle("1.10"));
         }
         expectFailed();
         EXPECT_EQ(files(), QStringList({"v1.10.kelvaron"}));
@@ -421,10 +461,12 @@ TEST_F(CheckerTest, BundleFarTooLargeIsNotSaved)
 {
     makeFile("v1.10.kelvaron", "as before");
     tellVersion("1.10");
-    checker->on_firmwareDownloaded(QByteArray(static_cast<int>(TextFile::largestFile) + 1, 'x'));
+    const QByteArray sound = soundBundle("1.10");
+    const QByteArray filler(static_cast<int>(TextFile::largestFile) - sound.size(), '\n');
+    checker->on_firmwareDownloaded('\n' + filler + sound);
     expectFailed();
     EXPECT_EQ(contentOf("v1.10.kelvaron"), "as before");
-    checker->on_firmwareDownloaded(QByteArray(static_cast<int>(TextFile::largestFile), 'x'));
+    checker->on_firmwareDownloaded(filler + sound);
     EXPECT_EQ(contentOf("v1.10.kelvaron").size(), TextFile::largestFile);
 }
 
@@ -437,7 +479,7 @@ TEST_F(CheckerTest, TextsThatAreNoDottedVersionNeverNameAFile)
         SCOPED_TRACE(version);
         failed->clear();
         tellVersion(version);
-        checker->on_firmwareDownloaded("bundle");
+        checker->on_firmwareDownloaded(soundBundle("1.10"));
         expectFailed();
     }
     EXPECT_EQ(files(), QStringList({"v"}));
@@ -449,7 +491,7 @@ TEST_F(CheckerTest, TextsThatAreNoDottedVersionNeverNameAFile)
 TEST_F(CheckerTest, VersionTooLongForAFileNameIsAnError)
 {
     tellVersion(QString("1.").repeated(200) + "1");
-    checker->on_firmwareDownloaded("bundle");
+    checker->on_firmwareDownloaded(soundBundle("1.10"));
     expectFailed();
     EXPECT_TRUE(files().isEmpty());
 }
@@ -457,7 +499,7 @@ TEST_F(CheckerTest, VersionTooLongForAFileNameIsAnError)
 TEST_F(CheckerTest, MissingVersionNamesTheFileJustV)
 {
     read("<info/>");
-    checker->on_firmwareDownloaded("bundle");
+    checker->on_firmwareDownloaded(soundBundle("1.10"));
     expectSaved();
     EXPECT_EQ(files(), QStringList({"v.kelvaron"}));
 }
@@ -473,7 +515,7 @@ TEST_F(CheckerTest, DeletesItselfAtOnceWithoutARequest)
 
 TEST_F(CheckerTest, DeletesItselfWhenItsBundleIsSaved)
 {
-    server.answer("/b", {200, "bundle", Pace::HELD});
+    server.answer("/b", {200, soundBundle("1.10"), Pace::HELD});
     tellVersion("1.10", server.address() + "/b");
     checker->downloadLatestFirmware();
     ASSERT_TRUE(QTest::qWaitFor([this] { return !server.paths().isEmpty(); }));
@@ -482,7 +524,7 @@ TEST_F(CheckerTest, DeletesItselfWhenItsBundleIsSaved)
     ASSERT_FALSE(checker.isNull());
     server.release();
     EXPECT_TRUE(QTest::qWaitFor([this] { return checker.isNull(); }));
-    EXPECT_EQ(contentOf("v1.10.kelvaron"), "bundle");
+    EXPECT_EQ(contentOf("v1.10.kelvaron"), soundBundle("1.10"));
 }
 
 TEST_F(CheckerTest, DeletesItselfWhenItsRequestFails)
