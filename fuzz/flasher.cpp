@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMainWindow>
+#include <QProcess>
 
 #include <string>
 
@@ -178,6 +179,10 @@ public:
         FUZZ_EXPECT(mkfifo("chunks", 0600) == 0);
         pipe = open("chunks", O_RDWR | O_CLOEXEC);
         FUZZ_EXPECT(pipe >= 0);
+        QFile firmware(QStringLiteral("firmware"));
+        FUZZ_EXPECT(firmware.open(QIODevice::WriteOnly));
+        const QByteArray marker = QByteArrayLiteral("/\\/\\/\\/\\/\\/\\\n");
+        firmware.write((marker + "part\n" + marker).repeated(5)); // any parts will do
         form.setupUi(&window);
     }
 
@@ -185,6 +190,7 @@ public:
     {
         FuzzGui::DialogAnswers answers;
         FirmwareFlasher flasher(&window, &form);
+        flasher.setHexPath(QStringLiteral("firmware"));
         flasher.setClock([] { return 0; }); // nothing is ever too quiet
         form.submitButton->setEnabled(false);
         flasher.startFlashing();
@@ -209,6 +215,7 @@ public:
         FUZZ_EXPECT(form.uploadPB->value() == expected.upload);
         FUZZ_EXPECT(form.verifyPB->value() == expected.verify);
         flasher.giveUp();
+        endUploaders();
         QDir(QStringLiteral("logs")).removeRecursively();
     }
 
@@ -217,6 +224,16 @@ private:
     {
         FUZZ_EXPECT(write(pipe, chunk.constData(), static_cast<std::size_t>(chunk.size()))
                     == chunk.size());
+    }
+
+    /// An uploader that has told its result waits for more from the pipe otherwise.
+    static void endUploaders()
+    {
+        const QList<QProcess*> processes = qApp->findChildren<QProcess*>();
+        for (QProcess* process : processes) {
+            process->kill();
+            process->waitForFinished();
+        }
     }
 
     template <typename Condition>

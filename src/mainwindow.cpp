@@ -4,14 +4,18 @@
 #include "HEXGeneratorParser/hexmanager.h"
 #include "buildconstants.h"
 #include "fatalassertion.h"
+#include "firmware/finishingrun.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "folderseat.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilenameslistmanager.h"
 #include "settingsui/globalsettingsmanager.h"
 #include "settingsui/settingspanemanager.h"
 #include "transfer/comdevicewatcher.h"
+#include "transfer/portturns.h"
 #include "ui_mainwindow.h"
+#include "widgets/elidedlabel.h"
 #include "widgets/fittedfont.h"
 #include "widgets/menukey.h"
 #include "widgets/shrinkinglabel.h"
@@ -28,6 +32,7 @@
 MainWindow::~MainWindow()
 {
     FatalAssertion::setLastStep({}); // it would use this window
+    FirmwareTool::FinishingRun::waitForAll();
 }
 
 void MainWindow::extraUIAdditions()
@@ -38,6 +43,7 @@ void MainWindow::extraUIAdditions()
     ui->mainToolBar->setFloatable(false);
     ui->mainToolBar->setMovable(false);
     setWindowIcon(QIcon(QStringLiteral(":/new/images/upload_download.png")));
+    addTransferStatus();
     ui->statusBar->addPermanentWidget(
         new ShrinkingLabel(QStringLiteral("Kelvaron Profile Editor for Mac OS: ")
                            + QString::fromLatin1(BuildConstants::buildText)));
@@ -96,6 +102,19 @@ void MainWindow::addToolbarTitle()
     ui->mainToolBar->addWidget(logo);
 }
 
+void MainWindow::addTransferStatus()
+{
+    auto* status = new ElidedLabel;
+    status->setObjectName(QStringLiteral("transferStatus"));
+    status->setAccessibleName(QStringLiteral("Transfers"));
+    status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    ui->statusBar->addWidget(status, 1);
+    // A transfer goes on when its dialog is closed; here is where it still can be seen.
+    connect(&PortTurns::ofApplication(), &PortTurns::changed, status, [status] {
+        status->setText(PortTurns::ofApplication().descriptions().join(QStringLiteral("; ")));
+    });
+}
+
 void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
@@ -151,7 +170,7 @@ void MainWindow::on_flashFirmware()
 
 void MainWindow::reloadBundle()
 {
-    const QString backupFile = QStringLiteral("backup_fw_update.xml");
+    const QString backupFile = seat->ownName(QStringLiteral("backup_fw_update.xml"));
     reloadWaitsForEdit = settingsPaneManager->getEditMode();
     if (reloadWaitsForEdit) {
         return;
@@ -184,7 +203,7 @@ bool MainWindow::backUpProfiles(const QString& fileName)
 /// False when the list could not be saved and the user would rather keep it.
 bool MainWindow::backUpBeforeReplacing()
 {
-    const QString backupFile = QStringLiteral("backup_before_replace.xml");
+    const QString backupFile = seat->ownName(QStringLiteral("backup_before_replace.xml"));
     return backUpProfiles(backupFile)
            || MessageDialogs::askReplaceWithoutBackup(this, backupFile) == QMessageBox::Yes;
 }

@@ -6,6 +6,7 @@
 #include <memory>
 
 class COMDeviceWatcher;
+class FolderSeat;
 class GlobalSettingsManager;
 class KelvaronBundle;
 class ProfileNamesListManager;
@@ -76,8 +77,10 @@ private:
     void runTests();
     void setWorkingDirectory();
     bool createRequiredFiles();
-    void extract(const KelvaronBundle& bundle, int part, const QString& fileName);
+    void extract(const KelvaronBundle& bundle);
+    void reportBundleNotRead();
     static bool hasSchemaFile();
+    static bool hasDeviceFile();
     QString getMostRecentKelvaronBundle();
     void installationChecks();
     void loadSchema();
@@ -87,6 +90,7 @@ private:
     void growForLargeTexts();
     void addToolbarActions();
     void addToolbarTitle();
+    void addTransferStatus();
     void connectCommands();
     void printCurrentEnvironmentValues();
     void startDeviceWatcher();
@@ -94,6 +98,7 @@ private:
     [[noreturn]] void endProcess(int exitCode);
     void endOnFatalAssertion(const FatalAssertion::Report& report);
 
+    void reportOtherEditor();
     bool backUpProfiles(const QString& fileName);
     bool backUpBeforeReplacing();
     void handOverGenerator();
@@ -123,5 +128,6 @@ private:
     bool initialised = false;
     bool reloadWaitsForEdit = false;
     std::unique_ptr<COMDeviceWatcher> deviceWatcher;
+    std::unique_ptr<FolderSeat> seat; ///< in the working folder
     QString bundleFileName; ///< the bundle in use, to be named when its schema is at fault
 };

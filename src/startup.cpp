@@ -11,7 +11,9 @@
 #include "applicationglobalmap.h"
 #include "buildconstants.h"
 #include "fatalassertion.h"
+#include "firmware/finishingrun.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "folderseat.h"
 #include "installedfilescope.h"
 #include "mainwindow.h"
 #include "messagedialogs.h"
@@ -37,6 +39,7 @@
 #include <QFileInfo>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdlib>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
@@ -62,6 +65,7 @@ MainWindow::MainWindow(QWidget* parent)
         [this](const FatalAssertion::Report& report) { endOnFatalAssertion(report); });
     runTests();
     setWorkingDirectory();
+    seat = std::make_unique<FolderSeat>(QStringLiteral("."));
     createRequiredFiles();
     installationChecks();
     initialised = true;
@@ -72,6 +76,9 @@ MainWindow::MainWindow(QWidget* parent)
     connectCommands();
     printCurrentEnvironmentValues();
     startDeviceWatcher();
+    if (!seat->isFirst()) {
+        QTimer::singleShot(0, this, &MainWindow::reportOtherEditor); // over the window
+    }
     if (QCoreApplication::arguments().contains(QStringLiteral("-f"))) {
         runFirmwareToolOnly();
     }
@@ -113,54 +120,68 @@ bool MainWindow::createRequiredFiles()
             endProcess(EXIT_SUCCESS); // an orderly refusal, not an installation error
         }
     }
-    if (QFileInfo(bundleFileName).size() > TextFile::largestFile) {
-        MessageDialogs::message(
-            this, QStringLiteral("Bundle Not Read"),
-            QStringLiteral(
-                "The file %1 is far too large for a Kelvaron Bundle, so it was not read and the "
-                "bundle used before stays in use. Please replace the file, or remove it from the "
-                "folder %2, and restart the program.")
-                .arg(bundleFileName, filesFolder),
-            Qt::PlainText);
-    }
     bundle.parseBundle(); // a mismatch is only reported on standard output
-
-    // The last section holds the checksums. A file that is not there is left to the checks.
-    const int numEmbedded = bundle.getNumFiles() - 1;
-    if (numEmbedded > KelvaronBundle::DEVICE_DESCRIPTION) {
-        extract(bundle, KelvaronBundle::DEVICE_DESCRIPTION, deviceFile);
-    }
-    if (numEmbedded > KelvaronBundle::SCHEMA_HEADER) {
-        extract(bundle, KelvaronBundle::SCHEMA_HEADER, schemaFile);
-    }
+    if (bundle.getNumEmbedded() > KelvaronBundle::SCHEMA_HEADER) {
+        extract(bundle);
+    } else if (hasSchemaFile() && hasDeviceFile()) {
+        reportBundleNotRead();
+    } // without older files the installation checks end the start
     return true;
 }
 
-void MainWindow::extract(const KelvaronBundle& bundle, int part, const QString& fileName)
+void MainWindow::reportBundleNotRead()
 {
-    const QString text = bundle.getFile(part);
-    if (QFile standing(fileName);
-        standing.open(QIODevice::ReadOnly) && standing.readAll() == text.toUtf8()) {
-        return; // as at most starts; waiting for the disk takes longer than all the rest
+    const bool isTooLarge = QFileInfo(bundleFileName).size() > TextFile::largestFile;
+    MessageDialogs::message(
+        this, QStringLiteral("Bundle Not Read"),
+        QStringLiteral("The file %1 is %2, so it was not read and the bundle used before stays in "
+                       "use. Please replace the file, or remove it from the folder %3, and restart "
+                       "the program.")
+            .arg(bundleFileName,
+                 isTooLarge ? QStringLiteral("far too large for a Kelvaron Bundle")
+                            : QStringLiteral("not a complete Kelvaron Bundle"),
+                 filesFolder),
+        Qt::PlainText);
+}
+
+void MainWindow::extract(const KelvaronBundle& bundle)
+{
+    const QVector<TextFile::Content> files = {
+        {deviceFile, bundle.bytesOf(KelvaronBundle::DEVICE_DESCRIPTION)},
+        {schemaFile, bundle.bytesOf(KelvaronBundle::SCHEMA_HEADER)}};
+    // At most starts they are up to date; waiting for the disk takes longer than all the rest.
+    const bool areThere = std::all_of(files.cbegin(), files.cend(), [](const auto& content) {
+        QFile file(content.path);
+        return file.open(QIODevice::ReadOnly) && file.readAll() == content.bytes;
+    });
+    if (areThere || TextFile::writeTogether(files)) {
+        return;
     }
-    if (bundle.saveFile(part, QStringLiteral("./") + fileName) || !QFileInfo(fileName).isFile()) {
-        return; // a file that is missing is told of by the checks
+    if (!hasSchemaFile()
+        && !hasDeviceFile()) { // nothing older that one of them could be mixed with
+        bundle.saveFile(KelvaronBundle::DEVICE_DESCRIPTION, QStringLiteral("./") + deviceFile);
+        bundle.saveFile(KelvaronBundle::SCHEMA_HEADER, QStringLiteral("./") + schemaFile);
     }
-    if (TextFile::read(fileName) != text) {
-        MessageDialogs::message(
-            this, QStringLiteral("File Not Written"),
-            QStringLiteral("The file %1 of the Kelvaron Bundle %2 could not be written, so the "
-                           "older one is used. It may not fit the charger. Please make room on "
-                           "the disk, or see to it that the folder %3 can be written to, and "
-                           "restart the program.")
-                .arg(fileName, bundleFileName, filesFolder),
-            Qt::PlainText);
+    if (!hasSchemaFile() || !hasDeviceFile()) {
+        return; // the installation checks report a missing file
     }
+    MessageDialogs::message(
+        this, QStringLiteral("Files Not Written"),
+        QStringLiteral("The files %1 and %2 of the Kelvaron Bundle %3 could not be written, so the "
+                       "older ones are used. They may not fit the charger. Please make room on the "
+                       "disk, or make the folder %4 writable, and restart the program.")
+            .arg(deviceFile, schemaFile, bundleFileName, filesFolder),
+        Qt::PlainText);
 }
 
 bool MainWindow::hasSchemaFile()
 {
     return QFileInfo(schemaFile).isFile();
+}
+
+bool MainWindow::hasDeviceFile()
+{
+    return QFileInfo(deviceFile).isFile();
 }
 
 QString MainWindow::getMostRecentKelvaronBundle()
@@ -188,7 +209,7 @@ void MainWindow::installationChecks()
         MessageDialogs::suplMissing(this);
         endProcess(EXIT_FAILURE);
     }
-    if (!QFileInfo(deviceFile).isFile()) {
+    if (!hasDeviceFile()) {
         MessageDialogs::deviceTxtMissing(this);
         endProcess(EXIT_FAILURE);
     }
@@ -248,7 +269,8 @@ void MainWindow::createManagers()
             &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
 
     profileRescue = new ProfileRescue(
-        ui->profileNamesList, [this] { return xmlManager->document(); }, savedProfilesFolder, this);
+        ui->profileNamesList, [this] { return xmlManager->document(); }, savedProfilesFolder,
+        seat->ownName(QStringLiteral("rescued_profiles")), this);
 
     hexManager = new HEXManager(this, ui->profileNamesList, generator, importProfilesMain, this);
     connect(ui->actionExportHEX, &QAction::triggered, hexManager,
@@ -316,6 +338,18 @@ void MainWindow::startDeviceWatcher()
     QTimer::singleShot(firstLook, deviceWatcher.get(), &COMDeviceWatcher::startWatching);
 }
 
+void MainWindow::reportOtherEditor()
+{
+    MessageDialogs::message(
+        this, QStringLiteral("Another Editor Is Open"),
+        QStringLiteral(
+            "Another Kelvaron Profile Editor is open in the same folder. The profiles of "
+            "the two are separate: save them under different names. This editor makes "
+            "its backups in files of its own, such as %1.")
+            .arg(seat->ownName(QStringLiteral("backup_before_replace.xml"))),
+        Qt::PlainText);
+}
+
 void MainWindow::runFirmwareToolOnly()
 {
     KelvaronFirmwareToolWindow tool(this);
@@ -330,6 +364,8 @@ void MainWindow::runFirmwareToolOnly()
 void MainWindow::endProcess(int exitCode)
 {
     FatalAssertion::setLastStep({});
+    FirmwareTool::FinishingRun::waitForAll();
+    seat.reset(); // exit() does not destroy this window
     std::exit(exitCode);
 }
 

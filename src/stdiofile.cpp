@@ -3,65 +3,36 @@
 #include <QFile>
 #include <QString>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
-namespace
-{
-#ifdef Q_OS_WIN // the C runtime's own names for the same calls
-int duplicate(int descriptor)
-{
-    return _dup(descriptor);
-}
-
-FILE* streamOn(int descriptor)
-{
-    return _fdopen(descriptor, "wt");
-}
-
-void closeDescriptor(int descriptor)
-{
-    _close(descriptor);
-}
-#else
-int duplicate(int descriptor)
-{
-    return dup(descriptor);
-}
-
-FILE* streamOn(int descriptor)
-{
-    return fdopen(descriptor, "w");
-}
-
-void closeDescriptor(int descriptor)
-{
-    close(descriptor);
-}
-#endif
-} // namespace
+#include <cstdlib>
 
 StdioFile::Pointer StdioFile::openForReading(const QString& path)
 {
-#ifdef Q_OS_WIN
+#ifdef Q_OS_WIN // its narrow file names are not UTF-8
     return Pointer(_wfopen(reinterpret_cast<const wchar_t*>(path.utf16()), L"rt"));
 #else
     return Pointer(std::fopen(QFile::encodeName(path).constData(), "r"));
 #endif
 }
 
-StdioFile::Pointer StdioFile::openOnDescriptor(int descriptor)
+QByteArray StdioFile::written(const std::function<bool(FILE*)>& write)
 {
-    const int own = duplicate(descriptor);
-    if (own == -1) {
-        return nullptr;
+#ifdef Q_OS_WIN // it has no streams into memory
+    const Pointer stream(std::tmpfile());
+    if (!stream || !write(stream.get()) || std::fflush(stream.get()) != 0) {
+        return {};
     }
-    FILE* stream = streamOn(own);
-    if (stream == nullptr) {
-        closeDescriptor(own);
-    }
-    return Pointer(stream);
+    QByteArray bytes(static_cast<int>(std::ftell(stream.get())), '\0');
+    std::rewind(stream.get());
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fread(bytes.data(), 1, size, stream.get()) == size ? bytes : QByteArray();
+#else
+    char* memory = nullptr;
+    std::size_t size = 0;
+    Pointer stream(open_memstream(&memory, &size));
+    const bool isWritten = stream && write(stream.get()) && std::fflush(stream.get()) == 0;
+    const QByteArray bytes = isWritten ? QByteArray(memory, static_cast<int>(size)) : QByteArray();
+    stream.reset();
+    std::free(memory); // NOLINT(cppcoreguidelines-no-malloc): the C library allocates it
+    return bytes;
+#endif
 }

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QByteArray>
+
 #include <cstdio>
+#include <functional>
 #include <memory>
 
 class QString;
 
-/// C streams on files named by QString.
+/// C streams in Qt's terms.
 namespace StdioFile
 {
 struct Close
@@ -17,7 +20,6 @@ using Pointer = std::unique_ptr<FILE, Close>;
 /// The file in text mode; none when it cannot be opened.
 Pointer openForReading(const QString& path);
 
-/// A text stream that appends to an open file descriptor through a descriptor of its own, so that
-/// closing it leaves the other open; none when that fails.
-Pointer openOnDescriptor(int descriptor);
+/// What `write` writes into a stream; null when it returns false or the stream fails.
+QByteArray written(const std::function<bool(FILE*)>& write);
 } // namespace StdioFile

@@ -5,8 +5,7 @@
 #include "fatalassertion.h"
 #include "standardoutput.h"
 #include "stdiofile.h"
-
-#include <QSaveFile>
+#include "textfile.h"
 
 #include <array>
 #include <functional>
@@ -137,15 +136,15 @@ int HEXBuffer::size() const
 
 bool HEXBuffer::writeToFile(const QString& fileName, int startWordAddress) const
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return false;
-    }
-    const StdioFile::Pointer stream = StdioFile::openOnDescriptor(file.handle());
-    if (!stream || !writeRecords(byteArray, startWordAddress, stream.get())) {
-        file.cancelWriting();
-    }
-    return file.commit();
+    const QByteArray text = hexFile(startWordAddress);
+    return !text.isNull() && TextFile::writeBytes(fileName, text);
+}
+
+QByteArray HEXBuffer::hexFile(int startWordAddress) const
+{
+    return StdioFile::written([this, startWordAddress](FILE* file) {
+        return writeRecords(byteArray, startWordAddress, file);
+    });
 }
 
 void HEXBuffer::print() const

@@ -47,6 +47,9 @@ public:
     /// on false an older file of that name is untouched.
     bool writeToFile(const QString& fileName, int startWordAddress) const;
 
+    /// What writeToFile() writes; null for an address that does not fit the format.
+    QByteArray hexFile(int startWordAddress) const;
+
     /// Writes every byte to standard output.
     void print() const;
 

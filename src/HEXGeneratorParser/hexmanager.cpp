@@ -67,14 +67,24 @@ int HEXManager::getNumProfilesAllowed() const
 
 bool HEXManager::exportProfiles(const QString& fileName)
 {
+    return WriteToHEX().write(fileName, structs(), generator->getGlobalSettings(),
+                              generator->getProfileStartWordAddress());
+}
+
+QByteArray HEXManager::image() const
+{
+    return WriteToHEX().hexFile(structs(), generator->getProfileStartWordAddress());
+}
+
+QList<HParser::StructSettings*> HEXManager::structs() const
+{
     QList<HParser::StructSettings*> structs;
     for (const ProfileSettings* profile : profiles()) {
         structs.append(profile->settings);
     }
     KELVARON_ASSERT_TEXT(structs.size() <= numProfilesAllowed,
                          "profiles.size() <= numProfilesAllowed");
-    return WriteToHEX().write(fileName, structs, generator->getGlobalSettings(),
-                              generator->getProfileStartWordAddress());
+    return structs;
 }
 
 QList<const ProfileSettings*> HEXManager::profiles() const

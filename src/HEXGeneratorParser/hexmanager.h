@@ -2,6 +2,7 @@
 
 #include "profiles/replaceguard.h"
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
 
@@ -12,7 +13,8 @@ class QWidget;
 namespace HParser
 {
 class Generator;
-}
+class StructSettings;
+} // namespace HParser
 namespace ImportProfiles
 {
 class ImportProfilesMain;
@@ -48,6 +50,9 @@ public:
     /// ReadFromHEX::Error.
     void importProfiles(const QString& fileName);
 
+    /// What exportProfiles() writes into a file; null when it fails.
+    QByteArray image() const;
+
     /// Whether the list may go into an image: when it holds texts that an image cannot hold, the
     /// user is told of them and asked.
     bool confirmTexts() const;
@@ -68,6 +73,7 @@ private:
     void updateLastUsedDirectory(const QString& fileName);
     QString askExportFileName();
     QList<const ProfileSettings*> profiles() const;
+    QList<HParser::StructSettings*> structs() const;
     void showExportStatus(const QString& text);
 
     QWidget* parentWidget;

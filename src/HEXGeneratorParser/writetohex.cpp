@@ -111,11 +111,23 @@ bool WriteToHEX::write(const QString& fileName, const QList<StructSettings*>& pr
                        const StructSettings*, int startWordAddress) const
 {
     HEXBuffer hexBuffer(HexUtility::imageSize, nullptr);
-    for (const StructSettings* profile : profiles) {
-        serializeProfile(&hexBuffer, profile);
-    }
-    KELVARON_ASSERT_TEXT(hexBuffer.size() <= HexUtility::imageSize, "hexBuffer.size() <= 2048");
+    serialize(&hexBuffer, profiles);
     return hexBuffer.writeToFile(fileName, startWordAddress);
+}
+
+QByteArray WriteToHEX::hexFile(const QList<StructSettings*>& profiles, int startWordAddress) const
+{
+    HEXBuffer hexBuffer(HexUtility::imageSize, nullptr);
+    serialize(&hexBuffer, profiles);
+    return hexBuffer.hexFile(startWordAddress);
+}
+
+void WriteToHEX::serialize(HEXBuffer* buffer, const QList<StructSettings*>& profiles) const
+{
+    for (const StructSettings* profile : profiles) {
+        serializeProfile(buffer, profile);
+    }
+    KELVARON_ASSERT_TEXT(buffer->size() <= HexUtility::imageSize, "hexBuffer.size() <= 2048");
 }
 
 void WriteToHEX::serializeProfile(HEXBuffer* buffer, const StructSettings* settings) const

@@ -30,6 +30,10 @@ public:
     bool write(const QString& fileName, const QList<HParser::StructSettings*>& profiles,
                const HParser::StructSettings* globalSettings, int startWordAddress) const;
 
+    /// What write() writes into the file; null when it cannot be made.
+    /// REQUIRES: the image holds all profiles (fatal assertion).
+    QByteArray hexFile(const QList<HParser::StructSettings*>& profiles, int startWordAddress) const;
+
     /// Appends one structure. What the schema gets wrong about it (unknown types or sizes, a
     /// checksum inside a byte) is a fatal assertion that names the setting.
     void serializeProfile(HEXBuffer* buffer, const HParser::StructSettings* settings) const;
@@ -50,6 +54,7 @@ public:
     static void runTests();
 
 private:
+    void serialize(HEXBuffer* buffer, const QList<HParser::StructSettings*>& profiles) const;
     static QByteArray encode(const HParser::StructSetting& setting);
     static void place(HEXBuffer* buffer, const HParser::StructSetting& setting);
 };

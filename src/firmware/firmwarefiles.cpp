@@ -1,5 +1,6 @@
 #include "firmware/firmwarefiles.h"
 
+#include "KelvaronBundle/bundlecheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "firmware/stringmanipulation.h"
 #include "standardoutput.h"
@@ -27,12 +28,30 @@ void remove(const QString& path)
     }
 }
 
-void save(const KelvaronBundle& bundle, KelvaronBundle::Section part, const QString& path)
+/// False as well for an empty part: an empty image would leave the charger erased.
+bool hasPart(const KelvaronBundle& bundle, KelvaronBundle::Section part)
 {
-    const int numParts = bundle.getNumFiles() - 1; // the last section holds the checksums
-    if (part < numParts) {
-        bundle.saveFile(part, path);
+    return part < bundle.getNumEmbedded() && !bundle.bytesOf(part).isEmpty();
+}
+
+/// The description for transfers waits under another name for the end of the flash. The one in use
+/// stays there when the bundle's own cannot be written.
+void setDeviceDescriptionAside()
+{
+    if (QFileInfo::exists(overwriteFile)) {
+        remove(deviceFile);
+    } else if (QFileInfo::exists(deviceFile) && !QFile::rename(deviceFile, overwriteFile)) {
+        throw std::runtime_error("the device description cannot be replaced");
     }
+}
+
+bool isUsableByTheNextStart(KelvaronBundle& bundle, const QString& path)
+{
+    if (!BundleCheck::isSafe(path)) {
+        return false;
+    }
+    bundle.parseKeyValuePairs();
+    return BundleCheck::isUsable(bundle);
 }
 
 void copyToWorkingFolder(const QString& path)
@@ -50,23 +69,31 @@ QString FirmwareFiles::image()
     return imageFile;
 }
 
-void FirmwareFiles::extract(const QString& firmwarePath, bool overwriteProfiles)
+FirmwareFiles::Extraction FirmwareFiles::extract(const QString& firmwarePath,
+                                                 bool overwriteProfiles)
 {
+    const KelvaronBundle::Section description =
+        overwriteProfiles ? KelvaronBundle::DEVICE_DESCRIPTION
+                          : KelvaronBundle::DEVICE_DESCRIPTION_NO_OVERWRITE;
     KelvaronBundle bundle(firmwarePath);
     bundle.parseBundle(); // a mismatch is only reported on standard output
-    for (const QString& path : {imageFile, deviceFile, overwriteFile}) {
-        remove(path);
+    if (!hasPart(bundle, KelvaronBundle::FIRMWARE_IMAGE)) {
+        return Extraction::IMAGE_MISSING;
     }
-    save(bundle, KelvaronBundle::FIRMWARE_IMAGE, QStringLiteral("./") + imageFile);
-    save(bundle, KelvaronBundle::DEVICE_DESCRIPTION, overwriteFile);
-    if (overwriteProfiles) {
-        printLine(QStringLiteral("Overwriting Profiles"));
-        save(bundle, KelvaronBundle::DEVICE_DESCRIPTION, deviceFile);
-    } else {
-        printLine(QStringLiteral("Not overwriting profiles"));
-        save(bundle, KelvaronBundle::DEVICE_DESCRIPTION_NO_OVERWRITE, deviceFile);
+    if (!hasPart(bundle, KelvaronBundle::DEVICE_DESCRIPTION) || !hasPart(bundle, description)) {
+        return Extraction::DEVICE_DESCRIPTION_MISSING;
     }
-    copyToWorkingFolder(firmwarePath);
+    remove(imageFile);
+    setDeviceDescriptionAside();
+    bundle.saveFile(KelvaronBundle::FIRMWARE_IMAGE, QStringLiteral("./") + imageFile);
+    bundle.saveFile(KelvaronBundle::DEVICE_DESCRIPTION, overwriteFile);
+    printLine(overwriteProfiles ? QStringLiteral("Overwriting Profiles")
+                                : QStringLiteral("Not overwriting profiles"));
+    bundle.saveFile(description, deviceFile);
+    if (isUsableByTheNextStart(bundle, firmwarePath)) {
+        copyToWorkingFolder(firmwarePath);
+    }
+    return Extraction::DONE;
 }
 
 void FirmwareFiles::restoreDeviceDescription()

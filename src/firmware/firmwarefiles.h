@@ -13,16 +13,26 @@ public:
     /// The firmware image that the uploader writes.
     static QString image();
 
-    /// Takes the parts that a flash needs out of a firmware file and copies the file itself into the
-    /// working folder, where an older copy stays as it is. A part that the file lacks, or that
-    /// cannot be written, leaves no file behind: the uploader tells. Of the two descriptions of the
-    /// charger, `overwriteProfiles` chooses the one that has the stored profiles replaced.
+    enum class Extraction
+    {
+        DONE,
+        IMAGE_MISSING,             ///< also when the firmware file is missing or cannot be read
+        DEVICE_DESCRIPTION_MISSING ///< of those that the flash needs
+    };
+
+    /// Extracts what a flash needs from a firmware file and copies the file itself into the working
+    /// folder, where an older copy is not replaced. A bundle that the next start could not use is not
+    /// copied. Of the two device descriptions, `overwriteProfiles` selects the one with which the
+    /// charger's stored profiles are replaced.
+    ///
+    /// Nothing is changed unless it returns DONE. A part that cannot be written leaves no file
+    /// behind; the uploader then reports it missing.
     ///
     /// Throws std::runtime_error, before anything is written, when a file of an earlier flash cannot
     /// be removed: the uploader would take that one.
-    static void extract(const QString& firmwarePath, bool overwriteProfiles);
+    static Extraction extract(const QString& firmwarePath, bool overwriteProfiles);
 
-    /// Brings back the description of the charger that transfers of profiles need.
+    /// Brings back the device description that transfers of profiles need.
     static void restoreDeviceDescription();
 };
 } // namespace FirmwareTool

@@ -1,10 +1,12 @@
 #include "firmware/firmwareflasher.h"
 
+#include "firmware/finishingrun.h"
 #include "firmware/firmwareerrors.h"
 #include "firmware/firmwarefiles.h"
 #include "firmware/stringmanipulation.h"
 #include "standardoutput.h"
 #include "transfer/kelvaronresetdialog.h"
+#include "transfer/portturn.h"
 #include "transfer/uploader.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 
@@ -73,10 +75,13 @@ QString FirmwareFlasher::toString() const
 void FirmwareFlasher::startFlashing()
 {
     giveUp();
-    extractRequiredFiles();
+    if (!extractRequiredFiles()) {
+        return;
+    }
     stage = ERASING;
     initializeSuplLogFile();
-    startUploader();
+    turn = new PortTurn(comPort, QStringLiteral("Updating the firmware"), this);
+    turn->whenFree([this] { startUploader(); });
     cleanUI();
     updateGUI();
     startTimeoutTimer();
@@ -90,7 +95,16 @@ void FirmwareFlasher::giveUp()
 
 bool FirmwareFlasher::extractRequiredFiles()
 {
-    FirmwareFiles::extract(hexPath, overwritesProfiles);
+    switch (FirmwareFiles::extract(hexPath, overwritesProfiles)) {
+    case FirmwareFiles::Extraction::IMAGE_MISSING:
+        report([this] { FirmwareErrors::error2(ui, window()); });
+        return false;
+    case FirmwareFiles::Extraction::DEVICE_DESCRIPTION_MISSING:
+        report([this] { FirmwareErrors::error3(ui, window()); });
+        return false;
+    case FirmwareFiles::Extraction::DONE:
+        break;
+    }
     return true;
 }
 
@@ -124,6 +138,11 @@ void FirmwareFlasher::startUploader()
                                                  QStringLiteral("-v"), image}),
                    QIODevice::ReadWrite);
     Uploader::dropErrorOutput(process);
+    // The watchdog counts from here, also when the port had to be waited for.
+    lastActivity = clock();
+    if (watchdog != nullptr) {
+        watchdog->start();
+    }
 }
 
 void FirmwareFlasher::readStream()
@@ -218,6 +237,7 @@ void FirmwareFlasher::enter(Stage next, const char* trace)
 
 void FirmwareFlasher::abort(Error showError)
 {
+    letUploaderEnd();
     endRun();
     report([this, showError] { showError(ui, window()); });
 }
@@ -226,6 +246,7 @@ void FirmwareFlasher::finish()
 {
     stage = VERIFIED;
     updateGUI();
+    letUploaderEnd();
     endRun();
     report([this] {
         const QPointer<FirmwareFlasher> self(this);
@@ -254,10 +275,19 @@ void FirmwareFlasher::endRun()
     lastActivity = clock();
 }
 
+void FirmwareFlasher::letUploaderEnd()
+{
+    process->disconnect(this);
+    new FinishingRun(process, turn, std::move(logFile)); // deletes itself with the process
+    process.clear();
+    turn.clear();
+}
+
 void FirmwareFlasher::release()
 {
-    Uploader::giveUp(process);
+    Uploader::giveUp(process, this, turn);
     process.clear();
+    turn.clear();
     logFile.reset();
 }
 

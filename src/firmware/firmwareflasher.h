@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 
+class PortTurn;
 class QFile;
 class QProcess;
 class QProgressBar;
@@ -56,8 +57,8 @@ public:
     /// Replaces the system's clock by which the watchdog counts.
     void setClock(Clock newClock) { clock = std::move(newClock); }
 
-    /// Starts a run; one that is still going on is given up. Throws std::runtime_error when a file
-    /// of an earlier run stands in the way.
+    /// Starts a run, whose uploader may have to wait for the port; a run that is still going on is
+    /// given up. Throws std::runtime_error when a file of an earlier run stands in the way.
     void startFlashing();
 
     /// Ends a run that is still going on, without a message.
@@ -82,7 +83,8 @@ public slots:
 
     void initializeSuplLogFile();
 
-    /// True; what could not be extracted is told by the uploader.
+    /// False, with the fitting error and nothing changed, when the firmware file is missing or lacks
+    /// a part that the flash needs. A part that could not be written is reported by the uploader.
     bool extractRequiredFiles();
 
     void startTimeoutTimer();
@@ -112,6 +114,7 @@ private:
     void abort(Error showError);
     void finish();
     void endRun();
+    void letUploaderEnd();
     void release();
     void report(const std::function<void()>& show);
     void stopWatchdog();
@@ -121,7 +124,8 @@ private:
     QString hexPath;
     QString comPort;
     bool overwritesProfiles = false;
-    QPointer<QProcess> process; ///< a child of this object's parent
+    QPointer<PortTurn> turn;
+    QPointer<QProcess> process; ///< a child of this object's parent; none while the port is in use
     QByteArray lastChunk;
     Ui::KelvaronFirmwareToolWindow* ui;
     int stage = ERASING;

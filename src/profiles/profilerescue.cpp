@@ -18,8 +18,9 @@ constexpr int calmDown = 500; // milliseconds without a change until the copy is
 }
 
 ProfileRescue::ProfileRescue(QListWidget* profileList, Document profileFile,
-                             const QString& rescueFolder, QObject* parent)
-    : QObject(parent), list(profileList), document(std::move(profileFile)), folder(rescueFolder)
+                             const QString& rescueFolder, const QString& fileName, QObject* parent)
+    : QObject(parent), list(profileList), document(std::move(profileFile)), folder(rescueFolder),
+      name(fileName)
 {
     copyTimer.setSingleShot(true);
     copyTimer.setInterval(calmDown);
@@ -77,11 +78,10 @@ void ProfileRescue::keepCopy()
     emit copyKept();
 }
 
-QString ProfileRescue::newPath(const QString& place)
+QString ProfileRescue::newPath(const QString& place) const
 {
     const QString base = QDir(place).absoluteFilePath(
-        QStringLiteral("rescued_profiles_")
-        + QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_HH-mm-ss")));
+        name + QDateTime::currentDateTime().toString(QStringLiteral("_yyyy-MM-dd_HH-mm-ss")));
     QString path = base + QStringLiteral(".xml");
     for (int i = 2; QFileInfo::exists(path); ++i) {
         path = QStringLiteral("%1_%2.xml").arg(base).arg(i);

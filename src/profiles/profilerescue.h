@@ -22,9 +22,9 @@ public:
 
     /// `profileList` is borrowed; `profileFile` gives the text of a profile file that holds it.
     /// Files are made in `rescueFolder`, or in the system's folder for temporary files when that
-    /// one takes none.
+    /// one takes none. Their names begin with `fileName`.
     ProfileRescue(QListWidget* profileList, Document profileFile, const QString& rescueFolder,
-                  QObject* parent);
+                  const QString& fileName, QObject* parent);
     ~ProfileRescue() override;
 
     /// Saves the list under a name with date and time and prints where, before the program ends.
@@ -39,11 +39,12 @@ signals:
 
 private:
     void keepCopy();
-    static QString newPath(const QString& place);
+    QString newPath(const QString& place) const;
 
     QListWidget* list;
     Document document;
     QString folder;
+    QString name;
     QTimer copyTimer;
     bool isLastWord = false; ///< the list has been saved, the program ends
 };

@@ -11,12 +11,13 @@ DownloadProfiles::DownloadProfiles(const QString& portName, const QString& hexFi
 
 DownloadProfiles::~DownloadProfiles()
 {
-    Uploader::giveUp(downloadProcess);
+    Uploader::giveUp(downloadProcess, this, turn);
 }
 
 void DownloadProfiles::start()
 {
-    downloadHEX();
+    turn = new PortTurn(port, QStringLiteral("Reading profiles"), this);
+    turn->whenFree([this] { downloadHEX(); });
 }
 
 void DownloadProfiles::downloadHEX()
@@ -24,7 +25,7 @@ void DownloadProfiles::downloadHEX()
     downloadProcess = new QProcess(parent());
     connect(downloadProcess, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             &DownloadProfiles::downloadHEXFinished);
-    connect(downloadProcess, &QProcess::errorOccurred, this, &DownloadProfiles::errorDownloading);
+    connect(downloadProcess, &QProcess::errorOccurred, this, &DownloadProfiles::onError);
     const QStringList operation =
         QStringList{QStringLiteral("-l")} + Uploader::profileArea() + QStringList{filePath};
     downloadProcess->start(Uploader::program(), Uploader::arguments(port, operation),
@@ -35,10 +36,19 @@ void DownloadProfiles::downloadHEX()
 void DownloadProfiles::downloadHEXFinished(int exitCode, QProcess::ExitStatus exitStatus)
 {
     Uploader::end(downloadProcess);
+    delete turn;
     if (Uploader::hasSucceeded(exitCode, exitStatus)) {
         emit finished();
     } else {
         emit errorDownloading();
     }
+}
+
+void DownloadProfiles::onError(QProcess::ProcessError error)
+{
+    if (error == QProcess::FailedToStart) {
+        delete turn; // no end follows
+    }
+    emit errorDownloading();
 }
 } // namespace UploadDownload

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "transfer/portturn.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QProcess>
@@ -35,8 +37,11 @@ public slots:
     void downloadHEXFinished(int exitCode, QProcess::ExitStatus exitStatus);
 
 private:
+    void onError(QProcess::ProcessError error);
+
     QString port;
     QString filePath;
+    QPointer<PortTurn> turn;
     QPointer<QProcess> downloadProcess;
 };
 } // namespace UploadDownload

@@ -32,7 +32,7 @@ KelvaronResetDialog::KelvaronResetDialog(const QString& successMessage, const QS
 
 KelvaronResetDialog::~KelvaronResetDialog()
 {
-    Uploader::giveUp(resetProcess);
+    Uploader::giveUp(resetProcess, this, turn);
 }
 
 void KelvaronResetDialog::onStayInBootloaderButton()
@@ -47,9 +47,15 @@ void KelvaronResetDialog::onResetButton()
 
 void KelvaronResetDialog::resetKelvaron()
 {
-    if (resetProcess != nullptr && resetProcess->state() != QProcess::NotRunning) {
+    if (turn != nullptr) {
         return;
     }
+    turn = new PortTurn(port, QStringLiteral("Resetting the Kelvaron"), this);
+    turn->whenFree([this] { startReset(); });
+}
+
+void KelvaronResetDialog::startReset()
+{
     resetProcess = new QProcess(this);
     connect(resetProcess, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             &KelvaronResetDialog::onResetFinished);
@@ -70,10 +76,12 @@ void KelvaronResetDialog::onResetFinished(int exitCode, QProcess::ExitStatus exi
 
 void KelvaronResetDialog::onResetSuccessful()
 {
+    delete turn;
     done(RESET_SUCCEEDED);
 }
 
 void KelvaronResetDialog::onResetFailed()
 {
+    delete turn;
     done(RESET_FAILED);
 }

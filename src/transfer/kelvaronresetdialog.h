@@ -1,5 +1,7 @@
 #pragma once
 
+#include "transfer/portturn.h"
+
 #include <QDialog>
 #include <QPointer>
 #include <QProcess>
@@ -25,7 +27,7 @@ public:
     /// A reset that still runs is given up.
     ~KelvaronResetDialog() override;
 
-    /// Starts the reset. Nothing happens while one is running.
+    /// Starts the reset when the port is free. Nothing happens while one is running or waiting.
     void resetKelvaron();
 
 public slots:
@@ -36,6 +38,9 @@ public slots:
     void onResetFailed();
 
 private:
+    void startReset();
+
     QString port;
+    QPointer<PortTurn> turn;
     QPointer<QProcess> resetProcess; ///< a child of this dialog
 };

@@ -64,9 +64,10 @@ void UploadDownloadDialog::setFileLocation(const QString& path)
 void UploadDownloadDialog::on_okButtonPressed()
 {
     if (isDone) {
-        close(); // and on: the press starts another operation while the dialog closes
+        close(); // and continue: this click starts another operation although the dialog closes
     }
     ui->okButton->setEnabled(false);
+    ui->comPortsDropdown->setEnabled(false);
     ui->statusLabel->setText(QStringLiteral("Working..."));
     ui->progressBar->setMinimum(0);
     ui->progressBar->setMaximum(0);
@@ -75,15 +76,17 @@ void UploadDownloadDialog::on_okButtonPressed()
 
 void UploadDownloadDialog::startWorker()
 {
+    transferPort = currentPort();
     if (isWriteMode) {
-        auto* worker = new UploadProfiles(currentPort(), fileLocation, parent());
+        auto* worker = new UploadProfiles(transferPort, fileLocation, parent());
+        worker->setImage(image);
         connect(worker, &UploadProfiles::finished, this,
                 &UploadDownloadDialog::uploadDownloadSuccess);
         connect(worker, &UploadProfiles::errorUploading, this,
                 &UploadDownloadDialog::uploadDownloadFailed);
         worker->start();
     } else {
-        auto* worker = new DownloadProfiles(currentPort(), fileLocation, parent());
+        auto* worker = new DownloadProfiles(transferPort, fileLocation, parent());
         connect(worker, &DownloadProfiles::finished, this,
                 &UploadDownloadDialog::uploadDownloadSuccess);
         connect(worker, &DownloadProfiles::errorDownloading, this,
@@ -97,10 +100,8 @@ void UploadDownloadDialog::uploadDownloadSuccess()
     if (isClosed()) {
         return;
     }
-    ui->statusLabel->setText(isWriteMode ? QStringLiteral("Write Success!")
-                                         : QStringLiteral("Read Success!"));
-    ui->progressBar->setMaximum(fullProgress);
-    ui->progressBar->setValue(fullProgress);
+    showEnd(isWriteMode ? QStringLiteral("Write Success!") : QStringLiteral("Read Success!"),
+            fullProgress);
 
     // What hears of it, and the question below, run event loops in which this dialog may go.
     const QPointer<UploadDownloadDialog> self(this);
@@ -115,7 +116,7 @@ void UploadDownloadDialog::uploadDownloadSuccess()
     auto* resetDialog = new KelvaronResetDialog(
         isWriteMode ? QStringLiteral("Profiles successfully written to the Kelvaron!")
                     : QStringLiteral("Profiles successfully read from the Kelvaron!"),
-        currentPort(), this); // goes with this dialog
+        transferPort, this); // goes with this dialog
     resetDialog->exec();
     if (self != nullptr) {
         close();
@@ -128,9 +129,7 @@ void UploadDownloadDialog::uploadDownloadFailed()
     if (isClosed()) {
         return;
     }
-    ui->statusLabel->setText(QStringLiteral("Failed!"));
-    ui->progressBar->setMaximum(fullProgress);
-    ui->progressBar->setValue(0);
+    showEnd(QStringLiteral("Failed!"), 0);
     const QPointer<UploadDownloadDialog> self(this);
     MessageDialogs::message(this, QStringLiteral("Failed!"),
                             QStringLiteral("Please make sure to select the correct COM port, and "
@@ -139,6 +138,14 @@ void UploadDownloadDialog::uploadDownloadFailed()
     if (self != nullptr) {
         close();
     }
+}
+
+void UploadDownloadDialog::showEnd(const QString& status, int progress)
+{
+    ui->statusLabel->setText(status);
+    ui->progressBar->setMaximum(fullProgress);
+    ui->progressBar->setValue(progress);
+    ui->comPortsDropdown->setEnabled(true);
 }
 
 void UploadDownloadDialog::onDevicesConnected(const QList<QextPortInfo>& ports)

@@ -4,6 +4,7 @@
 #include "transfer/portdropdown.h"
 #include "transfer/qextportinfo.h"
 
+#include <QByteArray>
 #include <QDialog>
 #include <QList>
 #include <QString>
@@ -36,6 +37,10 @@ public:
     /// pressed.
     void setFileLocation(const QString& path);
 
+    /// What that file has to hold when the uploader writes it to the charger; see
+    /// UploadProfiles::setImage().
+    void setImage(const QByteArray& hexFile) { image = hexFile; }
+
 signals:
     /// An operation has succeeded.
     void finished();
@@ -50,6 +55,7 @@ public slots:
 private:
     void setUpTexts();
     void startWorker();
+    void showEnd(const QString& status, int progress);
     void addPortToDropdown(const QextPortInfo& port);
     void removePortFromDropdown(const QextPortInfo& port);
     static QString formatCOMPort(const QString& portName);
@@ -59,6 +65,9 @@ private:
     bool isWriteMode;
     bool isDone = false; ///< an operation has succeeded
     QString fileLocation;
+    QByteArray image;
+    QString
+        transferPort; ///< of the last transfer; the charger is still there when it is not listed
     std::unique_ptr<Ui::UploadDownloadDialog> ui;
     PortDropdown portDropdown;
     COMDeviceWatcher watcher{nullptr};

@@ -41,6 +41,7 @@ void UploadDownloadManager::on_writeButtonPressed()
     }
     auto* dialog = new UploadDownloadDialog(true, dialogParent()); // deletes itself when closed
     dialog->setFileLocation(uploadFileName);
+    dialog->setImage(hexManager->image());
 }
 
 void UploadDownloadManager::on_readButtonPressed()

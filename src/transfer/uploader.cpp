@@ -1,6 +1,7 @@
 #include "transfer/uploader.h"
 
 #include "buildconstants.h"
+#include "transfer/portturn.h"
 
 #include <QCoreApplication>
 
@@ -49,20 +50,35 @@ void Uploader::end(QProcess* process)
     }
 }
 
-void Uploader::giveUp(QProcess* process)
+void Uploader::giveUp(QProcess* process, const QObject* owner, PortTurn* turn)
 {
     if (process == nullptr) {
+        delete turn;
         return;
     }
-    process->disconnect();
+    process->disconnect(owner);
     process->kill();
     // A killed process is gone in a moment. One that hangs in its driver must not hold up the window.
     constexpr int patience = 100; // milliseconds
     if (process->state() == QProcess::NotRunning || process->waitForFinished(patience)) {
+        delete turn;
         process->deleteLater();
         return;
     }
+    detach(process, turn);
+}
+
+void Uploader::detach(QProcess* process, PortTurn* turn)
+{
+    const auto finished = qOverload<int, QProcess::ExitStatus>(&QProcess::finished);
+    if (turn != nullptr) {
+        turn->setParent(process);
+        QObject::connect(process, finished, turn, &PortTurn::end);
+    }
     process->setParent(QCoreApplication::instance());
-    QObject::connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), process,
-                     &QObject::deleteLater);
+    QObject::connect(process, finished, process, &QObject::deleteLater);
+    if (process->state() == QProcess::NotRunning) {
+        delete turn;
+        process->deleteLater();
+    }
 }

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+class PortTurn;
+
 /// The external uploader, which does everything that is done to the charger. It is run from the
 /// working folder, once for each operation; its exit code tells whether the operation succeeded.
 class Uploader
@@ -34,7 +36,12 @@ public:
     /// it may be nullptr.
     static void end(QProcess* process);
 
-    /// Ends a run whose result nobody waits for any more: none of its signals reaches anybody. The
-    /// process is deleted, at once or when it has ended; `process` may be nullptr.
-    static void giveUp(QProcess* process);
+    /// Ends a run whose result nobody waits for any more: its signals do not reach `owner`. The process
+    /// is deleted, at once or when it has ended, and so is `turn`, its use of the port. Both may be
+    /// nullptr.
+    static void giveUp(QProcess* process, const QObject* owner, PortTurn* turn);
+
+    /// Leaves a run to itself: process and turn, which may be nullptr, belong to the application and
+    /// are deleted when the process has ended.
+    static void detach(QProcess* process, PortTurn* turn);
 };

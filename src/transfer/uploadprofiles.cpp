@@ -1,6 +1,9 @@
 #include "transfer/uploadprofiles.h"
 
+#include "textfile.h"
 #include "transfer/uploader.h"
+
+#include <QFile>
 
 namespace UploadDownload
 {
@@ -10,17 +13,22 @@ UploadProfiles::UploadProfiles(const QString& portName, const QString& hexFilePa
 
 UploadProfiles::~UploadProfiles()
 {
-    Uploader::giveUp(eraseProcess);
-    Uploader::giveUp(flashProcess);
+    Uploader::giveUp(eraseProcess, this, flashProcess == nullptr ? turn.data() : nullptr);
+    Uploader::giveUp(flashProcess, this, turn);
 }
 
 void UploadProfiles::start()
 {
-    eraseEEPROM();
+    turn = new PortTurn(port, QStringLiteral("Writing profiles"), this);
+    turn->whenFree([this] { eraseEEPROM(); });
 }
 
 void UploadProfiles::eraseEEPROM()
 {
+    if (!provideImage()) {
+        fail(); // before anything in the charger is erased
+        return;
+    }
     eraseProcess = run(QStringList{QStringLiteral("-E")} + Uploader::profileArea(),
                        &UploadProfiles::eraseFinished);
 }
@@ -31,32 +39,61 @@ void UploadProfiles::eraseFinished(int exitCode, QProcess::ExitStatus exitStatus
     if (Uploader::hasSucceeded(exitCode, exitStatus)) {
         flashEEPROM();
     } else {
-        emit errorUploading();
+        fail();
     }
 }
 
 void UploadProfiles::flashEEPROM()
 {
+    if (!provideImage()) {
+        fail();
+        return;
+    }
     flashProcess = run({QStringLiteral("-w"), filePath}, &UploadProfiles::flashFinished);
 }
 
 void UploadProfiles::flashFinished(int exitCode, QProcess::ExitStatus exitStatus)
 {
     Uploader::end(flashProcess);
-    if (Uploader::hasSucceeded(exitCode, exitStatus)) {
-        emit finished();
-    } else {
-        emit errorUploading();
+    if (!Uploader::hasSucceeded(exitCode, exitStatus)) {
+        fail();
+        return;
     }
+    delete turn;
+    emit finished();
+}
+
+bool UploadProfiles::provideImage() const
+{
+    if (image.isNull()) {
+        return true;
+    }
+    QFile file(filePath);
+    return (file.open(QIODevice::ReadOnly) && file.readAll() == image)
+           || TextFile::writeBytes(filePath, image);
 }
 
 QProcess* UploadProfiles::run(const QStringList& operation, EndHandler onFinished)
 {
     auto* process = new QProcess(parent());
     connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, onFinished);
-    connect(process, &QProcess::errorOccurred, this, &UploadProfiles::errorUploading);
+    connect(process, &QProcess::errorOccurred, this, &UploadProfiles::onError);
     process->start(Uploader::program(), Uploader::arguments(port, operation), QIODevice::ReadWrite);
     Uploader::dropOutput(process);
     return process;
+}
+
+void UploadProfiles::onError(QProcess::ProcessError error)
+{
+    if (error == QProcess::FailedToStart) {
+        delete turn; // no end follows
+    }
+    emit errorUploading();
+}
+
+void UploadProfiles::fail()
+{
+    delete turn;
+    emit errorUploading();
 }
 } // namespace UploadDownload

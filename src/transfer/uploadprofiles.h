@@ -1,5 +1,8 @@
 #pragma once
 
+#include "transfer/portturn.h"
+
+#include <QByteArray>
 #include <QObject>
 #include <QPointer>
 #include <QProcess>
@@ -9,7 +12,8 @@
 namespace UploadDownload
 {
 /// Writes a profile image to the charger in two runs of the uploader: first the profile area is
-/// erased, then the image is programmed into it.
+/// erased, then the image is programmed into it. Both run in one turn on the port, which may have to be
+/// waited for.
 ///
 /// The processes become children of the worker's own parent.
 class UploadProfiles : public QObject
@@ -17,8 +21,12 @@ class UploadProfiles : public QObject
     Q_OBJECT
 
 public:
-    /// `hexFilePath` is a whole Intel HEX file.
+    /// `hexFilePath` is the Intel HEX file that the uploader programs.
     UploadProfiles(const QString& portName, const QString& hexFilePath, QObject* parent);
+
+    /// What the file has to hold. It is written again before each run when it holds anything else:
+    /// another editor in the same folder uses the same file. Without this it is taken as it is.
+    void setImage(const QByteArray& hexFile) { image = hexFile; }
 
     /// A run that still goes on is given up.
     ~UploadProfiles() override;
@@ -43,9 +51,14 @@ private:
     using EndHandler = void (UploadProfiles::*)(int, QProcess::ExitStatus);
 
     QProcess* run(const QStringList& operation, EndHandler onFinished);
+    bool provideImage() const;
+    void onError(QProcess::ProcessError error);
+    void fail();
 
     QString port;
     QString filePath;
+    QByteArray image; ///< null: not known
+    QPointer<PortTurn> turn;
     QPointer<QProcess> eraseProcess;
     QPointer<QProcess> flashProcess;
 };

@@ -6,6 +6,7 @@
 
 #include <QMap>
 
+#include <algorithm>
 #include <stdexcept>
 
 using FirmwareTool::FirmwareFiles;
@@ -19,13 +20,16 @@ protected:
         const QString path = firmwareFolder.filePath("v1.5.kelvaron");
         writeFile(path, bytes);
         const StandardOutputCapture output;
-        FirmwareFiles::extract(path, overwrite);
+        lastResult = FirmwareFiles::extract(path, overwrite);
         return output.text();
     }
 
     /// What stands in the working folder.
     static QStringList names() { return QDir().entryList(QDir::Files | QDir::Hidden, QDir::Name); }
 
+    using Extraction = FirmwareFiles::Extraction;
+
+    Extraction lastResult = Extraction::DONE;
     const std::string image = ":020000040000FA\n:00000001FF\n";
     WorkingFolder folder;
     QTemporaryDir firmwareFolder;
@@ -99,99 +103,179 @@ TEST_F(FirmwareFilesTest, FirmwareFileInTheWorkingFolderStaysAsItIs)
     EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
 }
 
-// Parts that are missing: nothing asserts, and nothing of an earlier flash is left to be used
-
-class MissingPartTest : public FirmwareFilesTest
+class FirmwareCopyTest : public FirmwareFilesTest
 {
 protected:
-    MissingPartTest()
+    /// Expects a flash of this bundle to begin without the bundle being copied.
+    void expectNotCopied(const BundleText& bundle)
     {
-        for (const char* name : {"hexToFlash.hex", "device.txt", "device_overwrite.txt"}) {
-            writeFile(name, "earlier\n");
-        }
+        extract(bundle.bytes());
+        EXPECT_EQ(lastResult, Extraction::DONE);
+        EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
+        EXPECT_FALSE(QFile::exists("v1.5.kelvaron"));
     }
 };
 
-TEST_F(MissingPartTest, FileThatIsNotThereGivesNothing)
+TEST_F(FirmwareCopyTest, BundleWhoseSchemaEndsAStartIsNotCopied)
 {
-    FirmwareFiles::extract(firmwareFolder.filePath("missing.kelvaron"), false);
-    EXPECT_EQ(names(), QStringList());
+    expectNotCopied(firmwareBundle("not a schema\n"));
+    expectNotCopied(firmwareBundle(Samples::globalStruct() + Samples::chemistry("};\n")));
 }
 
-TEST_F(MissingPartTest, FolderGivesNothing)
+TEST_F(FirmwareCopyTest, BundleForANewerEditorIsNotCopied)
 {
-    FirmwareFiles::extract(firmwareFolder.path(), true);
-    EXPECT_EQ(names(), QStringList());
+    expectNotCopied(firmwareBundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "1.0"));
+    expectNotCopied(firmwareBundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "newest"));
 }
 
-TEST_F(MissingPartTest, EmptyFileGivesNothing)
+TEST_F(FirmwareCopyTest, BundleForThisEditorIsCopied)
 {
-    extract("");
-    EXPECT_EQ(names(), QStringList("v1.5.kelvaron"));
+    extract(firmwareBundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "0.99").bytes());
+    EXPECT_TRUE(QFile::exists("v1.5.kelvaron"));
 }
 
-TEST_F(MissingPartTest, FileWithoutSectionsGivesNothing)
+TEST_F(FirmwareCopyTest, BundleWithAMalformedKeyIsNotCopied)
 {
-    extract("...\nVERSION = 1.5\n...\njust text\n");
-    EXPECT_EQ(names(), QStringList("v1.5.kelvaron"));
+    expectNotCopied(firmwareBundle().keyLine("no pair"));
 }
 
-TEST_F(MissingPartTest, ChecksumsAreNoPart)
+TEST_F(FirmwareCopyTest, WrongChecksumsDoNotKeepABundleFromBeingCopied)
 {
-    extract(BundleText().bytes());
-    EXPECT_EQ(names(), QStringList("v1.5.kelvaron"));
+    extract(firmwareBundle().wrongChecksum(1).bytes());
+    EXPECT_TRUE(QFile::exists("v1.5.kelvaron"));
 }
 
-TEST_F(MissingPartTest, BundleWithoutFirmwareGivesNoImage)
+// Files that cannot be flashed: nothing is deleted, written or copied
+
+class UnfitFirmwareTest : public FirmwareFilesTest
 {
-    extract(BundleText().section("device\n").section("schema\n").bytes());
-    EXPECT_EQ(names(), QStringList({"device_overwrite.txt", "v1.5.kelvaron"}));
-    EXPECT_EQ(bytesOf("device_overwrite.txt"), "device\n");
+protected:
+    UnfitFirmwareTest()
+    {
+        for (const QString& name : earlier) {
+            writeFile(name, "earlier\n");
+        }
+    }
+
+    /// Expects this result, and the working folder as it was.
+    void expectUnfit(const QByteArray& bytes, Extraction result, bool overwrite = false)
+    {
+        extract(bytes, overwrite);
+        EXPECT_EQ(lastResult, result);
+        expectNothingChanged();
+    }
+
+    void expectNothingChanged() const
+    {
+        EXPECT_EQ(names(), earlier);
+        for (const QString& name : earlier) {
+            EXPECT_EQ(bytesOf(name), "earlier\n") << name.toStdString();
+        }
+    }
+
+    const QStringList earlier = {"device.txt", "device_overwrite.txt", "hexToFlash.hex"};
+};
+
+TEST_F(UnfitFirmwareTest, FileThatIsMissing)
+{
+    EXPECT_EQ(FirmwareFiles::extract(firmwareFolder.filePath("missing.kelvaron"), false),
+              Extraction::IMAGE_MISSING);
+    expectNothingChanged();
 }
 
-TEST_F(MissingPartTest, BundleWithoutFirmwareGivesADeviceWhenProfilesAreOverwritten)
+TEST_F(UnfitFirmwareTest, Folder)
 {
-    extract(BundleText().section("device\n").section("schema\n").bytes(), true);
-    EXPECT_EQ(names(), QStringList({"device.txt", "device_overwrite.txt", "v1.5.kelvaron"}));
+    EXPECT_EQ(FirmwareFiles::extract(firmwareFolder.path(), true), Extraction::IMAGE_MISSING);
+    expectNothingChanged();
 }
 
-TEST_F(MissingPartTest, BundleWithoutTheKeepingDescriptionGivesNoDevice)
+TEST_F(UnfitFirmwareTest, FilesThatAreNotBundles)
 {
-    extract(BundleText().section("device\n").section("schema\n").section("image\n").bytes());
-    EXPECT_EQ(names(), QStringList({"device_overwrite.txt", "hexToFlash.hex", "v1.5.kelvaron"}));
+    const QByteArray page = "<!DOCTYPE html><html><body>Log in, please</body></html>\n";
+    for (const QByteArray& bytes :
+         {QByteArray(), page, QByteArray("...\nVERSION = 1.5\n...\njust text\n"),
+          BundleText().bytes()}) {
+        SCOPED_TRACE(bytes.toStdString());
+        expectUnfit(bytes, Extraction::IMAGE_MISSING);
+        expectUnfit(bytes, Extraction::IMAGE_MISSING, true);
+    }
+}
+
+TEST_F(UnfitFirmwareTest, BundleWithoutAnImage)
+{
+    const BundleText withoutImage = BundleText().section("device\n").section("schema\n");
+    expectUnfit(withoutImage.bytes(), Extraction::IMAGE_MISSING);
+    expectUnfit(withoutImage.bytes(), Extraction::IMAGE_MISSING, true);
+}
+
+TEST_F(UnfitFirmwareTest, EmptyImageWouldLeaveTheChargerErased)
+{
+    const BundleText bundle = BundleText().section("device\n").section("schema\n").section("");
+    expectUnfit(bundle.bytes(), Extraction::IMAGE_MISSING, true);
+}
+
+TEST_F(UnfitFirmwareTest, EmptyDeviceDescription)
+{
+    const BundleText bundle = BundleText().section("").section("schema\n").section("image\n");
+    expectUnfit(bundle.bytes(), Extraction::DEVICE_DESCRIPTION_MISSING, true);
+}
+
+TEST_F(UnfitFirmwareTest, DescriptionThatKeepsProfilesIsNeededOnlyToKeepThem)
+{
+    const QByteArray bundle =
+        BundleText().section("device\n").section("schema\n").section("image\n").bytes();
+    expectUnfit(bundle, Extraction::DEVICE_DESCRIPTION_MISSING);
+    extract(bundle, true);
+    EXPECT_EQ(lastResult, Extraction::DONE);
     EXPECT_EQ(bytesOf("hexToFlash.hex"), "image\n");
 }
 
-TEST_F(MissingPartTest, OddNumberOfMarkersDoesNoHarm)
+TEST_F(UnfitFirmwareTest, BundleCutOffAnywhereIsExtractedWholeOrNotAtAll)
 {
-    for (int cut = 1; cut <= 9; ++cut) {
+    const QByteArray whole = firmwareBundle().bytes();
+    for (int length = 0; length < whole.size(); ++length) {
+        SCOPED_TRACE(length);
+        extract(whole.left(length));
+        if (lastResult != Extraction::DONE) {
+            expectNothingChanged();
+            continue;
+        }
+        EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
+        EXPECT_EQ(bytesOf("device_overwrite.txt"), "overwrite = yes\n");
+        EXPECT_EQ(bytesOf("device.txt"), "overwrite = no\n");
+        for (const QString& name : earlier) {
+            writeFile(name, "earlier\n");
+        }
+        QFile::remove("v1.5.kelvaron");
+    }
+    extract(whole);
+    EXPECT_EQ(lastResult, Extraction::DONE);
+}
+
+TEST_F(UnfitFirmwareTest, OddNumberOfMarkersDoesNoHarm)
+{
+    for (int cut = 1; cut <= 7; ++cut) {
         QByteArray bytes;
         for (int marker = 0; marker < cut; ++marker) {
             bytes += BundleText::marker() + "line\n";
         }
-        extract(bytes);
-        QFile::remove("v1.5.kelvaron");
+        expectUnfit(bytes,
+                    cut < 7 ? Extraction::IMAGE_MISSING : Extraction::DEVICE_DESCRIPTION_MISSING);
     }
 }
 
-TEST_F(MissingPartTest, EmptyPartsGiveEmptyFiles)
-{
-    extract(BundleText().section("").section("").section("").section("").bytes());
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), "");
-    EXPECT_EQ(bytesOf("device.txt"), "");
-}
-
-TEST_F(MissingPartTest, ImageThatCannotBeRemovedStopsTheFlash)
+TEST_F(UnfitFirmwareTest, ImageThatCannotBeRemovedStopsTheFlash)
 {
     ASSERT_TRUE(QFile::remove("hexToFlash.hex"));
     ASSERT_TRUE(QDir().mkpath("hexToFlash.hex/content"));
     EXPECT_THROW(extract(firmwareBundle().bytes()), std::runtime_error);
     EXPECT_EQ(bytesOf("device.txt"), "earlier\n");
+    EXPECT_EQ(bytesOf("device_overwrite.txt"), "earlier\n");
 }
 
 // After the flash
 
-TEST_F(FirmwareFilesTest, FullDiskAtEveryByteLeavesWholeFilesOrNone)
+TEST_F(FirmwareFilesTest, FullDiskLeavesWholeFilesAndTheDescriptionThatTransfersNeed)
 {
     const QByteArray bundle = firmwareBundle().bytes();
     extract(bundle);
@@ -200,16 +284,29 @@ TEST_F(FirmwareFilesTest, FullDiskAtEveryByteLeavesWholeFilesOrNone)
         whole.insert(name, bytesOf(name));
     }
     ASSERT_EQ(whole.size(), 4);
-    for (int limit = 0; limit < bundle.size(); ++limit) {
-        QFile::remove("v1.5.kelvaron");
-        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
-        FirmwareFiles::extract(firmwareFolder.filePath("v1.5.kelvaron"), false);
-        for (const QString& name : names()) {
-            EXPECT_EQ(bytesOf(name), whole.value(name)) << limit;
-            EXPECT_LE(static_cast<int>(bytesOf(name).size()), limit);
-        }
+    const auto largest = static_cast<int>(std::max(whole["device.txt"].size(), image.size()));
+    QList<int> limits = {bundle.size() - 1};
+    for (int limit = 0; limit <= largest; ++limit) {
+        limits.append(limit);
     }
-    EXPECT_EQ(names(), whole.keys().mid(0, 3)) << "all but the copy of the bundle found room";
+    for (const int limit : limits) {
+        SCOPED_TRACE(limit);
+        for (const QString& name : names()) {
+            ASSERT_TRUE(QFile::remove(name));
+        }
+        writeFile("device.txt", "in use\n");
+        {
+            const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+            FirmwareFiles::extract(firmwareFolder.filePath("v1.5.kelvaron"), false);
+        }
+        for (const QString name : {"hexToFlash.hex", "device.txt", "v1.5.kelvaron"}) {
+            const bool hasRoom = static_cast<int>(whole.value(name).size()) <= limit;
+            EXPECT_EQ(bytesOf(name), hasRoom ? whole.value(name) : "(none)") << name.toStdString();
+        }
+        FirmwareFiles::restoreDeviceDescription();
+        const bool hadRoom = static_cast<int>(whole.value("device_overwrite.txt").size()) <= limit;
+        EXPECT_EQ(bytesOf("device.txt"), hadRoom ? "overwrite = yes\n" : "in use\n");
+    }
 }
 
 TEST_F(FirmwareFilesTest, RestoredDescriptionIsTheOneForTransfers)

@@ -46,6 +46,7 @@ protected:
         EXPECT_EQ(output.text(), "Error" + std::to_string(number) + "\n");
         EXPECT_EQ(stages(), display);
         EXPECT_TRUE(form.submitButton->isEnabled());
+        uploader.run("exit");
         EXPECT_TRUE(uploader.waitForEnd());
         EXPECT_TRUE(flashed.isEmpty());
     }
@@ -127,7 +128,6 @@ TEST_F(FlasherTest, FullRunTicksOffItsStages)
     script.finish();
     EXPECT_EQ(stages(), verified);
     EXPECT_EQ(flashed.size(), 1);
-    EXPECT_TRUE(uploader.waitForEnd());
 }
 
 TEST_F(FlasherTest, ResetAfterTheFlashRunsTheUploaderOnTheSamePort)
@@ -135,9 +135,12 @@ TEST_F(FlasherTest, ResetAfterTheFlashRunsTheUploaderOnTheSamePort)
     startAndReach(4);
     DialogScript script;
     script.thenDo([this](QWidget& dialog) {
-        EXPECT_TRUE(uploader.waitForEnd()); // the port is free
-        uploader.run("exit 0");
         clickOn(dialog.findChildren<QPushButton*>().at(1));
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(uploader.isRunning()) << "the reset waits for the end of the flash";
+        uploader.run("exit");
+        EXPECT_TRUE(uploader.waitForEnd());
+        uploader.run("exit");
     });
     send("Verified Flash OK\n");
     waitForReport();
@@ -412,6 +415,7 @@ TEST_F(FlasherTest, RunAfterASuccessEndsInSuccessToo)
         waitForReport();
         script.finish();
         EXPECT_EQ(flashed.size(), run);
+        uploader.run("exit");
         EXPECT_TRUE(uploader.waitForEnd());
     }
 }

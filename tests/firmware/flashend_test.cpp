@@ -69,7 +69,6 @@ TEST_F(FlashEndTest, WindowMayGoWhileAnErrorIsShown)
     script.thenDo([this](QWidget&) { window.reset(); });
     send("Can not open comport");
     EXPECT_TRUE(QTest::qWaitFor([this] { return window == nullptr; }));
-    EXPECT_TRUE(uploader.waitForEnd());
 }
 
 TEST_F(FlashEndTest, WindowMayGoWhileTheWatchdogsErrorIsShown)
@@ -97,6 +96,7 @@ TEST_F(FlashEndTest, WindowMayGoWhileTheChargerIsReset)
     DialogScript script;
     script.thenDo([this](QWidget& dialog) {
         clickOn(dialog.findChildren<QPushButton*>().at(1));
+        uploader.run("exit"); // the flash; the reset follows
         uploader.waitForStart();
         window.reset();
     });
@@ -123,4 +123,76 @@ TEST_F(FlashEndTest, WindowMayGoBeforeAnErrorIsShown)
     flasher->checkAppFrozen();
     window.reset();
     QCoreApplication::processEvents();
+}
+
+TEST_F(FlashEndTest, UploaderThatHasVerifiedEndsByItselfAndIsLoggedToItsEnd)
+{
+    startAndReach(4);
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) { dialog.close(); });
+    uploader.print("Verified Flash OK\n");
+    waitForReport();
+    EXPECT_TRUE(uploader.isRunning());
+    uploader.print("Closing the port\n");
+    uploader.run("touch closed; exit");
+    EXPECT_TRUE(uploader.waitForEnd());
+    EXPECT_TRUE(QFile::exists("closed"));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [] { return QString::fromStdString(log()).endsWith("Closing the port\n"); }));
+}
+
+TEST_F(FlashEndTest, UploaderThatHasFailedEndsByItselfAndIsLoggedToItsEnd)
+{
+    start();
+    DialogScript script;
+    script.expectMessage("Flashing Error!",
+                         "\"no stx char!\" - Known Mac OS bug. Please try again.");
+    uploader.print("no stx char\n");
+    waitForReport();
+    uploader.print("giving up\n");
+    uploader.run("touch closed; exit");
+    EXPECT_TRUE(uploader.waitForEnd());
+    EXPECT_TRUE(QFile::exists("closed"));
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return QString::fromStdString(log()).endsWith("giving up\n"); }));
+}
+
+TEST_F(FlashEndTest, UploaderThatHasVerifiedOutlivesTheWindow)
+{
+    startAndReach(4);
+    DialogScript script;
+    script.thenDo([](QWidget& dialog) { dialog.close(); });
+    send("Verified Flash OK\n");
+    waitForReport();
+    window.reset();
+    EXPECT_TRUE(uploader.isRunning());
+    uploader.run("touch closed; exit");
+    EXPECT_TRUE(uploader.waitForEnd());
+    EXPECT_TRUE(QFile::exists("closed"));
+}
+
+TEST_F(FlashEndTest, NextRunWaitsUntilTheUploaderOfTheLastOneHasEnded)
+{
+    start();
+    DialogScript script;
+    script.expectMessage("Flashing Error!",
+                         "\"no stx char!\" - Known Mac OS bug. Please try again.");
+    send("no stx char\n");
+    waitForReport();
+    const qint64 firstPid = uploader.pid();
+    form.submitButton->setEnabled(false);
+    flasher->startFlashing();
+    EXPECT_EQ(stages().at(0), "busy");
+    now += 100; // nothing is frozen that has not begun
+    flasher->checkAppFrozen();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(form.submitButton->isEnabled());
+    EXPECT_EQ(uploader.pid(), firstPid);
+    uploader.run("exit");
+    uploader.waitForStart();
+    EXPECT_NE(uploader.pid(), firstPid);
+    now += 3;
+    flasher->checkAppFrozen(); // counted from the start of the uploader
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(form.submitButton->isEnabled());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CBGenerator/standardoutputcapture.h"
+#include "firmware/finishingrun.h"
 #include "firmware/firmwareflasher.h"
 #include "startup/bundletext.h"
 #include "support/gui/dialogscript.h"
@@ -17,12 +18,12 @@
 #include <memory>
 
 /// A firmware file with all its parts.
-inline BundleText firmwareBundle()
+inline BundleText firmwareBundle(const QByteArray& schema = Samples::schema())
 {
     return BundleText()
         .key("VERSION", "1.5")
         .section("overwrite = yes\n")
-        .section("schema\n")
+        .section(schema)
         .section(":020000040000FA\n:00000001FF\n")
         .section("overwrite = no\n");
 }
@@ -105,6 +106,9 @@ protected:
     ~FlasherTest() override
     {
         window.reset();
+        if (!qApp->findChildren<FirmwareTool::FinishingRun*>().isEmpty()) {
+            uploader.run("exit"); // it has told its result and may end by itself
+        }
         EXPECT_TRUE(uploader.waitForEnd()) << "the uploader was left behind";
         expectNoWindowLeft();
     }

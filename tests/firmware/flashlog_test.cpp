@@ -90,7 +90,9 @@ TEST_F(FlashLogTest, ChunkThatEndsTheRunIsLogged)
 
 TEST_F(FlashLogTest, FirmwarePathIsWrittenInUtf8)
 {
-    flasher->setHexPath(QString::fromUtf8("Übertragung.kelvaron"));
+    const QString name = QString::fromUtf8("Übertragung.kelvaron");
+    writeFile(name, firmwareBundle().bytes());
+    flasher->setHexPath(name);
     start();
     EXPECT_NE(log().find("Hex File Name: Übertragung.kelvaron\n"), std::string::npos);
 }

@@ -31,6 +31,9 @@ protected:
     ~FirmwareToolWindowTest() override
     {
         delete window;
+        if (!qApp->findChildren<FirmwareTool::FinishingRun*>().isEmpty()) {
+            uploader.run("exit"); // it has told its result and may end by itself
+        }
         EXPECT_TRUE(uploader.waitForEnd()) << "the uploader was left behind";
         expectNoWindowLeft();
     }
@@ -103,6 +106,8 @@ protected:
                              "Cannot open COM port. Please try selecting a different one.");
         uploader.print("Can not open comport");
         EXPECT_TRUE(QTest::qWaitFor([this] { return submit()->isEnabled(); }));
+        uploader.run("exit");
+        EXPECT_TRUE(uploader.waitForEnd());
     }
 
     WorkingFolder folder;
@@ -492,8 +497,13 @@ TEST_P(FirmwareVersionTest, OfTheKeyDecides)
 
 TEST_P(FirmwareVersionTest, OfTheFileNameDecidesWithoutAKey)
 {
-    expect(firmware("v" + QString(GetParam().version) + ".kelvaron",
-                    BundleText().section("a\n").section("b\n").bytes()));
+    expect(
+        firmware("v" + QString(GetParam().version) + ".kelvaron", BundleText()
+                                                                      .section("overwrite = yes\n")
+                                                                      .section(Samples::schema())
+                                                                      .section("image\n")
+                                                                      .section("overwrite = no\n")
+                                                                      .bytes()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, FirmwareVersionTest,
@@ -559,17 +569,37 @@ TEST_F(FirmwareToolWindowTest, FolderIsRefused)
     expectNotStarted();
 }
 
-TEST_F(FirmwareToolWindowTest, MissingFileIsLeftToTheUploader)
+TEST_F(FirmwareToolWindowTest, WrongFilesAreRefusedAndLeaveEverythingAsItWas)
 {
-    writeFile("hexToFlash.hex", "earlier\n");
-    type(firmwareFolder.filePath("missing.kelvaron"));
+    writeFile("device.txt", "installed\n");
+    const QString device = "\"device.txt\" not found! Please reinstall the program.";
+    const QString image = "Firmware file not found!";
+    const QByteArray page = "<!DOCTYPE html><html><body>Log in, please</body></html>\n";
+    const QByteArray keepsNothing =
+        BundleText().section("device\n").section(Samples::schema()).section("image\n").bytes();
+    const QList<QPair<QString, QString>> wrong = {
+        {firmwareFolder.filePath("missing.kelvaron"), image},
+        {firmware("v5.0.kelvaron", page), image},
+        {firmware("empty.kelvaron", ""), image},
+        {firmware("v5.1.kelvaron", keepsNothing), device}};
+    for (const auto& [path, text] : wrong) {
+        SCOPED_TRACE(path.toStdString());
+        type(path);
+        DialogScript script;
+        script.expectMessage("Flashing Error!", text);
+        clickOn(submit());
+        EXPECT_TRUE(QTest::qWaitFor([this] { return submit()->isEnabled(); }));
+        script.finish();
+        EXPECT_EQ(bytesOf("device.txt"), "installed\n");
+        EXPECT_EQ(QDir().entryList(QDir::Files), QStringList({"device.txt", "supl.mac"}));
+        EXPECT_EQ(logNames(), QStringList());
+    }
+    type(firmware());
     clickOn(submit());
-    expectStarted();
-    EXPECT_FALSE(QFile::exists("hexToFlash.hex"));
-    DialogScript script;
-    script.expectMessage("Flashing Error!", "Firmware file not found!");
-    uploader.print("failed to find input file");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return submit()->isEnabled(); }));
+    expectStarted(); // and the window can be used
+    failFlash();
+    window->close();
+    EXPECT_EQ(bytesOf("device.txt"), "overwrite = yes\n");
 }
 
 TEST_F(FirmwareToolWindowTest, ExceptionIsToldAndClosesTheWindow)

@@ -111,13 +111,13 @@ protected:
         });
     }
 
-    static void expectBundleNotRead(DialogScript& script, const QString& bundle)
+    static void expectBundleNotRead(DialogScript& script, const QString& bundle,
+                                    const QString& reason = "far too large for a Kelvaron Bundle")
     {
         script.expectMessage(
             "Bundle Not Read",
-            "The file " + bundle
-                + " is far too large for a Kelvaron Bundle, so it was not read and the bundle used "
-                  "before stays in use. Please replace the file, or remove it from the folder "
+            "The file " + bundle + " is " + reason
+                + ", so it was not read and the bundle used before stays in use. Please replace the file, or remove it from the folder "
                   "KelvaronProfileEditorFiles, and restart the program.");
     }
 
@@ -229,12 +229,16 @@ TEST_F(DamagedFilesTest, AnEmptyNewestBundleKeepsTheSchema)
     const QByteArray before = document();
     write("v9.kelvaron", "");
     {
-        const DialogScript nothing;
+        DialogScript script;
+        expectBundleNotRead(script, "v9.kelvaron", "not a complete Kelvaron Bundle");
         window->reloadBundle();
         EXPECT_EQ(document(), before);
         window.reset();
-        start();
     }
+    DialogScript script;
+    expectBundleNotRead(script, "v9.kelvaron", "not a complete Kelvaron Bundle");
+    start();
+    script.finish();
     makeProfile("Three");
     EXPECT_EQ(rowTitle(0), "Three");
 }

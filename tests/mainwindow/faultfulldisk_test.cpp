@@ -55,7 +55,9 @@ protected:
         QDirIterator paths(pathOf(""), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (paths.hasNext()) {
             const QString path = paths.next();
-            found.insert(path, bytesOf(path));
+            if (!path.endsWith(".lock")) { // the open editor's own
+                found.insert(path, bytesOf(path));
+            }
         }
         return found;
     }
@@ -182,11 +184,11 @@ protected:
     void expectOlderSchemaTold(DialogScript& script, const QString& bundle)
     {
         script.expectMessage(
-            "File Not Written",
-            "The file kelvaron_chemistries.cb of the Kelvaron Bundle " + bundle
-                + " could not be written, so the older one is used. It may not fit the charger. "
-                  "Please make room on the disk, or see to it that the folder "
-                  "KelvaronProfileEditorFiles can be written to, and restart the program.");
+            "Files Not Written",
+            "The files device.txt and kelvaron_chemistries.cb of the Kelvaron Bundle " + bundle
+                + " could not be written, so the older ones are used. They may not fit the "
+                  "charger. Please make room on the disk, or make the folder "
+                  "KelvaronProfileEditorFiles writable, and restart the program.");
     }
 
     void installNewerBundle() const

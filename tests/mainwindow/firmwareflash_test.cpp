@@ -229,16 +229,10 @@ TEST_F(FirmwareFlashTest, FailedVerificationIsToldAndTheNextFlashSucceeds)
     expectSuccess();
 }
 
-TEST_F(FirmwareFlashTest, BundleWithoutADescriptionThatKeepsProfilesIsToldByTheUploader)
+TEST_F(FirmwareFlashTest, BundleWithoutFirmwareIsRefused)
 {
     installBundle("1.1", demoSchema());
-    expectError("v1.1.kelvaron", "", "Flashing Error!",
-                "\"device.txt\" not found! Please reinstall the program.");
-}
-
-TEST_F(FirmwareFlashTest, BundleWithoutFirmwareIsToldByTheUploader)
-{
-    installBundle("1.1", demoSchema());
+    expectError("v1.1.kelvaron", "", "Flashing Error!", "Firmware file not found!");
     clickOn(part<QPushButton>("advancedOptionsButton"));
     clickOn(part<QCheckBox>("deleteProfilesCB"));
     expectError("v1.1.kelvaron", "", "Flashing Error!", "Firmware file not found!");

@@ -505,3 +505,48 @@ TEST_F(TransferTest, WindowMayCloseWhileTheUploaderHangs)
     window.reset(); // ends the run that hangs
     EXPECT_EQ(runs(), "-E");
 }
+
+// Transfers whose dialog was closed
+
+TEST_F(TransferTest, TransferWithoutItsDialogIsSeenInTheStatusBar)
+{
+    setFaults("stall = yes\n");
+    makeProfiles(1);
+    auto* statusLabel = child<QLabel>("transferStatus");
+    EXPECT_EQ(statusLabel->text(), "");
+    openWriter();
+    clickOn(childNamed<QPushButton>(dialog(), "okButton"));
+    EXPECT_EQ(statusLabel->text(), "Writing profiles through /dev/ttyKelvaronDemo");
+    dialog()->close();
+    flushDeletions();
+    EXPECT_EQ(statusLabel->text(), "Writing profiles through /dev/ttyKelvaronDemo");
+
+    openReader();
+    clickOn(childNamed<QPushButton>(dialog(), "okButton"));
+    EXPECT_EQ(statusLabel->text(),
+              "Writing profiles through /dev/ttyKelvaronDemo; Reading profiles through "
+              "/dev/ttyKelvaronDemo (waiting for the port)");
+    dialog()->close();
+}
+
+TEST_F(TransferTest, SecondWriteOnAPortFollowsTheFirstWholly)
+{
+    QFile::remove(uploader());
+    write("supl.mac", "#!/bin/sh\necho \"\"\\\"$5\"\\\"\" >> supl-log.txt\n"
+                      "while [ ! -e go ]; do sleep 0.01; done\n");
+    ASSERT_TRUE(
+        QFile::setPermissions(uploader(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    makeProfiles(1);
+    openWriter();
+    clickOn(childNamed<QPushButton>(dialog(), "okButton"));
+    dialog()->close();
+    flushDeletions();
+    openWriter();
+    clickOn(childNamed<QPushButton>(dialog(), "okButton"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return runs() == "-E"; }));
+    expectResetQuestion("Write Success!", stay);
+    write("go", "");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog() == nullptr; }));
+    EXPECT_EQ(runs(), "-E -w -E -w");
+    EXPECT_EQ(child<QLabel>("transferStatus")->text(), "");
+}

@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -283,7 +284,10 @@ TEST_F(Launcher, ManyFirstStartsAtOnceLeaveOneWholeFolder)
         EXPECT_TRUE(running->untilWindow())
             << running->process.readAllStandardError().toStdString();
         EXPECT_EQ(running->workingFolder(), demoFiles);
-        EXPECT_EQ(running->process.readAllStandardError().toStdString(), "");
+        // All but the first show that they are not alone, which the platform plugin comments on.
+        QString errors = QString::fromUtf8(running->process.readAllStandardError());
+        errors.remove(QRegularExpression("This plugin does not support [a-zA-Z]+\\(\\)\n"));
+        EXPECT_EQ(errors.toStdString(), "");
     }
     expectSameFile(demoFolder + "/KelvaronProfileEditor", installed + "/KelvaronProfileEditor");
     expectSameFile(demoFiles + "/supl.mac", installed + "/demo/supl.mac");

@@ -253,7 +253,8 @@ TEST_F(DamagedBundleTest, SchemaLeftFromAnEarlierStartIsBlamedWhenTheBundleHasNo
     EXPECT_TRUE(started.lines.contains(
         QString("In file kelvaron_chemistries.cb, line %1: };").arg(Samples::firstExtraMemberLine)))
         << started.transcript();
-    ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
+    ASSERT_EQ(started.boxes().size(), 2) << started.transcript();
+    EXPECT_EQ(started.boxes().value(0)["title"].toString(), "Bundle Not Read");
 }
 
 TEST_F(DamagedBundleTest, MessageTellsWhatToDo)

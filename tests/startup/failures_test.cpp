@@ -129,17 +129,11 @@ TEST_F(StartupFailureTest, FolderInPlaceOfAnInstalledFileIsAMissingFile)
     }
 }
 
-TEST_F(StartupFailureTest, BundleFarTooLargeIsToldBeforeTheMissingSchema)
+TEST_F(StartupFailureTest, BundleFarTooLargeBringsNoSchema)
 {
     writeFile("v1.kelvaron", "...\n");
     ASSERT_TRUE(QFile::resize(pathOf("v1.kelvaron"), 1024LL * 1024 * 1024));
-    const Start started = start();
-    EXPECT_EQ(started.exitCode, 1) << started.transcript();
-    ASSERT_EQ(started.boxes().size(), 2) << started.transcript();
-    EXPECT_EQ(started.boxes().value(0)["title"].toString(), "Bundle Not Read");
-    EXPECT_EQ(started.boxes().value(1)["text"].toString(),
-              "The file kelvaron_chemistries.cb could not be found. Please try reinstalling the "
-              "program.");
+    expectIncomplete(start(), "The file kelvaron_chemistries.cb");
 }
 
 TEST_F(StartupFailureTest, MissingSchemaIsToldBeforeAMissingUploader)

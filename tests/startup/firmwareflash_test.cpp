@@ -69,8 +69,11 @@ TEST_F(FirmwareToolOnlyFlashTest, ClosingInTheMiddleLeavesNoUploaderBehind)
                           "while :; do read -r line; done < pipe\n");
     ASSERT_TRUE(QFile::setPermissions(pathOf("supl.mac"), QFile::ReadOwner | QFile::ExeOwner));
     ASSERT_EQ(QProcess::execute("mkfifo", {pathOf("pipe")}), 0);
-    writeBundle("v2.kelvaron",
-                BundleText().section("device\n").section(Samples::schema()).section("image\n"));
+    writeBundle("v2.kelvaron", BundleText()
+                                   .section("device\n")
+                                   .section(Samples::schema())
+                                   .section("image\n")
+                                   .section("keeping device\n"));
     const Start started = startWith({{"SCRIPTED_FIRMWARE", "v2.kelvaron"}}, {"-f"});
     expectOrderlyEnd(started);
     const int pid = readFile("uploader.started").trimmed().toInt();

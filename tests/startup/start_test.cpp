@@ -257,15 +257,4 @@ TEST_F(StartTest, RequiredVersionBelowTheEditorsIsAccepted)
     writeBundle("v1.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "0.9.7"));
     expectStarted(start());
 }
-
-TEST_F(StartTest, SchemaFromAnEarlierStartIsUsedWhenTheBundleHasNone)
-{
-    writeBundle("v1.kelvaron");
-    expectStarted(start());
-    writeFile("v2.kelvaron", "");
-    const Start started = start();
-    expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Bundle file being used in current dir: v2.kelvaron"));
-    EXPECT_EQ(readFile("kelvaron_chemistries.cb"), Samples::schema());
-}
 } // namespace

@@ -519,3 +519,44 @@ TEST_F(TransferDialogTest, ReturnKeyStartsTheTransfer)
     ASSERT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
     EXPECT_EQ(FakeUploader::runs().size(), 2);
 }
+
+// The port of a transfer
+
+TEST_F(TransferDialogTest, PortCannotBeChangedWhileATransferRuns)
+{
+    uploader.setBehaviour(FakeUploader::waitForGo());
+    openWriter();
+    EXPECT_TRUE(portBox()->isEnabled());
+    clickOn(okButton());
+    EXPECT_FALSE(portBox()->isEnabled());
+    DialogScript script;
+    script.thenDo([this](QWidget& question) {
+        EXPECT_TRUE(portBox()->isEnabled());
+        clickOn(stayButton(question));
+    });
+    FakeUploader::write("go", "");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+}
+
+TEST_F(TransferDialogTest, ResetGoesToThePortOfTheTransferThoughItIsNotListedAnyMore)
+{
+    uploader.setBehaviour(FakeUploader::waitForGo());
+    openWriter();
+    EXPECT_EQ(portBox()->currentText(), "C");
+    clickOn(okButton());
+    QextPortInfo gone;
+    gone.portName = "C";
+    dialog->onDevicesDisconnected({gone});
+    EXPECT_EQ(portBox()->currentText(), "B");
+    DialogScript script;
+    script.thenDo([](QWidget& question) {
+        for (QPushButton* button : question.findChildren<QPushButton*>()) {
+            if (button->text() == "Reset Kelvaron") {
+                clickOn(button);
+            }
+        }
+    });
+    FakeUploader::write("go", "");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    EXPECT_EQ(FakeUploader::runs().last(), QStringList({"-s", "C", "-h", "-V", "-R"}));
+}

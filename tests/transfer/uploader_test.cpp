@@ -2,6 +2,8 @@
 
 #include "support/gui/widgets.h"
 #include "transfer/fakeuploader.h"
+#include "transfer/portturn.h"
+#include "transfer/portturns.h"
 
 #include <QPointer>
 #include <QProcess>
@@ -29,19 +31,36 @@ TEST(UploaderTest, GivenUpRunEndsSilently)
     process->start(Uploader::program(), QStringList());
     ASSERT_TRUE(QTest::qWaitFor([] { return QFile::exists("started"); }));
     int heard = 0;
-    QObject::connect(process, &QProcess::errorOccurred, [&heard] { ++heard; });
-    QObject::connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished),
+    const QObject owner;
+    QObject::connect(process, &QProcess::errorOccurred, &owner, [&heard] { ++heard; });
+    QObject::connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), &owner,
                      [&heard] { ++heard; });
-    Uploader::giveUp(process);
+    Uploader::giveUp(process, &owner, nullptr);
     EXPECT_TRUE(QTest::qWaitFor([&process] { return process == nullptr; }));
     EXPECT_EQ(heard, 0);
 }
 
 TEST(UploaderTest, GivingUpARunThatNeverWasDoesNothing)
 {
-    Uploader::giveUp(nullptr);
+    const QObject owner;
+    Uploader::giveUp(nullptr, &owner, nullptr);
     const QPointer<QProcess> process = new QProcess;
-    Uploader::giveUp(process);
+    Uploader::giveUp(process, &owner, nullptr);
     flushDeletions();
     EXPECT_EQ(process, nullptr);
+}
+
+TEST(UploaderTest, GivenUpRunLeavesItsPort)
+{
+    const FakeUploader uploader("touch started; " + FakeUploader::waitForGo());
+    const QObject owner;
+    Uploader::giveUp(nullptr, &owner, new PortTurn("A", "Writing profiles", nullptr));
+    EXPECT_EQ(PortTurns::ofApplication().descriptions(), QStringList());
+
+    auto* process = new QProcess;
+    process->start(Uploader::program(), QStringList());
+    ASSERT_TRUE(QTest::qWaitFor([] { return QFile::exists("started"); }));
+    Uploader::giveUp(process, &owner, new PortTurn("A", "Writing profiles", nullptr));
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return PortTurns::ofApplication().descriptions().isEmpty(); }));
 }

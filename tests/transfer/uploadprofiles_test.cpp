@@ -2,7 +2,10 @@
 
 #include "support/gui/widgets.h"
 #include "transfer/fakeuploader.h"
+#include "transfer/portturns.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -167,4 +170,90 @@ TEST_F(UploadProfilesTest, OwnerThatGoesEndsTheRun)
     window.reset();
     EXPECT_EQ(heard.size(), 0);
     EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";
+}
+
+// The image
+
+TEST_F(UploadProfilesTest, FileThatAnotherEditorHasWrittenMeanwhileIsPutRight)
+{
+    uploader.setBehaviour(
+        "cat profilesToUpload.hex >> seen.txt; echo theirs > profilesToUpload.hex");
+    FakeUploader::write("profilesToUpload.hex", "theirs\n");
+    worker->setImage("ours\n");
+    runToItsEnd();
+    EXPECT_EQ(finished.size(), 1);
+    EXPECT_EQ(FakeUploader::read("seen.txt"), "ours\nours\n") << "before the erase and after it";
+}
+
+TEST_F(UploadProfilesTest, FileThatIsRightIsNotWrittenAgain)
+{
+    FakeUploader::write("profilesToUpload.hex", "ours\n");
+    ASSERT_TRUE(
+        QFile::link("profilesToUpload.hex", "same")); // a file written anew would not be one
+    ASSERT_TRUE(QFile::rename("profilesToUpload.hex", "other"));
+    ASSERT_TRUE(QFile::link("other", "profilesToUpload.hex"));
+    worker->setImage("ours\n");
+    runToItsEnd();
+    EXPECT_EQ(finished.size(), 1);
+    EXPECT_TRUE(QFileInfo("profilesToUpload.hex").isSymLink());
+}
+
+TEST_F(UploadProfilesTest, NothingIsErasedWhenTheFileCannotBePutRight)
+{
+    ASSERT_TRUE(QDir().mkpath("profilesToUpload.hex/folder"));
+    worker->setImage("ours\n");
+    runToItsEnd();
+    EXPECT_EQ(errors.size(), 1);
+    EXPECT_EQ(steps(), QStringList());
+}
+
+// The port
+
+TEST_F(UploadProfilesTest, WriteWaitsForTheWholeOfAnEarlierOne)
+{
+    uploader.setBehaviour(FakeUploader::waitForGo());
+    auto* later = new UploadProfiles("/dev/ttyUSB0", "later.hex", &owner);
+    QSignalSpy laterFinished(later, &UploadProfiles::finished);
+    worker->start();
+    later->start();
+    ASSERT_TRUE(QTest::qWaitFor([] { return FakeUploader::runs().size() == 1; }));
+    FakeUploader::write("go", "");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !laterFinished.isEmpty(); }));
+    EXPECT_EQ(steps(), QStringList({"-E", "-w", "-E", "-w"}));
+    EXPECT_EQ(FakeUploader::runs().at(1).last(), "profilesToUpload.hex");
+    EXPECT_EQ(FakeUploader::runs().at(3).last(), "later.hex");
+}
+
+TEST_F(UploadProfilesTest, FailedWriteLeavesThePortToTheNextOne)
+{
+    auto* later = new UploadProfiles("/dev/ttyUSB0", "later.hex", &owner);
+    QSignalSpy laterEnd(later, &UploadProfiles::errorUploading);
+    for (const QByteArray& behaviour : {QByteArray("exit 1"), FakeUploader::crash()}) {
+        uploader.setBehaviour(behaviour);
+        laterEnd.clear();
+        worker->start();
+        later->start();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !laterEnd.isEmpty(); }));
+        EXPECT_TRUE(
+            QTest::qWaitFor([] { return PortTurns::ofApplication().descriptions().isEmpty(); }));
+    }
+    FakeUploader::remove();
+    laterEnd.clear();
+    worker->start();
+    later->start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !laterEnd.isEmpty(); }));
+    EXPECT_EQ(PortTurns::ofApplication().descriptions(), QStringList());
+}
+
+TEST_F(UploadProfilesTest, WriteThatGoesAwayWhileItWaitsNeverStarts)
+{
+    uploader.setBehaviour(FakeUploader::waitForGo());
+    auto* later = new UploadProfiles("/dev/ttyUSB0", "later.hex", &owner);
+    worker->start();
+    later->start();
+    delete later;
+    FakeUploader::write("go", "");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !finished.isEmpty(); }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(steps(), QStringList({"-E", "-w"}));
 }

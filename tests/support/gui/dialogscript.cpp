@@ -226,6 +226,13 @@ void DialogScript::forceClosed(QWidget& dialog)
     }
 }
 
+bool DialogScript::isPlayed() const
+{
+    return steps.empty() && std::none_of(seen.begin(), seen.end(), [](const Seen& entry) {
+               return entry.ticksOpen >= 0 && entry.dialog != nullptr && entry.dialog->isVisible();
+           });
+}
+
 void DialogScript::finish()
 {
     finished = true;

@@ -51,6 +51,9 @@ public:
     /// Any dialog; the interaction has to close it.
     DialogScript& thenDo(Interaction interaction);
 
+    /// Whether every dialog of the script has appeared, been answered and gone.
+    bool isPlayed() const;
+
     /// Checks that the whole script was played. Done by the destructor where a test does not.
     void finish();
 

@@ -1,0 +1,79 @@
+#include "firmware/finishingrun.h"
+
+#include "firmware/flashertest.h"
+#include "transfer/fakeuploader.h"
+#include "transfer/portturn.h"
+#include "transfer/portturns.h"
+#include "transfer/uploader.h"
+
+#include <QPointer>
+#include <QProcess>
+
+using FirmwareTool::FinishingRun;
+
+namespace
+{
+class FinishingRunTest : public ::testing::Test
+{
+protected:
+    /// Hands over an uploader that has started, with its use of port A.
+    void finish(const QByteArray& behaviour, int milliseconds = FinishingRun::patience)
+    {
+        uploader.setBehaviour("touch started; " + behaviour);
+        process = new QProcess;
+        process->start(Uploader::program(), QStringList());
+        ASSERT_TRUE(QTest::qWaitFor([] { return QFile::exists("started"); }, 60000));
+        auto log = std::make_unique<QFile>("log.txt");
+        ASSERT_TRUE(log->open(QIODevice::WriteOnly));
+        new FinishingRun(process, new PortTurn("A", "Updating the firmware", nullptr),
+                         std::move(log), milliseconds);
+    }
+
+    void waitForEnd() const
+    {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return process == nullptr; }, 60000));
+        EXPECT_EQ(PortTurns::ofApplication().descriptions(), QStringList());
+    }
+
+    FakeUploader uploader;
+    QPointer<QProcess> process;
+};
+} // namespace
+
+TEST_F(FinishingRunTest, UploaderEndsByItselfAndAllThatItPrintsIsLogged)
+{
+    finish(FakeUploader::waitForGo() + "; echo port closed; touch ended");
+    EXPECT_EQ(PortTurns::ofApplication().descriptions().size(), 1) << "the port is still in use";
+    FakeUploader::write("go", "");
+    waitForEnd();
+    EXPECT_TRUE(QFile::exists("ended"));
+    EXPECT_EQ(bytesOf("log.txt"), "port closed\n");
+}
+
+TEST_F(FinishingRunTest, UploaderThatHasEndedAlreadyIsFinishedAtOnce)
+{
+    finish("echo port closed");
+    waitForEnd();
+    EXPECT_EQ(bytesOf("log.txt"), "port closed\n");
+}
+
+TEST_F(FinishingRunTest, UploaderThatDoesNotEndIsKilled)
+{
+    finish("while :; do sleep 1; done", 1);
+    waitForEnd();
+}
+
+TEST_F(FinishingRunTest, UploaderThatNeverStopsPrintingIsKilled)
+{
+    finish("yes");
+    waitForEnd();
+    EXPECT_GT(bytesOf("log.txt").size(), std::size_t(FinishingRun::mostOutput) / 2);
+}
+
+TEST_F(FinishingRunTest, ProgramWaitsForTheEndBeforeItEnds)
+{
+    finish("sleep 0.3; touch ended");
+    FinishingRun::waitForAll();
+    EXPECT_TRUE(QFile::exists("ended"));
+    waitForEnd();
+}

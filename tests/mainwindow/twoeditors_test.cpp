@@ -1,0 +1,144 @@
+// Two editors that work in the same folder. The other one is played by its seat and by what it writes.
+
+#include "folderseat.h"
+#include "profiles/profilerescue.h"
+#include "support/gui/installation.h"
+#include "transfer/fakeports.h"
+#include "transfer/uploaddownloaddialog.h"
+#include "xmlformat/xmlmanager.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QTest>
+
+using UploadDownload::UploadDownloadDialog;
+
+namespace
+{
+class TwoEditorsTest : public MainWindowTest
+{
+protected:
+    void startAsSecondEditor()
+    {
+        other = std::make_unique<FolderSeat>(pathOf(""));
+        ASSERT_TRUE(other->isFirst());
+        DialogScript script;
+        script.expectMessage(
+            "Another Editor Is Open",
+            "Another Kelvaron Profile Editor is open in the same folder. The profiles of the two "
+            "are separate: save them under different names. This editor makes its backups in files "
+            "of its own, such as backup_before_replace_2.xml.");
+        window = std::make_unique<MainWindow>();
+        window->show();
+        EXPECT_TRUE(QTest::qWaitFor([&script] { return script.isPlayed(); }));
+        script.finish();
+        QApplication::setActiveWindow(window.get());
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    void write(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(pathOf(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    QByteArray content(const QString& name) const
+    {
+        QFile file(pathOf(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+
+    /// Loads a file with the same profiles in place of the list.
+    void replaceList()
+    {
+        write("saved_profiles/one.xml",
+              window->findChild<XMLGeneratorParser::XMLManager*>()->document().toUtf8());
+        DialogScript script;
+        script.expectFileDialog("Select XML File to Import Profiles",
+                                {"XML files (*.xml)", "Any files (*.*)"}, "saved_profiles",
+                                pathOf("saved_profiles/one.xml"));
+        script.expectMessageBox("Add Profiles to List?",
+                                "Do you want to add the imported profiles to the current list of "
+                                "profiles, or replace them?<br>",
+                                {"Add Profiles", "Replace Profiles"}, "Add Profiles",
+                                "Replace Profiles");
+        trigger(command("actionImportXML"));
+    }
+
+    const FakePorts ports{{"/dev/ttyKelvaronDemo"}};
+    std::unique_ptr<FolderSeat> other;
+};
+} // namespace
+
+TEST_F(TwoEditorsTest, EditorThatIsAloneSaysNothing)
+{
+    const DialogScript nothing;
+    start();
+    QCoreApplication::processEvents();
+}
+
+TEST_F(TwoEditorsTest, SecondEditorIsToldOnce)
+{
+    startAsSecondEditor();
+    makeProfile("One");
+    const DialogScript nothing;
+    window->reloadBundle();
+    QCoreApplication::processEvents();
+}
+
+TEST_F(TwoEditorsTest, BackupOfTheFirstOutlivesAReloadOfTheSecond)
+{
+    write("backup_fw_update.xml", "theirs");
+    startAsSecondEditor();
+    makeProfile("Mine");
+    installBundle("1.2", demoSchema());
+    const DialogScript nothing;
+    window->reloadBundle();
+    EXPECT_EQ(rowTitle(0), "Mine");
+    EXPECT_EQ(content("backup_fw_update.xml"), "theirs");
+    EXPECT_TRUE(content("backup_fw_update_2.xml").contains("Mine"));
+}
+
+TEST_F(TwoEditorsTest, BackupOfTheFirstOutlivesALoadByTheSecond)
+{
+    write("backup_before_replace.xml", "theirs");
+    startAsSecondEditor();
+    makeProfile("Mine");
+    replaceList();
+    EXPECT_EQ(content("backup_before_replace.xml"), "theirs");
+    EXPECT_TRUE(content("backup_before_replace_2.xml").contains("Mine"));
+}
+
+TEST_F(TwoEditorsTest, RescuedListsHaveNamesOfTheirOwn)
+{
+    startAsSecondEditor();
+    makeProfile("Mine");
+    const QString path = window->findChild<ProfileRescue*>()->save();
+    EXPECT_TRUE(QFileInfo(path).fileName().startsWith("rescued_profiles_2_")) << path.toStdString();
+    EXPECT_TRUE(QFile::exists(path));
+}
+
+TEST_F(TwoEditorsTest, ChargerGetsTheListOfTheEditorThatWrites)
+{
+    write("supl.mac", "#!/bin/sh\ncp profilesToUpload.hex \"seen$5\"\n");
+    ASSERT_TRUE(QFile::setPermissions(pathOf("supl.mac"),
+                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    start();
+    makeProfile("Mine");
+    trigger(command("actionWriteProfiles"));
+    auto* dialog = window->findChild<UploadDownloadDialog*>();
+    ASSERT_NE(dialog, nullptr);
+    const QByteArray mine = content("profilesToUpload.hex");
+    write("profilesToUpload.hex", ":00000001FF\n"); // the other editor opens its writer
+    DialogScript script;
+    script.thenDo([](QWidget& question) { question.close(); });
+    clickOn(childNamed<QPushButton>(dialog, "okButton"));
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return window->findChild<UploadDownloadDialog*>() == nullptr; }));
+    EXPECT_EQ(content("seen-E"), mine);
+    EXPECT_EQ(content("seen-w"), mine);
+}
