@@ -8,6 +8,8 @@
 
 #include <QWidget>
 
+#include <algorithm>
+
 using HParser::StructSetting;
 using HParser::StructSettings;
 
@@ -98,16 +100,26 @@ SettingsGridRow SettingsGridLayout::takeRow(SettingsGridRow::Kind kind,
 
 void SettingsGridLayout::placeRows()
 {
-    QWidget* previous = nullptr;
     bool isOrderChanged = false;
     for (int i = 0; i < rows.size(); ++i) {
         isOrderChanged = isOrderChanged || rows.at(i).getNumber() != i;
         rows[i].placeAt(i);
-        QWidget* editor = rows.at(i).getEditor();
+    }
+    if (isOrderChanged) {
+        orderWidgets();
+    }
+}
+
+void SettingsGridLayout::orderWidgets()
+{
+    QWidget* previous = nullptr;
+    for (SettingsGridRow& row : rows) {
+        row.raise();
+        QWidget* editor = row.getEditor();
         if (editor == nullptr) {
             continue;
         }
-        if (isOrderChanged && previous != nullptr) {
+        if (previous != nullptr) {
             QWidget::setTabOrder(previous, editor);
         }
         previous = editor;
@@ -227,24 +239,27 @@ void SettingsGridLayout::hideEverything(bool hide)
     }
 }
 
+QWidget* SettingsGridLayout::firstEditor() const
+{
+    const auto found = std::find_if(rows.cbegin(), rows.cend(), [](const SettingsGridRow& row) {
+        return row.getEditor() != nullptr;
+    });
+    return found != rows.cend() ? found->getEditor() : nullptr;
+}
+
 QWidget* SettingsGridLayout::lastEditor() const
 {
-    QWidget* last = nullptr;
-    const QList<QWidget*> widgets = gridWidgets();
-    for (QWidget* widget : widgets) {
-        if (widget->focusPolicy() != Qt::NoFocus) {
-            last = widget;
-        }
-    }
-    return last;
+    const auto found = std::find_if(rows.crbegin(), rows.crend(), [](const SettingsGridRow& row) {
+        return row.getEditor() != nullptr;
+    });
+    return found != rows.crend() ? found->getEditor() : nullptr;
 }
 
 void SettingsGridLayout::focusFirstEditor()
 {
-    const QList<QWidget*> widgets = gridWidgets();
-    for (QWidget* widget : widgets) {
-        if (widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus) {
-            widget->setFocus();
+    for (const SettingsGridRow& row : qAsConst(rows)) {
+        if (row.getEditor() != nullptr && row.getEditor()->isEnabled()) {
+            row.getEditor()->setFocus();
             return;
         }
     }

@@ -59,13 +59,15 @@ public:
     /// Puts the keyboard focus into the first enabled editor.
     void focusFirstEditor();
 
-    /// The editor furthest down, which the Tab key reaches last; nullptr in an empty grid.
+    /// The editors that the Tab key reaches first and last; nullptr in a grid without any.
+    QWidget* firstEditor() const;
     QWidget* lastEditor() const;
 
 private:
     void inflateGrid();
     SettingsGridRow takeRow(SettingsGridRow::Kind kind, QVector<SettingsGridRow>* unused);
     void placeRows();
+    void orderWidgets();
     void commitFocusedEditor();
     QList<QWidget*> gridWidgets() const;
 

@@ -109,13 +109,26 @@ void SettingsGridRow::putAside()
         return;
     }
     number = -1;
-    for (QWidget* widget :
-         {static_cast<QWidget*>(label), editor, static_cast<QWidget*>(unitsLabel)}) {
-        if (widget != nullptr) {
-            grid->removeWidget(widget);
-            widget->hide();
-        }
+    const QList<QWidget*> all = widgets();
+    for (QWidget* widget : all) {
+        grid->removeWidget(widget);
+        widget->hide();
     }
+}
+
+void SettingsGridRow::raise()
+{
+    const QList<QWidget*> all = widgets();
+    for (QWidget* widget : all) {
+        widget->raise();
+    }
+}
+
+QList<QWidget*> SettingsGridRow::widgets() const
+{
+    QList<QWidget*> all = {label, editor, unitsLabel};
+    all.removeAll(nullptr);
+    return all;
 }
 
 SettingsGridRow::Kind SettingsGridRow::kindOf(const StructSetting& setting)
@@ -161,7 +174,5 @@ void SettingsGridRow::setName(const QString& name, const QString& description)
 
 void SettingsGridRow::deleteWidgets()
 {
-    delete label;
-    delete editor;
-    delete unitsLabel;
+    qDeleteAll(widgets());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 class QGridLayout;
@@ -41,6 +42,9 @@ public:
     /// Takes the widgets out of the grid and hides them.
     void putAside();
 
+    /// Puts the widgets behind all others of their parent in the order that a screen reader reads.
+    void raise();
+
     /// Where the row stands; -1: nowhere.
     int getNumber() const { return number; }
 
@@ -58,6 +62,7 @@ public:
     void deleteWidgets();
 
 private:
+    QList<QWidget*> widgets() const;
     void setName(const QString& name, const QString& description);
 
     Kind kind;

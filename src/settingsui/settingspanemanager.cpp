@@ -116,7 +116,8 @@ void SettingsPaneManager::on_editButtonClicked()
     }
     grid->startEditing();
     enableEditing();
-    // The editors are younger than the buttons below them, which the Tab key has to reach last.
+    // The editors are younger than what is above and below them.
+    QWidget::setTabOrder(ui->containerScroll, grid->firstEditor());
     QWidget::setTabOrder(grid->lastEditor(), ui->cancelChangesButton);
     QWidget::setTabOrder(ui->cancelChangesButton, ui->saveChangesButton);
     grid->focusFirstEditor();
