@@ -39,6 +39,7 @@ void copyValues(const StructSettings& from, const StructSettings& to)
 SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* parent)
     : QGridLayout(parent), settings(structSettings)
 {
+    setContentsMargins(9, 9, 0, 9); // the units have room on their right
     setHorizontalSpacing(3);
     setColumnMinimumWidth(2, 3);
     setColumnMinimumWidth(SettingsGridRow::unitsColumn, 46);

@@ -12,7 +12,7 @@ using HParser::StructSetting;
 
 namespace
 {
-constexpr int editorWidth = 110; // a number of 6 digits with sign and exponent
+constexpr int editorWidth = 137; // a text of 15 characters; the grid still fits beside the list
 
 QFont gridFont()
 {
@@ -27,7 +27,7 @@ QLabel* newLabel()
     return label;
 }
 
-QWidget* newEditor(SettingsGridRow::Kind kind)
+QWidget* newPlainEditor(SettingsGridRow::Kind kind)
 {
     switch (kind) {
     case SettingsGridRow::ADVANCED_TOGGLE:
@@ -35,19 +35,24 @@ QWidget* newEditor(SettingsGridRow::Kind kind)
     case SettingsGridRow::NUMBER:
     case SettingsGridRow::TEXT: {
         auto* editor = new SettingsLineEdit;
-        editor->setFont(gridFont());
         editor->setMinimumWidth(editorWidth);
         return editor;
     }
-    case SettingsGridRow::FLAG: {
-        auto* editor = new SettingsCheckBox;
-        editor->setFont(gridFont());
-        return editor;
-    }
+    case SettingsGridRow::FLAG:
+        return new SettingsCheckBox;
     case SettingsGridRow::LABEL_ALONE:
         break;
     }
     return nullptr;
+}
+
+QWidget* newEditor(SettingsGridRow::Kind kind)
+{
+    QWidget* editor = newPlainEditor(kind);
+    if (editor != nullptr) {
+        editor->setFont(gridFont());
+    }
+    return editor;
 }
 
 /// What is told of an editor beside its name: the units, and the group that the setting belongs to.
@@ -93,8 +98,7 @@ void SettingsGridRow::placeAt(int rowNumber)
     grid->addWidget(label, number, labelColumn);
     label->show();
     if (editor != nullptr) {
-        const int columns = kind == TEXT ? unitsColumn - editorColumn + 1 : 1;
-        grid->addWidget(editor, number, editorColumn, 1, columns);
+        grid->addWidget(editor, number, editorColumn);
         editor->show();
     }
     if (unitsLabel != nullptr) {

@@ -289,14 +289,25 @@ TEST_F(SettingsPaneTest, GridHasEditorsAndUnitsInTheirColumns)
     EXPECT_EQ(units->text(), "A");
     EXPECT_EQ(qobject_cast<QLabel*>(window.gridCell("Pack Voltage", 5))->text(), "V");
     for (const char* name : {"Title", "Note", "Balance", "Cold Check", "Mode"}) {
-        EXPECT_EQ(qobject_cast<QLabel*>(window.gridCell(name, 5)), nullptr) << name;
+        EXPECT_EQ(window.gridCell(name, 5), nullptr) << name;
     }
     const QGridLayout* grid = window.grid();
     for (int row = 0; row < grid->rowCount(); ++row) {
-        for (const int column : {0, 2}) {
+        for (const int column : {0, 2, 4}) {
             EXPECT_EQ(grid->itemAtPosition(row, column), nullptr) << row << "," << column;
         }
     }
+}
+
+TEST_F(SettingsPaneTest, TextEditorsHaveRoomForTheirTexts)
+{
+    window.add("A");
+    QCoreApplication::processEvents();
+    const QLineEdit* subtitle = window.lineEdit("Subtitle");
+    constexpr int frame = 4; // on each side
+    EXPECT_GE(subtitle->width(),
+              subtitle->fontMetrics().horizontalAdvance("Workshop winter") + 2 * frame);
+    EXPECT_EQ(window.lineEdit("Current")->width(), subtitle->width()); // one column
 }
 
 TEST_F(SettingsPaneTest, ListSettingsShowTheirLabelAlone)
@@ -323,7 +334,9 @@ TEST_F(SettingsPaneTest, GridUsesItsFont)
     window.add("A");
     for (QWidget* widget : {window.gridCell("Current", 1), window.gridCell("Current", 3),
                             window.gridCell("Current", 5), window.gridCell("Balance", 1),
-                            window.gridCell("Title", 3)}) {
+                            window.gridCell("Balance", 3), window.gridCell("Title", 3),
+                            window.gridCell("Edit Advanced Settings", 1),
+                            window.gridCell("Edit Advanced Settings", 3)}) {
         EXPECT_EQ(widget->font().family(), "Lucida Grande");
         EXPECT_EQ(widget->font().pointSize(), 11);
     }
