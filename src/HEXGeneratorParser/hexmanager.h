@@ -66,7 +66,6 @@ public slots:
 
 private:
     void updateLastUsedDirectory(const QString& fileName);
-    QString askExportFileName();
     QList<const ProfileSettings*> profiles() const;
     void showExportStatus(const QString& text);
 
