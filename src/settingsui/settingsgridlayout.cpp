@@ -37,7 +37,7 @@ void copyValues(const StructSettings& from, const StructSettings& to)
 } // namespace
 
 SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* parent)
-    : QGridLayout(parent), settings(structSettings)
+    : parentOfWidgets(parent), settings(structSettings)
 {
     setContentsMargins(9, 9, 0, 9); // the units have room on their right
     setHorizontalSpacing(3);
@@ -96,7 +96,7 @@ SettingsGridRow SettingsGridLayout::takeRow(SettingsGridRow::Kind kind,
             }
         }
     }
-    return found < 0 ? SettingsGridRow(kind, this) : unused->takeAt(found);
+    return found < 0 ? SettingsGridRow(kind, this, parentOfWidgets) : unused->takeAt(found);
 }
 
 void SettingsGridLayout::placeRows()
@@ -169,10 +169,9 @@ void SettingsGridLayout::startEditing()
 
 void SettingsGridLayout::cancelSettings()
 {
-    // The editors go first: one that loses the focus later would store its text once more.
-    clearGrid();
     restoreBackedUpSettings();
     backup.reset();
+    clearGrid();
     inflateGrid();
 }
 

@@ -19,36 +19,36 @@ QFont gridFont()
     return QFont(QStringLiteral("Lucida Grande"), 11);
 }
 
-QLabel* newLabel()
+QLabel* newLabel(QWidget* parent)
 {
-    auto* label = new QLabel;
+    auto* label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
     label->setFont(gridFont());
     return label;
 }
 
-QWidget* newPlainEditor(SettingsGridRow::Kind kind)
+QWidget* newPlainEditor(SettingsGridRow::Kind kind, QWidget* parent)
 {
     switch (kind) {
     case SettingsGridRow::ADVANCED_TOGGLE:
-        return new AdvancedModeToggleCheckBox;
+        return new AdvancedModeToggleCheckBox(parent);
     case SettingsGridRow::NUMBER:
     case SettingsGridRow::TEXT: {
-        auto* editor = new SettingsLineEdit;
+        auto* editor = new SettingsLineEdit(parent);
         editor->setMinimumWidth(editorWidth);
         return editor;
     }
     case SettingsGridRow::FLAG:
-        return new SettingsCheckBox;
+        return new SettingsCheckBox(parent);
     case SettingsGridRow::LABEL_ALONE:
         break;
     }
     return nullptr;
 }
 
-QWidget* newEditor(SettingsGridRow::Kind kind)
+QWidget* newEditor(SettingsGridRow::Kind kind, QWidget* parent)
 {
-    QWidget* editor = newPlainEditor(kind);
+    QWidget* editor = newPlainEditor(kind, parent);
     if (editor != nullptr) {
         editor->setFont(gridFont());
     }
@@ -72,14 +72,14 @@ void setLabelText(QLabel* label, const QString& text)
 }
 } // namespace
 
-SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid)
-    : kind(rowKind), grid(settingsGrid), label(newLabel()), editor(newEditor(rowKind))
+SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid, QWidget* parent)
+    : kind(rowKind), grid(settingsGrid), label(newLabel(parent)), editor(newEditor(rowKind, parent))
 {
     if (editor != nullptr) {
         label->setBuddy(editor);
     }
     if (kind == NUMBER) {
-        unitsLabel = newLabel();
+        unitsLabel = newLabel(parent);
     }
     if (kind == ADVANCED_TOGGLE) {
         label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
@@ -178,5 +178,17 @@ void SettingsGridRow::setName(const QString& name, const QString& description)
 
 void SettingsGridRow::deleteWidgets()
 {
-    qDeleteAll(widgets());
+    // Let go of first: an editor that loses the focus stores its text.
+    if (kind == FLAG) {
+        static_cast<SettingsCheckBox*>(editor)->unbindSetting();
+    } else if (kind == NUMBER || kind == TEXT) {
+        static_cast<SettingsLineEdit*>(editor)->unbindSetting();
+    } else if (kind == ADVANCED_TOGGLE) {
+        static_cast<AdvancedModeToggleCheckBox*>(editor)->bindSettings({}, nullptr);
+    }
+    putAside();
+    const QList<QWidget*> all = widgets();
+    for (QWidget* widget : all) {
+        widget->deleteLater();
+    }
 }

@@ -89,7 +89,12 @@ void SettingsPaneManager::showGrid()
 {
     HParser::StructSettings* settings = currentProfile->getProfileSettings()->settings;
     if (grid == nullptr) {
-        grid = SettingsGridScroll::fill(ui->containerScroll, settings);
+        auto* container = new QWidget;
+        grid = new SettingsGridLayout(settings, container);
+        grid->setSizeConstraint(QLayout::SetFixedSize);
+        container->setLayout(grid);
+        ui->containerScroll->setWidget(container);
+        SettingsGridScroll::dress(ui->containerScroll);
         return;
     }
     grid->showSettings(settings);

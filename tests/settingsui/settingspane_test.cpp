@@ -5,6 +5,7 @@
 #include "profiles/profilename.h"
 #include "profiles/profilenameslistmanager.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingspanemanager.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
@@ -904,6 +905,35 @@ TEST_F(SettingsPaneTest, CancelRestoresImportedValuesOutsideTheirBounds)
     EXPECT_EQ(value("Current"), "77.777");
     EXPECT_EQ(value("Cutoff"), "99");
     EXPECT_EQ(value("Title"), "longer than its field");
+    EXPECT_EQ(window.lineEdit("Current")->text(), "77.777");
+}
+
+TEST_F(SettingsPaneTest, CancelRestoresTheEditorsBeforeItDeletesThem)
+{
+    window.add("A");
+    edit();
+    const QPointer<QLineEdit> current = window.lineEdit("Current");
+    enterText(current, "7");
+    window.cancelEditing();
+    ASSERT_FALSE(current.isNull()); // until control is back in the event loop
+    EXPECT_EQ(current->text(), "2.5");
+    flushDeletions();
+    EXPECT_TRUE(current.isNull());
+}
+
+TEST_F(SettingsPaneTest, CancelledEditorStoresNothingWhenItGoesAway)
+{
+    ProfileSettings* profile = window.import("A", false, false);
+    profile->settings->getStructSettingByDescriptiveName("Current")->storeValueFromText("77.777");
+    window.import("B", false, false);
+    window.clickRow(0);
+    edit();
+    QLineEdit* current = window.lineEdit("Current");
+    typeOver(current, "7");
+    ASSERT_TRUE(current->hasFocus()); // which it loses when it goes
+    qobject_cast<SettingsGridLayout*>(window.grid())->cancelSettings();
+    flushDeletions();
+    EXPECT_EQ(value("Current"), "77.777");
     EXPECT_EQ(window.lineEdit("Current")->text(), "77.777");
 }
 
