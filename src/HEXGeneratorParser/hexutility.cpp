@@ -119,6 +119,7 @@ void HexUtility::runTests()
         KELVARON_ASSERT(sizeOf(type) == 4);
     }
     KELVARON_ASSERT(sizeOf("Unsigned Char") == 0);
+    KELVARON_ASSERT(sizeOf("") == 0);
 
     KELVARON_ASSERT(getChecksumFromChecksumTotal(0x10203040) == 0xC0);
     KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223300) == 0x00);
@@ -131,5 +132,10 @@ void HexUtility::runTests()
     QByteArray words("\x03\x05\xB0\x00\x05\x43\xFF\x00", 8);
     fixBytesAlignment(reinterpret_cast<unsigned char*>(words.data()), words.size());
     KELVARON_ASSERT(words == QByteArray("\xB0\x05\x03\x00\xFF\x43\x05\x00", 8));
+
+    KELVARON_ASSERT(byteBufferToNum(QByteArray("\xFF\xFF")) == 65535);
+    KELVARON_ASSERT(byteBufferToNum({}) == 0);
+    KELVARON_ASSERT(byteBufferToBool(QByteArray(1, '\2')));
+    KELVARON_ASSERT(!byteBufferToBool(QByteArray(1, '\0')));
 }
 } // namespace HEXGeneratorParser
