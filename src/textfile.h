@@ -19,8 +19,12 @@ std::optional<QString> read(const QString& path);
 /// large files: nothing is converted that need not be.
 std::optional<QByteArray> readUtf8(const QString& path);
 
-/// The text of UTF-8 bytes, what stands behind a zero byte included.
+/// The text of UTF-8 bytes, what stands behind a zero byte included. A byte order mark is a character
+/// like others.
 QString decoded(const QByteArray& bytes);
+
+/// The same at the start of a file, where one byte order mark does not belong to the text.
+QString decodedStart(const QByteArray& bytes);
 
 /// The lines of a text; a line feed at the very end does not open another line.
 QStringList splitLines(const QString& text);

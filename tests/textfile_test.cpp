@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTextCodec>
 
+#include <memory>
+
 namespace
 {
 class TextFileTest : public ::testing::Test
@@ -85,6 +87,21 @@ TEST_F(TextFileTest, DropsCarriageReturns)
 {
     writeBytes(path("a.txt"), "one\r\ntwo\r\n\r\nthree");
     EXPECT_EQ(TextFile::read(path("a.txt")), QString("one\ntwo\n\nthree"));
+}
+
+TEST_F(TextFileTest, AByteOrderMarkCountsOnlyAtTheStart)
+{
+    const QByteArray mark = "\xEF\xBB\xBF";
+    for (const QByteArray& text : {QByteArray("a\n"), mark, mark + "a\n" + mark + "b\n" + mark,
+                                   mark + "\xFF" + mark}) { // which is no UTF-8
+        writeBytes(path("a.txt"), mark + text);
+        const std::unique_ptr<QTextDecoder> decoder(
+            QTextCodec::codecForName("UTF-8")->makeDecoder(QTextCodec::IgnoreHeader));
+        const QString kept = decoder->toUnicode(text);
+        EXPECT_EQ(TextFile::read(path("a.txt")), kept);
+        EXPECT_EQ(TextFile::readUtf8(path("a.txt")), kept.toUtf8());
+        EXPECT_EQ(TextFile::decoded(text), kept);
+    }
 }
 
 TEST_F(TextFileTest, EmptyFileIsAnEmptyText)

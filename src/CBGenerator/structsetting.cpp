@@ -214,7 +214,7 @@ void StructSetting::attachMemberFormulaSignalsToThisSettingsSlot()
     for (Formula* formula : formulas) {
         if (!formula->isPlainNumber()) { // that never changes
             connect(formula, &Formula::memberSettingChanged, this,
-                    &StructSetting::on_formulasMemberSettingChanged, Qt::UniqueConnection);
+                    &StructSetting::on_formulasMemberSettingChanged);
         }
     }
 }

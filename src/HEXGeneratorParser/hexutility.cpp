@@ -5,6 +5,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "fatalassertion.h"
+#include "textfile.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -91,6 +92,12 @@ quint64 HexUtility::byteBufferToNum(const QByteArray& bytes)
 bool HexUtility::byteBufferToBool(const QByteArray& bytes)
 {
     return !bytes.isEmpty() && bytes.at(0) != 0;
+}
+
+QString HexUtility::byteBufferToText(const QByteArray& bytes)
+{
+    const uint length = qstrnlen(bytes.constData(), static_cast<uint>(bytes.size()));
+    return TextFile::decoded(bytes.left(static_cast<int>(length)));
 }
 
 double HexUtility::applyDisplayFormula(qint64 raw, const HParser::StructSetting* setting)

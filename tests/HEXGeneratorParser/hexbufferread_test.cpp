@@ -57,6 +57,12 @@ TEST(HexBufferRead, AnUnknownTypeReadsNothing)
     EXPECT_EQ(reading->readByte(), 7);
 }
 
+TEST(HexBufferRead, AByteOrderMarkIsACharacterOfTheText)
+{
+    Reading reading(bytesOf({0xEF, 0xBB, 0xBF, 0, 'a', 0}));
+    EXPECT_EQ(reading->readString(5), QString(QChar(0xFEFF)) + 'a');
+}
+
 TEST(HexBufferRead, TextEndsAtTheFirstZero)
 {
     Reading reading(bytesOf({'h', 'i', 0, 0, 'x', 9}));
