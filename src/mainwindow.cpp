@@ -1,7 +1,10 @@
 #include "mainwindow.h"
 
 #include "CBGenerator/generator.h"
+#include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexmanager.h"
+#include "HEXGeneratorParser/hexutility.h"
+#include "HEXGeneratorParser/writetohex.h"
 #include "buildconstants.h"
 #include "fatalassertion.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
@@ -12,6 +15,7 @@
 #include "settingsui/settingspanemanager.h"
 #include "transfer/comdevicewatcher.h"
 #include "ui_mainwindow.h"
+#include "versionstring.h"
 #include "widgets/fittedfont.h"
 #include "widgets/menukey.h"
 #include "widgets/shrinkinglabel.h"
@@ -28,6 +32,16 @@
 MainWindow::~MainWindow()
 {
     FatalAssertion::setLastStep({}); // it would use this window
+}
+
+void MainWindow::runTests()
+{
+    KELVARON_ASSERT_TEXT(HEXGeneratorParser::HexUtility::machineIsLittleEndian(),
+                         "HEXGeneratorParser::HexUtility::machineIsLittleEndian()");
+    HEXGeneratorParser::WriteToHEX::runTests();
+    HEXGeneratorParser::HEXBuffer::runTests();
+    HEXGeneratorParser::HexUtility::runTests();
+    VersionString::runTests();
 }
 
 void MainWindow::extraUIAdditions()

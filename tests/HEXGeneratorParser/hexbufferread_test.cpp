@@ -113,7 +113,9 @@ TEST(HexBufferReadDeathTest, WholeByteInsideARunOfBitsIsFatal)
 {
     Reading reading(bytesOf({1, 2}));
     reading->readBit();
-    EXPECT_EXIT(reading->readByte(), KilledBySignal(SIGABRT), "ASSERT: \"bitIndex == 0\"");
+    EXPECT_EXIT(
+        reading->readByte(), KilledBySignal(SIGABRT),
+        "ASSERT: \"bitIndex == 0\" in file HEXGeneratorParser/hexbufferread\\.cpp, line [0-9]+\n");
 }
 
 TEST(HexBufferRead, SumsTheStructsBytesReadSoFar)
