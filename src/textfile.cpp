@@ -90,6 +90,9 @@ bool TextFile::write(const QString& path, const QString& text)
 
 bool TextFile::writeBytes(const QString& path, const QByteArray& bytes)
 {
+    if (bytes.size() > largestFile) {
+        return false; // it could not be read again
+    }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         return false;

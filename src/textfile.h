@@ -8,7 +8,7 @@
 /// Text files of this program: UTF-8 in every locale, lines ended by a line feed.
 namespace TextFile
 {
-/// The largest file that is read, in bytes; nothing that belongs here comes near it.
+/// The largest file that is read or written, in bytes; nothing that belongs here comes near it.
 constexpr qint64 largestFile = 16 * 1024 * 1024;
 
 /// The whole text of a file with carriage returns dropped; nothing when it cannot be opened or is
@@ -29,7 +29,8 @@ QString decodedStart(const QByteArray& bytes);
 /// The lines of a text; a line feed at the very end does not open another line.
 QStringList splitLines(const QString& text);
 
-/// Writes a file whole or not at all: on false an older file of that name is untouched.
+/// Writes a file whole or not at all: on false an older file of that name is untouched. A text larger
+/// than `largestFile` is not written.
 bool write(const QString& path, const QString& text);
 
 /// The same with bytes as they stand.

@@ -125,6 +125,17 @@ TEST_F(TextFileTest, ReadsNothingFromAFileThatIsFarTooLarge)
     EXPECT_FALSE(TextFile::read(path("a.txt")).has_value());
 }
 
+TEST_F(TextFileTest, WritesWhatCanBeReadAgainAndNothingLarger)
+{
+    const QByteArray largest(static_cast<int>(TextFile::largestFile), 'x');
+    EXPECT_TRUE(TextFile::writeBytes(path("a.txt"), largest));
+    EXPECT_EQ(TextFile::readUtf8(path("a.txt")), largest);
+    EXPECT_FALSE(TextFile::writeBytes(path("a.txt"), largest + 'y'));
+    EXPECT_EQ(TextFile::readUtf8(path("a.txt")), largest) << "the older file";
+    EXPECT_FALSE(TextFile::write(path("b.txt"), QString(largest.size() / 2 + 1, QChar(0xE4))));
+    EXPECT_FALSE(QFile::exists(path("b.txt")));
+}
+
 TEST_F(TextFileTest, SplitsLines)
 {
     EXPECT_EQ(TextFile::splitLines("a\nb\n"), QStringList({"a", "b"}));
