@@ -1,7 +1,10 @@
 #include "mainwindow.h"
 
 #include "CBGenerator/generator.h"
+#include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexmanager.h"
+#include "HEXGeneratorParser/hexutility.h"
+#include "HEXGeneratorParser/writetohex.h"
 #include "buildconstants.h"
 #include "fatalassertion.h"
 #include "firmware/finishingrun.h"
@@ -15,6 +18,7 @@
 #include "transfer/comdevicewatcher.h"
 #include "transfer/portturns.h"
 #include "ui_mainwindow.h"
+#include "versionstring.h"
 #include "widgets/elidedlabel.h"
 #include "widgets/fittedfont.h"
 #include "widgets/menukey.h"
@@ -33,6 +37,16 @@ MainWindow::~MainWindow()
 {
     FatalAssertion::setLastStep({}); // it would use this window
     FirmwareTool::FinishingRun::waitForAll();
+}
+
+void MainWindow::runTests()
+{
+    KELVARON_ASSERT_TEXT(HEXGeneratorParser::HexUtility::machineIsLittleEndian(),
+                         "HEXGeneratorParser::HexUtility::machineIsLittleEndian()");
+    HEXGeneratorParser::WriteToHEX::runTests();
+    HEXGeneratorParser::HEXBuffer::runTests();
+    HEXGeneratorParser::HexUtility::runTests();
+    VersionString::runTests();
 }
 
 void MainWindow::extraUIAdditions()

@@ -73,8 +73,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    // The steps of start-up, in their order (startup.cpp).
     void runTests();
+
+    // The steps of start-up, in their order (startup.cpp).
     void setWorkingDirectory();
     bool createRequiredFiles();
     void extract(const KelvaronBundle& bundle);

@@ -2,10 +2,8 @@
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/schemacheck.h"
-#include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexmanager.h"
 #include "HEXGeneratorParser/hexutility.h"
-#include "HEXGeneratorParser/writetohex.h"
 #include "KelvaronBundle/bundlechooser.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "applicationglobalmap.h"
@@ -61,9 +59,9 @@ const QString bundleVersionKey = QStringLiteral("bundle_version");
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
 {
+    runTests(); // a failing check ends the process without a message box
     FatalAssertion::setLastStep(
         [this](const FatalAssertion::Report& report) { endOnFatalAssertion(report); });
-    runTests();
     setWorkingDirectory();
     seat = std::make_unique<FolderSeat>(QStringLiteral("."));
     createRequiredFiles();
@@ -82,16 +80,6 @@ MainWindow::MainWindow(QWidget* parent)
     if (QCoreApplication::arguments().contains(QStringLiteral("-f"))) {
         runFirmwareToolOnly();
     }
-}
-
-void MainWindow::runTests()
-{
-    KELVARON_ASSERT_TEXT(HEXGeneratorParser::HexUtility::machineIsLittleEndian(),
-                         "HEXGeneratorParser::HexUtility::machineIsLittleEndian()");
-    HEXGeneratorParser::WriteToHEX::runTests();
-    HEXGeneratorParser::HEXBuffer::runTests();
-    HEXGeneratorParser::HexUtility::runTests();
-    VersionString::runTests();
 }
 
 void MainWindow::setWorkingDirectory()

@@ -13,6 +13,8 @@
 
 namespace
 {
+const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
+
 std::optional<QByteArray> readAll(const QString& path)
 {
     QFile file(path);
@@ -40,7 +42,7 @@ std::optional<QString> TextFile::read(const QString& path)
     if (!bytes) {
         return std::nullopt;
     }
-    QString text = decoded(*bytes);
+    QString text = decodedStart(*bytes);
     text.remove(QLatin1Char('\r'));
     return text;
 }
@@ -51,9 +53,8 @@ std::optional<QByteArray> TextFile::readUtf8(const QString& path)
     if (!text) {
         return std::nullopt;
     }
-    const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
     if (text->startsWith(byteOrderMark) || !isUtf8(*text)) {
-        text = decoded(*text).toUtf8();
+        text = decodedStart(*text).toUtf8();
     }
     // The C library looks through many bytes at once.
     if (std::memchr(text->constData(), '\r', static_cast<std::size_t>(text->size())) != nullptr) {
@@ -63,6 +64,15 @@ std::optional<QByteArray> TextFile::readUtf8(const QString& path)
 }
 
 QString TextFile::decoded(const QByteArray& bytes)
+{
+    QString text = decodedStart(bytes);
+    if (bytes.startsWith(byteOrderMark)) {
+        text.prepend(QChar(QChar::ByteOrderMark));
+    }
+    return text;
+}
+
+QString TextFile::decodedStart(const QByteArray& bytes)
 {
     return QString::fromUtf8(bytes.constData(), bytes.size());
 }
@@ -97,6 +107,9 @@ bool TextFile::writeTogether(const QVector<Content>& files, QString* error)
         return false;
     };
     for (const Content& content : files) {
+        if (content.bytes.size() > largestFile) {
+            return fail(QStringLiteral("The file would be too large to be read again"));
+        }
         written.push_back(std::make_unique<QSaveFile>(content.path));
         QSaveFile& file = *written.back();
         if (!file.open(QIODevice::WriteOnly)) {

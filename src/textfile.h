@@ -9,7 +9,7 @@
 /// Text files of this program: UTF-8 in every locale, lines ended by a line feed.
 namespace TextFile
 {
-/// The largest file that is read, in bytes; nothing that belongs here comes near it.
+/// The largest file that is read or written, in bytes; nothing that belongs here comes near it.
 constexpr qint64 largestFile = 16 * 1024 * 1024;
 
 /// The whole text of a file with carriage returns dropped; nothing when it cannot be opened or is
@@ -20,14 +20,18 @@ std::optional<QString> read(const QString& path);
 /// large files: nothing is converted that need not be.
 std::optional<QByteArray> readUtf8(const QString& path);
 
-/// The text of UTF-8 bytes, what stands behind a zero byte included.
+/// The text of UTF-8 bytes, what stands behind a zero byte included. A byte order mark is a character
+/// like others.
 QString decoded(const QByteArray& bytes);
+
+/// The same at the start of a file, where one byte order mark does not belong to the text.
+QString decodedStart(const QByteArray& bytes);
 
 /// The lines of a text; a line feed at the very end does not open another line.
 QStringList splitLines(const QString& text);
 
-/// Writes a file whole or not at all: on false an older file of that name is untouched. `error`, if
-/// given, receives the system's reason for a failure.
+/// Writes a file whole or not at all: on false an older file of that name is untouched, and `error`, if
+/// given, receives the reason. A text larger than `largestFile` is not written.
 bool write(const QString& path, const QString& text, QString* error = nullptr);
 
 /// The same with unchanged bytes.

@@ -4,10 +4,20 @@
 #include "standardoutput.h"
 
 #include <QRegularExpression>
-#include <QStringList>
 
 #include <algorithm>
-#include <limits>
+
+namespace
+{
+QString withoutLeadingZeros(const QString& digits)
+{
+    int zeros = 0;
+    while (zeros < digits.size() - 1 && digits.at(zeros) == QLatin1Char('0')) {
+        ++zeros;
+    }
+    return digits.mid(zeros);
+}
+} // namespace
 
 VersionString::VersionString(const QString& text) : versionString(text)
 {
@@ -27,9 +37,7 @@ void VersionString::compileVersionString()
                          R"(this->versionString.contains(QRegExp("^(\\d+\\.)*\\d+$")))");
     const QStringList parts = versionString.split(QLatin1Char('.'));
     for (const QString& part : parts) {
-        bool fits = false;
-        const int number = part.toInt(&fits);
-        versionNumbers.append(fits ? number : std::numeric_limits<int>::max());
+        versionNumbers.append(withoutLeadingZeros(part));
     }
 }
 
@@ -37,8 +45,13 @@ int VersionString::compare(const VersionString& other) const
 {
     const int commonLength = std::min(versionNumbers.size(), other.versionNumbers.size());
     for (int i = 0; i < commonLength; ++i) {
-        if (versionNumbers.at(i) != other.versionNumbers.at(i)) {
-            return versionNumbers.at(i) < other.versionNumbers.at(i) ? -1 : 1;
+        const QString& own = versionNumbers.at(i);
+        const QString& others = other.versionNumbers.at(i);
+        if (own != others) {
+            const bool isLess = own.size() != others.size()
+                                    ? own.size() < others.size() // fewer digits
+                                    : own < others;
+            return isLess ? -1 : 1;
         }
     }
     if (versionNumbers.size() == other.versionNumbers.size()) {
@@ -62,11 +75,18 @@ void VersionString::runTests()
     };
     static constexpr Pair ascending[] = {{"1.2.0", "1.2.3"},   {"1.1.2", "1.2.3"},
                                          {"1.5.2", "1.5.2.5"}, {"45", "66"},
-                                         {"1.9", "1.10"},      {"1.2", "1.2.0"}};
-    KELVARON_ASSERT(version("1.2.3").equalTo(version("1.2.3")));
-    KELVARON_ASSERT(version("10").equalTo(version("10")));
+                                         {"1.9", "1.10"},      {"1.2", "1.2.0"},
+                                         {"1.02", "1.3"},      {"1.99999999999", "1.100000000000"}};
+    for (const char* same : {"1.2.3", "10"}) {
+        KELVARON_ASSERT(version(same).equalTo(version(same)));
+    }
+    KELVARON_ASSERT(version("1.02").equalTo(version("1.2")));
     for (const Pair& pair : ascending) {
         KELVARON_ASSERT(version(pair.lesser).lessThan(version(pair.greater)));
         KELVARON_ASSERT(version(pair.greater).greaterThan(version(pair.lesser)));
+        KELVARON_ASSERT(!version(pair.lesser).equalTo(version(pair.greater)));
+    }
+    for (const char* malformed : {"v1.2", "1..2", "1.2.", ""}) {
+        KELVARON_ASSERT(!isDottedVersion(QString::fromLatin1(malformed)));
     }
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QList>
 #include <QString>
+#include <QStringList>
 
 /// A dotted version number such as "1.2.3".
 ///
-/// Parts compare as numbers from the left; a version that only adds parts is the greater one, so
-/// 1.2 is less than 1.2.0.
+/// Parts compare as numbers of any length from the left; a version that only adds parts is the
+/// greater one, so 1.2 is less than 1.2.0.
 class VersionString
 {
 public:
@@ -38,5 +38,5 @@ private:
     void compileVersionString();
 
     QString versionString;
-    QList<int> versionNumbers; ///< the parts; one too large for an int counts as the largest int
+    QStringList versionNumbers; ///< the digits of the parts, without leading zeros
 };

@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTextCodec>
 
+#include <memory>
+
 namespace
 {
 class TextFileTest : public ::testing::Test
@@ -87,6 +89,21 @@ TEST_F(TextFileTest, DropsCarriageReturns)
     EXPECT_EQ(TextFile::read(path("a.txt")), QString("one\ntwo\n\nthree"));
 }
 
+TEST_F(TextFileTest, AByteOrderMarkCountsOnlyAtTheStart)
+{
+    const QByteArray mark = "\xEF\xBB\xBF";
+    for (const QByteArray& text : {QByteArray("a\n"), mark, mark + "a\n" + mark + "b\n" + mark,
+                                   mark + "\xFF" + mark}) { // which is no UTF-8
+        writeBytes(path("a.txt"), mark + text);
+        const std::unique_ptr<QTextDecoder> decoder(
+            QTextCodec::codecForName("UTF-8")->makeDecoder(QTextCodec::IgnoreHeader));
+        const QString kept = decoder->toUnicode(text);
+        EXPECT_EQ(TextFile::read(path("a.txt")), kept);
+        EXPECT_EQ(TextFile::readUtf8(path("a.txt")), kept.toUtf8());
+        EXPECT_EQ(TextFile::decoded(text), kept);
+    }
+}
+
 TEST_F(TextFileTest, EmptyFileIsAnEmptyText)
 {
     writeBytes(path("a.txt"), "");
@@ -106,6 +123,17 @@ TEST_F(TextFileTest, ReadsNothingFromAFileThatIsFarTooLarge)
     EXPECT_EQ(TextFile::read(path("a.txt"))->size(), TextFile::largestFile);
     ASSERT_TRUE(QFile::resize(path("a.txt"), TextFile::largestFile + 1));
     EXPECT_FALSE(TextFile::read(path("a.txt")).has_value());
+}
+
+TEST_F(TextFileTest, WritesWhatCanBeReadAgainAndNothingLarger)
+{
+    const QByteArray largest(static_cast<int>(TextFile::largestFile), 'x');
+    EXPECT_TRUE(TextFile::writeBytes(path("a.txt"), largest));
+    EXPECT_EQ(TextFile::readUtf8(path("a.txt")), largest);
+    EXPECT_FALSE(TextFile::writeBytes(path("a.txt"), largest + 'y'));
+    EXPECT_EQ(TextFile::readUtf8(path("a.txt")), largest) << "the older file";
+    EXPECT_FALSE(TextFile::write(path("b.txt"), QString(largest.size() / 2 + 1, QChar(0xE4))));
+    EXPECT_FALSE(QFile::exists(path("b.txt")));
 }
 
 TEST_F(TextFileTest, SplitsLines)

@@ -47,13 +47,16 @@ TEST_P(VersionStringOrderTest, ComparesBothWays)
     EXPECT_FALSE(greater.lessThanEqualTo(lesser));
 }
 
-INSTANTIATE_TEST_SUITE_P(Pairs, VersionStringOrderTest,
-                         ::testing::Values(Pair{"1.2.0", "1.2.3"}, Pair{"1.1.2", "1.2.3"},
-                                           Pair{"1.5.2", "1.5.2.5"}, Pair{"45", "66"},
-                                           Pair{"1.9", "1.10"}, Pair{"1.2", "1.2.0"},
-                                           Pair{"1.9.9", "2"}, Pair{"0.9", "0.99"},
-                                           Pair{"1.2.3", "1.10"}, Pair{"9", "10"},
-                                           Pair{"1.02", "1.3"}));
+INSTANTIATE_TEST_SUITE_P(
+    Pairs, VersionStringOrderTest,
+    ::testing::Values(Pair{"1.2.0", "1.2.3"}, Pair{"1.1.2", "1.2.3"}, Pair{"1.5.2", "1.5.2.5"},
+                      Pair{"45", "66"}, Pair{"1.9", "1.10"}, Pair{"1.2", "1.2.0"},
+                      Pair{"1.9.9", "2"}, Pair{"0.9", "0.99"}, Pair{"1.2.3", "1.10"},
+                      Pair{"9", "10"}, Pair{"1.02", "1.3"}, Pair{"1.99999999999", "1.100000000000"},
+                      Pair{"2147483647", "2147483648"}, Pair{"4294967295.9", "4294967296"},
+                      Pair{"1.18446744073709551615", "1.18446744073709551616"},
+                      Pair{"1.2", "1.4294967296"}, Pair{"1.0009999999999999", "1.10000000000000"},
+                      Pair{"99999999999", "99999999999.0"}));
 
 TEST(VersionStringTest, EqualTextsAreEqual)
 {
@@ -71,6 +74,9 @@ TEST(VersionStringTest, LeadingZerosDoNotCount)
 {
     EXPECT_TRUE(version("1.02").equalTo(version("1.2")));
     EXPECT_TRUE(version("01.2").equalTo(version("1.2")));
+    EXPECT_TRUE(version("1.000000000000000000000002").equalTo(version("1.2")));
+    EXPECT_TRUE(version("0000.00000000000000").equalTo(version("0.0")));
+    EXPECT_TRUE(version("1.00099999999999").equalTo(version("1.99999999999")));
 }
 
 TEST(VersionStringTest, DoesNotPadWithZeros)
@@ -112,10 +118,13 @@ TEST(VersionStringTest, TellsDottedVersionsOfAnyLength)
     EXPECT_TRUE(VersionString(parts + '1').greaterThan(VersionString(parts + '0')));
 }
 
-TEST(VersionStringTest, PartsTooLargeForAnIntegerAreGreaterThanSmallOnes)
+TEST(VersionStringTest, PartsOfAnyLengthCompareByNumber)
 {
-    EXPECT_TRUE(version("1.99999999999999999999").greaterThan(version("1.2")));
-    EXPECT_TRUE(version("1.4294967296").greaterThan(version("1.2")));
+    const QString nines(50000, '9');
+    const VersionString shorter("1." + nines);
+    EXPECT_TRUE(shorter.lessThan(VersionString("1.1" + QString(50000, '0'))));
+    EXPECT_TRUE(shorter.greaterThan(VersionString("1.8" + nines.mid(1))));
+    EXPECT_TRUE(shorter.equalTo(VersionString("1.000" + nines)));
 }
 
 TEST(VersionStringTest, SelfCheckPasses)

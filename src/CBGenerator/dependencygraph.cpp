@@ -20,13 +20,7 @@ DependencyGraph::DependencyGraph(const StructSettings& settings)
             starts.append(setting);
         }
         for (const Formula* formula : formulas) {
-            QSet<const StructSetting*> known; // a formula follows a setting once
-            formula->visitSettings([&](StructSetting* named) {
-                if (!known.contains(named)) {
-                    known.insert(named);
-                    followed[setting].append(named);
-                }
-            });
+            formula->visitSettings([&](StructSetting* named) { followed[setting].append(named); });
         }
     }
 }

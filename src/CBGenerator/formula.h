@@ -46,10 +46,12 @@ public:
     /// True when the value cannot change: no setting is named.
     bool isPlainNumber() const { return constant.has_value(); }
 
-    /// Has every setting that the formula names report its changes to this formula.
+    /// Has every setting that the formula names report its changes to this formula, once for each
+    /// time that it is named. Called once for a tree.
     void attachSettingValueChangedSignals();
 
-    /// Calls `visit` with every setting that the formula names; nullptr for an unknown name.
+    /// Calls `visit` with every setting that the formula names, each time that it is named; nullptr
+    /// for an unknown name.
     void visitSettings(const std::function<void(StructSetting*)>& visit) const;
 
     /// For messages: the formula's text and the setting that it belongs to.

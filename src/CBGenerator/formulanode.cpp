@@ -68,9 +68,8 @@ double FormulaNodeVar::evaluate() const
 void FormulaNodeVar::attachSettingValueChangedSignals(Formula* formula)
 {
     if (setting != nullptr) {
-        // Unique, so that "a + a" does not re-clamp its owner twice for one change.
         connect(setting, &StructSetting::numValueChanged, formula,
-                &Formula::on_memberSettingValueChanged, Qt::UniqueConnection);
+                &Formula::on_memberSettingValueChanged);
     }
 }
 

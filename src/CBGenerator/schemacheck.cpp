@@ -40,8 +40,8 @@ void checkNoLoop(DependencyGraph& graph)
     KELVARON_ASSERT_TEXT(loops.isEmpty(), "formulas do not form a loop");
 }
 
-/// Every formula that follows a changed setting changes its own; where settings follow each other by
-/// several formulas the changes multiply from one to the next.
+/// A formula changes its own setting once for each time that it names the changed one; where formulas
+/// name a setting several times the changes multiply from one to the next.
 void checkNoAvalanche(const DependencyGraph& graph)
 {
     const StructSetting* setting = graph.findAvalanche();

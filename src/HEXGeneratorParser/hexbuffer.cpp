@@ -214,6 +214,18 @@ void HEXBuffer::runTests()
     });
     KELVARON_ASSERT(closedEmpty == bytes({0xFF, 0xFF, 0xFF, 0x00}));
 
+    const QByteArray closedAfterTwo = contentOf([&](HEXBuffer& buffer) {
+        buffer.appendBytes(bytes({1, 2}));
+        buffer.finishWritingStruct();
+    });
+    KELVARON_ASSERT(closedAfterTwo == bytes({1, 2, 0xFF, 0x00}));
+
+    const QByteArray closedAfterThree = contentOf([&](HEXBuffer& buffer) {
+        buffer.appendBytes(bytes({1, 2, 3}));
+        buffer.finishWritingStruct();
+    });
+    KELVARON_ASSERT(closedAfterThree == bytes({1, 2, 3, 0x00}));
+
     const QByteArray twoStructs = contentOf([](HEXBuffer& buffer) {
         buffer.appendByte(0x10);
         buffer.finishWritingStruct();

@@ -54,8 +54,7 @@ quint64 HexBufferRead::readData(const QString& dataType)
 
 QString HexBufferRead::readString(int length)
 {
-    const QByteArray bytes = readBytes(length);
-    return QString::fromUtf8(bytes.constData()); // up to the first zero
+    return HexUtility::byteBufferToText(readBytes(length));
 }
 
 bool HexBufferRead::readBit()

@@ -11,7 +11,6 @@
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
-#include "widgets/exportfilename.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -118,10 +117,13 @@ void HEXManager::importProfiles(const QString& fileName)
 
 void HEXManager::on_exportAsHEXButtonClicked()
 {
-    const QString fileName = askExportFileName();
+    const QString fileName = QFileDialog::getSaveFileName(
+        parentWidget, QStringLiteral("Select HEX File to Export Profiles"), lastUsedDirectory,
+        fileFilter);
     if (fileName.isEmpty()) {
         return;
     }
+    updateLastUsedDirectory(fileName);
     if (getCurrentNumProfiles() > numProfilesAllowed) {
         showExportStatus(
             QStringLiteral("You currently have %1 profiles, but only %2 profiles can be exported "
@@ -138,18 +140,6 @@ void HEXManager::on_exportAsHEXButtonClicked()
             ? QStringLiteral("The profiles have been successfully exported!")
             : QStringLiteral(
                 "An error occured while exporting profiles to HEX. Please try again."));
-}
-
-QString HEXManager::askExportFileName()
-{
-    const QString chosen = QFileDialog::getSaveFileName(
-        parentWidget, QStringLiteral("Select HEX File to Export Profiles"), lastUsedDirectory,
-        fileFilter);
-    if (chosen.isEmpty()) {
-        return {};
-    }
-    updateLastUsedDirectory(chosen);
-    return ExportFileName::complete(parentWidget, chosen, QStringLiteral("hex"));
 }
 
 void HEXManager::showExportStatus(const QString& text)

@@ -71,7 +71,6 @@ public slots:
 
 private:
     void updateLastUsedDirectory(const QString& fileName);
-    QString askExportFileName();
     QList<const ProfileSettings*> profiles() const;
     QList<HParser::StructSettings*> structs() const;
     void showExportStatus(const QString& text);

@@ -5,6 +5,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "fatalassertion.h"
+#include "textfile.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -93,6 +94,12 @@ bool HexUtility::byteBufferToBool(const QByteArray& bytes)
     return !bytes.isEmpty() && bytes.at(0) != 0;
 }
 
+QString HexUtility::byteBufferToText(const QByteArray& bytes)
+{
+    const uint length = qstrnlen(bytes.constData(), static_cast<uint>(bytes.size()));
+    return TextFile::decoded(bytes.left(static_cast<int>(length)));
+}
+
 double HexUtility::applyDisplayFormula(qint64 raw, const HParser::StructSetting* setting)
 {
     return static_cast<double>(raw) * setting->scaleFactor->toString().toDouble();
@@ -119,6 +126,7 @@ void HexUtility::runTests()
         KELVARON_ASSERT(sizeOf(type) == 4);
     }
     KELVARON_ASSERT(sizeOf("Unsigned Char") == 0);
+    KELVARON_ASSERT(sizeOf("") == 0);
 
     KELVARON_ASSERT(getChecksumFromChecksumTotal(0x10203040) == 0xC0);
     KELVARON_ASSERT(getChecksumFromChecksumTotal(0x11223300) == 0x00);
@@ -131,5 +139,10 @@ void HexUtility::runTests()
     QByteArray words("\x03\x05\xB0\x00\x05\x43\xFF\x00", 8);
     fixBytesAlignment(reinterpret_cast<unsigned char*>(words.data()), words.size());
     KELVARON_ASSERT(words == QByteArray("\xB0\x05\x03\x00\xFF\x43\x05\x00", 8));
+
+    KELVARON_ASSERT(byteBufferToNum(QByteArray("\xFF\xFF")) == 65535);
+    KELVARON_ASSERT(byteBufferToNum({}) == 0);
+    KELVARON_ASSERT(byteBufferToBool(QByteArray(1, '\2')));
+    KELVARON_ASSERT(!byteBufferToBool(QByteArray(1, '\0')));
 }
 } // namespace HEXGeneratorParser

@@ -48,6 +48,9 @@ public:
     /// True when the first byte is not zero.
     static bool byteBufferToBool(const QByteArray& bytes);
 
+    /// The UTF-8 text up to the first zero, all of it when there is none.
+    static QString byteBufferToText(const QByteArray& bytes);
+
     /// The value of a stored number. The scale factor is the text of its formula as a number: a
     /// formula that is more than a number counts as 0.
     static double applyDisplayFormula(qint64 raw, const HParser::StructSetting* setting);

@@ -78,7 +78,7 @@ QString readBitsValue(HexBufferRead& buffer, const StructSetting& setting)
         return flagText(HexUtility::byteBufferToBool(bits));
     case StructSetting::STRING:
     case StructSetting::LIST:
-        return QString::fromUtf8(bits.constData()); // up to the first zero
+        return HexUtility::byteBufferToText(bits);
     case StructSetting::UNKNOWN:
         break;
     }

@@ -22,8 +22,6 @@ const QLatin1String keyBlockLine("...");
 // A device description, a schema and the checksums: with fewer nothing is there to be used.
 constexpr int fewestSections = 3;
 
-const QByteArray byteOrderMark = QByteArrayLiteral("\xEF\xBB\xBF");
-
 QRegExp keyValuePattern()
 {
     return QRegExp(QStringLiteral("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$"));
@@ -55,7 +53,8 @@ KeyBlock readKeyBlock(const QString& path)
         if (bytes.endsWith('\n')) {
             bytes.chop(1);
         }
-        const QString line = TextFile::decoded(bytes);
+        const QString line =
+            lineNumber == 0 ? TextFile::decodedStart(bytes) : TextFile::decoded(bytes);
         ++lineNumber;
         if (block.firstLine > 0 && line == keyBlockLine) {
             break;
@@ -203,12 +202,7 @@ bool KelvaronBundle::checksumsMatch() const
 
 QString KelvaronBundle::getFile(int index) const
 {
-    const QByteArray bytes = bytesOf(index);
-    QString text = TextFile::decoded(bytes);
-    if (bytes.startsWith(byteOrderMark)) {
-        text.prepend(QChar(QChar::ByteOrderMark)); // a character like others inside the bundle
-    }
-    return text;
+    return TextFile::decoded(bytesOf(index));
 }
 
 QString KelvaronBundle::getMarker(int index) const
@@ -237,7 +231,8 @@ QString KelvaronBundle::getBundleVersion(const QString& path)
     }
     const QString fileName = QFileInfo(path).fileName();
     static const QRegularExpression versionedName(
-        QStringLiteral("([0-9]+\\.)*[0-9]+.*\\.kelvaron"));
+        QStringLiteral("([0-9]+\\.)*[0-9]+.*\\.kelvaron"),
+        QRegularExpression::DotMatchesEverythingOption); // a name may hold a line feed
     static const QRegularExpression dottedNumber(QStringLiteral("([0-9]+\\.)*[0-9]+"));
     if (versionedName.match(fileName).hasMatch()) {
         return dottedNumber.match(fileName).captured(0);

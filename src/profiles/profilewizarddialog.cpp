@@ -32,12 +32,13 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
 
 ProfileWizardDialog::~ProfileWizardDialog()
 {
-    clearForm(); // the editors go before the profile that they are bound to
+    clearForm(); // the editors let go of the profile before it goes
 }
 
 void ProfileWizardDialog::askTitlesWizard()
 {
     clearForm();
+    SettingsGridScroll::undress(ui->gridScroll);
     profile = std::make_unique<ProfileSettings>();
     ui->backButton->setEnabled(false);
     ui->nextButton->setText(QStringLiteral("Next >"));
@@ -65,10 +66,10 @@ void ProfileWizardDialog::askSettingsWizard()
 {
     clearForm();
     ui->chemistryLabel->setText(QStringLiteral("- ") + profile->chemistry);
-    auto* scroll = new SettingsGridScroll(profile->settings, nullptr);
-    grid = scroll->getGrid();
-    ui->containerLayout->setAlignment({});
-    ui->containerLayout->addWidget(scroll);
+    SettingsGridScroll::dress(ui->gridScroll);
+    grid = new SettingsGridLayout(profile->settings, ui->horizontalLayoutWidget);
+    ui->containerLayout->addLayout(grid);
+    ui->containerLayout->setAlignment(grid, Qt::AlignLeft);
     grid->startEditing();
     grid->focusFirstEditor();
 }
@@ -108,11 +109,17 @@ void ProfileWizardDialog::saveSettings()
 
 void ProfileWizardDialog::clearForm()
 {
-    grid = nullptr;
+    if (grid != nullptr) {
+        grid->clearGrid();
+        grid->deleteLater();
+        grid = nullptr;
+    }
     chemistryBox = nullptr;
-    while (QLayoutItem* item = ui->containerLayout->takeAt(0)) {
-        delete item->widget();
-        delete item;
+    for (int i = 0; i < ui->containerLayout->count(); ++i) {
+        if (QWidget* widget = ui->containerLayout->itemAt(i)->widget()) {
+            widget->hide(); // the next page is shown before it goes
+            widget->deleteLater();
+        }
     }
 }
 

@@ -19,7 +19,8 @@ GlobalSettingsDialog::GlobalSettingsDialog(ProfileSettings* settingsToEdit, QWid
     setWindowTitle(QStringLiteral("Global Settings Editor"));
     setWindowModality(Qt::ApplicationModal);
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
-                   | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+                   | Qt::WindowSystemMenuHint);
+    SettingsGridScroll::dress(ui->gridScroll);
     show();
     connect(ui->okPushButton, &QPushButton::clicked, this,
             &GlobalSettingsDialog::on_okButtonClicked);
@@ -32,11 +33,13 @@ GlobalSettingsDialog::~GlobalSettingsDialog() = default;
 
 void GlobalSettingsDialog::inflateGrid()
 {
-    delete scroll;
-    scroll = new SettingsGridScroll(globalSettings->settings, nullptr);
-    grid = scroll->getGrid();
-    ui->containerLayout->addWidget(scroll);
-    scroll->show(); // now, not from the event loop: a hidden editor takes no focus
+    if (grid != nullptr) {
+        grid->clearGrid();
+        grid->deleteLater();
+    }
+    grid = new SettingsGridLayout(globalSettings->settings, ui->verticalLayoutWidget);
+    ui->containerLayout->addLayout(grid);
+    ui->containerLayout->setAlignment(grid, Qt::AlignTop | Qt::AlignLeft);
     grid->startEditing();
     grid->focusFirstEditor();
 }

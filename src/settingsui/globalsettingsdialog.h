@@ -6,7 +6,6 @@
 
 class ProfileSettings;
 class SettingsGridLayout;
-class SettingsGridScroll;
 
 namespace Ui
 {
@@ -41,6 +40,5 @@ private:
 
     std::unique_ptr<Ui::GlobalSettingsDialog> ui;
     ProfileSettings* globalSettings;
-    SettingsGridScroll* scroll = nullptr; ///< in the form's container
-    SettingsGridLayout* grid = nullptr;   ///< in `scroll`
+    SettingsGridLayout* grid = nullptr; ///< in the form's container
 };

@@ -8,11 +8,17 @@ SettingsCheckBox::SettingsCheckBox(QWidget* parent) : QCheckBox(parent)
     connect(this, &QCheckBox::clicked, this, &SettingsCheckBox::on_clicked);
 }
 
-void SettingsCheckBox::bindSetting(HParser::StructSetting* boundSetting)
+void SettingsCheckBox::unbindSetting()
 {
     if (setting != nullptr) {
         setting->disconnect(this);
     }
+    setting = nullptr;
+}
+
+void SettingsCheckBox::bindSetting(HParser::StructSetting* boundSetting)
+{
+    unbindSetting();
     setting = boundSetting;
     updateView();
     connect(setting, &HParser::StructSetting::enableView, this, &SettingsCheckBox::on_enableView);

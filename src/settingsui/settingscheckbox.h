@@ -19,6 +19,9 @@ public:
     /// Shows and edits this setting from now on.
     void bindSetting(HParser::StructSetting* boundSetting);
 
+    /// Shows and stores nothing from now on.
+    void unbindSetting();
+
     void saveSetting(bool on);
 
 public slots:

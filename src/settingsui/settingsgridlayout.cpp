@@ -8,6 +8,8 @@
 
 #include <QWidget>
 
+#include <algorithm>
+
 using HParser::StructSetting;
 using HParser::StructSettings;
 
@@ -35,8 +37,9 @@ void copyValues(const StructSettings& from, const StructSettings& to)
 } // namespace
 
 SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* parent)
-    : QGridLayout(parent), settings(structSettings)
+    : parentOfWidgets(parent), settings(structSettings)
 {
+    setContentsMargins(9, 9, 0, 9); // the units have room on their right
     setHorizontalSpacing(3);
     setColumnMinimumWidth(2, 3);
     setColumnMinimumWidth(SettingsGridRow::unitsColumn, 46);
@@ -93,21 +96,31 @@ SettingsGridRow SettingsGridLayout::takeRow(SettingsGridRow::Kind kind,
             }
         }
     }
-    return found < 0 ? SettingsGridRow(kind, this) : unused->takeAt(found);
+    return found < 0 ? SettingsGridRow(kind, this, parentOfWidgets) : unused->takeAt(found);
 }
 
 void SettingsGridLayout::placeRows()
 {
-    QWidget* previous = nullptr;
     bool isOrderChanged = false;
     for (int i = 0; i < rows.size(); ++i) {
         isOrderChanged = isOrderChanged || rows.at(i).getNumber() != i;
         rows[i].placeAt(i);
-        QWidget* editor = rows.at(i).getEditor();
+    }
+    if (isOrderChanged) {
+        orderWidgets();
+    }
+}
+
+void SettingsGridLayout::orderWidgets()
+{
+    QWidget* previous = nullptr;
+    for (SettingsGridRow& row : rows) {
+        row.raise();
+        QWidget* editor = row.getEditor();
         if (editor == nullptr) {
             continue;
         }
-        if (isOrderChanged && previous != nullptr) {
+        if (previous != nullptr) {
             QWidget::setTabOrder(previous, editor);
         }
         previous = editor;
@@ -156,10 +169,9 @@ void SettingsGridLayout::startEditing()
 
 void SettingsGridLayout::cancelSettings()
 {
-    // The editors go first: one that loses the focus later would store its text once more.
-    clearGrid();
     restoreBackedUpSettings();
     backup.reset();
+    clearGrid();
     inflateGrid();
 }
 
@@ -227,24 +239,27 @@ void SettingsGridLayout::hideEverything(bool hide)
     }
 }
 
+QWidget* SettingsGridLayout::firstEditor() const
+{
+    const auto found = std::find_if(rows.cbegin(), rows.cend(), [](const SettingsGridRow& row) {
+        return row.getEditor() != nullptr;
+    });
+    return found != rows.cend() ? found->getEditor() : nullptr;
+}
+
 QWidget* SettingsGridLayout::lastEditor() const
 {
-    QWidget* last = nullptr;
-    const QList<QWidget*> widgets = gridWidgets();
-    for (QWidget* widget : widgets) {
-        if (widget->focusPolicy() != Qt::NoFocus) {
-            last = widget;
-        }
-    }
-    return last;
+    const auto found = std::find_if(rows.crbegin(), rows.crend(), [](const SettingsGridRow& row) {
+        return row.getEditor() != nullptr;
+    });
+    return found != rows.crend() ? found->getEditor() : nullptr;
 }
 
 void SettingsGridLayout::focusFirstEditor()
 {
-    const QList<QWidget*> widgets = gridWidgets();
-    for (QWidget* widget : widgets) {
-        if (widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus) {
-            widget->setFocus();
+    for (const SettingsGridRow& row : qAsConst(rows)) {
+        if (row.getEditor() != nullptr && row.getEditor()->isEnabled()) {
+            row.getEditor()->setFocus();
             return;
         }
     }

@@ -24,8 +24,8 @@ class SettingsGridLayout : public QGridLayout
     Q_OBJECT
 
 public:
-    /// `structSettings` is borrowed and must outlive the grid's widgets. `parent` becomes the
-    /// parent of the widgets.
+    /// `structSettings` is borrowed and must outlive the grid's widgets, which become children of
+    /// `parent`. The grid itself is in no layout yet: that of `parent` or one inside it takes it.
     SettingsGridLayout(HParser::StructSettings* structSettings, QWidget* parent);
     ~SettingsGridLayout() override;
 
@@ -51,7 +51,7 @@ public:
 
     void setGridEnabled(bool enabled);
 
-    /// Deletes all widgets of the grid.
+    /// Empties the grid and schedules its widgets for deletion.
     void clearGrid();
 
     void hideEverything(bool hide);
@@ -59,16 +59,19 @@ public:
     /// Puts the keyboard focus into the first enabled editor.
     void focusFirstEditor();
 
-    /// The editor furthest down, which the Tab key reaches last; nullptr in an empty grid.
+    /// The editors that the Tab key reaches first and last; nullptr in a grid without any.
+    QWidget* firstEditor() const;
     QWidget* lastEditor() const;
 
 private:
     void inflateGrid();
     SettingsGridRow takeRow(SettingsGridRow::Kind kind, QVector<SettingsGridRow>* unused);
     void placeRows();
+    void orderWidgets();
     void commitFocusedEditor();
     QList<QWidget*> gridWidgets() const;
 
+    QWidget* parentOfWidgets;
     QPointer<HParser::StructSettings> settings;
     QVector<SettingsGridRow> rows;                       ///< from top to bottom
     QVector<SettingsGridRow> spareRows;                  ///< not shown, for other structs

@@ -12,42 +12,47 @@ using HParser::StructSetting;
 
 namespace
 {
-constexpr int editorWidth = 110; // a number of 6 digits with sign and exponent
+constexpr int editorWidth = 137; // a text of 15 characters; the grid still fits beside the list
 
 QFont gridFont()
 {
     return QFont(QStringLiteral("Lucida Grande"), 11);
 }
 
-QLabel* newLabel()
+QLabel* newLabel(QWidget* parent)
 {
-    auto* label = new QLabel;
+    auto* label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
     label->setFont(gridFont());
     return label;
 }
 
-QWidget* newEditor(SettingsGridRow::Kind kind)
+QWidget* newPlainEditor(SettingsGridRow::Kind kind, QWidget* parent)
 {
     switch (kind) {
     case SettingsGridRow::ADVANCED_TOGGLE:
-        return new AdvancedModeToggleCheckBox;
+        return new AdvancedModeToggleCheckBox(parent);
     case SettingsGridRow::NUMBER:
     case SettingsGridRow::TEXT: {
-        auto* editor = new SettingsLineEdit;
-        editor->setFont(gridFont());
+        auto* editor = new SettingsLineEdit(parent);
         editor->setMinimumWidth(editorWidth);
         return editor;
     }
-    case SettingsGridRow::FLAG: {
-        auto* editor = new SettingsCheckBox;
-        editor->setFont(gridFont());
-        return editor;
-    }
+    case SettingsGridRow::FLAG:
+        return new SettingsCheckBox(parent);
     case SettingsGridRow::LABEL_ALONE:
         break;
     }
     return nullptr;
+}
+
+QWidget* newEditor(SettingsGridRow::Kind kind, QWidget* parent)
+{
+    QWidget* editor = newPlainEditor(kind, parent);
+    if (editor != nullptr) {
+        editor->setFont(gridFont());
+    }
+    return editor;
 }
 
 /// What is told of an editor beside its name: the units, and the group that the setting belongs to.
@@ -67,14 +72,14 @@ void setLabelText(QLabel* label, const QString& text)
 }
 } // namespace
 
-SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid)
-    : kind(rowKind), grid(settingsGrid), label(newLabel()), editor(newEditor(rowKind))
+SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid, QWidget* parent)
+    : kind(rowKind), grid(settingsGrid), label(newLabel(parent)), editor(newEditor(rowKind, parent))
 {
     if (editor != nullptr) {
         label->setBuddy(editor);
     }
     if (kind == NUMBER) {
-        unitsLabel = newLabel();
+        unitsLabel = newLabel(parent);
     }
     if (kind == ADVANCED_TOGGLE) {
         label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
@@ -93,8 +98,7 @@ void SettingsGridRow::placeAt(int rowNumber)
     grid->addWidget(label, number, labelColumn);
     label->show();
     if (editor != nullptr) {
-        const int columns = kind == TEXT ? unitsColumn - editorColumn + 1 : 1;
-        grid->addWidget(editor, number, editorColumn, 1, columns);
+        grid->addWidget(editor, number, editorColumn);
         editor->show();
     }
     if (unitsLabel != nullptr) {
@@ -109,13 +113,26 @@ void SettingsGridRow::putAside()
         return;
     }
     number = -1;
-    for (QWidget* widget :
-         {static_cast<QWidget*>(label), editor, static_cast<QWidget*>(unitsLabel)}) {
-        if (widget != nullptr) {
-            grid->removeWidget(widget);
-            widget->hide();
-        }
+    const QList<QWidget*> all = widgets();
+    for (QWidget* widget : all) {
+        grid->removeWidget(widget);
+        widget->hide();
     }
+}
+
+void SettingsGridRow::raise()
+{
+    const QList<QWidget*> all = widgets();
+    for (QWidget* widget : all) {
+        widget->raise();
+    }
+}
+
+QList<QWidget*> SettingsGridRow::widgets() const
+{
+    QList<QWidget*> all = {label, editor, unitsLabel};
+    all.removeAll(nullptr);
+    return all;
 }
 
 SettingsGridRow::Kind SettingsGridRow::kindOf(const StructSetting& setting)
@@ -161,7 +178,17 @@ void SettingsGridRow::setName(const QString& name, const QString& description)
 
 void SettingsGridRow::deleteWidgets()
 {
-    delete label;
-    delete editor;
-    delete unitsLabel;
+    // Let go of first: an editor that loses the focus stores its text.
+    if (kind == FLAG) {
+        static_cast<SettingsCheckBox*>(editor)->unbindSetting();
+    } else if (kind == NUMBER || kind == TEXT) {
+        static_cast<SettingsLineEdit*>(editor)->unbindSetting();
+    } else if (kind == ADVANCED_TOGGLE) {
+        static_cast<AdvancedModeToggleCheckBox*>(editor)->bindSettings({}, nullptr);
+    }
+    putAside();
+    const QList<QWidget*> all = widgets();
+    for (QWidget* widget : all) {
+        widget->deleteLater();
+    }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 class QGridLayout;
@@ -14,7 +15,7 @@ class StructSetting;
 /// One row of a settings grid: the label, the editor and the units of one setting. Its widgets can
 /// show other settings of the same kind, which is far cheaper than making new ones.
 ///
-/// The widgets belong to the grid's parent; a copied row is the same row.
+/// The widgets belong to their parent; a copied row is the same row.
 class SettingsGridRow
 {
 public:
@@ -32,14 +33,17 @@ public:
     static constexpr int editorColumn = 3;
     static constexpr int unitsColumn = 5;
 
-    /// Makes the widgets of a row that stands nowhere in the grid yet.
-    SettingsGridRow(Kind kind, QGridLayout* grid);
+    /// Makes the widgets, children of `parent`, of a row that stands nowhere in the grid yet.
+    SettingsGridRow(Kind kind, QGridLayout* grid, QWidget* parent);
 
     /// Shows the widgets in this row of the grid, counted from 0.
     void placeAt(int rowNumber);
 
     /// Takes the widgets out of the grid and hides them.
     void putAside();
+
+    /// Puts the widgets behind all others of their parent in the order that a screen reader reads.
+    void raise();
 
     /// Where the row stands; -1: nowhere.
     int getNumber() const { return number; }
@@ -54,10 +58,12 @@ public:
     /// Shows and edits this setting, which is of the row's kind, from now on.
     void show(HParser::StructSetting* setting);
 
-    /// Deletes the widgets; the row is not to be used any more.
+    /// Takes the widgets out of the grid and schedules them for deletion; from here on they show and
+    /// store nothing. The row is not to be used any more.
     void deleteWidgets();
 
 private:
+    QList<QWidget*> widgets() const;
     void setName(const QString& name, const QString& description);
 
     Kind kind;

@@ -1,7 +1,6 @@
 #include "settingsui/settingsgridscroll.h"
 
-#include "settingsui/settingsgridlayout.h"
-
+#include <QScrollArea>
 #include <QScrollBar>
 
 namespace
@@ -22,24 +21,27 @@ const QString flatScrollBar = QStringLiteral(
     "QScrollBar::handle:horizontal { min-width: 24px; }"
     "QScrollBar::handle:hover { background: rgb(130,130,130); }"
     "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }");
+
+void setStyles(QScrollArea* scroll, const QString& area, const QString& content,
+               const QString& scrollBar)
+{
+    scroll->setStyleSheet(area);
+    scroll->widget()->setStyleSheet(content);
+    scroll->verticalScrollBar()->setStyleSheet(scrollBar);
+    scroll->horizontalScrollBar()->setStyleSheet(scrollBar);
+}
 } // namespace
 
-SettingsGridScroll::SettingsGridScroll(HParser::StructSettings* settings, QWidget* parent)
-    : QScrollArea(parent), grid(fill(this, settings))
+void SettingsGridScroll::dress(QScrollArea* scroll)
 {
-    setAccessibleName(QStringLiteral("Settings"));
-    setAccessibleDescription(QStringLiteral("One setting a row"));
+    setStyles(scroll, QStringLiteral("background-color:white;"), darkTexts, flatScrollBar);
+    scroll->setFrameShape(QFrame::StyledPanel);
+    scroll->setFocusPolicy(Qt::StrongFocus); // scrolls by keys
 }
 
-SettingsGridLayout* SettingsGridScroll::fill(QScrollArea* scroll, HParser::StructSettings* settings)
+void SettingsGridScroll::undress(QScrollArea* scroll)
 {
-    auto* container = new QWidget;
-    container->setStyleSheet(darkTexts);
-    auto* grid = new SettingsGridLayout(settings, container);
-    grid->setSizeConstraint(QLayout::SetFixedSize);
-    scroll->setStyleSheet(QStringLiteral("background-color:white;"));
-    scroll->verticalScrollBar()->setStyleSheet(flatScrollBar);
-    scroll->horizontalScrollBar()->setStyleSheet(flatScrollBar);
-    scroll->setWidget(container);
-    return grid;
+    setStyles(scroll, {}, {}, {});
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
 }

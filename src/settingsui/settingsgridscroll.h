@@ -1,30 +1,13 @@
 #pragma once
 
-#include <QScrollArea>
+class QScrollArea;
 
-class SettingsGridLayout;
-
-namespace HParser
+/// The look of a scroll area that holds a settings grid: white, and texts stay dark in every palette.
+namespace SettingsGridScroll
 {
-class StructSettings;
-}
+/// Dresses the area and the widget that it holds.
+void dress(QScrollArea* scroll);
 
-/// A white scroll area around the settings grid of one struct; texts stay dark in every palette.
-class SettingsGridScroll : public QScrollArea
-{
-    Q_OBJECT
-
-public:
-    /// `settings` is borrowed and must outlive this widget.
-    SettingsGridScroll(HParser::StructSettings* settings, QWidget* parent);
-
-    /// The grid; deleted with this widget.
-    SettingsGridLayout* getGrid() const { return grid; }
-
-    /// A fresh container with the grid of `settings`, put into `scroll`, whose old content is
-    /// deleted. Returns the grid, which lives as long as the container.
-    static SettingsGridLayout* fill(QScrollArea* scroll, HParser::StructSettings* settings);
-
-private:
-    SettingsGridLayout* grid = nullptr;
-};
+/// Gives them the look of the window around them, without a frame.
+void undress(QScrollArea* scroll);
+} // namespace SettingsGridScroll

@@ -15,11 +15,17 @@ SettingsLineEdit::SettingsLineEdit(QWidget* parent) : QLineEdit(parent)
     connect(this, &QLineEdit::editingFinished, this, &SettingsLineEdit::on_editingFinished);
 }
 
-void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
+void SettingsLineEdit::unbindSetting()
 {
     if (setting != nullptr) {
         setting->disconnect(this);
     }
+    setting = nullptr;
+}
+
+void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
+{
+    unbindSetting();
     setting = boundSetting;
     if (validator() == nullptr) {
         addValidator();

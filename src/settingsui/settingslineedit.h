@@ -25,6 +25,9 @@ public:
     /// editor that has shown a number shows numbers only, one that has shown a text shows texts.
     void bindSetting(HParser::StructSetting* boundSetting);
 
+    /// Shows and stores nothing from now on.
+    void unbindSetting();
+
     /// Narrow: the grid gives its editors their width.
     QSize sizeHint() const override;
 

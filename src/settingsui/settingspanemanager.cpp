@@ -89,7 +89,12 @@ void SettingsPaneManager::showGrid()
 {
     HParser::StructSettings* settings = currentProfile->getProfileSettings()->settings;
     if (grid == nullptr) {
-        grid = SettingsGridScroll::fill(ui->containerScroll, settings);
+        auto* container = new QWidget;
+        grid = new SettingsGridLayout(settings, container);
+        grid->setSizeConstraint(QLayout::SetFixedSize);
+        container->setLayout(grid);
+        ui->containerScroll->setWidget(container);
+        SettingsGridScroll::dress(ui->containerScroll);
         return;
     }
     grid->showSettings(settings);
@@ -116,7 +121,8 @@ void SettingsPaneManager::on_editButtonClicked()
     }
     grid->startEditing();
     enableEditing();
-    // The editors are younger than the buttons below them, which the Tab key has to reach last.
+    // The editors are younger than what is above and below them.
+    QWidget::setTabOrder(ui->containerScroll, grid->firstEditor());
     QWidget::setTabOrder(grid->lastEditor(), ui->cancelChangesButton);
     QWidget::setTabOrder(ui->cancelChangesButton, ui->saveChangesButton);
     grid->focusFirstEditor();

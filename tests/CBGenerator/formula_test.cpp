@@ -76,6 +76,22 @@ TEST(FormulaTest, ReportsChangesOnceAttached)
     EXPECT_EQ(changes.count(), 2);
 }
 
+TEST(FormulaTest, ReportsAChangeForEachTimeThatTheSettingIsNamed)
+{
+    const QList<QPair<QString, int>> formulas = {
+        {"a", 1}, {"a + a", 2}, {"a * (b + a) / a", 3}, {"(a - b) * b", 1}, {"b", 0}};
+    for (const auto& expected : formulas) {
+        const auto a = liveSetting(NumLine("a"));
+        const auto b = liveSetting(NumLine("b"));
+        Formula formula(expected.first, nullptr);
+        formula.buildFormulaTree({a.get(), b.get()});
+        formula.attachSettingValueChangedSignals();
+        const QSignalSpy changes(&formula, &Formula::memberSettingChanged);
+        a->setValue(2.0);
+        EXPECT_EQ(changes.count(), expected.second) << expected.first.toStdString();
+    }
+}
+
 TEST(FormulaTest, PassesOnAReportedChange)
 {
     Formula formula("1", nullptr);

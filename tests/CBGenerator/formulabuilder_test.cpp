@@ -173,6 +173,25 @@ TEST(FormulaBuilderTest, LongSumsAreFormulasToo)
     EXPECT_EQ(tree->evaluate(), 1001);
 }
 
+TEST(FormulaBuilderTest, HasFifteenHundredOperatorsOfARank)
+{
+    for (const char* piece : {"1+", "1-", "1*", "1/"}) {
+        EXPECT_NE(FormulaBuilder({}).buildTree(QString(piece).repeated(1500) + '1'), nullptr);
+        EXPECT_EQ(FormulaBuilder({}).buildTree(QString(piece).repeated(1501) + '1'), nullptr);
+    }
+}
+
+TEST(FormulaBuilderTest, HasSevenHundredAndFiftyGroupsInEachOther)
+{
+    const auto nested = [](int depth) {
+        return QString("1+(").repeated(depth) + '1' + QString(depth, ')');
+    };
+    const auto tree = FormulaBuilder({}).buildTree(nested(750));
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(tree->evaluate(), 751);
+    EXPECT_EQ(FormulaBuilder({}).buildTree(nested(751)), nullptr);
+}
+
 TEST(FormulaBuilderDeathTest, ThousandsOfOperatorsEndQuickly)
 {
     for (const char* piece : {"1+", "a+", "a*", "a%"}) {

@@ -157,5 +157,5 @@ TEST(FormulaNodeTest, AttachingAnUnknownNameDoesNothing)
 TEST(FormulaNodeDeathTest, EvaluatingAnUnknownNameIsFatal)
 {
     EXPECT_EXIT(FormulaNodeVar(nullptr, "missing").evaluate(), ::testing::KilledBySignal(SIGABRT),
-                "ASSERT: .* in file CBGenerator/formulanode.cpp");
+                "ASSERT: .* in file CBGenerator/formulanode\\.cpp, line [0-9]+\n");
 }

@@ -35,6 +35,17 @@ void expectRefusal(const QStringList& lines, const QStringList& words)
     }
 }
 
+/// Each setting is named twice in one formula of the next.
+QStringList doubleChain(int length)
+{
+    QStringList lines = {NumLine("s0")};
+    for (int i = 1; i <= length; ++i) {
+        const QString previous = QString("s%1").arg(i - 1);
+        lines.append(NumLine(QString("s%1").arg(i)).bounds("0", previous + '+' + previous));
+    }
+    return lines;
+}
+
 /// Settings of which each follows the one before by three formulas.
 QStringList tripleChain(int length)
 {
@@ -103,14 +114,9 @@ TEST(SchemaCheckTest, AcceptsLongChains)
     SchemaCheck::checkFormulas(*parsedStruct(lines));
 }
 
-TEST(SchemaCheckTest, AcceptsLongChainsThatNameASettingSeveralTimesInOneFormula)
+TEST(SchemaCheckTest, AcceptsChainsThatNameASettingTwiceInOneFormula)
 {
-    QStringList lines = {NumLine("s0")};
-    for (int i = 1; i < 500; ++i) {
-        const QString previous = QString("s%1").arg(i - 1);
-        lines.append(NumLine(QString("s%1").arg(i)).bounds("0", previous + '+' + previous));
-    }
-    SchemaCheck::checkFormulas(*parsedStruct(lines));
+    SchemaCheck::checkFormulas(*parsedStruct(doubleChain(12))); // 2^13 - 1 changes
 }
 
 TEST(SchemaCheckTest, AcceptsChangesThatMultiplyALittle)
@@ -159,6 +165,13 @@ TEST(SchemaCheckDeathTest, RefusesChangesThatMultiplyEndlessly)
     expectRefusal(tripleChain(30),
                   {"changes do not multiply endlessly", "Checking struct \"Li Ion\"",
                    "A change sets off more than 10000 others, that of \"Label s"});
+}
+
+TEST(SchemaCheckDeathTest, RefusesChangesThatMultiplyWithinTheFormulas)
+{
+    for (const int length : {13, 500}) { // 2^14 - 1 changes, and far more
+        expectRefusal(doubleChain(length), {"changes do not multiply endlessly"});
+    }
 }
 
 TEST(SchemaCheckDeathTest, RefusesUnknownNamesInEveryFormula)

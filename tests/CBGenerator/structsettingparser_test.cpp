@@ -418,10 +418,10 @@ TEST(StructSettingParserDeathTest, RefusesAnEmptyDeclaration)
 {
     EXPECT_EXIT(
         parse("; // bool, 1, \"A\", G, 1, 0, basic"), KilledBySignal(SIGABRT),
-        "ASSERT: \"variableDeclarationPart.size\\(\\) != 0\" in file CBGenerator/structsetting");
+        "ASSERT: \"variableDeclarationPart.size\\(\\) != 0\" in file CBGenerator/structsetting\\.cpp, line [0-9]+\n");
     EXPECT_EXIT(
         parse(""), KilledBySignal(SIGABRT),
-        "ASSERT: \"variableDeclarationPart.size\\(\\) != 0\" in file CBGenerator/structsetting");
+        "ASSERT: \"variableDeclarationPart.size\\(\\) != 0\" in file CBGenerator/structsetting\\.cpp, line [0-9]+\n");
 }
 
 TEST(StructSettingParserDeathTest, RefusesAnEmptyDescriptor)
@@ -429,7 +429,7 @@ TEST(StructSettingParserDeathTest, RefusesAnEmptyDescriptor)
     for (const char* line : {"char a;", "};", "char a", "// a comment"}) {
         EXPECT_EXIT(
             parse(line), KilledBySignal(SIGABRT),
-            "ASSERT: \"commentDescriptorPart.size\\(\\) != 0\" in file CBGenerator/structsetting")
+            "ASSERT: \"commentDescriptorPart.size\\(\\) != 0\" in file CBGenerator/structsetting\\.cpp, line [0-9]+\n")
             << line;
     }
 }
@@ -450,8 +450,9 @@ TEST(StructSettingParserDeathTest, RefusesTooFewFields)
         const bool isList = pieces.first() == "list";
         for (int count = 1; count < pieces.size() + (isList ? 1 : 0); ++count) {
             const QString line = "char a; // " + QStringList(pieces.mid(0, count)).join(", ");
-            EXPECT_EXIT(parse(line), KilledBySignal(SIGABRT),
-                        "ASSERT: \"index out of range\" in file CBGenerator/structsetting")
+            EXPECT_EXIT(
+                parse(line), KilledBySignal(SIGABRT),
+                "ASSERT: \"index out of range\" in file CBGenerator/structsetting\\.cpp, line [0-9]+\n")
                 << utf8(line);
         }
     }

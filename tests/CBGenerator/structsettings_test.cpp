@@ -177,6 +177,19 @@ TEST(StructSettingsTest, ReclampsForEveryFormula)
     }
 }
 
+TEST(StructSettingsTest, ReclampsForEachTimeThatASettingIsNamed)
+{
+    const QList<QPair<NumLine, int>> lines = {{NumLine("b").bounds("a + a", "100"), 2},
+                                              {NumLine("b").bounds("a", "a * a"), 3},
+                                              {NumLine("b").defaultValue("a + 1 - a - a"), 3}};
+    for (const auto& line : lines) {
+        const auto settings = liveStruct({NumLine("a"), line.first});
+        const QSignalSpy changes(member(*settings, "b"), &StructSetting::numValueChanged);
+        member(*settings, "a")->setValue(5.0);
+        EXPECT_EQ(changes.count(), line.second);
+    }
+}
+
 TEST(StructSettingsTest, VisualIndexFollowsNothing)
 {
     const auto settings = liveStruct({NumLine("a"), NumLine("b").index("a")});

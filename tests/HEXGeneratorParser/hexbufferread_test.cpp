@@ -57,6 +57,12 @@ TEST(HexBufferRead, AnUnknownTypeReadsNothing)
     EXPECT_EQ(reading->readByte(), 7);
 }
 
+TEST(HexBufferRead, AByteOrderMarkIsACharacterOfTheText)
+{
+    Reading reading(bytesOf({0xEF, 0xBB, 0xBF, 0, 'a', 0}));
+    EXPECT_EQ(reading->readString(5), QString(QChar(0xFEFF)) + 'a');
+}
+
 TEST(HexBufferRead, TextEndsAtTheFirstZero)
 {
     Reading reading(bytesOf({'h', 'i', 0, 0, 'x', 9}));
@@ -107,7 +113,9 @@ TEST(HexBufferReadDeathTest, WholeByteInsideARunOfBitsIsFatal)
 {
     Reading reading(bytesOf({1, 2}));
     reading->readBit();
-    EXPECT_EXIT(reading->readByte(), KilledBySignal(SIGABRT), "ASSERT: \"bitIndex == 0\"");
+    EXPECT_EXIT(
+        reading->readByte(), KilledBySignal(SIGABRT),
+        "ASSERT: \"bitIndex == 0\" in file HEXGeneratorParser/hexbufferread\\.cpp, line [0-9]+\n");
 }
 
 TEST(HexBufferRead, SumsTheStructsBytesReadSoFar)

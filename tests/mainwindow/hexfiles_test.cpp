@@ -150,7 +150,7 @@ protected:
     }
 
     /// Loads a profile of this title from an XML file; others than ASCII cannot be typed.
-    void loadProfile(const QString& title)
+    void loadProfile(const QString& title, const QString& appendAnswer = {})
     {
         write("profile.xml",
               ("<KelvaronProfiles><profile id=\"0\" active=\"false\" default=\"false\" "
@@ -162,6 +162,9 @@ protected:
         script().expectFileDialog("Select XML File to Import Profiles",
                                   {"XML files (*.xml)", "Any files (*.*)"}, savedProfiles,
                                   folder.filePath("profile.xml"));
+        if (!appendAnswer.isEmpty()) {
+            expectAppendQuestion(appendAnswer);
+        }
         const QString characters = title.mid(1, 1);
         script().expectMessage("Imported With Changes",
                                "The profiles were imported, but the file does not match the "
@@ -405,21 +408,35 @@ TEST_F(HexFilesTest, TheLastFolderIsOfferedNextTime)
     runImport();
 }
 
-TEST_F(HexFilesTest, ANameWithoutSuffixGetsOne)
-{
-    expectSaveDialog(folder.filePath("mine"), savedProfiles);
-    expectExported();
-    runExport();
-    EXPECT_TRUE(content("mine.hex").endsWith(":00000001FF\n"));
-}
-
-TEST_F(HexFilesTest, AFileThatTheCompletedNameWouldReplaceIsAskedAbout)
+TEST_F(HexFilesTest, TheNameIsTakenAsChosen)
 {
     write("mine.hex", "old");
+    QString offered = savedProfiles;
+    for (const char* name : {"mine", "mine.v2", "mine.txt"}) {
+        expectSaveDialog(folder.filePath(name), offered);
+        expectExported();
+        runExport();
+        offered = folder.path();
+        EXPECT_TRUE(content(name).endsWith(":00000001FF\n")) << name;
+    }
+    EXPECT_EQ(content("mine.hex").toStdString(), "old");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList({"mine", "mine.hex", "mine.txt", "mine.v2"}));
+}
+
+TEST_F(HexFilesTest, TooManyProfilesAreRefusedBeforeAnythingElseIsAsked)
+{
+    for (int i = 0; i < allowed; ++i) {
+        makeProfile("Profile");
+    }
+    loadProfile(QString::fromUtf8("B\xC3\xA4r"), "Add Profiles"); // would be asked about
+    write("mine.hex", "old");
     expectSaveDialog(folder.filePath("mine"), savedProfiles);
-    script().expectQuestion("Replace File?", "mine.hex already exists. Do you want to replace it?",
-                            "No");
+    expectStatus("You currently have 4 profiles, but only 3 profiles can be exported to a single "
+                 "HEX file. Please delete some profiles and try again");
     runExport();
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList({"mine.hex", "profile.xml"}));
     EXPECT_EQ(content("mine.hex").toStdString(), "old");
 }
 
@@ -442,9 +459,9 @@ TEST_F(HexFilesTest, AFullDiskKeepsTheOldFile)
     const QByteArray old = content("mine.hex");
     makeProfile("Second");
     for (const rlim_t limit : {0, 1, 100, 700}) {
-        expectSaveDialog(folder.filePath("mine"), folder.path());
-        script().expectQuestion("Replace File?",
-                                "mine.hex already exists. Do you want to replace it?", "Yes");
+        expectSaveDialog(folder.filePath("mine.hex"), folder.path());
+        script().expectQuestion("Select HEX File to Export Profiles",
+                                "mine.hex already exists.\nDo you want to replace it?", "Yes");
         expectStatus("An error occured while exporting profiles to HEX. Please try again.");
         const FileSizeLimit fullDisk(limit);
         runExport();

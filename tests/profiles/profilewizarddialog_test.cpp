@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QVBoxLayout>
 
 class WizardTest : public ::testing::Test
 {
@@ -54,6 +55,13 @@ protected:
     {
         chemistries()->setCurrentText(chemistry);
         clickOn(next());
+        flushDeletions(); // of the first page
+    }
+
+    void goBack()
+    {
+        clickOn(back());
+        flushDeletions(); // of the second page
     }
 
     QLineEdit* field(const QString& label) const
@@ -209,6 +217,71 @@ TEST_F(WizardTest, EditedAdvancedValuesAreKept)
     EXPECT_TRUE(window.row(0)->getProfileSettings()->settings->getAdvancedSettingsEdited());
 }
 
+TEST_F(WizardTest, PagesAreInTheContainer)
+{
+    auto* container = childNamed<QVBoxLayout>(wizard, "containerLayout");
+    EXPECT_EQ(childNamed<QWidget>(wizard, "horizontalLayoutWidget")->layout(), container);
+    ASSERT_EQ(container->count(), 2);
+    EXPECT_EQ(qobject_cast<QLabel*>(container->itemAt(0)->widget())->text(), "Chemistry:");
+    EXPECT_EQ(container->itemAt(1)->widget(), chemistries());
+    choose("Alpha Cell");
+    ASSERT_EQ(container->count(), 1);
+    EXPECT_EQ(container->itemAt(0)->layout(), gridOf(wizard));
+    goBack();
+    EXPECT_EQ(container->count(), 2);
+}
+
+TEST_F(WizardTest, WidgetsOfAPageGoAwayFromTheEventLoop)
+{
+    const QPointer<QComboBox> box = chemistries();
+    clickOn(next());
+    ASSERT_FALSE(box.isNull());
+    EXPECT_FALSE(box->isVisible());
+    flushDeletions();
+    EXPECT_TRUE(box.isNull());
+
+    const QPointer<QGridLayout> grid = gridOf(wizard);
+    const QPointer<QLineEdit> title = field("Title");
+    typeOver(title, "half typed");
+    clickOn(back());
+    ASSERT_FALSE(grid.isNull() || title.isNull());
+    EXPECT_EQ(grid->count(), 0);
+    EXPECT_FALSE(title->isVisible());
+    flushDeletions();
+    EXPECT_TRUE(grid.isNull() && title.isNull());
+}
+
+TEST_F(WizardTest, FinishedProfileIsOutOfReachOfItsEditors)
+{
+    choose("Alpha Cell");
+    const QPointer<QLineEdit> current = field("Current");
+    next()->setFocusPolicy(Qt::NoFocus);
+    typeOver(current, "7");
+    clickOn(next());
+    ASSERT_EQ(window.count(), 1);
+    window.setting(0, "Current")->storeValueFromText("77.777");
+    emit window.setting(0, "Current")->numValueChanged();
+    flushDeletions();
+    EXPECT_TRUE(current.isNull());
+    EXPECT_EQ(window.setting(0, "Current")->getValue(), "77.777");
+}
+
+TEST_F(WizardTest, SmallWizardsScroll)
+{
+    choose("Alpha Cell");
+    wizard->resize(wizard->minimumSizeHint());
+    clickOn(box("Edit Advanced Settings"));
+    field("Title")->setFocus();
+    EXPECT_LT(wizard->height(), 200);
+    for (const char* name : {"Subtitle", "Cells", "Current", "Balance", "Edit Advanced Settings",
+                             "Cutoff", "Pack Voltage", "Cold Check", "Note", "Margin"}) {
+        QTest::keyClick(wizard->focusWidget(), Qt::Key_Tab);
+        QWidget* editor = cellOf(gridOf(wizard), name, 3);
+        EXPECT_EQ(wizard->focusWidget(), editor) << name;
+        EXPECT_EQ(editor->visibleRegion().boundingRect().height(), editor->height()) << name;
+    }
+}
+
 TEST_F(WizardTest, ListSettingsHaveNoEditor)
 {
     choose("Alpha Cell");
@@ -221,7 +294,7 @@ TEST_F(WizardTest, BackAndAnotherChemistryGiveThatChemistryAlone)
 {
     choose("Alpha Cell");
     typeOver(field("Title"), "Dropped");
-    clickOn(back());
+    goBack();
     EXPECT_EQ(next()->text(), "Next >");
     EXPECT_FALSE(back()->isEnabled());
     ASSERT_NE(chemistries(), nullptr);
@@ -244,7 +317,7 @@ TEST_F(WizardTest, BackDropsWhatWasTyped)
 {
     choose("Alpha Cell");
     enterText(field("Current"), "7");
-    clickOn(back());
+    goBack();
     choose("Alpha Cell");
     EXPECT_EQ(field("Current")->text(), "2.5");
 }
@@ -311,9 +384,9 @@ TEST_F(WizardTest, AbandonedProfilesAreFreed)
 {
     // The sanitizers' leak check tells when one is not; here the last one's settings are watched.
     choose("Alpha Cell");
-    clickOn(back());
+    goBack();
     choose("Plain Cell");
-    clickOn(back());
+    goBack();
     clickOn(cancel());
     flushDeletions();
     EXPECT_EQ(wizard, nullptr);

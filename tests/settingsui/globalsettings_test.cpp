@@ -207,7 +207,6 @@ TEST_F(GlobalSettingsTest, DialogHasItsTextsAndModality)
     EXPECT_EQ(childNamed<QPushButton>(dialog, "cancelPushButton")->text(), "Cancel");
     auto* container = childNamed<QWidget>(dialog, "verticalLayoutWidget");
     EXPECT_EQ(container->layout(), childNamed<QVBoxLayout>(dialog, "containerLayout"));
-    EXPECT_NE(gridOf(container), nullptr);
 }
 
 TEST_F(GlobalSettingsTest, WindowHasATitleBarAndASystemMenuOnly)
@@ -218,6 +217,34 @@ TEST_F(GlobalSettingsTest, WindowHasATitleBarAndASystemMenuOnly)
     EXPECT_TRUE(flags.testFlag(Qt::WindowTitleHint));
     EXPECT_TRUE(flags.testFlag(Qt::WindowSystemMenuHint));
     EXPECT_FALSE(flags & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+    EXPECT_FALSE(flags.testFlag(Qt::WindowCloseButtonHint));
+}
+
+TEST_F(GlobalSettingsTest, GridIsInTheContainer)
+{
+    open();
+    auto* container = childNamed<QVBoxLayout>(dialog, "containerLayout");
+    ASSERT_EQ(container->count(), 1);
+    EXPECT_EQ(container->itemAt(0)->layout(), gridOf(dialog));
+    reload();
+    flushDeletions();
+    ASSERT_EQ(container->count(), 1);
+    EXPECT_EQ(container->itemAt(0)->layout(), gridOf(dialog));
+}
+
+TEST_F(GlobalSettingsTest, SmallDialogsScroll)
+{
+    open();
+    dialog->resize(dialog->minimumSizeHint());
+    clickOn(toggle());
+    field("Charger Name")->setFocus();
+    EXPECT_LT(dialog->height(), 200);
+    for (QWidget* editor : std::initializer_list<QWidget*>{field("Supply Voltage"), box("Key Tone"),
+                                                           toggle(), field("Fan Steps")}) {
+        QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(dialog->focusWidget(), editor);
+        EXPECT_EQ(editor->visibleRegion().boundingRect().height(), editor->height());
+    }
 }
 
 TEST_F(GlobalSettingsTest, OpensInEditMode)
@@ -337,6 +364,21 @@ TEST_F(GlobalSettingsTest, ConfirmedCancelDropsWhatIsStillBeingTyped)
     typeOver(field("Charger Name"), "Shed");
     pressCancel("Yes");
     expectClosed();
+    expectDefaults();
+}
+
+TEST_F(GlobalSettingsTest, CancelRestoresTheEditorsBeforeItDeletesThem)
+{
+    open();
+    editAll();
+    const QPointer<QLineEdit> name = field("Charger Name");
+    const QPointer<QCheckBox> tone = box("Key Tone");
+    pressCancel("Yes");
+    ASSERT_FALSE(name.isNull() || tone.isNull()); // until control is back in the event loop
+    EXPECT_EQ(name->text(), "Bench");
+    EXPECT_TRUE(tone->isChecked());
+    expectClosed();
+    EXPECT_TRUE(name.isNull() && tone.isNull());
     expectDefaults();
 }
 

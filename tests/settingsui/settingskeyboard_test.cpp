@@ -1,3 +1,5 @@
+#include "profiles/profilenameslistmanager.h"
+#include "profiles/profilesettings.h"
 #include "settingsui/settingsgridlayout.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
@@ -28,6 +30,48 @@ struct Alpha { // Settings : "Alpha Cell", instantiable
     unsigned char checksum; // num, auto, 0, 255, x1, 0, "checksum", "", Identity, 0, -1, advanced
 }
 )";
+
+/// A member line of one kind: T text, B flag, N number, X advanced number, L list.
+QByteArray memberLine(char kind, const QByteArray& name, int visualIndex)
+{
+    const QByteArray index = QByteArray::number(visualIndex);
+    switch (kind) {
+    case 'T':
+        return "char " + name + "[12]; // string, auto, \"" + name + "\", G, \"t\", " + index
+               + ", basic\n";
+    case 'B':
+        return "char " + name + "; // bool, 8, \"" + name + "\", G, 1, " + index + ", basic\n";
+    case 'L':
+        return "char " + name + "[9]; // list, auto, \"" + name + "\", G, \"a\", " + index
+               + ", \"a\", \"b\", basic\n";
+    default:
+        return "char " + name + "; // num, auto, 0, 9, x1, 0, \"" + name + "\", \"A\", G, 1, "
+               + index + (kind == 'X' ? ", advanced\n" : ", basic\n");
+    }
+}
+
+/// The kinds of the rows from top to bottom; the names of the chemistries.
+const QStringList shapes = {"TTBNN", "TTNN", "BNTT", "LNTBXX", "NNNNTB"};
+
+/// Chemistries of these shapes, so that rows are used again in different places.
+QByteArray shapesSchema()
+{
+    QByteArray schema = "#define PROFILESTARTADDRESS 0x400\n"
+                        "struct Global { // Settings : \"Global Settings\", global\n"
+                        + memberLine('N', "type", -1) + "}\n";
+    for (const QString& shape : shapes) {
+        const QByteArray kinds = shape.toLatin1();
+        schema += "struct " + kinds + " { // Settings : \"" + kinds + "\", instantiable\n";
+        for (const char* name : {"active", "default", "modifiable"}) {
+            schema += memberLine('B', name, -1);
+        }
+        for (int i = 0; i < kinds.size(); ++i) {
+            schema += memberLine(kinds.at(i), "row" + QByteArray::number(i), i);
+        }
+        schema += "}\n";
+    }
+    return schema;
+}
 
 QString readerName(QWidget* widget)
 {
@@ -114,6 +158,132 @@ TEST_F(SettingsKeyboardTest, TabOrderHoldsAfterASecondEdit)
     window.lineEdit("Margin")->setFocus();
     tab();
     EXPECT_EQ(focused(), window.ui->cancelChangesButton);
+}
+
+/// Profiles of different shapes; the rows of the one shown before are used again.
+class RecycledRowsTest : public ::testing::Test
+{
+protected:
+    void add(const QString& shape)
+    {
+        auto* profile = new ProfileSettings;
+        profile->setChemistry(shape, window.generator);
+        window.list->addNewProfile(profile);
+    }
+
+    void addAll()
+    {
+        for (const QString& shape : shapes) {
+            add(shape);
+        }
+    }
+
+    void edit()
+    {
+        QApplication::setActiveWindow(&window);
+        clickOn(window.ui->editProfileButton);
+    }
+
+    bool isAdvanced() const { return window.gridLabels().contains("Edit Advanced Settings"); }
+
+    /// The enabled editors, from top to bottom.
+    QList<QWidget*> editorsFromTop() const
+    {
+        QList<QWidget*> editors;
+        for (const QString& label : window.gridLabels()) {
+            QWidget* editor = window.gridCell(label, 3);
+            if (editor != nullptr && editor->isEnabled()) {
+                editors.append(editor);
+            }
+        }
+        return editors;
+    }
+
+    /// Edits the profile that is shown and goes through it by the Tab key, there and back.
+    void expectTabGoesDown()
+    {
+        edit();
+        if (isAdvanced()) {
+            clickOn(window.advancedToggle());
+        }
+        QList<QWidget*> expected = editorsFromTop();
+        expected.prepend(window.ui->containerScroll);
+        expected += {window.ui->cancelChangesButton, window.ui->saveChangesButton,
+                     window.ui->profileNamesList};
+        window.ui->profileSettingsModifiableCB->setFocus();
+        for (int i = 0; i < expected.size(); ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(QApplication::focusWidget(), expected.at(i)) << "stop " << i;
+        }
+        for (int i = expected.size() - 2; i >= 0; --i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+            EXPECT_EQ(QApplication::focusWidget(), expected.at(i)) << "back to stop " << i;
+        }
+        clickOn(window.ui->saveChangesButton);
+    }
+
+    EditorWindow window{shapesSchema()};
+};
+
+TEST_F(RecycledRowsTest, TabFollowsTheRowsAfterAnotherChemistryWasShown)
+{
+    add("TTBNN");
+    add("TTNN");
+    expectTabGoesDown();
+}
+
+TEST_F(RecycledRowsTest, TabFollowsTheRowsWhateverWasShownBefore)
+{
+    addAll();
+    for (int first = 0; first < shapes.size(); ++first) {
+        for (int second = 0; second < shapes.size(); ++second) {
+            SCOPED_TRACE((shapes.at(first) + ' ' + shapes.at(second)).toStdString());
+            window.clickRow(first);
+            window.clickRow(second);
+            expectTabGoesDown();
+            ASSERT_FALSE(HasFailure());
+        }
+    }
+}
+
+TEST_F(RecycledRowsTest, EditingStartsInTheFirstRowWhateverWasShownBefore)
+{
+    addAll();
+    for (int first = 0; first < shapes.size(); ++first) {
+        for (int second = 0; second < shapes.size(); ++second) {
+            window.clickRow(first);
+            window.clickRow(second);
+            edit();
+            EXPECT_EQ(QApplication::focusWidget(), editorsFromTop().first())
+                << shapes.at(first).toStdString() << ' ' << shapes.at(second).toStdString();
+            clickOn(window.ui->saveChangesButton);
+        }
+    }
+}
+
+TEST_F(RecycledRowsTest, AScreenReaderReadsFromTopToBottom)
+{
+    addAll();
+    for (int first = 0; first < shapes.size(); ++first) {
+        for (int second = 0; second < shapes.size(); ++second) {
+            window.clickRow(first);
+            window.clickRow(second);
+            QStringList read;
+            const auto* container =
+                QAccessible::queryAccessibleInterface(window.ui->containerScroll->widget());
+            for (int i = 0; i < container->childCount(); ++i) {
+                const QAccessibleInterface* child = container->child(i);
+                const QString name = child->text(QAccessible::Name);
+                const bool isUnits = name == "A";
+                if (child->role() == QAccessible::StaticText && !child->state().invisible
+                    && !isUnits) {
+                    read.append(name);
+                }
+            }
+            EXPECT_EQ(read, window.gridLabels())
+                << shapes.at(first).toStdString() << ' ' << shapes.at(second).toStdString();
+        }
+    }
 }
 
 // Names

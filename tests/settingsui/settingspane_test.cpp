@@ -5,6 +5,7 @@
 #include "profiles/profilename.h"
 #include "profiles/profilenameslistmanager.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingspanemanager.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
@@ -289,14 +290,25 @@ TEST_F(SettingsPaneTest, GridHasEditorsAndUnitsInTheirColumns)
     EXPECT_EQ(units->text(), "A");
     EXPECT_EQ(qobject_cast<QLabel*>(window.gridCell("Pack Voltage", 5))->text(), "V");
     for (const char* name : {"Title", "Note", "Balance", "Cold Check", "Mode"}) {
-        EXPECT_EQ(qobject_cast<QLabel*>(window.gridCell(name, 5)), nullptr) << name;
+        EXPECT_EQ(window.gridCell(name, 5), nullptr) << name;
     }
     const QGridLayout* grid = window.grid();
     for (int row = 0; row < grid->rowCount(); ++row) {
-        for (const int column : {0, 2}) {
+        for (const int column : {0, 2, 4}) {
             EXPECT_EQ(grid->itemAtPosition(row, column), nullptr) << row << "," << column;
         }
     }
+}
+
+TEST_F(SettingsPaneTest, TextEditorsHaveRoomForTheirTexts)
+{
+    window.add("A");
+    QCoreApplication::processEvents();
+    const QLineEdit* subtitle = window.lineEdit("Subtitle");
+    constexpr int frame = 4; // on each side
+    EXPECT_GE(subtitle->width(),
+              subtitle->fontMetrics().horizontalAdvance("Workshop winter") + 2 * frame);
+    EXPECT_EQ(window.lineEdit("Current")->width(), subtitle->width()); // one column
 }
 
 TEST_F(SettingsPaneTest, ListSettingsShowTheirLabelAlone)
@@ -323,7 +335,9 @@ TEST_F(SettingsPaneTest, GridUsesItsFont)
     window.add("A");
     for (QWidget* widget : {window.gridCell("Current", 1), window.gridCell("Current", 3),
                             window.gridCell("Current", 5), window.gridCell("Balance", 1),
-                            window.gridCell("Title", 3)}) {
+                            window.gridCell("Balance", 3), window.gridCell("Title", 3),
+                            window.gridCell("Edit Advanced Settings", 1),
+                            window.gridCell("Edit Advanced Settings", 3)}) {
         EXPECT_EQ(widget->font().family(), "Lucida Grande");
         EXPECT_EQ(widget->font().pointSize(), 11);
     }
@@ -891,6 +905,35 @@ TEST_F(SettingsPaneTest, CancelRestoresImportedValuesOutsideTheirBounds)
     EXPECT_EQ(value("Current"), "77.777");
     EXPECT_EQ(value("Cutoff"), "99");
     EXPECT_EQ(value("Title"), "longer than its field");
+    EXPECT_EQ(window.lineEdit("Current")->text(), "77.777");
+}
+
+TEST_F(SettingsPaneTest, CancelRestoresTheEditorsBeforeItDeletesThem)
+{
+    window.add("A");
+    edit();
+    const QPointer<QLineEdit> current = window.lineEdit("Current");
+    enterText(current, "7");
+    window.cancelEditing();
+    ASSERT_FALSE(current.isNull()); // until control is back in the event loop
+    EXPECT_EQ(current->text(), "2.5");
+    flushDeletions();
+    EXPECT_TRUE(current.isNull());
+}
+
+TEST_F(SettingsPaneTest, CancelledEditorStoresNothingWhenItGoesAway)
+{
+    ProfileSettings* profile = window.import("A", false, false);
+    profile->settings->getStructSettingByDescriptiveName("Current")->storeValueFromText("77.777");
+    window.import("B", false, false);
+    window.clickRow(0);
+    edit();
+    QLineEdit* current = window.lineEdit("Current");
+    typeOver(current, "7");
+    ASSERT_TRUE(current->hasFocus()); // which it loses when it goes
+    qobject_cast<SettingsGridLayout*>(window.grid())->cancelSettings();
+    flushDeletions();
+    EXPECT_EQ(value("Current"), "77.777");
     EXPECT_EQ(window.lineEdit("Current")->text(), "77.777");
 }
 

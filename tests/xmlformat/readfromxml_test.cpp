@@ -3,6 +3,8 @@
 #include "profileimport/parsedprofile.h"
 #include "xmlformat/xmlfile.h"
 
+#include <memory>
+
 namespace
 {
 class ReadFromXmlTest : public XmlFileTest
@@ -221,6 +223,46 @@ TEST_F(ReadFromXmlTest, WindowsLineEndsAreReadAsLineFeeds)
 {
     read(inRoot(profileText("0", "a\nb")).replace("\n", "\r\n"));
     EXPECT_EQ(titles(), QStringList("a\nb"));
+}
+
+TEST_F(ReadFromXmlTest, LineEndsDoNotMatter)
+{
+    const QString document = inRoot(
+        "<GlobalSettings>\n<name>x\n\ny</name>\n</GlobalSettings>\n"
+        "<profile id=\"0\"\n active=\"true\">\n<!--\n-->\n<title>\na\nb\n</title>\n</profile>\n");
+    for (const QString& lineEnd : {QString("\n"), QString("\r\n")}) {
+        XMLGeneratorParser::ReadFromXML fresh;
+        ASSERT_TRUE(
+            fresh.readProfiles(writeFile("in.xml", QString(document).replace("\n", lineEnd))));
+        EXPECT_EQ(fresh.errorText(), "");
+        EXPECT_EQ(fresh.getGlobalSettings()->getProperties().value("name"), "x\n\ny");
+        ASSERT_EQ(fresh.getProfiles().size(), 1);
+        EXPECT_EQ(fresh.getProfiles().first()->getProperties().value("title"), "\na\nb\n");
+        EXPECT_TRUE(fresh.getProfiles().first()->getActiveStatus());
+    }
+}
+
+TEST_F(ReadFromXmlTest, Utf16WithWindowsLineEndsIsRead)
+{
+    // As Windows writes "Unicode"; bytes taken out as carriage returns would break it.
+    QFile file(pathOf("in.xml"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QString text = QString::fromUtf8("a\nB\xE0\xB4\x8D"); // U+0D0D
+    const std::unique_ptr<QTextEncoder> encoder(
+        QTextCodec::codecForName("UTF-16LE")->makeEncoder(QTextCodec::IgnoreHeader));
+    file.write(encoder->fromUnicode(QChar(QChar::ByteOrderMark)
+                                    + inRoot(profileText("0", text)).replace("\n", "\r\n")));
+    file.close();
+    ASSERT_TRUE(reader.readProfiles(file.fileName()));
+    EXPECT_EQ(reader.errorText(), "");
+    EXPECT_EQ(titles(), QStringList(text));
+}
+
+TEST_F(ReadFromXmlTest, AByteOrderMarkCountsOnlyAtTheStart)
+{
+    const QString mark = QChar(QChar::ByteOrderMark);
+    read(mark + inRoot(profileText("0", mark + "a" + mark)));
+    EXPECT_EQ(titles(), QStringList(mark + "a" + mark));
 }
 
 TEST_F(ReadFromXmlTest, FileThatIsNotThereGivesFalse)

@@ -5,6 +5,9 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "profileimport/parsedprofile.h"
+#include "textfile.h"
+#include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlfile.h"
 
 #include <QCheckBox>
@@ -220,6 +223,30 @@ TEST_F(XmlExportTest, ClosingTheQuestionOverwritesNothing)
     script.thenDo([](QWidget& dialog) { dialog.close(); });
     save();
     EXPECT_EQ(readFile("saved_profiles/mine.xml"), "older");
+}
+
+TEST_F(XmlExportTest, TheLargestFileCanBeReadAgainAndALargerOneIsNotWritten)
+{
+    const ProfileSettings* profile = editor.add("A");
+    HParser::StructSetting* title = profile->settings->getStructSettings().first();
+    const int room =
+        static_cast<int>(TextFile::largestFile) - editor.xml.document().toUtf8().size();
+    title->storeValueFromText('A' + QString(room, 'x'));
+    ASSERT_TRUE(editor.xml.exportToXML(pathOf("large.xml")));
+    XMLGeneratorParser::ReadFromXML reader;
+    ASSERT_TRUE(reader.readProfiles(pathOf("large.xml")));
+    ASSERT_EQ(reader.getProfiles().size(), 1);
+    EXPECT_EQ(reader.getProfiles().first()->getProperties().value("title"), title->getValue());
+
+    title->storeValueFromText('B' + QString(room + 1, 'x'));
+    expectSaveDialog("larger.xml");
+    expectNotSaved();
+    editor.xml.on_exportAsXMLButtonClicked();
+    EXPECT_FALSE(QFile::exists(pathOf("saved_profiles/larger.xml")));
+    EXPECT_FALSE(editor.xml.exportToXML(pathOf("large.xml")));
+    XMLGeneratorParser::ReadFromXML again;
+    ASSERT_TRUE(again.readProfiles(pathOf("large.xml")));
+    EXPECT_TRUE(again.getProfiles().first()->getProperties().value("title").startsWith("Ax"));
 }
 
 TEST_F(XmlExportTest, FailureIsTold)
