@@ -408,6 +408,18 @@ TEST_F(OtherMembersTest, AStructureCutOffAtTheImagesEndIsLeftOut)
     EXPECT_EQ(output, "The last structure is cut off at the image's end: left out\n");
 }
 
+TEST_F(OtherMembersTest, AStructureWhoseChecksumIsCutOffIsNoChecksumError)
+{
+    useMembers("char t[1535]; // string, auto, \"T\", G, \"\", 0, basic\n"
+               + ChargerSchema::checksumMember);
+    buffer.appendByte(5);
+    buffer.appendBytes(QByteArray(1535, 'x')); // to the image's end
+    buffer.finishWritingStruct();
+    ASSERT_EQ(import(buffer), std::nullopt) << output;
+    EXPECT_TRUE(profiles.isEmpty());
+    EXPECT_EQ(output, "The last structure is cut off at the image's end: left out\n");
+}
+
 TEST_F(OtherMembersTest, AnImageOfMereTypesEndsAtItsEnd)
 {
     useMembers("");
