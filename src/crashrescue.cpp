@@ -107,6 +107,9 @@ void CrashRescue::install()
     sigemptyset(&action.sa_mask);
     for (std::size_t i = 0; i < signalNumbers.size(); ++i) {
         sigaction(signalNumbers.at(i), &action, &usualActions.at(i));
+        if (usualActions.at(i).sa_handler == SIG_IGN) {
+            sigaction(signalNumbers.at(i), &usualActions.at(i), nullptr); // it ends nothing
+        }
     }
 }
 

@@ -11,8 +11,8 @@ class QString;
 /// without such signals nothing happens.
 namespace CrashRescue
 {
-/// From now on these signals write what is kept, then have their usual effect. Further calls do
-/// nothing.
+/// From now on these signals write what is kept, then have their usual effect. Those that are
+/// ignored already stay ignored. Further calls do nothing.
 void install();
 
 /// What is to be written, in place of what was kept before. The file must not exist yet.

@@ -74,6 +74,33 @@ TEST_F(TextFileTest, ReadsOnBehindAZeroByte)
     EXPECT_EQ(TextFile::readUtf8(path("in.txt")), text.toUtf8());
 }
 
+TEST_F(TextFileTest, BytesThatAreNotUtf8AreReplacedWhereverTheyAre)
+{
+    const QByteArray chunk(16 * 1024 - 1, 'x');
+    const QList<QPair<QByteArray, QByteArray>> texts = {
+        {"a\xC3z", "a\xEF\xBF\xBDz"}, // broken off in the middle
+        {"a\xC3", "a\xEF\xBF\xBD"},   // and at the end
+        {"a\xC3\xA4", "a\xC3\xA4"},   // whole
+        {chunk
+             + "\xC3\xA4"
+               "b",
+         chunk
+             + "\xC3\xA4"
+               "b"}, // across what is looked at at once
+        {chunk + "\xC3", chunk + "\xEF\xBF\xBD"},
+        {"\xEF\xBB\xBF"
+         "a\xC3",
+         "a\xEF\xBF\xBD"},
+        {"a\xC3\r\n", "a\xEF\xBF\xBD\n"}};
+    for (const auto& [bytes, expected] : texts) {
+        writeBytes(path("in.txt"), bytes);
+        EXPECT_EQ(TextFile::readUtf8(path("in.txt")), expected)
+            << bytes.right(8).toHex().toStdString();
+        EXPECT_EQ(TextFile::read(path("in.txt")), QString::fromUtf8(expected))
+            << bytes.right(8).toHex().toStdString();
+    }
+}
+
 TEST_F(TextFileTest, UsesUtf8InEveryLocale)
 {
     const Latin1Locale locale;

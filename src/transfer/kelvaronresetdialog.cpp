@@ -17,6 +17,7 @@ KelvaronResetDialog::KelvaronResetDialog(const QString& successMessage, const QS
     label->setTextFormat(Qt::RichText);
     auto* stayButton = new QPushButton(QStringLiteral("Stay in Bootloader Mode"));
     auto* resetButton = new QPushButton(QStringLiteral("Reset Kelvaron"));
+    stayButton->setDefault(true);
     stayButton->setAccessibleDescription(QStringLiteral("For more transfers"));
     resetButton->setAccessibleDescription(QStringLiteral("The Kelvaron starts its firmware"));
     connect(stayButton, &QPushButton::clicked, this,

@@ -3,6 +3,7 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QTextDocument>
 #include <QToolTip>
 
 ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent)
@@ -18,7 +19,7 @@ QString ElidedLabel::shownText() const
 bool ElidedLabel::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
-        const QString tip = shownText() == text() ? QString() : text().toHtmlEscaped();
+        const QString tip = shownText() == text() ? QString() : Qt::convertFromPlainText(text());
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
         return true;
     }

@@ -474,6 +474,27 @@ TEST(HeaderReviewTest, WarnsOfValuesThatAnImageDoesNotHold)
     expectProblem(with(13, "x1, 0", "x1, -1"), "13@-1@ warning", "decimal places");
 }
 
+TEST(HeaderReviewTest, NumbersAreHeldUpToTheGreatestOfTheirTypes)
+{
+    struct Limit
+    {
+        QString type;
+        QString greatest;
+        QString next;
+        QString bits;
+    };
+    // Numbers are counted in signed steps of 32 bits, so the widest types hold half of theirs.
+    for (const Limit& limit : {Limit{"unsigned char", "255", "256", "8 bits"},
+                               Limit{"unsigned short", "65535", "65536", "16 bits"},
+                               Limit{"unsigned long", "2147483647", "2147483648", "32 bits"}}) {
+        QStringList header = with(13, "unsigned char", limit.type);
+        header[12].replace("0, 9", "0, " + limit.greatest);
+        EXPECT_EQ(reviewed(header), QStringList());
+        header[12].replace(limit.greatest, limit.next);
+        expectOnly(header, "13@" + limit.next + "@ warning", "does not fit into " + limit.bits);
+    }
+}
+
 TEST(HeaderReviewTest, RefusesScaleFactorsThatCannotBeReadBack)
 {
     expectProblem(with(14, "x1, 0", "xlow, 0"), "14@xlow@ error", "cannot be read back");

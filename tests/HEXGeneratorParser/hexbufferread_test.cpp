@@ -132,6 +132,20 @@ TEST(HexBufferRead, SumsTheStructsBytesReadSoFar)
     EXPECT_EQ(reading->sumBytesStruct(), 9);
 }
 
+TEST(HexBufferRead, SumsPaddingBytesThatAreNotZero)
+{
+    Reading reading(bytesOf({200, 100, 50, 7, 25, 0xFF, 0xFF, 11, 9}));
+    EXPECT_EQ(reading->readString(2).size(), 2);
+    EXPECT_EQ(reading->sumBytesStruct(), 300);
+    EXPECT_EQ(reading->readByte(), 50);
+    EXPECT_EQ(reading->sumBytesStruct(), 357) << "stepped over, and counted";
+    EXPECT_EQ(reading->readByte(), 25);
+    EXPECT_EQ(reading->sumBytesStruct(), 382);
+    reading->finishReadingStruct();
+    EXPECT_EQ(reading->readByte(), 9);
+    EXPECT_EQ(reading->sumBytesStruct(), 9) << "the closing one belongs to no structure";
+}
+
 TEST(HexBufferRead, FinishingAtAWordsEndStaysThere)
 {
     Reading reading(bytesOf({1, 2, 3, 0, 4}));

@@ -337,6 +337,31 @@ TEST_F(OtherMembersTest, BitFieldsGiveNumbersFlagsAndTexts)
     EXPECT_EQ(value(0, "t"), "xy");
 }
 
+TEST_F(OtherMembersTest, PaddingBytesThatAreNotZeroCountInTheChecksum)
+{
+    // 05 05 B0, a padding byte of 7 and 05: the sum is 0xC6, which 0x3A completes. The file holds
+    // the bytes of each word in the order 2, 1, 0.
+    useMembers("char one; // bool, 1, \"One\", G, 0, 0, basic\n"
+               "char two; // bool, 1, \"Two\", G, 0, 1, basic\n"
+               "char three; // bool, 1, \"Three\", G, 0, 2, basic\n"
+               "char rest; // num, 5, 0, 31, x1, 0, \"Rest\", \"\", G, 0, 3, basic\n"
+               "int volts; // num, auto, 0, 99, x0.01, 2, \"Volts\", \"V\", G, 4.2, 4, basic\n"
+               + ChargerSchema::checksumMember);
+    ImageSupport::writeFile(path(), ":020000040001F9\n"
+                                    ":10380000B0050507FF3A0500FFFFFF00FFFFFF00BF\n"
+                                    ":00000001FF\n");
+    ASSERT_EQ(importFile(), std::nullopt) << output;
+    ASSERT_EQ(profiles.size(), 1);
+    EXPECT_EQ(value(0, "volts"), "14.56");
+    EXPECT_EQ(value(0, "three"), "true");
+
+    ImageSupport::writeFile(path(), ":020000040001F9\n"
+                                    ":10380000B0050507FF410500FFFFFF00FFFFFF00B8\n"
+                                    ":00000001FF\n");
+    EXPECT_EQ(importFile(), 1);
+    EXPECT_EQ(output, "ERROR!!! Checksums dont match! Expected : 58, Found : 65\n");
+}
+
 TEST_F(OtherMembersTest, AStructureWithoutChecksumPasses)
 {
     useMembers("char n; // num, auto, 0, 9, x1, 0, \"N\", \"\", G, 0, 0, basic\n");
@@ -380,6 +405,18 @@ TEST_F(OtherMembersTest, AStructureCutOffAtTheImagesEndIsLeftOut)
     }
     ASSERT_EQ(import(buffer), std::nullopt) << output;
     EXPECT_EQ(profiles.size(), 1);
+    EXPECT_EQ(output, "The last structure is cut off at the image's end: left out\n");
+}
+
+TEST_F(OtherMembersTest, AStructureWhoseChecksumIsCutOffIsNoChecksumError)
+{
+    useMembers("char t[1535]; // string, auto, \"T\", G, \"\", 0, basic\n"
+               + ChargerSchema::checksumMember);
+    buffer.appendByte(5);
+    buffer.appendBytes(QByteArray(1535, 'x')); // to the image's end
+    buffer.finishWritingStruct();
+    ASSERT_EQ(import(buffer), std::nullopt) << output;
+    EXPECT_TRUE(profiles.isEmpty());
     EXPECT_EQ(output, "The last structure is cut off at the image's end: left out\n");
 }
 

@@ -126,6 +126,15 @@ TEST(IntelHexFileWriter, LeavesOutBlankRowsBetweenOthers)
     EXPECT_EQ(lines.at(17).substr(0, 9), ":10020000");
 }
 
+TEST(IntelHexFileWriter, OneByteThatIsNotBlankBringsItsRowWhereverItIs)
+{
+    for (std::size_t i = 0; i < 256; ++i) {
+        std::vector<unsigned char> rows = blankRows(1);
+        rows[i] = 0x5A;
+        EXPECT_EQ(linesOf(hexFileOf(rows, 256, 0)).size(), 1U + 16) << i;
+    }
+}
+
 TEST(IntelHexFileWriter, WritesANewUpperAddressWhenRowsPass64KiB)
 {
     std::vector<unsigned char> rows = blankRows(2);

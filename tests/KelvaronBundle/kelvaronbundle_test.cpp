@@ -231,6 +231,12 @@ TEST_F(KelvaronBundleTest, TooFewChecksumLinesFail)
     EXPECT_FALSE(verifies(section(device) + section(schema) + section(deviceSum)));
 }
 
+TEST_F(KelvaronBundleTest, FurtherChecksumLinesDoNotCount)
+{
+    EXPECT_TRUE(verifies(section(device) + section(schema)
+                         + section(deviceSum + schemaSum + deviceSum + "further\n")));
+}
+
 TEST_F(KelvaronBundleTest, TooFewSectionsFail)
 {
     EXPECT_FALSE(verifies(""));

@@ -339,18 +339,34 @@ TEST(MessageDialogsTest, OneChemistryLeftOutIsShownWithoutEntities)
     MessageDialogs::profilesLeftOut(nullptr, {"\"Zinc Air\""}, {});
 }
 
-TEST(MessageDialogsTest, ManyProfilesLeftOutAreCutTo25)
+namespace
+{
+/// The message about this many profiles left out, of which the text names some and counts others.
+void expectLeftOut(int count, int named, const QString& others)
 {
     QStringList names;
-    for (int i = 1; i <= 27; ++i) {
+    for (int i = 1; i <= count; ++i) {
         names.append(QString("<%1>").arg(i));
     }
     DialogScript script;
     script.expectMessage("Profiles Left Out",
-                         "27 of the profiles could not be imported, because the Kelvaron Bundle in "
-                         "use does not know their chemistries:\n\n"
-                             + names.mid(0, 25).join("\n")
-                             + "\nand 2 more\n\n"
-                               "They are still in the file mine.xml.");
+                         QString::number(count)
+                             + " of the profiles could not be imported, because the Kelvaron "
+                               "Bundle in use does not know their chemistries:\n\n"
+                             + names.mid(0, named).join("\n") + others
+                             + "\n\nThey are still in the file mine.xml.");
     MessageDialogs::profilesLeftOut(nullptr, names, "mine.xml");
+}
+} // namespace
+
+TEST(MessageDialogsTest, UpTo25ProfilesLeftOutAreNamed)
+{
+    expectLeftOut(24, 24, "");
+    expectLeftOut(25, 25, "");
+}
+
+TEST(MessageDialogsTest, ManyProfilesLeftOutAreCutTo25)
+{
+    expectLeftOut(26, 25, "\nand 1 more");
+    expectLeftOut(27, 25, "\nand 2 more");
 }

@@ -6,6 +6,7 @@
 #include "support/gui/installation.h"
 #include "xmlformat/readfromxml.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QMessageBox>
 #include <QPushButton>
@@ -62,6 +63,12 @@ protected:
             childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
         kept.wait();
         raise(number);
+    }
+
+    void waitForTheCopy() const
+    {
+        QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
+        kept.wait(20000);
     }
 
     QStringList rescuedFiles() const
@@ -197,6 +204,30 @@ TEST_F(RescueDeathTest, ACrashSavesTheList)
         },
         hasDied, "The profiles were saved to /.*rescued_profiles_");
     expectBothProfilesRescued();
+}
+
+TEST_F(RescueDeathTest, WhatTheKeyboardAloneHasChangedIsSaved)
+{
+    EXPECT_EXIT(
+        {
+            startWithTwoProfiles();
+            showOutput();
+            list()->setCurrentRow(1);
+            QApplication::setActiveWindow(window.get());
+            list()->setFocus();
+            waitForTheCopy(); // no click or new row has one made from here on
+            for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}) {
+                QTest::keyClick(QApplication::focusWidget(), key); // the row's default mark
+            }
+            waitForTheCopy();
+            raise(SIGTERM);
+        },
+        KilledBySignal(SIGTERM), "The profiles were saved to /.*rescued_profiles_");
+    expectBothProfilesRescued();
+    XMLGeneratorParser::ReadFromXML reader;
+    ASSERT_TRUE(reader.readProfiles(pathOf("saved_profiles/" + rescuedFiles().join(' '))));
+    EXPECT_FALSE(reader.getProfiles().at(0)->getDefaultStatus());
+    EXPECT_TRUE(reader.getProfiles().at(1)->getDefaultStatus());
 }
 
 TEST_F(RescueDeathTest, ARequestToEndSavesTheList)

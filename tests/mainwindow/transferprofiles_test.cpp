@@ -268,6 +268,29 @@ TEST_F(TransferTest, ReadProfilesReplaceTheList)
     EXPECT_EQ(everything(), before);
 }
 
+TEST_F(TransferTest, AListThatCannotBeSavedIsReplacedOnlyWhenTheUserSaysSo)
+{
+    makeProfiles(1);
+    writeList();
+    makeProfile("Torch");
+    const QByteArray before = everything();
+    ASSERT_TRUE(QDir().mkdir(pathOf("backup_before_replace.xml")));
+    for (const QString answer : {"No", "Yes"}) {
+        openReader();
+        expectAppendQuestion("Replace Profiles");
+        script->expectQuestion("Replace Without Backup?",
+                               "The current profiles could not be saved to the file "
+                               "backup_before_replace.xml before they are replaced. If you go on, "
+                               "they are lost. Do you want to replace them all the same?",
+                               answer);
+        expectRead();
+        transfer();
+        EXPECT_EQ(titles(),
+                  answer == "No" ? QStringList({"Cell 1", "Torch"}) : QStringList({"Cell 1"}));
+        EXPECT_EQ(everything() == before, answer == "No");
+    }
+}
+
 TEST_F(TransferTest, ChargerIsResetOnDemand)
 {
     makeProfiles(1);

@@ -225,6 +225,18 @@ TEST_F(ImportTest, EditedMarkIsClearWhereAdvancedSettingsEqualTheirDefaults)
     EXPECT_FALSE(window.advancedToggle()->isChecked());
 }
 
+TEST_F(ImportTest, EditedMarkComparesWithATolerance)
+{
+    // The values shifted by one, 1.25, may differ by 1.25e-12.
+    window.importer->importProfiles(
+        {alpha({{"cutoff", "0.250000000001"}}), alpha({{"cutoff", "0.2500000000015"}}),
+         alpha({{"cutoff", "0.249999999999"}}), alpha({{"cutoff", "0.2499999999985"}})});
+    EXPECT_FALSE(isEdited(0));
+    EXPECT_TRUE(isEdited(1));
+    EXPECT_FALSE(isEdited(2));
+    EXPECT_TRUE(isEdited(3));
+}
+
 TEST_F(ImportTest, EditedMarkComparesWithTheDefaultInBoundsAndDecimals)
 {
     // The default is 2.56 / 10 = 0.256, which is 0.26 with the two decimals that the value has.

@@ -171,6 +171,7 @@ TEST_F(ImportReportTest, SameChangeOfSeveralProfilesIsOneLine)
     }
     EXPECT_EQ(report.text(), "Current is missing and became 0 (A, B, C)");
     examine(properties, "D");
+    EXPECT_EQ(report.text(), "Current is missing and became 0 (A, B, C and 1 more)");
     examine(properties, "E");
     EXPECT_EQ(report.text(), "Current is missing and became 0 (A, B, C and 2 more)");
 }
@@ -189,6 +190,24 @@ TEST_F(ImportReportTest, LongReportsAndValuesAreShortened)
                                  + "\" is none of the choices (\"Alpha\")");
     EXPECT_EQ(lines.at(14), "\"unknown_n\" is unknown and was left out (\"Alpha\")");
     EXPECT_EQ(lines.last(), "and 12 more");
+}
+
+TEST_F(ImportReportTest, FifteenChangesAreAllShownAndOfSixteenOneIsCounted)
+{
+    Properties properties = matching();
+    for (char letter = 'a'; letter <= 'o'; ++letter) {
+        properties[QString("unknown_") + letter] = "1";
+    }
+    examine(properties);
+    QStringList lines = report.text().split('\n');
+    ASSERT_EQ(lines.size(), 15);
+    EXPECT_EQ(lines.last(), "\"unknown_o\" is unknown and was left out (\"Alpha\")");
+    report.clear();
+    properties["unknown_p"] = "1";
+    examine(properties);
+    lines = report.text().split('\n');
+    ASSERT_EQ(lines.size(), 16);
+    EXPECT_EQ(lines.last(), "and 1 more");
 }
 
 TEST_F(ImportReportTest, ClearForgetsEverything)

@@ -268,6 +268,22 @@ TEST_F(ProfileListTest, KeysSelectRowsAsClicksDo)
     EXPECT_EQ(shown.count(), 7) << "not at the ends of the list";
 }
 
+TEST_F(ProfileListTest, KeysOfTheKeypadSelectRowsToo)
+{
+    addFour();
+    QListWidget* list = window.ui->profileNamesList;
+    list->setFocus();
+    window.clickRow(1);
+    const QList<QPair<Qt::Key, int>> presses = {
+        {Qt::Key_Down, 2}, {Qt::Key_Up, 1}, {Qt::Key_End, 3}, {Qt::Key_PageUp, 0}};
+    for (const auto& [key, row] : presses) {
+        QTest::keyClick(list, key, Qt::KeypadModifier);
+        EXPECT_EQ(window.currentRow(), row) << QKeySequence(key).toString().toStdString();
+    }
+    QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(window.currentRow(), 0) << "not with a modifier";
+}
+
 TEST_F(ProfileListTest, KeysSelectNothingInAnEmptyList)
 {
     QTest::keyClick(window.ui->profileNamesList, Qt::Key_Down);

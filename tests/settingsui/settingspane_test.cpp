@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
@@ -177,6 +178,22 @@ TEST_F(SettingsPaneTest, SelectingUsesTheSameEditorsAgain)
     EXPECT_TRUE(window.lineEdit("Cutoff")->isVisible());
     window.clickRow(2);
     EXPECT_EQ(container->findChildren<QWidget*>().size(), widgets);
+}
+
+TEST_F(SettingsPaneTest, AnotherProfileIsShownFromItsFirstRowAndColumn)
+{
+    window.add("A");
+    window.add("B");
+    const QScrollBar* across = window.ui->containerScroll->horizontalScrollBar();
+    const QScrollBar* down = window.ui->containerScroll->verticalScrollBar();
+    window.ui->containerScroll->setFixedSize(150, 80); // less than the grid needs
+    ASSERT_TRUE(QTest::qWaitFor([=] { return across->maximum() > 0 && down->maximum() > 0; }));
+    window.ui->containerScroll->ensureVisible(2000, 2000);
+    ASSERT_GT(across->value(), 0);
+    ASSERT_GT(down->value(), 0);
+    window.clickRow(0);
+    EXPECT_EQ(across->value(), 0);
+    EXPECT_EQ(down->value(), 0);
 }
 
 TEST_F(SettingsPaneTest, EditorsFollowTheSelectedProfileAlone)

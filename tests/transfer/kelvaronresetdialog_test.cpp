@@ -4,6 +4,7 @@
 #include "support/gui/widgets.h"
 #include "transfer/fakeuploader.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
@@ -131,6 +132,25 @@ TEST_F(ResetDialogTest, StayingDuringTheResetEndsTheRun)
         EXPECT_EQ(dialog.exec(), 102);
     }
     EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";
+}
+
+TEST_F(ResetDialogTest, ReturnOnTheFreshQuestionStays)
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        KelvaronResetDialog dialog("Done!", "COM7", nullptr);
+        EXPECT_TRUE(button(dialog, "Stay in Bootloader Mode")->isDefault()) << "before it is shown";
+        DialogScript script;
+        script.thenDo([key](QWidget& shown) {
+            EXPECT_TRUE(button(shown, "Stay in Bootloader Mode")->isDefault());
+            EXPECT_FALSE(button(shown, "Reset Kelvaron")->isDefault());
+            QApplication::setActiveWindow(&shown);
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
+            QWidget* focused = QApplication::focusWidget();
+            QTest::keyClick(focused != nullptr ? focused : &shown, key);
+        });
+        EXPECT_EQ(dialog.exec(), 102);
+        EXPECT_TRUE(FakeUploader::runs().isEmpty());
+    }
 }
 
 TEST_F(ResetDialogTest, EscapeClosesWithoutStartingAProcess)

@@ -247,6 +247,44 @@ TEST_F(TransferManagerTest, ReplacingEmptiesTheListFirst)
     EXPECT_EQ(emptied.size(), 1);
 }
 
+TEST_F(TransferManagerTest, AReplacementThatIsGuardedAgainstChangesNothing)
+{
+    fillList(1);
+    fillCharger();
+    window.add("Torch");
+    int asked = 0;
+    manager->setReplaceGuard([&asked] {
+        ++asked;
+        return false;
+    });
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectAppendQuestion(script, "Replace Profiles");
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Torch"}));
+    EXPECT_EQ(emptied.size(), 0);
+}
+
+TEST_F(TransferManagerTest, OnlyAReplacementIsGuarded)
+{
+    fillList(1);
+    fillCharger();
+    int asked = 0;
+    manager->setReplaceGuard([&asked] {
+        ++asked;
+        return false;
+    });
+    manager->on_readButtonPressed();
+    DialogScript script;
+    expectAppendQuestion(script, "Add Profiles");
+    expectResetQuestion(script);
+    transferToTheEnd();
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 1"}));
+}
+
 TEST_F(TransferManagerTest, ClosingTheQuestionReplaces)
 {
     fillList(1);

@@ -339,6 +339,23 @@ TEST_F(CheckerDialogTest, HugeDocumentIsReadToItsEnd)
     expectUpToDate("v1.9");
 }
 
+TEST_F(CheckerDialogTest, VersionTextIsShownUpTo200Characters)
+{
+    for (const int size : {200, 201}) {
+        offer(QString(size, 'x'), {});
+        open();
+        script->expectMessage("Error!",
+                              "An error occured while checking for firmware updates. Please make "
+                              "sure you are connected to the internet, and try again.");
+        ASSERT_TRUE(QTest::qWaitFor([this] { return button()->text() == "Close"; }, 20000));
+        script->finish();
+        EXPECT_EQ(label("mostRecentBundleVersion"),
+                  'v' + QString(200, 'x') + (size > 200 ? QString(QChar(0x2026)) : QString()));
+        dialog->close();
+        flushDeletions();
+    }
+}
+
 TEST_F(CheckerDialogTest, HugeVersionTextIsShownShortened)
 {
     offer(QString("<b>x").repeated(50000).toHtmlEscaped(), {});

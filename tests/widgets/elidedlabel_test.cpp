@@ -4,6 +4,8 @@
 
 #include <QHelpEvent>
 #include <QTest>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QToolTip>
 
 namespace
@@ -11,6 +13,13 @@ namespace
 constexpr int wide = 600;
 constexpr int narrow = 60;
 const QString longText = "A title that no narrow list can hold";
+
+/// What a reader sees of the shown tooltip.
+QString shownTip()
+{
+    const QString tip = QToolTip::text();
+    return Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
+}
 
 QImage pictureOf(const QString& text, int width)
 {
@@ -51,11 +60,27 @@ TEST(ElidedLabelTest, TellsTheWholeTextInATooltipOnlyWhereItIsCut)
     label.show();
     QHelpEvent ask(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
     QCoreApplication::sendEvent(&label, &ask);
-    EXPECT_EQ(QToolTip::text(), longText);
+    EXPECT_EQ(shownTip(), longText);
 
     QToolTip::hideText();
     ASSERT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
     label.resize(wide, 24);
     QCoreApplication::sendEvent(&label, &ask);
     EXPECT_FALSE(QToolTip::isVisible());
+}
+
+TEST(ElidedLabelTest, TooltipShowsMarkupAndEntitiesAsTheyAre)
+{
+    ElidedLabel label;
+    label.resize(narrow, 24);
+    label.show();
+    for (const char* beginning :
+         {"<b>Bold</b>", "Zinc & Air", "\"Quoted\"", "A < B", "&lt;", "&amp;"}) {
+        const QString text = QString(beginning) + ", a title that no narrow list can hold";
+        label.setText(text);
+        QHelpEvent ask(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(&label, &ask);
+        EXPECT_EQ(shownTip().toStdString(), text.toStdString());
+    }
+    QToolTip::hideText();
 }

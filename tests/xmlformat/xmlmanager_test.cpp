@@ -422,6 +422,23 @@ TEST_F(XmlImportTest, ReplacingByAFileThatBreaksOffBringsItsWholeProfiles)
     EXPECT_EQ(editor.titles(), QStringList("New"));
 }
 
+TEST_F(XmlImportTest, ReplacingByAFileThatBreaksOffInItsFirstProfileKeepsTheList)
+{
+    editor.add("Old");
+    const QString whole = "<KelvaronProfiles>" + profile("New");
+    for (const char* last : {"<KelvaronProfiles>", "<profile id", "<chemistry>", "<title>Ne",
+                             "</subtitle>", "</margin>", "</profil"}) {
+        const QString part = whole.left(whole.indexOf(last) + int(qstrlen(last)));
+        writeFile("saved_profiles/mine.xml", part);
+        expectLoadDialog("mine.xml");
+        expectAppendQuestion("Replace Profiles");
+        script.thenDo(messageWith("Import from XML status", {"0"}));
+        editor.xml.on_importFromXMLButtonClicked();
+        EXPECT_EQ(editor.titles(), QStringList("Old")) << part.toStdString();
+    }
+    script.finish();
+}
+
 TEST_F(XmlImportTest, BrokenOffFileBringsItsWholeProfilesAndAMessageBehindThem)
 {
     const XmlEditor& window = editor;
