@@ -9,6 +9,7 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
 #include "mainwindow.h"
+#include "support/ownenvironment.h"
 #include "transfer/downloadprofiles.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"
@@ -286,6 +287,7 @@ private:
 
 int main(int argc, char** argv)
 {
+    const OwnEnvironment environment;
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QApplication application(argc, argv);
     require(argc == 1 || argc == 4, "usage: long_life [TRANSFERS REPLACEMENTS RELOADS]");

@@ -148,7 +148,7 @@ protected:
         qputenv("TMPDIR", pathOf("temporary").toUtf8());
     }
 
-    ~RescueWithoutFolderDeathTest() override { qunsetenv("TMPDIR"); }
+    ~RescueWithoutFolderDeathTest() override { qputenv("TMPDIR", temporaryBefore); }
 
     void removeFolder() const { QDir(pathOf("saved_profiles")).removeRecursively(); }
 
@@ -161,6 +161,9 @@ protected:
         ASSERT_TRUE(reader.readProfiles(temporary.filePath(files.first())));
         EXPECT_EQ(reader.getProfiles().size(), 2);
     }
+
+private:
+    const QByteArray temporaryBefore = qgetenv("TMPDIR");
 };
 } // namespace
 
