@@ -6,6 +6,7 @@
 #include "HEXGeneratorParser/storabletext.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "fatalassertion.h"
+#include "filedialogs.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilename.h"
@@ -13,7 +14,6 @@
 #include "profiles/profilesettings.h"
 #include "widgets/exportfilename.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QListWidget>
 #include <QMessageBox>
@@ -132,7 +132,7 @@ void HEXManager::on_exportAsHEXButtonClicked()
 
 QString HEXManager::askExportFileName()
 {
-    const QString chosen = QFileDialog::getSaveFileName(
+    const QString chosen = FileDialogs::saveFileName(
         parentWidget, QStringLiteral("Select HEX File to Export Profiles"), lastUsedDirectory,
         fileFilter);
     if (chosen.isEmpty()) {
@@ -149,7 +149,7 @@ void HEXManager::showExportStatus(const QString& text)
 
 void HEXManager::on_importFromHEXButtonClicked()
 {
-    const QString fileName = QFileDialog::getOpenFileName(
+    const QString fileName = FileDialogs::openFileName(
         parentWidget, QStringLiteral("Select HEX File to Import Profiles"), lastUsedDirectory,
         fileFilter);
     if (fileName.isEmpty()) {

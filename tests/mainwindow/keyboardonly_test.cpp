@@ -48,7 +48,7 @@ protected:
     static void type(const QString& text)
     {
         ASSERT_NE(QApplication::focusWidget(), nullptr);
-        QTest::keyClicks(QApplication::focusWidget(), text);
+        typeText(QApplication::focusWidget(), text);
     }
 
     /// The dialog that the next keys go to.

@@ -6,6 +6,7 @@
 #include "settingsui/settingslineedit.h"
 #include "support/gui/accessibletree.h"
 #include "support/gui/httpserver.h"
+#include "support/gui/widgets.h"
 #include "updatecheck/newfirmwarechecker.h"
 
 #include <QAction>
@@ -372,7 +373,7 @@ void Tour::typeInto(QWidget* field, const QString& text)
     auto* edit = qobject_cast<QLineEdit*>(field);
     edit->setFocus();
     edit->selectAll();
-    QTest::keyClicks(edit, text);
+    typeText(edit, text);
 }
 
 void Tour::onNextDialog(const std::function<void(QWidget*)>& interact)

@@ -7,6 +7,7 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTest>
+#include <QVector>
 
 void clickOn(QWidget* widget)
 {
@@ -30,6 +31,19 @@ void clickOn(QWidget* widget)
     QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, place);
 }
 
+void typeText(QWidget* widget, const QString& text)
+{
+    const QVector<uint> letters = text.toUcs4();
+    for (const uint letter : letters) {
+        if (letter < 0x80) {
+            QTest::keyClick(widget, static_cast<char>(letter));
+        } else { // Qt Test has keys for ASCII alone
+            QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown,
+                                QString::fromUcs4(&letter, 1), Qt::NoModifier);
+        }
+    }
+}
+
 void typeOver(QLineEdit* field, const QString& text)
 {
     ASSERT_NE(field, nullptr);
@@ -41,7 +55,7 @@ void typeOver(QLineEdit* field, const QString& text)
     ASSERT_TRUE(QTest::qWaitFor([field] { return field->hasFocus(); }));
     field->selectAll();
     QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, text);
+    typeText(field, text);
 }
 
 void enterText(QLineEdit* field, const QString& text)
