@@ -10,6 +10,7 @@
 #include "CBGenerator/structsettings.h"
 #include "mainwindow.h"
 #include "support/ownenvironment.h"
+#include "support/waiting.h"
 #include "transfer/downloadprofiles.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"
@@ -41,7 +42,6 @@
 namespace
 {
 constexpr int profileCount = 3;
-constexpr int patience = 30000; // milliseconds
 
 [[noreturn]] void fail(const char* what)
 {
@@ -272,8 +272,7 @@ private:
         trigger(writes ? "actionWriteProfiles" : "actionReadProfiles");
         const QPointer<QObject> dialog = window.findChild<UploadDownload::UploadDownloadDialog*>();
         require(dialog != nullptr, "no transfer dialog");
-        require(QTest::qWaitFor([&dialog] { return dialog == nullptr; }, patience),
-                "a transfer does not end");
+        require(waitFor([&dialog] { return dialog == nullptr; }), "a transfer does not end");
     }
 
     static constexpr int warmUp = 10;

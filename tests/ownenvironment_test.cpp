@@ -1,3 +1,5 @@
+#include "support/waiting.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -58,7 +60,7 @@ TEST(OwnEnvironmentTest, ProcessLeavesNothingInTheFoldersItWasStartedWith)
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(),
                   {"--gtest_filter=OwnEnvironmentTest.SettingsAndFoldersOfTheUserAreOwn"});
-    ASSERT_TRUE(process.waitForFinished(60000));
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput().toStdString();
     EXPECT_EQ(contentOf(outer.path()), QStringList());
 }
@@ -78,6 +80,6 @@ TEST(OwnEnvironmentTest, NumbersAreWrittenAsInCWhateverTheLocaleOfTheUser)
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(),
                   {"--gtest_filter=OwnEnvironmentTest.NumbersAreWrittenAsInC"});
-    ASSERT_TRUE(process.waitForFinished(60000));
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput().toStdString();
 }

@@ -2,6 +2,7 @@
 
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -64,7 +65,7 @@ protected:
     static QModelIndex entry(QWidget& dialog, const QString& name)
     {
         QModelIndex found;
-        EXPECT_TRUE(QTest::qWaitFor([&] {
+        EXPECT_TRUE(waitFor([&] {
             const QAbstractItemView* view = list(dialog);
             for (int row = 0; row < view->model()->rowCount(view->rootIndex()); ++row) {
                 const QModelIndex index = view->model()->index(row, 0, view->rootIndex());
@@ -156,7 +157,7 @@ TEST_F(FileDialogsTest, CompletionThatIsChosenIsOpened)
         const auto* field = childNamed<QLineEdit>(&dialog, "fileNameEdit");
         entry(dialog, "one.xml");
         type(dialog, folder + "/one");
-        ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
+        ASSERT_TRUE(waitFor([] { return QApplication::activePopupWidget() != nullptr; }));
         press(dialog, Qt::Key_Down);
         press(dialog, Qt::Key_Down); // past the folder
         EXPECT_EQ(QFileInfo(field->text()).fileName(), "one.xml");

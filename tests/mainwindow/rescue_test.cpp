@@ -4,6 +4,7 @@
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilerescue.h"
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 #include "xmlformat/readfromxml.h"
 
 #include <QDir>
@@ -60,7 +61,7 @@ protected:
         QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
         clickOn(
             childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
-        kept.wait();
+        kept.wait(patience);
         raise(number);
     }
 

@@ -9,6 +9,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -577,7 +578,7 @@ TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
     typeBeyondAscii(window.lineEdit("Title"), "\xC3\xA4");
     QTest::keyClicks(window.lineEdit("Title"), "r 3");
     EXPECT_EQ(window.lineEdit("Title")->text(), "Br 3");
-    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_TRUE(waitFor([] { return QToolTip::isVisible(); }));
     EXPECT_EQ(QToolTip::text(), QString::fromUtf8("The Kelvaron holds plain English letters, "
                                                   "digits and signs (ASCII) only, not "
                                                   "\"\xC3\xA4\"."));
@@ -588,7 +589,7 @@ TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
 TEST_F(SettingsPaneTest, NoHintForATextThatIsTooLong)
 {
     QToolTip::hideText();
-    ASSERT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    ASSERT_TRUE(waitFor([] { return !QToolTip::isVisible(); }));
     window.add("A");
     edit();
     typeOver(window.lineEdit("Title"), "0123456789ABCDEF");

@@ -1,6 +1,7 @@
 #include "transfer/comdevicewatcher.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeports.h"
 
 #include <QElapsedTimer>
@@ -77,9 +78,9 @@ TEST_F(DeviceWatcherTest, LooksByItselfOnceStarted)
 {
     watcher.startWatching();
     ports = QStringList({"/dev/ttyUSB0"});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !added.isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !added.isEmpty(); }));
     ports.clear();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !removed.isEmpty(); }));
     EXPECT_EQ(added, QStringList("/dev/ttyUSB0"));
     EXPECT_EQ(removed, QStringList("/dev/ttyUSB0"));
 }
@@ -91,11 +92,11 @@ TEST_F(DeviceWatcherTest, LooksOnceASecond)
         ++looks;
         return QList<QextPortInfo>();
     });
-    watcher.startWatching();
-    EXPECT_EQ(looks, 1) << "the ports of the start";
     QElapsedTimer sinceStart;
     sinceStart.start();
-    ASSERT_TRUE(QTest::qWaitFor([&looks] { return looks == 3; }, 10000));
+    watcher.startWatching();
+    EXPECT_EQ(looks, 1) << "the ports of the start";
+    ASSERT_TRUE(waitFor([&looks] { return looks == 3; }));
     EXPECT_GE(sinceStart.elapsed(), 1900) << "timers may come a twentieth early";
 }
 
@@ -121,11 +122,11 @@ TEST_F(DeviceWatcherTest, StoppedItLooksNoMore)
     later.startWatching();
     watcher.stopWatching();
     ports = QStringList({"A"});
-    ASSERT_TRUE(QTest::qWaitFor([&laterHasTold] { return laterHasTold; }));
+    ASSERT_TRUE(waitFor([&laterHasTold] { return laterHasTold; }));
     EXPECT_TRUE(order.isEmpty());
     watcher.startWatching();
     ports.clear();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); })) << "it can start again";
+    EXPECT_TRUE(waitFor([this] { return !removed.isEmpty(); })) << "it can start again";
 }
 
 TEST_F(DeviceWatcherTest, NewPortsAreToldBeforeGoneOnes)
@@ -166,7 +167,7 @@ TEST_F(DeviceWatcherTest, StoppingWithoutWatchingDoesNothing)
     EXPECT_EQ(order, QStringList("added")) << "the known ports stay";
     watcher.startWatching();
     ports.clear();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); })) << "it can start again";
+    EXPECT_TRUE(waitFor([this] { return !removed.isEmpty(); })) << "it can start again";
 }
 
 TEST_F(DeviceWatcherTest, TellsTheWholeRecord)

@@ -1,6 +1,7 @@
 #include "transfer/uploader.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeuploader.h"
 
 #include <QPointer>
@@ -27,13 +28,13 @@ TEST(UploaderTest, GivenUpRunEndsSilently)
     const FakeUploader uploader("touch started; " + FakeUploader::waitForGo());
     const QPointer<QProcess> process = new QProcess;
     process->start(Uploader::program(), QStringList());
-    ASSERT_TRUE(QTest::qWaitFor([] { return QFile::exists("started"); }));
+    ASSERT_TRUE(waitFor([] { return QFile::exists("started"); }));
     int heard = 0;
     QObject::connect(process, &QProcess::errorOccurred, [&heard] { ++heard; });
     QObject::connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished),
                      [&heard] { ++heard; });
     Uploader::giveUp(process);
-    EXPECT_TRUE(QTest::qWaitFor([&process] { return process == nullptr; }));
+    EXPECT_TRUE(waitFor([&process] { return process == nullptr; }));
     EXPECT_EQ(heard, 0);
 }
 

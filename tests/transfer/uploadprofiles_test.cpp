@@ -1,6 +1,7 @@
 #include "transfer/uploadprofiles.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeuploader.h"
 
 #include <QSignalSpy>
@@ -19,8 +20,8 @@ protected:
     void runToItsEnd()
     {
         worker->start();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !finished.isEmpty() || !errors.isEmpty(); }));
-        ASSERT_TRUE(QTest::qWaitFor([this] {
+        ASSERT_TRUE(waitFor([this] { return !finished.isEmpty() || !errors.isEmpty(); }));
+        ASSERT_TRUE(waitFor([this] {
             const QList<QProcess*> processes = owner.findChildren<QProcess*>();
             return std::all_of(processes.begin(), processes.end(), [](const QProcess* process) {
                 return process->state() == QProcess::NotRunning;
@@ -62,7 +63,7 @@ TEST_F(UploadProfilesTest, PassesPortAndPathAsSingleArguments)
     worker = new UploadProfiles("", "a folder/it's \"here\" $HOME.hex", &owner);
     QSignalSpy ends(worker, &UploadProfiles::finished);
     worker->start();
-    ASSERT_TRUE(ends.wait());
+    ASSERT_TRUE(ends.wait(patience));
     ASSERT_EQ(FakeUploader::runs().size(), 2);
     EXPECT_EQ(FakeUploader::runs().at(1),
               QStringList({"-s", "", "-h", "-V", "-w", "a folder/it's \"here\" $HOME.hex"}));
@@ -72,10 +73,10 @@ TEST_F(UploadProfilesTest, DoesNotProgramBeforeTheEraseHasEnded)
 {
     uploader.setBehaviour(FakeUploader::waitForGo());
     worker->start();
-    ASSERT_TRUE(QTest::qWaitFor([] { return steps().size() == 1; }));
+    ASSERT_TRUE(waitFor([] { return steps().size() == 1; }));
     EXPECT_EQ(owner.findChildren<QProcess*>().size(), 1);
     FakeUploader::write("go", "");
-    ASSERT_TRUE(finished.wait());
+    ASSERT_TRUE(finished.wait(patience));
     EXPECT_EQ(steps(), QStringList({"-E", "-w"}));
 }
 
@@ -163,7 +164,7 @@ TEST_F(UploadProfilesTest, OwnerThatGoesEndsTheRun)
     auto* run = new UploadProfiles("COM7", "x.hex", window.get());
     QSignalSpy heard(run, &UploadProfiles::errorUploading);
     run->start();
-    ASSERT_TRUE(QTest::qWaitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
+    ASSERT_TRUE(waitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
     window.reset();
     EXPECT_EQ(heard.size(), 0);
     EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";

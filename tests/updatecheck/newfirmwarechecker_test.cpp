@@ -3,6 +3,7 @@
 #include "applicationglobalmap.h"
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "textfile.h"
 
 #include <QDir>
@@ -84,7 +85,7 @@ protected:
     void fetchBundle()
     {
         checker->downloadLatestFirmware();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return downloaded->size() + failed->size() > 0; }));
+        EXPECT_TRUE(waitFor([this] { return downloaded->size() + failed->size() > 0; }));
     }
 
     void expectSaved() const
@@ -140,7 +141,7 @@ TEST_F(CheckerTest, AsksTheServerForTheVersionInformation)
 {
     server.answer(infoPath, {200, "<info><current_version>1.10</current_version></info>"});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(told->wait());
+    ASSERT_TRUE(told->wait(patience));
     EXPECT_EQ(server.paths(), QStringList({infoPath}));
     EXPECT_EQ(told->at(0).at(0).value<Info>().value("current_version"), "1.10");
     EXPECT_TRUE(failed->isEmpty());
@@ -150,7 +151,7 @@ TEST_F(CheckerTest, AsksTheServerForTheVersionInformation)
 TEST_F(CheckerTest, FailedRequestIsAnErrorAndTellsNothing)
 {
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(failed->wait());
+    ASSERT_TRUE(failed->wait(patience));
     EXPECT_EQ(failed->size(), 1);
     EXPECT_TRUE(told->isEmpty());
 }
@@ -158,10 +159,10 @@ TEST_F(CheckerTest, FailedRequestIsAnErrorAndTellsNothing)
 TEST_F(CheckerTest, CanAskAgain)
 {
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(failed->wait());
+    ASSERT_TRUE(failed->wait(patience));
     server.answer(infoPath, {200, "<current_version>1.10</current_version>"});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(told->wait());
+    ASSERT_TRUE(told->wait(patience));
     EXPECT_EQ(told->size(), 1);
     EXPECT_EQ(failed->size(), 1);
 }
@@ -350,7 +351,7 @@ TEST_F(CheckerTest, AnswerOfTheFirstRequestIsNotTakenForABundle)
                                       + server.address().toUtf8() + "/b</download_link></i>"});
     server.answer("/b", {200, "<i><current_version>1.11</current_version></i>"});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(told->wait());
+    ASSERT_TRUE(told->wait(patience));
     fetchBundle();
     expectSaved();
     EXPECT_EQ(told->size(), 1); // nor the bundle for version information
@@ -476,12 +477,12 @@ TEST_F(CheckerTest, DeletesItselfWhenItsBundleIsSaved)
     server.answer("/b", {200, "bundle", Pace::HELD});
     tellVersion("1.10", server.address() + "/b");
     checker->downloadLatestFirmware();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.paths().isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !server.paths().isEmpty(); }));
     checker->deleteWhenDone();
     flushDeletions();
     ASSERT_FALSE(checker.isNull());
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return checker.isNull(); }));
+    EXPECT_TRUE(waitFor([this] { return checker.isNull(); }));
     EXPECT_EQ(contentOf("v1.10.kelvaron"), "bundle");
 }
 
@@ -489,8 +490,8 @@ TEST_F(CheckerTest, DeletesItselfWhenItsRequestFails)
 {
     server.answer(infoPath, {404, "", Pace::HELD});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.paths().isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !server.paths().isEmpty(); }));
     checker->deleteWhenDone();
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return checker.isNull(); }));
+    EXPECT_TRUE(waitFor([this] { return checker.isNull(); }));
 }

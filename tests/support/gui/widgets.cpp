@@ -1,5 +1,7 @@
 #include "support/gui/widgets.h"
 
+#include "support/waiting.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -52,7 +54,7 @@ void typeOver(QLineEdit* field, const QString& text)
         << field->accessibleName().toStdString() << " cannot be typed into";
     QApplication::setActiveWindow(field->window());
     field->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([field] { return field->hasFocus(); }));
+    ASSERT_TRUE(waitFor([field] { return field->hasFocus(); }));
     field->selectAll();
     QTest::keyClick(field, Qt::Key_Delete);
     typeText(field, text);
