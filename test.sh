@@ -162,6 +162,16 @@ fuzz_all() {
     return "$status"
 }
 
+# list_failed: what failed in the last run, a line each, with the command that runs it alone from the
+# project's root.
+list_failed() {
+    local test
+    echo "Failed; each line runs one of them alone:"
+    while IFS=: read -r _ test; do
+        printf "  ctest --preset %s -R '^%s$'\n" "$preset" "${test//./\\.}"
+    done <"$failed"
+}
+
 export QT_QPA_PLATFORM=offscreen
 # One locale for everybody, so that file names and texts are UTF-8 everywhere.
 export LC_ALL=C.UTF-8
@@ -203,7 +213,14 @@ if [[ -n "$filter" ]]; then
 elif [[ "$preset" == sanitize ]]; then
     arguments+=(-LE single)
 fi
-ctest "${arguments[@]}"
+failed="build/$preset/Testing/Temporary/LastTestsFailed.log"
+rm -f "$failed"
+if ! ctest "${arguments[@]}"; then
+    if [[ -s "$failed" ]]; then
+        list_failed >&2
+    fi
+    exit 1
+fi
 
 if [[ "$preset" == coverage ]]; then
     if command -v gcovr >/dev/null; then

@@ -9,6 +9,8 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
 #include "mainwindow.h"
+#include "support/ownenvironment.h"
+#include "support/waiting.h"
 #include "transfer/downloadprofiles.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"
@@ -40,7 +42,6 @@
 namespace
 {
 constexpr int profileCount = 3;
-constexpr int patience = 30000; // milliseconds
 
 [[noreturn]] void fail(const char* what)
 {
@@ -271,8 +272,7 @@ private:
         trigger(writes ? "actionWriteProfiles" : "actionReadProfiles");
         const QPointer<QObject> dialog = window.findChild<UploadDownload::UploadDownloadDialog*>();
         require(dialog != nullptr, "no transfer dialog");
-        require(QTest::qWaitFor([&dialog] { return dialog == nullptr; }, patience),
-                "a transfer does not end");
+        require(waitFor([&dialog] { return dialog == nullptr; }), "a transfer does not end");
     }
 
     static constexpr int warmUp = 10;
@@ -286,6 +286,7 @@ private:
 
 int main(int argc, char** argv)
 {
+    const OwnEnvironment environment;
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QApplication application(argc, argv);
     require(argc == 1 || argc == 4, "usage: long_life [TRANSFERS REPLACEMENTS RELOADS]");

@@ -2,6 +2,7 @@
 // corpus, and those that once found something, in builds without a fuzzer.
 
 #include "support/fuzztarget.h"
+#include "support/ownenvironment.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -10,6 +11,7 @@
 
 int main(int argc, char** argv)
 {
+    const OwnEnvironment environment;
     int replayed = 0;
     for (int i = 1; i < argc; ++i) {
         const QFileInfoList files =

@@ -6,13 +6,13 @@
 #include "HEXGeneratorParser/storabletext.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "fatalassertion.h"
+#include "filedialogs.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QListWidget>
 #include <QMessageBox>
@@ -117,7 +117,7 @@ void HEXManager::importProfiles(const QString& fileName)
 
 void HEXManager::on_exportAsHEXButtonClicked()
 {
-    const QString fileName = QFileDialog::getSaveFileName(
+    const QString fileName = FileDialogs::saveFileName(
         parentWidget, QStringLiteral("Select HEX File to Export Profiles"), lastUsedDirectory,
         fileFilter);
     if (fileName.isEmpty()) {
@@ -149,7 +149,7 @@ void HEXManager::showExportStatus(const QString& text)
 
 void HEXManager::on_importFromHEXButtonClicked()
 {
-    const QString fileName = QFileDialog::getOpenFileName(
+    const QString fileName = FileDialogs::openFileName(
         parentWidget, QStringLiteral("Select HEX File to Import Profiles"), lastUsedDirectory,
         fileFilter);
     if (fileName.isEmpty()) {

@@ -2,6 +2,7 @@
 
 #include "KelvaronBundle/bundlecheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
+#include "filedialogs.h"
 #include "firmware/firmwareerrors.h"
 #include "firmware/firmwarefiles.h"
 #include "firmware/firmwareflasher.h"
@@ -15,7 +16,6 @@
 #include "widgets/menukey.h"
 
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPointer>
@@ -89,7 +89,9 @@ void KelvaronFirmwareToolWindow::extraUIAdditions()
 
 void KelvaronFirmwareToolWindow::on_selectFileButton_clicked()
 {
-    const QString path = askFileName();
+    const QString path = FileDialogs::openFileName(
+        this, QStringLiteral("Select Kelvaron Firmware File"), lastDirectory.absolutePath(),
+        QStringLiteral("Kelvaron Firmware Files (*.kelvaron);;All Files (*.*)"));
     if (path.isEmpty()) {
         return;
     }
@@ -97,21 +99,6 @@ void KelvaronFirmwareToolWindow::on_selectFileButton_clicked()
     flasher->setHexPath(path);
     ui->fileInputBox->setText(flasher->getHexPath());
     showSelectedFile(path);
-}
-
-QString KelvaronFirmwareToolWindow::askFileName()
-{
-    const QPointer<QFileDialog> dialog = new QFileDialog(
-        this, QStringLiteral("Select Kelvaron Firmware File"), lastDirectory.absolutePath(),
-        QStringLiteral("Kelvaron Firmware Files (*.kelvaron);;All Files (*.*)"));
-    dialog->setFileMode(QFileDialog::ExistingFile);
-    const bool isAccepted = dialog->exec() == QDialog::Accepted;
-    if (dialog == nullptr) {
-        return {}; // this window went away with it
-    }
-    const QString path = isAccepted ? dialog->selectedFiles().value(0) : QString();
-    delete dialog;
-    return path;
 }
 
 void KelvaronFirmwareToolWindow::on_fileInputBox_textEdited(const QString& path)

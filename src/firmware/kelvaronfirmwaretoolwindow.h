@@ -59,7 +59,6 @@ private:
     void extraUIAdditions();
     void addPortToDropdown(const QextPortInfo& port);
     void removePortFromDropdown(const QextPortInfo& port);
-    QString askFileName();
     void showSelectedFile(const QString& path);
     bool mayBeFlashed(const QString& path);
     void showAdvancedOptions(bool shown);

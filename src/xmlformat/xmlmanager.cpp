@@ -1,6 +1,7 @@
 #include "xmlformat/xmlmanager.h"
 
 #include "CBGenerator/generator.h"
+#include "filedialogs.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilenamelistwidget.h"
@@ -8,7 +9,6 @@
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/writetoxml.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QListWidget>
 #include <QMessageBox>
@@ -86,7 +86,7 @@ void XMLManager::on_exportAsXMLButtonClicked()
 
 QString XMLManager::askExportFileName()
 {
-    const QString chosen = QFileDialog::getSaveFileName(
+    const QString chosen = FileDialogs::saveFileName(
         parentWidget, QStringLiteral("Select XML File to Export Profiles"), lastUsedDirectory,
         fileFilter);
     if (chosen.isEmpty()) {
@@ -98,7 +98,7 @@ QString XMLManager::askExportFileName()
 
 void XMLManager::on_importFromXMLButtonClicked()
 {
-    const QString fileName = QFileDialog::getOpenFileName(
+    const QString fileName = FileDialogs::openFileName(
         parentWidget, QStringLiteral("Select XML File to Import Profiles"), lastUsedDirectory,
         fileFilter);
     if (fileName.isEmpty()) {

@@ -3,6 +3,7 @@
 #include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "HEXGeneratorParser/imagesupport.h"
+#include "support/waiting.h"
 
 #include <QProcess>
 
@@ -47,7 +48,7 @@ void expectSameBytes(int size, int startWordAddress)
     QProcess tool;
     tool.start("srec_cat", {hexFile, "-intel", "-offset", QString::number(-start), "-o", binaryFile,
                             "-binary"});
-    ASSERT_TRUE(tool.waitForFinished()) << tool.errorString().toStdString();
+    ASSERT_TRUE(tool.waitForFinished(patience)) << tool.errorString().toStdString();
     ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
     const QByteArray read = ImageSupport::contentOf(binaryFile);
     EXPECT_EQ(read.size(), (size + 255) / 256 * 256) << "whole rows";

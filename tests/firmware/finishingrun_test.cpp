@@ -22,7 +22,7 @@ protected:
         uploader.setBehaviour("touch started; " + behaviour);
         process = new QProcess;
         process->start(Uploader::program(), QStringList());
-        ASSERT_TRUE(QTest::qWaitFor([] { return QFile::exists("started"); }, 60000));
+        ASSERT_TRUE(waitFor([] { return QFile::exists("started"); }));
         auto log = std::make_unique<QFile>("log.txt");
         ASSERT_TRUE(log->open(QIODevice::WriteOnly));
         new FinishingRun(process, new PortTurn("A", "Updating the firmware", nullptr),
@@ -31,7 +31,7 @@ protected:
 
     void waitForEnd() const
     {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return process == nullptr; }, 60000));
+        EXPECT_TRUE(waitFor([this] { return process == nullptr; }));
         EXPECT_EQ(PortTurns::ofApplication().descriptions(), QStringList());
     }
 

@@ -7,6 +7,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/steppeduploader.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 
 #include <QDir>
@@ -124,7 +125,14 @@ protected:
     void start()
     {
         form.submitButton->setEnabled(false);
+        const QStringList before = logNames();
         flasher->startFlashing();
+        const QStringList after = logNames();
+        for (const QString& name : after) {
+            if (!before.contains(name)) {
+                logName = name; // unless the run before it began in the same second
+            }
+        }
         arguments = uploader.waitForStart();
     }
 
@@ -133,7 +141,7 @@ protected:
     {
         const auto target = log().size() + static_cast<std::size_t>(chunk.size());
         uploader.print(chunk);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return log().size() >= target; }))
+        EXPECT_TRUE(waitFor([&] { return log().size() >= target; }))
             << "not read: " << chunk.constData();
     }
 
@@ -151,22 +159,20 @@ protected:
     /// Waits until the end of the run was reported.
     void waitForReport() const
     {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return form.submitButton->isEnabled(); }));
+        EXPECT_TRUE(waitFor([this] { return form.submitButton->isEnabled(); }));
     }
 
     /// The stages' display.
     QStringList stages() const { return stagesOf(form); }
 
-    /// The bytes of the log of the last run.
-    static std::string log()
-    {
-        return logNames().isEmpty() ? std::string() : bytesOf("logs/" + logNames().last());
-    }
+    /// The bytes of the log of the last run. The names of logs do not sort by time.
+    std::string log() const { return bytesOf("logs/" + logName); }
 
     WorkingFolder folder;
     QTemporaryDir firmwareFolder;
     SteppedUploader uploader;
     QStringList arguments; ///< of the last run
+    QString logName;       ///< of the last run
     std::unique_ptr<QMainWindow> window;
     Ui::KelvaronFirmwareToolWindow form;
     FirmwareTool::FirmwareFlasher* flasher = nullptr;

@@ -1,6 +1,7 @@
 // The log of a run.
 
 #include "firmware/flashertest.h"
+#include "support/waiting.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -45,7 +46,7 @@ protected:
         EXPECT_NE(output.text().find("Could not open file!\n"), std::string::npos);
         EXPECT_EQ(QDir::currentPath(), folderBefore);
         uploader.print("All flash above bldr erased");
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !form.eraseFlashCM->isHidden(); }));
+        EXPECT_TRUE(waitFor([this] { return !form.eraseFlashCM->isHidden(); }));
     }
 };
 

@@ -8,6 +8,7 @@
 #include "profiles/profilerescue.h"
 #include "support/filesizelimit.h"
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
@@ -262,7 +263,7 @@ protected:
     {
         startWithTwoProfiles();
         QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
-        kept.wait();
+        kept.wait(patience);
         const FileSizeLimit fullDisk(limit);
         raise(SIGTERM);
     }

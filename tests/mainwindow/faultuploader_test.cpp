@@ -4,6 +4,7 @@
 #include "support/gui/flood.h"
 #include "support/gui/installation.h"
 #include "support/gui/memory.h"
+#include "support/waiting.h"
 #include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
@@ -63,15 +64,14 @@ protected:
         ASSERT_TRUE(waitThroughFlood([this] { return dialog() == nullptr; }));
         const QList<QProcess*> processes = window->findChildren<QProcess*>();
         for (const QProcess* process : processes) {
-            EXPECT_TRUE(
-                QTest::qWaitFor([process] { return process->state() == QProcess::NotRunning; }));
+            EXPECT_TRUE(waitFor([process] { return process->state() == QProcess::NotRunning; }));
         }
     }
 
     /// The uploader's process, once it runs.
     pid_t uploader() const
     {
-        EXPECT_TRUE(QTest::qWaitFor([this] {
+        EXPECT_TRUE(waitFor([this] {
             const QList<QProcess*> processes = window->findChildren<QProcess*>();
             return !processes.isEmpty() && processes.last()->state() == QProcess::Running;
         }));
@@ -105,7 +105,7 @@ protected:
 
 TEST_F(BadUploaderTest, KilledInTheMiddleFailsTheTransfer)
 {
-    install("exec sleep 60");
+    install("exec sleep 3600");
     for (const char* action : {"actionWriteProfiles", "actionReadProfiles"}) {
         press(action);
         DialogScript script;
@@ -121,7 +121,7 @@ TEST_F(BadUploaderTest, StoppedLeavesTheWindowAliveAndGoesOnLater)
     install("[ -e go ] || { : > running; while [ ! -e go ]; do sleep 0.01; done; }");
     press("actionWriteProfiles");
     DialogScript script;
-    ASSERT_TRUE(QTest::qWaitFor([this] { return QFile::exists(pathOf("running")); }));
+    ASSERT_TRUE(waitFor([this] { return QFile::exists(pathOf("running")); }));
     const pid_t stopped = uploader();
     ASSERT_EQ(kill(stopped, SIGSTOP), 0);
     QTest::qWait(50); // the window takes its events
@@ -136,7 +136,7 @@ TEST_F(BadUploaderTest, StoppedLeavesTheWindowAliveAndGoesOnLater)
 
 TEST_F(BadUploaderTest, StoppedForGoodCanBeLeft)
 {
-    install("exec sleep 60");
+    install("exec sleep 3600");
     press("actionReadProfiles");
     const pid_t stopped = uploader();
     ASSERT_EQ(kill(stopped, SIGSTOP), 0);

@@ -5,6 +5,7 @@
 #include "profiles/profilename.h"
 #include "profiles/profilesettings.h"
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 #include "testpaths.h"
 #include "transfer/fakeports.h"
 
@@ -34,7 +35,7 @@ protected:
     void activate(QWidget* shown) const
     {
         QApplication::setActiveWindow(shown);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(shown));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(shown, patience));
     }
 
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -48,7 +49,7 @@ protected:
     static void type(const QString& text)
     {
         ASSERT_NE(QApplication::focusWidget(), nullptr);
-        QTest::keyClicks(QApplication::focusWidget(), text);
+        typeText(QApplication::focusWidget(), text);
     }
 
     /// The dialog that the next keys go to.
@@ -56,7 +57,7 @@ protected:
     {
         activate(window.get());
         press(key, modifiers);
-        EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+        EXPECT_TRUE(waitFor([] { return QApplication::activeModalWidget() != nullptr; }));
         QWidget* dialog = QApplication::activeModalWidget();
         if (dialog != nullptr) {
             activate(dialog);
@@ -77,8 +78,7 @@ protected:
 
     static void waitForNoDialog()
     {
-        ASSERT_TRUE(
-            QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }, 20000));
+        ASSERT_TRUE(waitFor([] { return QApplication::activeModalWidget() == nullptr; }));
         flushDeletions();
     }
 
@@ -141,13 +141,13 @@ TEST_F(KeyboardOnlyTest, WholeMainJobNeedsNoMouse)
     press(Qt::Key_Up);
     press(Qt::Key_E, Qt::ControlModifier);
     auto* save = child<QPushButton>("saveChangesButton");
-    ASSERT_TRUE(QTest::qWaitFor([save] { return save->isEnabled(); }));
+    ASSERT_TRUE(waitFor([save] { return save->isEnabled(); }));
     press(Qt::Key_Tab);
     press(Qt::Key_Tab);
     press(Qt::Key_A, Qt::ControlModifier);
     type("5");
     press(Qt::Key_Return, Qt::ControlModifier);
-    ASSERT_TRUE(QTest::qWaitFor([save] { return !save->isEnabled(); }));
+    ASSERT_TRUE(waitFor([save] { return !save->isEnabled(); }));
     EXPECT_EQ(value(0, "Number of Cells"), "5");
 
     // Made active and the default one, from button to button.
@@ -203,7 +203,7 @@ TEST_F(KeyboardOnlyTest, WholeMainJobNeedsNoMouse)
     }
     activate(window.get());
     QTimer::singleShot(0, window.get(), [] { press(Qt::Key_Q, Qt::ControlModifier); });
-    QTimer::singleShot(10000, window.get(), [] { QCoreApplication::exit(EXIT_FAILURE); });
+    QTimer::singleShot(patience, window.get(), [] { QCoreApplication::exit(EXIT_FAILURE); });
     EXPECT_EQ(QApplication::exec(), EXIT_SUCCESS);
 }
 
@@ -211,13 +211,13 @@ TEST_F(KeyboardOnlyTest, MenusOpenWithF10)
 {
     press(Qt::Key_F10);
     auto* file = child<QMenu>("menuFile");
-    ASSERT_TRUE(QTest::qWaitFor([file] { return file->isVisible(); }));
+    ASSERT_TRUE(waitFor([file] { return file->isVisible(); }));
     QTest::keyClick(file, Qt::Key_Right);
     auto* edit = child<QMenu>("menuEdit");
-    ASSERT_TRUE(QTest::qWaitFor([edit] { return edit->isVisible(); }));
+    ASSERT_TRUE(waitFor([edit] { return edit->isVisible(); }));
     QTest::keyClick(edit, Qt::Key_Right);
     auto* help = child<QMenu>("menuHelp");
-    ASSERT_TRUE(QTest::qWaitFor([help] { return help->isVisible(); }));
+    ASSERT_TRUE(waitFor([help] { return help->isVisible(); }));
     EXPECT_EQ(help->activeAction(), command("actionHelp_2"));
     DialogScript script;
     answer(script, "Basic Usage", [] { press(Qt::Key_Return); });

@@ -3,6 +3,7 @@
 #include "profiles/profilewizarddialog.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 
 #include <QAction>
 #include <QApplication>
@@ -122,13 +123,13 @@ TEST_F(WindowTest, CommandsHaveTheirKeys)
 TEST_F(WindowTest, AProfileIsMadeChangedAndMovedByKeysAlone)
 {
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), patience));
     const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers) {
         QTest::keyClick(window.get(), key, modifiers);
     };
     // A key shows the button pressed for a moment before it acts.
     const auto expectSoon = [](const std::function<bool()>& condition) {
-        EXPECT_TRUE(QTest::qWaitFor(condition));
+        EXPECT_TRUE(waitFor(condition));
     };
     press(Qt::Key_N, Qt::ControlModifier);
     expectSoon([this] { return window->findChild<ProfileWizardDialog*>() != nullptr; });
@@ -140,7 +141,7 @@ TEST_F(WindowTest, AProfileIsMadeChangedAndMovedByKeysAlone)
     ASSERT_EQ(list()->count(), 1);
     makeProfile("Second");
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), patience));
 
     press(Qt::Key_Up, Qt::AltModifier);
     expectSoon([this] { return rowTitle(0) == "Second"; });
@@ -413,7 +414,7 @@ TEST_F(WindowTest, ExitEndsTheEventLoopDuringAnEditWithoutAQuestion)
     const DialogScript nothing;
     QTimer::singleShot(0, window.get(), [this] { trigger(command("actionExit")); });
     bool isLate = false;
-    QTimer::singleShot(10000, window.get(), [&isLate] {
+    QTimer::singleShot(patience, window.get(), [&isLate] {
         isLate = true;
         QCoreApplication::exit(1);
     });

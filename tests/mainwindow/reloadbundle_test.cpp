@@ -12,6 +12,7 @@
 #include "startup/bundletext.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 #include "xmlformat/readfromxml.h"
 
 #include <QAction>
@@ -491,8 +492,8 @@ protected:
 
     void expectReloaded(const QString& margin) const
     {
-        EXPECT_TRUE(QTest::qWaitFor(
-            [] { return ApplicationGlobalMap::getString("bundle_version") == "1.2"; }));
+        EXPECT_TRUE(
+            waitFor([] { return ApplicationGlobalMap::getString("bundle_version") == "1.2"; }));
         ASSERT_EQ(list()->count(), 1);
         EXPECT_EQ(rowTitle(0), "One");
         EXPECT_EQ(field("Margin")->text(), margin);

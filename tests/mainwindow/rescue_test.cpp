@@ -4,6 +4,7 @@
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilerescue.h"
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 #include "xmlformat/readfromxml.h"
 
 #include <QApplication>
@@ -61,7 +62,7 @@ protected:
         QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
         clickOn(
             childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
-        kept.wait();
+        kept.wait(patience);
         raise(number);
     }
 
@@ -155,7 +156,7 @@ protected:
         qputenv("TMPDIR", pathOf("temporary").toUtf8());
     }
 
-    ~RescueWithoutFolderDeathTest() override { qunsetenv("TMPDIR"); }
+    ~RescueWithoutFolderDeathTest() override { qputenv("TMPDIR", temporaryBefore); }
 
     void removeFolder() const { QDir(pathOf("saved_profiles")).removeRecursively(); }
 
@@ -168,6 +169,9 @@ protected:
         ASSERT_TRUE(reader.readProfiles(temporary.filePath(files.first())));
         EXPECT_EQ(reader.getProfiles().size(), 2);
     }
+
+private:
+    const QByteArray temporaryBefore = qgetenv("TMPDIR");
 };
 } // namespace
 

@@ -2,6 +2,7 @@
 // simulated charger behind the uploader's name.
 
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 #include "testpaths.h"
 #include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
@@ -144,7 +145,7 @@ protected:
     void transfer()
     {
         clickOn(childNamed<QPushButton>(dialog(), "okButton"));
-        ASSERT_TRUE(QTest::qWaitFor([this] { return dialog() == nullptr; }, 20000));
+        ASSERT_TRUE(waitFor([this] { return dialog() == nullptr; }));
         script.reset();
         expectQuiet();
     }
@@ -153,8 +154,7 @@ protected:
     {
         const QList<QProcess*> processes = window->findChildren<QProcess*>();
         for (QProcess* process : processes) {
-            ASSERT_TRUE(QTest::qWaitFor(
-                [process] { return process->state() == QProcess::NotRunning; }, 10000));
+            ASSERT_TRUE(waitFor([process] { return process->state() == QProcess::NotRunning; }));
         }
     }
 
@@ -520,7 +520,7 @@ TEST_F(TransferTest, WindowMayCloseWhileTheUploaderHangs)
     setFaults("erase.stall = yes\n");
     openWriter();
     clickOn(childNamed<QPushButton>(dialog(), "okButton"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return runs() == "-E"; }, 10000));
+    ASSERT_TRUE(waitFor([this] { return runs() == "-E"; }));
     QTest::keyClick(dialog(), Qt::Key_Escape);
     flushDeletions();
     EXPECT_EQ(dialog(), nullptr);
@@ -566,10 +566,10 @@ TEST_F(TransferTest, SecondWriteOnAPortFollowsTheFirstWholly)
     flushDeletions();
     openWriter();
     clickOn(childNamed<QPushButton>(dialog(), "okButton"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return runs() == "-E"; }));
+    ASSERT_TRUE(waitFor([this] { return runs() == "-E"; }));
     expectResetQuestion("Write Success!", stay);
     write("go", "");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog() == nullptr; }));
+    ASSERT_TRUE(waitFor([this] { return dialog() == nullptr; }));
     EXPECT_EQ(runs(), "-E -w -E -w");
     EXPECT_EQ(child<QLabel>("transferStatus")->text(), "");
 }

@@ -3,6 +3,7 @@
 #include "folderseat.h"
 #include "profiles/profilerescue.h"
 #include "support/gui/installation.h"
+#include "support/waiting.h"
 #include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
@@ -33,7 +34,7 @@ protected:
             "of its own, such as backup_before_replace_2.xml.");
         window = std::make_unique<MainWindow>();
         window->show();
-        EXPECT_TRUE(QTest::qWaitFor([&script] { return script.isPlayed(); }));
+        EXPECT_TRUE(waitFor([&script] { return script.isPlayed(); }));
         script.finish();
         QApplication::setActiveWindow(window.get());
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -137,8 +138,7 @@ TEST_F(TwoEditorsTest, ChargerGetsTheListOfTheEditorThatWrites)
     DialogScript script;
     script.thenDo([](QWidget& question) { question.close(); });
     clickOn(childNamed<QPushButton>(dialog, "okButton"));
-    ASSERT_TRUE(
-        QTest::qWaitFor([this] { return window->findChild<UploadDownloadDialog*>() == nullptr; }));
+    ASSERT_TRUE(waitFor([this] { return window->findChild<UploadDownloadDialog*>() == nullptr; }));
     EXPECT_EQ(content("seen-E"), mine);
     EXPECT_EQ(content("seen-w"), mine);
 }

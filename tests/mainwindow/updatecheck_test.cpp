@@ -6,6 +6,7 @@
 #include "support/gui/installation.h"
 #include "support/gui/testschema.h"
 #include "support/ordinaryuser.h"
+#include "support/waiting.h"
 #include "updatecheck/newfirmwarechecker.h"
 #include "updatecheck/newfirmwarecheckerdialog.h"
 
@@ -96,7 +97,7 @@ protected:
     void expectEnd(const QString& status)
     {
         auto* button = childNamed<QPushButton>(dialog, "mainButton");
-        ASSERT_TRUE(QTest::qWaitFor([button] { return button->text() == "Close"; }, 20000));
+        ASSERT_TRUE(waitFor([button] { return button->text() == "Close"; }));
         EXPECT_EQ(childNamed<QLabel>(dialog, "statusLabel")->text(), status);
         clickOn(button);
         flushDeletions();
@@ -240,8 +241,8 @@ TEST_F(UpdateCheckTest, BundleDownloadedDuringAnEditWaitsForItsEnd)
     EXPECT_TRUE(gridHas("Current"));
     EXPECT_TRUE(child<QPushButton>("saveChangesButton")->isEnabled());
     clickOn(child<QPushButton>("saveChangesButton"));
-    EXPECT_TRUE(QTest::qWaitFor(
-        [] { return ApplicationGlobalMap::getString("bundle_version") == "1.10"; }));
+    EXPECT_TRUE(
+        waitFor([] { return ApplicationGlobalMap::getString("bundle_version") == "1.10"; }));
     expectProgramRunning();
 }
 
@@ -264,7 +265,7 @@ TEST_F(UpdateCheckTest, EndlessSlowAnswerCanBeCancelled)
         offer("1.10");
         server.answer(slowPath, {200, "", Pace::ENDLESS});
         openDialog();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return server.paths().contains(slowPath); }));
+        ASSERT_TRUE(waitFor([&] { return server.paths().contains(slowPath); }));
         DialogScript nothing;
         clickOn(childNamed<QPushButton>(dialog, "mainButton"));
         flushDeletions();
@@ -280,12 +281,12 @@ TEST_F(UpdateCheckTest, BundleThatComesAfterCancelIsSavedButNotTakenIntoUse)
     server.answer(bundlePath, {200, bundle, Pace::HELD});
     offer("1.10");
     openDialog();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return server.paths().contains(bundlePath); }));
+    ASSERT_TRUE(waitFor([&] { return server.paths().contains(bundlePath); }));
     DialogScript nothing;
     clickOn(childNamed<QPushButton>(dialog, "mainButton"));
     server.release();
     const QString path = pathOf("v1.10.kelvaron");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path); }));
+    EXPECT_TRUE(waitFor([&] { return QFile::exists(path); }));
     flushDeletions();
     nothing.finish();
     EXPECT_TRUE(contentOf(path) == bundle);
@@ -299,12 +300,12 @@ TEST_F(UpdateCheckTest, WindowMayGoAwayDuringACheck)
     server.answer(bundlePath, {200, newerBundle("1.10"), Pace::HELD});
     offer("1.10");
     openDialog();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return server.paths().contains(bundlePath); }));
+    ASSERT_TRUE(waitFor([&] { return server.paths().contains(bundlePath); }));
     window.reset();
     EXPECT_TRUE(dialog.isNull());
     server.release();
     const QString path = pathOf("v1.10.kelvaron");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path); }));
+    EXPECT_TRUE(waitFor([&] { return QFile::exists(path); }));
 }
 
 TEST_F(UpdateCheckTest, FolderInTheBundlesPlaceIsAnError)

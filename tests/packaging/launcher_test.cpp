@@ -1,5 +1,6 @@
 // The installed program as its users start it, in a home folder of their own.
 
+#include "support/waiting.h"
 #include "testpaths.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +21,6 @@
 
 namespace
 {
-constexpr int patience = 20000;
 
 QByteArray contentOf(const QString& path)
 {
@@ -53,7 +53,7 @@ struct Running
     ~Running()
     {
         process.kill();
-        process.waitForFinished();
+        process.waitForFinished(patience);
     }
 
     bool untilWindow()
@@ -573,7 +573,7 @@ TEST_F(Launcher, OneMissingFileIsLeftToTheEditorToTell)
     answerBoxes(2);
     write(files + "/supl.mac", "the user's");
     auto running = launch({});
-    EXPECT_TRUE(running->process.waitForStarted());
+    EXPECT_TRUE(running->process.waitForStarted(patience));
     // Without a bundle the editor shows its own message, and waits.
     QElapsedTimer timer;
     timer.start();

@@ -9,6 +9,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -135,7 +136,7 @@ TEST_F(LongListTest, RowsInSightHaveTheirButtonsAtOnce)
 TEST_F(LongListTest, RowsGetTheirButtonsWhenScrolledTo)
 {
     window.ui->profileNamesList->scrollToTop();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return light(0) != nullptr && light(0)->isVisible(); }));
+    ASSERT_TRUE(waitFor([this] { return light(0) != nullptr && light(0)->isVisible(); }));
     EXPECT_EQ(light(0)->toolTip(), "Active");
     EXPECT_EQ(light(1)->toolTip(), "Not Active");
     EXPECT_EQ(light(1)->accessibleName(), "Active: P1");

@@ -4,6 +4,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -50,7 +51,7 @@ protected:
         window.add("C");
         window.clickRow(1);
         list()->setFocus();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return list()->hasFocus(); }));
+        EXPECT_TRUE(waitFor([this] { return list()->hasFocus(); }));
     }
 
     QListWidget* list() const { return window.ui->profileNamesList; }

@@ -6,6 +6,7 @@
 #include "profiles/profilesettings.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -191,9 +192,9 @@ TEST_F(ProfileNameTest, CrossIsRedUnderThePointer)
 {
     QTest::mouseMove(window.ui->statusBar);
     QTest::mouseMove(title());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return cross()->styleSheet() == redCross; }));
+    EXPECT_TRUE(waitFor([this] { return cross()->styleSheet() == redCross; }));
     QTest::mouseMove(window.ui->statusBar);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return cross()->styleSheet() == greyCross; }));
+    EXPECT_TRUE(waitFor([this] { return cross()->styleSheet() == greyCross; }));
 }
 
 TEST_F(ProfileNameTest, RowsAre46PixelsHigh)

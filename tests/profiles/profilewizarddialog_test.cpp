@@ -9,6 +9,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -41,7 +42,7 @@ protected:
         wizard = window.findChild<ProfileWizardDialog*>();
         ASSERT_TRUE(wizard != nullptr);
         made = std::make_unique<QSignalSpy>(wizard.data(), &ProfileWizardDialog::newProfileMade);
-        EXPECT_TRUE(QTest::qWaitForWindowActive(wizard));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(wizard, patience));
     }
 
     QPushButton* next() const { return childNamed<QPushButton>(wizard, "nextButton"); }

@@ -9,6 +9,7 @@
 #include "support/gui/editorwindow.h"
 #include "support/gui/testschema.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -58,7 +59,7 @@ protected:
         manager->on_editGlobalSettingsClicked();
         dialog = window->findChild<GlobalSettingsDialog*>();
         ASSERT_TRUE(dialog != nullptr);
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog, patience));
     }
 
     /// Hands over another schema, as a reload does; the old one stays alive.

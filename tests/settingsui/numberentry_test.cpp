@@ -2,6 +2,7 @@
 #include "settingsui/typednumber.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -180,10 +181,10 @@ TEST_F(NumberEntryTest, CommaIsRefusedWithAHintWhereItGroups)
     for (const char* locale : {"C", "en_US", "de_CH", "ar_EG"}) {
         QLocale::setDefault(QLocale(locale));
         QToolTip::hideText();
-        ASSERT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+        ASSERT_TRUE(waitFor([] { return !QToolTip::isVisible(); }));
         typeOver(field(), "1,");
         EXPECT_EQ(field()->text(), "1") << locale;
-        EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); })) << locale;
+        EXPECT_TRUE(waitFor([] { return QToolTip::isVisible(); })) << locale;
         EXPECT_EQ(QToolTip::text(),
                   "Numbers are written with digits and a decimal point alone: 1500.5");
     }
@@ -200,7 +201,7 @@ TEST_F(NumberEntryTest, PastedNumbersAreTakenOrRefusedAsAWhole)
     expectPaste("fr_CH", "1\u202F500,5", "");
     expectPaste("fa_IR", "\u200E۱٫۵", "1.5");
     expectPaste("ar_EG", "1٬500", "");
-    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_TRUE(waitFor([] { return QToolTip::isVisible(); }));
 }
 
 TEST_F(NumberEntryTest, NumberIsCompletedInTheMiddle)

@@ -3,6 +3,7 @@
 #include "settingsui/settingsgridlayout.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -142,7 +143,7 @@ TEST_F(SettingsKeyboardTest, TabReachesTheFlagsBeforeTheEditors)
 TEST_F(SettingsKeyboardTest, SavingAndCancellingLeaveTheFocusOnEdit)
 {
     QTest::keyClick(focused(), Qt::Key_Return, Qt::ControlModifier);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window.ui->editProfileButton->isEnabled(); }));
+    ASSERT_TRUE(waitFor([this] { return window.ui->editProfileButton->isEnabled(); }));
     EXPECT_EQ(focused(), window.ui->editProfileButton);
     QTest::keyClick(focused(), Qt::Key_Space);
     EXPECT_EQ(focused(), window.lineEdit("Title"));

@@ -10,6 +10,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -187,7 +188,7 @@ TEST_F(SettingsPaneTest, AnotherProfileIsShownFromItsFirstRowAndColumn)
     const QScrollBar* across = window.ui->containerScroll->horizontalScrollBar();
     const QScrollBar* down = window.ui->containerScroll->verticalScrollBar();
     window.ui->containerScroll->setFixedSize(150, 80); // less than the grid needs
-    ASSERT_TRUE(QTest::qWaitFor([=] { return across->maximum() > 0 && down->maximum() > 0; }));
+    ASSERT_TRUE(waitFor([=] { return across->maximum() > 0 && down->maximum() > 0; }));
     window.ui->containerScroll->ensureVisible(2000, 2000);
     ASSERT_GT(across->value(), 0);
     ASSERT_GT(down->value(), 0);
@@ -608,7 +609,7 @@ TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
     typeBeyondAscii(window.lineEdit("Title"), "\xC3\xA4");
     QTest::keyClicks(window.lineEdit("Title"), "r 3");
     EXPECT_EQ(window.lineEdit("Title")->text(), "Br 3");
-    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }));
+    EXPECT_TRUE(waitFor([] { return QToolTip::isVisible(); }));
     EXPECT_EQ(QToolTip::text(), QString::fromUtf8("The Kelvaron holds plain English letters, "
                                                   "digits and signs (ASCII) only, not "
                                                   "\"\xC3\xA4\"."));
@@ -619,7 +620,7 @@ TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
 TEST_F(SettingsPaneTest, NoHintForATextThatIsTooLong)
 {
     QToolTip::hideText();
-    ASSERT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    ASSERT_TRUE(waitFor([] { return !QToolTip::isVisible(); }));
     window.add("A");
     edit();
     typeOver(window.lineEdit("Title"), "0123456789ABCDEF");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bundletext.h"
+#include "support/waiting.h"
 #include "testpaths.h"
 
 #include <gtest/gtest.h>
@@ -283,10 +284,10 @@ private:
     Start end()
     {
         Start result;
-        if (!process.waitForFinished(60000)) {
+        if (!process.waitForFinished(patience)) {
             ADD_FAILURE() << "did not end: " << qPrintable(process.errorString());
             process.kill();
-            process.waitForFinished();
+            process.waitForFinished(patience);
         }
         result.crashed = process.exitStatus() != QProcess::NormalExit;
         result.exitCode = process.exitCode();

@@ -1,9 +1,12 @@
+#include "support/ownenvironment.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 
 int main(int argc, char** argv)
 {
+    const OwnEnvironment environment;
     ::testing::InitGoogleTest(&argc, argv);
     // Death tests re-run the binary instead of forking a process that may hold threads.
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/waiting.h"
 #include "testpaths.h"
 
 #include <gtest/gtest.h>
@@ -63,10 +64,10 @@ protected:
         process.setWorkingDirectory(folder.path());
         process.start(KELVARON_PROFILES_EXECUTABLE, arguments);
         ProgramRun result;
-        if (!process.waitForFinished(60000)) {
+        if (!process.waitForFinished(patience)) {
             ADD_FAILURE() << "did not end: " << qPrintable(process.errorString());
             process.kill();
-            process.waitForFinished();
+            process.waitForFinished(patience);
             return result;
         }
         result.crashed = process.exitStatus() != QProcess::NormalExit;

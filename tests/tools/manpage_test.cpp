@@ -1,4 +1,5 @@
 #include "bundleprogram.h"
+#include "support/waiting.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -36,7 +37,7 @@ protected:
     {
         QProcess process;
         process.start(program, arguments + QStringList(pagePath));
-        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_TRUE(process.waitForFinished(patience));
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         return program == "man" ? process.readAllStandardError() : process.readAllStandardOutput();
     }

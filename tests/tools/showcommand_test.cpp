@@ -1,4 +1,5 @@
 #include "profilesprogram.h"
+#include "support/waiting.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -94,7 +95,7 @@ TEST_F(ShowCommandTest, ReportsAnOutputThatCannotBeWritten)
     process.setWorkingDirectory(folder.path());
     process.setStandardOutputFile("/dev/full");
     process.start(KELVARON_PROFILES_EXECUTABLE, {"show", "--header", "schema.in", "in.hex"});
-    ASSERT_TRUE(process.waitForFinished());
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 3);
     EXPECT_TRUE(process.readAllStandardError().contains("standard output cannot be written"));
 }

@@ -1,4 +1,5 @@
 #include "suplprogram.h"
+#include "support/waiting.h"
 
 namespace
 {
@@ -132,11 +133,11 @@ TEST_F(SuplCommandLineTest, ThePortIsHeldByOneRunAtATime)
     first.setWorkingDirectory(work(QString()));
     first.start(home("supl.mac"), eraseProfiles());
     while (!first.readAllStandardOutput().contains("Erasing")) {
-        ASSERT_TRUE(first.waitForReadyRead(30000));
+        ASSERT_TRUE(first.waitForReadyRead(patience));
     }
     expectFailure(reset(), "Can not open comport\n");
     first.kill();
-    ASSERT_TRUE(first.waitForFinished());
+    ASSERT_TRUE(first.waitForFinished(patience));
     expectDone(reset());
 }
 
@@ -193,7 +194,7 @@ TEST_F(SuplCommandLineTest, StartsFromItsOwnFolderWithoutAnyEnvironment)
     QProcess process;
     process.setWorkingDirectory(home(QString()));
     process.start("/usr/bin/env", QStringList{"-i", "./supl.mac"} + reset());
-    ASSERT_TRUE(process.waitForFinished(60000));
+    ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput().constData();
     EXPECT_TRUE(QFile::exists(home("charger-memory.bin")));
 }

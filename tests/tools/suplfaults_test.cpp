@@ -1,4 +1,5 @@
 #include "suplprogram.h"
+#include "support/waiting.h"
 
 namespace
 {
@@ -37,12 +38,12 @@ protected:
         process.start(home("supl.mac"), arguments);
         QByteArray output;
         while (!output.contains(words)) {
-            ASSERT_TRUE(process.waitForReadyRead(30000)) << output.constData();
+            ASSERT_TRUE(process.waitForReadyRead(patience)) << output.constData();
             output += process.readAllStandardOutput();
         }
         EXPECT_FALSE(process.waitForFinished(300)) << output.constData();
         process.kill();
-        ASSERT_TRUE(process.waitForFinished());
+        ASSERT_TRUE(process.waitForFinished(patience));
     }
 
     /// The image that the last read left behind, as another tool understands it.
@@ -332,10 +333,10 @@ TEST_F(SuplFaultsTest, ThePaceSetsThePauses)
         expectDone(eraseProfiles());
         return timer.elapsed();
     };
-    const qint64 none = durationAt("pace = 0%\n");
     const qint64 normal = durationAt("");
     EXPECT_GE(normal, 900);
-    EXPECT_LT(none, normal / 2);
+    const auto isFasterWithoutPauses = [&] { return durationAt("pace = 0%\n") < normal - 450; };
+    EXPECT_TRUE(waitFor(isFasterWithoutPauses)); // a busy machine makes its own pauses
     EXPECT_GE(durationAt("pace = 200%\n"), 1800);
     EXPECT_GE(durationAt("pace = 100 ms\n"), 700); // seven pauses
 }

@@ -4,6 +4,7 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "profileimport/parsedprofile.h"
 #include "suplprogram.h"
+#include "support/waiting.h"
 
 #include <QFileInfo>
 
@@ -151,25 +152,29 @@ TEST_F(SuplFlashTest, EachLineArrivesAloneAtTheNormalPace)
 {
     writeFile(home("supl-faults.txt"), "");
     makeWholeImage();
-    QProcess process;
-    process.setWorkingDirectory(work(QString()));
-    process.start(home("supl.mac"), flash());
-    QList<QByteArray> pieces;
-    qint64 longestSilence = 0;
-    QElapsedTimer silence;
-    silence.start();
-    while (process.waitForReadyRead(30000)) {
-        longestSilence = std::max(longestSilence, silence.restart());
-        pieces.append(process.readAllStandardOutput());
-    }
-    ASSERT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished());
-    EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_LT(longestSilence, 4000);
-    for (const char* marker : {"All flash above bldr erased\n", "hex file loaded\n",
-                               "Flash Write success\n", "Verified Flash OK\n"}) {
-        EXPECT_EQ(pieces.count(marker), 1) << marker;
-    }
-    EXPECT_GE(pieces.size(), 20); // progress comes bit by bit
+    const auto arrivesLineByLine = [this] {
+        QProcess process;
+        process.setWorkingDirectory(work(QString()));
+        process.start(home("supl.mac"), flash());
+        QList<QByteArray> pieces;
+        qint64 longestSilence = 0;
+        QElapsedTimer silence;
+        silence.start();
+        while (process.waitForReadyRead(patience)) {
+            longestSilence = std::max(longestSilence, silence.restart());
+            pieces.append(process.readAllStandardOutput());
+        }
+        process.waitForFinished(patience);
+        EXPECT_EQ(process.exitCode(), 0);
+        bool areAlone = true;
+        for (const char* marker : {"All flash above bldr erased\n", "hex file loaded\n",
+                                   "Flash Write success\n", "Verified Flash OK\n"}) {
+            areAlone = areAlone && pieces.count(marker) == 1;
+        }
+        return areAlone && longestSilence < 4000
+               && pieces.size() >= 20; // progress comes bit by bit
+    };
+    EXPECT_TRUE(waitFor(arrivesLineByLine)); // a busy machine may join lines or hold one back
 }
 
 TEST_F(SuplFlashTest, TheDemoBundleIsFlashed)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/waiting.h"
 #include "testpaths.h"
 
 #include <gtest/gtest.h>
@@ -168,10 +169,10 @@ protected:
         process.setWorkingDirectory(work(QString()));
         process.start(home("supl.mac"), arguments);
         SuplRun result;
-        if (!process.waitForFinished(60000)) {
+        if (!process.waitForFinished(patience)) {
             ADD_FAILURE() << "did not end: " << qPrintable(process.errorString());
             process.kill();
-            process.waitForFinished();
+            process.waitForFinished(patience);
             return result;
         }
         result.crashed = process.exitStatus() != QProcess::NormalExit;
@@ -206,7 +207,7 @@ protected:
         QProcess process;
         process.setWorkingDirectory(work(QString()));
         process.start("srec_cat", arguments);
-        ASSERT_TRUE(process.waitForFinished(60000)) << qPrintable(process.errorString());
+        ASSERT_TRUE(process.waitForFinished(patience)) << qPrintable(process.errorString());
         ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
     }
 

@@ -1,5 +1,6 @@
 #include "appearance.h"
 #include "mainwindow.h"
+#include "support/ownenvironment.h"
 #include "tour.h"
 #include "transfer/qextserialenumerator.h"
 
@@ -9,6 +10,7 @@
 
 int main(int argc, char** argv)
 {
+    const OwnEnvironment environment;
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);

@@ -1,6 +1,7 @@
 #include "transfer/comdevicewatcher.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeports.h"
 
 #include <QTest>
@@ -77,9 +78,9 @@ TEST_F(DeviceWatcherTest, LooksByItselfOnceStarted)
 {
     watcher.startWatching();
     ports = QStringList({"/dev/ttyUSB0"});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !added.isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !added.isEmpty(); }));
     ports.clear();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !removed.isEmpty(); }));
     EXPECT_EQ(added, QStringList("/dev/ttyUSB0"));
     EXPECT_EQ(removed, QStringList("/dev/ttyUSB0"));
 }
@@ -104,7 +105,7 @@ TEST_F(DeviceWatcherTest, LooksOnceASecond)
     watcher.startWatching();
     slower.start(1150);
     ASSERT_EQ(happened, QStringList("look")) << "the ports of the start";
-    ASSERT_TRUE(QTest::qWaitFor([&happened] { return happened.contains("slower"); }, 60000));
+    ASSERT_TRUE(waitFor([&happened] { return happened.contains("slower"); }));
     EXPECT_EQ(happened.mid(0, 4), QStringList({"look", "faster", "look", "slower"}));
 }
 
@@ -130,11 +131,11 @@ TEST_F(DeviceWatcherTest, StoppedItLooksNoMore)
     later.startWatching();
     watcher.stopWatching();
     ports = QStringList({"A"});
-    ASSERT_TRUE(QTest::qWaitFor([&laterHasTold] { return laterHasTold; }));
+    ASSERT_TRUE(waitFor([&laterHasTold] { return laterHasTold; }));
     EXPECT_TRUE(order.isEmpty());
     watcher.startWatching();
     ports.clear();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); })) << "it can start again";
+    EXPECT_TRUE(waitFor([this] { return !removed.isEmpty(); })) << "it can start again";
 }
 
 TEST_F(DeviceWatcherTest, NewPortsAreToldBeforeGoneOnes)
@@ -175,7 +176,7 @@ TEST_F(DeviceWatcherTest, StoppingWithoutWatchingDoesNothing)
     EXPECT_EQ(order, QStringList("added")) << "the known ports stay";
     watcher.startWatching();
     ports.clear();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !removed.isEmpty(); })) << "it can start again";
+    EXPECT_TRUE(waitFor([this] { return !removed.isEmpty(); })) << "it can start again";
 }
 
 TEST_F(DeviceWatcherTest, TellsTheWholeRecord)

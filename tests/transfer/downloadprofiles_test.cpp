@@ -1,6 +1,7 @@
 #include "transfer/downloadprofiles.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeuploader.h"
 
 #include <QSignalSpy>
@@ -17,9 +18,9 @@ protected:
     void runToItsEnd()
     {
         worker->start();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !finished.isEmpty() || !errors.isEmpty(); }));
+        ASSERT_TRUE(waitFor([this] { return !finished.isEmpty() || !errors.isEmpty(); }));
         ASSERT_EQ(owner.findChildren<QProcess*>().size(), 1);
-        ASSERT_TRUE(QTest::qWaitFor(
+        ASSERT_TRUE(waitFor(
             [this] { return owner.findChild<QProcess*>()->state() == QProcess::NotRunning; }));
         QCoreApplication::processEvents();
     }
@@ -86,7 +87,7 @@ TEST_F(DownloadProfilesTest, OwnerThatGoesEndsTheRun)
     uploader.setBehaviour("echo $$ > pid; " + FakeUploader::waitForGo());
     auto window = std::make_unique<QObject>();
     (new DownloadProfiles("COM7", "x.hex", window.get()))->start();
-    ASSERT_TRUE(QTest::qWaitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
+    ASSERT_TRUE(waitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
     window.reset();
     EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";
 }

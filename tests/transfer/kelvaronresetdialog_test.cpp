@@ -2,6 +2,7 @@
 
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeuploader.h"
 
 #include <QApplication>
@@ -108,7 +109,7 @@ TEST_F(ResetDialogTest, ButtonsStayUsableDuringTheResetAndASecondPressStartsNoSe
     DialogScript script;
     script.thenDo([&](QWidget& shown) {
         clickOn(button(shown, "Reset Kelvaron"));
-        ASSERT_TRUE(QTest::qWaitFor([] { return FakeUploader::runs().size() == 1; }));
+        ASSERT_TRUE(waitFor([] { return FakeUploader::runs().size() == 1; }));
         EXPECT_TRUE(button(shown, "Stay in Bootloader Mode")->isEnabled());
         clickOn(button(shown, "Reset Kelvaron"));
         EXPECT_EQ(dialog.findChildren<QProcess*>().size(), 1);
@@ -126,7 +127,7 @@ TEST_F(ResetDialogTest, StayingDuringTheResetEndsTheRun)
         DialogScript script;
         script.thenDo([&](QWidget& shown) {
             clickOn(button(shown, "Reset Kelvaron"));
-            ASSERT_TRUE(QTest::qWaitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
+            ASSERT_TRUE(waitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
             clickOn(button(shown, "Stay in Bootloader Mode"));
         });
         EXPECT_EQ(dialog.exec(), 102);

@@ -2,6 +2,7 @@
 
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/downloadprofiles.h"
 #include "transfer/fakeports.h"
 #include "transfer/fakeuploader.h"
@@ -92,7 +93,7 @@ protected:
     void transferToTheEnd()
     {
         clickOn(okButton());
-        ASSERT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+        ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
     }
 
     static bool hasRun(int count) { return FakeUploader::runs().size() >= count; }
@@ -160,7 +161,7 @@ TEST_F(TransferDialogTest, PortThatAppearsIsAddedByItself)
 {
     openWriter();
     ports.names = QStringList({"A", "B", "D", "C"});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return listedPorts().size() == 4; }));
+    ASSERT_TRUE(waitFor([this] { return listedPorts().size() == 4; }));
     EXPECT_EQ(listedPorts(), QStringList({"C", "D", "B", "A"}));
     EXPECT_EQ(portBox()->currentText(), "D");
 }
@@ -169,7 +170,7 @@ TEST_F(TransferDialogTest, PortThatDisappearsIsRemovedByItself)
 {
     openWriter();
     ports.names = QStringList({"A", "C"});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return listedPorts().size() == 2; }));
+    ASSERT_TRUE(waitFor([this] { return listedPorts().size() == 2; }));
     EXPECT_EQ(listedPorts(), QStringList({"C", "A"}));
 }
 
@@ -218,7 +219,7 @@ TEST_F(TransferDialogTest, IsBusyWhileTheUploaderRuns)
     DialogScript script;
     expectSuccess(script);
     FakeUploader::write("go", "");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
 }
 
 TEST_F(TransferDialogTest, WrittenProfilesAreReportedBeforeTheQuestionAboutTheReset)
@@ -376,12 +377,12 @@ TEST_F(TransferDialogTest, WriteGoesOnWithoutTheClosedDialogAndItsResultReachesN
         openWriter();
         const DialogScript nothing;
         clickOn(okButton());
-        ASSERT_TRUE(QTest::qWaitFor([] { return hasRun(1); }));
+        ASSERT_TRUE(waitFor([] { return hasRun(1); }));
         QTest::keyClick(dialog, Qt::Key_Escape);
         flushDeletions();
         EXPECT_EQ(dialog, nullptr);
         FakeUploader::write("go", "");
-        ASSERT_TRUE(QTest::qWaitFor([this] { return hasRun(2) && isQuiet(); }));
+        ASSERT_TRUE(waitFor([this] { return hasRun(2) && isQuiet(); }));
         QCoreApplication::processEvents();
     }
     EXPECT_EQ(window->findChildren<UploadProfiles*>().size(), 3);
@@ -409,7 +410,7 @@ TEST_F(TransferDialogTest, DialogMayGoWhileItsFailureIsShown)
         dialog->close();
         flushDeletions();
     });
-    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
 }
 
 TEST_F(TransferDialogTest, DialogMayGoDuringTheQuestionAboutTheReset)
@@ -421,7 +422,7 @@ TEST_F(TransferDialogTest, DialogMayGoDuringTheQuestionAboutTheReset)
         dialog->close();
         flushDeletions();
     });
-    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
 }
 
 TEST_F(TransferDialogTest, DialogMayGoWhileItsSuccessIsHandled)
@@ -433,7 +434,7 @@ TEST_F(TransferDialogTest, DialogMayGoWhileItsSuccessIsHandled)
     });
     const DialogScript nothing;
     clickOn(okButton());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
 }
 
 TEST_F(TransferDialogTest, MainWindowMayGoDuringATransfer)
@@ -441,7 +442,7 @@ TEST_F(TransferDialogTest, MainWindowMayGoDuringATransfer)
     uploader.setBehaviour(FakeUploader::waitForGo());
     openWriter();
     clickOn(okButton());
-    ASSERT_TRUE(QTest::qWaitFor([] { return hasRun(1); }));
+    ASSERT_TRUE(waitFor([] { return hasRun(1); }));
     const DialogScript nothing;
     window.reset();
     EXPECT_EQ(dialog, nullptr);
@@ -461,7 +462,7 @@ TEST_F(TransferDialogTest, PressAfterSuccessStartsAnotherOperationWhileTheDialog
         EXPECT_EQ(window->findChildren<UploadProfiles*>().size(), 2);
     });
     transferToTheEnd();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return hasRun(4) && isQuiet(); }));
+    ASSERT_TRUE(waitFor([this] { return hasRun(4) && isQuiet(); }));
     QCoreApplication::processEvents();
     EXPECT_EQ(FakeUploader::runs().at(2).at(4), "-E");
     EXPECT_EQ(FakeUploader::runs().at(3).at(4), "-w");
@@ -476,7 +477,7 @@ TEST_F(TransferDialogTest, OperationStartedWhileClosingFailsSilently)
         okButton()->click();
     });
     transferToTheEnd();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return hasRun(3) && isQuiet(); }));
+    ASSERT_TRUE(waitFor([this] { return hasRun(3) && isQuiet(); }));
     QCoreApplication::processEvents();
     EXPECT_EQ(FakeUploader::runs().size(), 3);
 }
@@ -503,7 +504,7 @@ TEST_F(TransferDialogTest, KeyboardGoesFromThePortsToTheButton)
     openWriter();
     EXPECT_EQ(child<QLabel>("label_2")->buddy(), portBox());
     QApplication::setActiveWindow(dialog);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog, patience));
     portBox()->setFocus();
     QTest::keyClick(portBox(), Qt::Key_Tab);
     EXPECT_TRUE(okButton()->hasFocus());
@@ -516,7 +517,7 @@ TEST_F(TransferDialogTest, ReturnKeyStartsTheTransfer)
     DialogScript script;
     expectSuccess(script);
     QTest::keyClick(portBox(), Qt::Key_Return);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
     EXPECT_EQ(FakeUploader::runs().size(), 2);
 }
 
@@ -535,7 +536,7 @@ TEST_F(TransferDialogTest, PortCannotBeChangedWhileATransferRuns)
         clickOn(stayButton(question));
     });
     FakeUploader::write("go", "");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    EXPECT_TRUE(waitFor([this] { return dialog == nullptr; }));
 }
 
 TEST_F(TransferDialogTest, ResetGoesToThePortOfTheTransferThoughItIsNotListedAnyMore)
@@ -557,6 +558,6 @@ TEST_F(TransferDialogTest, ResetGoesToThePortOfTheTransferThoughItIsNotListedAny
         }
     });
     FakeUploader::write("go", "");
-    EXPECT_TRUE(QTest::qWaitFor([this] { return dialog == nullptr; }));
+    EXPECT_TRUE(waitFor([this] { return dialog == nullptr; }));
     EXPECT_EQ(FakeUploader::runs().last(), QStringList({"-s", "C", "-h", "-V", "-R"}));
 }

@@ -5,6 +5,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeports.h"
 #include "transfer/fakeuploader.h"
 #include "transfer/uploaddownloaddialog.h"
@@ -75,7 +76,7 @@ protected:
     {
         ASSERT_NE(dialog(), nullptr);
         clickOn(childNamed<QPushButton>(dialog(), "okButton"));
-        ASSERT_TRUE(QTest::qWaitFor([this] { return dialog() == nullptr; }));
+        ASSERT_TRUE(waitFor([this] { return dialog() == nullptr; }));
     }
 
     /// Puts the list into the charger that the uploader serves, and changes nothing else.
@@ -318,7 +319,7 @@ TEST_F(TransferManagerTest, ReadWhoseDialogWasClosedImportsNothing)
     uploader.setBehaviour(FakeUploader::waitForGo() + "; cp charger.hex \"$8\"; touch ended");
     manager->on_readButtonPressed();
     clickOn(childNamed<QPushButton>(dialog(), "okButton"));
-    ASSERT_TRUE(QTest::qWaitFor([] { return FakeUploader::runs().size() == 1; }));
+    ASSERT_TRUE(waitFor([] { return FakeUploader::runs().size() == 1; }));
     QTest::keyClick(dialog(), Qt::Key_Escape);
     flushDeletions();
     ASSERT_EQ(dialog(), nullptr);
@@ -326,7 +327,7 @@ TEST_F(TransferManagerTest, ReadWhoseDialogWasClosedImportsNothing)
     FakeUploader::write("go", "");
     auto* process = window.findChild<QProcess*>();
     ASSERT_NE(process, nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([process] { return process->state() == QProcess::NotRunning; }));
+    ASSERT_TRUE(waitFor([process] { return process->state() == QProcess::NotRunning; }));
     QCoreApplication::processEvents();
     EXPECT_TRUE(QFileInfo::exists("ended"));
     EXPECT_EQ(window.count(), 1);

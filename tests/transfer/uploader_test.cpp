@@ -1,6 +1,7 @@
 #include "transfer/uploader.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeuploader.h"
 #include "transfer/portturn.h"
 #include "transfer/portturns.h"
@@ -29,14 +30,14 @@ TEST(UploaderTest, GivenUpRunEndsSilently)
     const FakeUploader uploader("touch started; " + FakeUploader::waitForGo());
     const QPointer<QProcess> process = new QProcess;
     process->start(Uploader::program(), QStringList());
-    ASSERT_TRUE(QTest::qWaitFor([] { return QFile::exists("started"); }));
+    ASSERT_TRUE(waitFor([] { return QFile::exists("started"); }));
     int heard = 0;
     const QObject owner;
     QObject::connect(process, &QProcess::errorOccurred, &owner, [&heard] { ++heard; });
     QObject::connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), &owner,
                      [&heard] { ++heard; });
     Uploader::giveUp(process, &owner, nullptr);
-    EXPECT_TRUE(QTest::qWaitFor([&process] { return process == nullptr; }));
+    EXPECT_TRUE(waitFor([&process] { return process == nullptr; }));
     EXPECT_EQ(heard, 0);
 }
 
@@ -59,8 +60,7 @@ TEST(UploaderTest, GivenUpRunLeavesItsPort)
 
     auto* process = new QProcess;
     process->start(Uploader::program(), QStringList());
-    ASSERT_TRUE(QTest::qWaitFor([] { return QFile::exists("started"); }));
+    ASSERT_TRUE(waitFor([] { return QFile::exists("started"); }));
     Uploader::giveUp(process, &owner, new PortTurn("A", "Writing profiles", nullptr));
-    EXPECT_TRUE(
-        QTest::qWaitFor([] { return PortTurns::ofApplication().descriptions().isEmpty(); }));
+    EXPECT_TRUE(waitFor([] { return PortTurns::ofApplication().descriptions().isEmpty(); }));
 }

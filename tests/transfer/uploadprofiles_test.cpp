@@ -1,6 +1,7 @@
 #include "transfer/uploadprofiles.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "transfer/fakeuploader.h"
 #include "transfer/portturns.h"
 
@@ -22,8 +23,8 @@ protected:
     void runToItsEnd()
     {
         worker->start();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !finished.isEmpty() || !errors.isEmpty(); }));
-        ASSERT_TRUE(QTest::qWaitFor([this] {
+        ASSERT_TRUE(waitFor([this] { return !finished.isEmpty() || !errors.isEmpty(); }));
+        ASSERT_TRUE(waitFor([this] {
             const QList<QProcess*> processes = owner.findChildren<QProcess*>();
             return std::all_of(processes.begin(), processes.end(), [](const QProcess* process) {
                 return process->state() == QProcess::NotRunning;
@@ -65,7 +66,7 @@ TEST_F(UploadProfilesTest, PassesPortAndPathAsSingleArguments)
     worker = new UploadProfiles("", "a folder/it's \"here\" $HOME.hex", &owner);
     QSignalSpy ends(worker, &UploadProfiles::finished);
     worker->start();
-    ASSERT_TRUE(ends.wait());
+    ASSERT_TRUE(ends.wait(patience));
     ASSERT_EQ(FakeUploader::runs().size(), 2);
     EXPECT_EQ(FakeUploader::runs().at(1),
               QStringList({"-s", "", "-h", "-V", "-w", "a folder/it's \"here\" $HOME.hex"}));
@@ -75,10 +76,10 @@ TEST_F(UploadProfilesTest, DoesNotProgramBeforeTheEraseHasEnded)
 {
     uploader.setBehaviour(FakeUploader::waitForGo());
     worker->start();
-    ASSERT_TRUE(QTest::qWaitFor([] { return steps().size() == 1; }));
+    ASSERT_TRUE(waitFor([] { return steps().size() == 1; }));
     EXPECT_EQ(owner.findChildren<QProcess*>().size(), 1);
     FakeUploader::write("go", "");
-    ASSERT_TRUE(finished.wait());
+    ASSERT_TRUE(finished.wait(patience));
     EXPECT_EQ(steps(), QStringList({"-E", "-w"}));
 }
 
@@ -166,7 +167,7 @@ TEST_F(UploadProfilesTest, OwnerThatGoesEndsTheRun)
     auto* run = new UploadProfiles("COM7", "x.hex", window.get());
     QSignalSpy heard(run, &UploadProfiles::errorUploading);
     run->start();
-    ASSERT_TRUE(QTest::qWaitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
+    ASSERT_TRUE(waitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
     window.reset();
     EXPECT_EQ(heard.size(), 0);
     EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";
@@ -216,9 +217,9 @@ TEST_F(UploadProfilesTest, WriteWaitsForTheWholeOfAnEarlierOne)
     QSignalSpy laterFinished(later, &UploadProfiles::finished);
     worker->start();
     later->start();
-    ASSERT_TRUE(QTest::qWaitFor([] { return FakeUploader::runs().size() == 1; }));
+    ASSERT_TRUE(waitFor([] { return FakeUploader::runs().size() == 1; }));
     FakeUploader::write("go", "");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !laterFinished.isEmpty(); }));
+    ASSERT_TRUE(waitFor([&] { return !laterFinished.isEmpty(); }));
     EXPECT_EQ(steps(), QStringList({"-E", "-w", "-E", "-w"}));
     EXPECT_EQ(FakeUploader::runs().at(1).last(), "profilesToUpload.hex");
     EXPECT_EQ(FakeUploader::runs().at(3).last(), "later.hex");
@@ -233,15 +234,14 @@ TEST_F(UploadProfilesTest, FailedWriteLeavesThePortToTheNextOne)
         laterEnd.clear();
         worker->start();
         later->start();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !laterEnd.isEmpty(); }));
-        EXPECT_TRUE(
-            QTest::qWaitFor([] { return PortTurns::ofApplication().descriptions().isEmpty(); }));
+        EXPECT_TRUE(waitFor([&] { return !laterEnd.isEmpty(); }));
+        EXPECT_TRUE(waitFor([] { return PortTurns::ofApplication().descriptions().isEmpty(); }));
     }
     FakeUploader::remove();
     laterEnd.clear();
     worker->start();
     later->start();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !laterEnd.isEmpty(); }));
+    EXPECT_TRUE(waitFor([&] { return !laterEnd.isEmpty(); }));
     EXPECT_EQ(PortTurns::ofApplication().descriptions(), QStringList());
 }
 
@@ -253,7 +253,7 @@ TEST_F(UploadProfilesTest, WriteThatGoesAwayWhileItWaitsNeverStarts)
     later->start();
     delete later;
     FakeUploader::write("go", "");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !finished.isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !finished.isEmpty(); }));
     QCoreApplication::processEvents();
     EXPECT_EQ(steps(), QStringList({"-E", "-w"}));
 }

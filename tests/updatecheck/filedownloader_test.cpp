@@ -2,6 +2,7 @@
 
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -22,7 +23,7 @@ protected:
 
     bool waitForEnd() const
     {
-        return QTest::qWaitFor([this] { return finished.size() + failed.size() > 0; }, 20000);
+        return waitFor([this] { return finished.size() + failed.size() > 0; });
     }
 
     void expectAnswer(const QByteArray& answer) const
@@ -175,11 +176,11 @@ TEST_F(FileDownloaderTest, NewRequestTakesTheOldOnesPlace)
     server.answer("/old", {200, "old", Pace::HELD});
     server.answer("/new", {200, "new"});
     start("/old");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return server.paths().contains("/old"); }));
+    ASSERT_TRUE(waitFor([this] { return server.paths().contains("/old"); }));
     start("/new");
     expectAnswer("new");
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+    EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
     EXPECT_EQ(finished.size(), 1);
     EXPECT_TRUE(failed.isEmpty());
 }
@@ -189,7 +190,7 @@ TEST_F(FileDownloaderTest, ReceivedBytesOfAnAbortedRequestAreForgotten)
     server.answer("/old", {200, "", Pace::ENDLESS});
     server.answer("/new", {200, "new"});
     start("/old");
-    ASSERT_TRUE(progress.wait());
+    ASSERT_TRUE(progress.wait(patience));
     start("/new");
     expectAnswer("new");
 }
@@ -217,7 +218,7 @@ TEST_F(FileDownloaderTest, ReceiverMayStartTheNextRequest)
                          answers.append(answer);
                      });
     start("/first");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return answers.size() == 2; }));
+    EXPECT_TRUE(waitFor([&] { return answers.size() == 2; }));
     EXPECT_EQ(answers, QList<QByteArray>({"first", "second"}));
 }
 
@@ -225,10 +226,10 @@ TEST_F(FileDownloaderTest, ResetEndsARequestWithoutASignal)
 {
     server.answer("/file", {200, "", Pace::ENDLESS});
     start("/file");
-    ASSERT_TRUE(progress.wait());
+    ASSERT_TRUE(progress.wait(patience));
     downloader->reset();
     EXPECT_FALSE(downloader->isBusy());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+    EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
     EXPECT_TRUE(finished.isEmpty());
     EXPECT_TRUE(failed.isEmpty());
 }
@@ -246,9 +247,9 @@ TEST_F(FileDownloaderTest, GoesAwayWithItsRequest)
 {
     server.answer("/file", {200, "", Pace::ENDLESS});
     start("/file");
-    ASSERT_TRUE(progress.wait());
+    ASSERT_TRUE(progress.wait(patience));
     downloader.reset();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+    EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
     EXPECT_TRUE(finished.isEmpty());
     EXPECT_TRUE(failed.isEmpty());
 }
@@ -285,5 +286,5 @@ TEST_F(FileDownloaderTest, ServerThatNeverStopsSendingIsAnError)
     server.answer("/file", {200, "", Pace::ENDLESS_FLOOD});
     start("/file");
     expectError();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+    EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
 }

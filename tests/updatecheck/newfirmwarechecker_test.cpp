@@ -5,6 +5,7 @@
 #include "support/filesizelimit.h"
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "textfile.h"
 
 #include <QDir>
@@ -89,7 +90,7 @@ protected:
     void fetchBundle()
     {
         checker->downloadLatestFirmware();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return downloaded->size() + failed->size() > 0; }));
+        EXPECT_TRUE(waitFor([this] { return downloaded->size() + failed->size() > 0; }));
     }
 
     void expectSaved() const
@@ -120,7 +121,7 @@ TEST_F(CheckerTest, AsksTheServerForTheVersionInformation)
 {
     server.answer(infoPath, {200, "<info><current_version>1.10</current_version></info>"});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(told->wait());
+    ASSERT_TRUE(told->wait(patience));
     EXPECT_EQ(server.paths(), QStringList({infoPath}));
     EXPECT_EQ(told->at(0).at(0).value<Info>().value("current_version"), "1.10");
     EXPECT_TRUE(failed->isEmpty());
@@ -130,7 +131,7 @@ TEST_F(CheckerTest, AsksTheServerForTheVersionInformation)
 TEST_F(CheckerTest, FailedRequestIsAnErrorAndTellsNothing)
 {
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(failed->wait());
+    ASSERT_TRUE(failed->wait(patience));
     EXPECT_EQ(failed->size(), 1);
     EXPECT_TRUE(told->isEmpty());
 }
@@ -138,10 +139,10 @@ TEST_F(CheckerTest, FailedRequestIsAnErrorAndTellsNothing)
 TEST_F(CheckerTest, CanAskAgain)
 {
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(failed->wait());
+    ASSERT_TRUE(failed->wait(patience));
     server.answer(infoPath, {200, "<current_version>1.10</current_version>"});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(told->wait());
+    ASSERT_TRUE(told->wait(patience));
     EXPECT_EQ(told->size(), 1);
     EXPECT_EQ(failed->size(), 1);
 }
@@ -255,13 +256,13 @@ TEST_F(CheckerTest, DocumentMayHaveAsManyBytesAsAllowed)
     document += QByteArray(Checker::largestDocument - document.size(), ' ');
     server.answer(infoPath, {200, document});
     checker->downloadFirmwareInfo();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return told->size() + failed->size() > 0; }));
+    EXPECT_TRUE(waitFor([this] { return told->size() + failed->size() > 0; }));
     EXPECT_EQ(told->size(), 1);
     EXPECT_TRUE(checker->hasUsableVersion());
 
     server.answer(infoPath, {200, document + ' '});
     checker->downloadFirmwareInfo();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return told->size() + failed->size() > 1; }));
+    EXPECT_TRUE(waitFor([this] { return told->size() + failed->size() > 1; }));
     EXPECT_EQ(told->size(), 1);
     EXPECT_EQ(failed->size(), 1);
 }
@@ -358,7 +359,7 @@ TEST_F(CheckerTest, AnswerOfTheFirstRequestIsNotTakenForABundle)
                                       + server.address().toUtf8() + "/b</download_link></i>"});
     server.answer("/b", {200, "<!-- \n" + soundBundle("1.10")});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(told->wait());
+    ASSERT_TRUE(told->wait(patience));
     fetchBundle();
     expectSaved();
     EXPECT_EQ(told->size(), 1); // nor the bundle for version information
@@ -518,12 +519,12 @@ TEST_F(CheckerTest, DeletesItselfWhenItsBundleIsSaved)
     server.answer("/b", {200, soundBundle("1.10"), Pace::HELD});
     tellVersion("1.10", server.address() + "/b");
     checker->downloadLatestFirmware();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.paths().isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !server.paths().isEmpty(); }));
     checker->deleteWhenDone();
     flushDeletions();
     ASSERT_FALSE(checker.isNull());
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return checker.isNull(); }));
+    EXPECT_TRUE(waitFor([this] { return checker.isNull(); }));
     EXPECT_EQ(contentOf("v1.10.kelvaron"), soundBundle("1.10"));
 }
 
@@ -531,8 +532,8 @@ TEST_F(CheckerTest, DeletesItselfWhenItsRequestFails)
 {
     server.answer(infoPath, {404, "", Pace::HELD});
     checker->downloadFirmwareInfo();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !server.paths().isEmpty(); }));
+    ASSERT_TRUE(waitFor([this] { return !server.paths().isEmpty(); }));
     checker->deleteWhenDone();
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return checker.isNull(); }));
+    EXPECT_TRUE(waitFor([this] { return checker.isNull(); }));
 }

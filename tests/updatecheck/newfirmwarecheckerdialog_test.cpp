@@ -7,6 +7,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 #include "updatecheck/newfirmwarechecker.h"
 #include "updatecheck/newfirmwarecheckermanager.h"
 
@@ -104,13 +105,13 @@ protected:
 
     void waitForRequest(const QString& path) const
     {
-        ASSERT_TRUE(QTest::qWaitFor([&] { return server.paths().contains(path); }));
+        ASSERT_TRUE(waitFor([&] { return server.paths().contains(path); }));
     }
 
     /// Waits for the end and expects the dialog to show it.
     void expectEnd(const QString& status, const QString& newest, int progress)
     {
-        ASSERT_TRUE(QTest::qWaitFor([this] { return button()->text() == "Close"; }, 20000));
+        ASSERT_TRUE(waitFor([this] { return button()->text() == "Close"; }));
         script->finish();
         EXPECT_EQ(label("statusLabel"), status);
         EXPECT_EQ(label("installedBundleVersion"), "v1.9");
@@ -347,7 +348,7 @@ TEST_F(CheckerDialogTest, VersionTextIsShownUpTo200Characters)
         script->expectMessage("Error!",
                               "An error occured while checking for firmware updates. Please make "
                               "sure you are connected to the internet, and try again.");
-        ASSERT_TRUE(QTest::qWaitFor([this] { return button()->text() == "Close"; }, 20000));
+        ASSERT_TRUE(waitFor([this] { return button()->text() == "Close"; }));
         script->finish();
         EXPECT_EQ(label("mostRecentBundleVersion"),
                   'v' + QString(200, 'x') + (size > 200 ? QString(QChar(0x2026)) : QString()));
@@ -363,7 +364,7 @@ TEST_F(CheckerDialogTest, HugeVersionTextIsShownShortened)
     script->expectMessage(
         "Error!", "An error occured while checking for firmware updates. Please make sure you are "
                   "connected to the internet, and try again.");
-    ASSERT_TRUE(QTest::qWaitFor([this] { return button()->text() == "Close"; }));
+    ASSERT_TRUE(waitFor([this] { return button()->text() == "Close"; }));
     script->finish();
     EXPECT_LT(label("mostRecentBundleVersion").size(), 1000);
     EXPECT_TRUE(label("mostRecentBundleVersion").startsWith("v<b>x"));
@@ -498,7 +499,7 @@ TEST_F(CheckerDialogTest, CancelEndsAnEndlessSlowAnswer)
     expectBusy("Checking for Firmware Updates...");
     pressButton();
     server.stop();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+    EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
     expectNothingChanged();
 }
 
@@ -513,7 +514,7 @@ TEST_F(CheckerDialogTest, InformationThatComesAfterCancelStartsNoDownload)
     waitForRequest(infoPath);
     pressButton();
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+    EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
     flushDeletions();
     EXPECT_EQ(server.paths(), QStringList({infoPath}));
     expectNothingChanged();
@@ -528,7 +529,7 @@ TEST_F(CheckerDialogTest, BundleThatComesAfterCancelIsSavedWholeAndSilently)
     waitForRequest("/1.10");
     pressButton();
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([] { return QFile::exists("v1.10.kelvaron"); }));
+    EXPECT_TRUE(waitFor([] { return QFile::exists("v1.10.kelvaron"); }));
     EXPECT_TRUE(contentOf("v1.10.kelvaron") == bundle);
     EXPECT_EQ(files(), QStringList({"v1.10.kelvaron"}));
     EXPECT_EQ(window->reloads, 0);
@@ -542,7 +543,7 @@ TEST_F(CheckerDialogTest, BundleThatBreaksOffAfterCancelIsNotSaved)
     waitForRequest("/1.10");
     pressButton();
     server.release();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+    EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
     flushDeletions();
     expectNothingChanged();
     script->finish();
@@ -572,7 +573,7 @@ TEST_F(CheckerDialogTest, DialogOpenedMeanwhileIsNotDisturbed)
     server.answer(infoPath, {200, "", Pace::HELD});
     open();
     server.release(); // the bundle of the first
-    EXPECT_TRUE(QTest::qWaitFor([] { return QFile::exists("v1.10.kelvaron"); }));
+    EXPECT_TRUE(waitFor([] { return QFile::exists("v1.10.kelvaron"); }));
     flushDeletions();
     expectBusy("Checking for Firmware Updates...");
     EXPECT_EQ(window->reloads, 0);
@@ -583,14 +584,14 @@ TEST_F(CheckerDialogTest, EndOfTheProgramEndsTheRequest)
     server.answer(infoPath, {200, "", Pace::ENDLESS});
     for (const bool isOpen : {true, false}) {
         open();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return server.connections() == 1; }));
+        ASSERT_TRUE(waitFor([this] { return server.connections() == 1; }));
         if (!isOpen) {
             pressButton();
         }
         EXPECT_EQ(server.connections(), 1);
         QTimer::singleShot(0, qApp, &QCoreApplication::quit);
         QApplication::exec();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return server.connections() == 0; }));
+        EXPECT_TRUE(waitFor([this] { return server.connections() == 0; }));
         if (isOpen) {
             pressButton();
         }

@@ -1,5 +1,7 @@
 #include "widgets/elidedlabel.h"
 
+#include "support/waiting.h"
+
 #include <gtest/gtest.h>
 
 #include <QHelpEvent>
@@ -63,7 +65,7 @@ TEST(ElidedLabelTest, TellsTheWholeTextInATooltipOnlyWhereItIsCut)
     EXPECT_EQ(shownTip(), longText);
 
     QToolTip::hideText();
-    ASSERT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    ASSERT_TRUE(waitFor([] { return !QToolTip::isVisible(); }));
     label.resize(wide, 24);
     QCoreApplication::sendEvent(&label, &ask);
     EXPECT_FALSE(QToolTip::isVisible());

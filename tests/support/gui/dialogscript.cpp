@@ -1,6 +1,7 @@
 #include "support/gui/dialogscript.h"
 
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <gtest/gtest.h>
 
@@ -18,8 +19,8 @@
 
 namespace
 {
-constexpr int pollInterval = 5;    // milliseconds
-constexpr int patienceTicks = 400; // polls until an answered dialog counts as stuck
+constexpr int pollInterval = 5;                        // milliseconds
+constexpr int patienceTicks = patience / pollInterval; // until an answered dialog counts as stuck
 
 QString plainName(const QAbstractButton* button)
 {

@@ -13,6 +13,7 @@
 #include "settingsui/settingspanemanager.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -46,7 +47,7 @@ EditorWindow::EditorWindow(const QByteArray& schema) : ui(std::make_unique<Ui::M
     globalSettings = new GlobalSettingsManager(this, generator, this);
     show();
     QApplication::setActiveWindow(this);
-    EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(this, patience));
 }
 
 EditorWindow::~EditorWindow() = default;

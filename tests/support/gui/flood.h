@@ -1,15 +1,16 @@
 #pragma once
 
+#include "support/waiting.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTimer>
 
-/// Waits like QTest::qWaitFor(), but without its pauses: so a child process that prints a lot is
+/// Waits like waitFor(), but without its pauses: so a child process that prints a lot is
 /// read as fast as in the running program.
 template <typename Condition>
 bool waitThroughFlood(Condition condition)
 {
-    constexpr int patience = 60000; // milliseconds
     QTimer wakeUp;
     wakeUp.start(10);
     QElapsedTimer timer;

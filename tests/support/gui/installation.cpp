@@ -1,5 +1,6 @@
 #include "support/gui/installation.h"
 
+#include "support/waiting.h"
 #include "testpaths.h"
 
 #include <QAction>
@@ -39,7 +40,7 @@ void MainWindowTest::start()
     window = std::make_unique<MainWindow>();
     window->show();
     QApplication::setActiveWindow(window.get());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), patience));
 }
 
 QByteArray MainWindowTest::demoSchema()
@@ -61,7 +62,7 @@ void MainWindowTest::installBundle(const QString& version, const QByteArray& sch
                {"bundle", "pack", "--output", pathOf("v" + version + ".kelvaron"), "--device",
                 QString(KELVARON_DEMO_DIR) + "/device.txt", "--schema", file.fileName(), "--key",
                 "VERSION=" + version});
-    ASSERT_TRUE(tool.waitForFinished());
+    ASSERT_TRUE(tool.waitForFinished(patience));
     ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().constData();
 }
 

@@ -1,5 +1,7 @@
 #include "support/gui/steppeduploader.h"
 
+#include "support/waiting.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -60,8 +62,11 @@ void SteppedUploader::run(const QByteArray& shellLine)
 
 QStringList SteppedUploader::waitForStart()
 {
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(path("stepped.pid")); }))
+    EXPECT_TRUE(waitFor([this] { return QFile::exists(path("stepped.pid")); }))
         << "the uploader was not started";
+    if (lastPid > 0) { // a killed one may still take a step that is meant for its successor
+        EXPECT_TRUE(waitForEnd()) << "the uploader before it has not ended";
+    }
     lastPid = read("stepped.pid").trimmed().toLongLong();
     QFile::remove(path("stepped.pid"));
     QStringList arguments = QString::fromUtf8(read("stepped.arguments")).split('\n');
@@ -76,7 +81,7 @@ bool SteppedUploader::isRunning() const
 
 bool SteppedUploader::waitForEnd() const
 {
-    return QTest::qWaitFor([this] { return !isRunning(); });
+    return waitFor([this] { return !isRunning(); });
 }
 
 QByteArray SteppedUploader::read(const QString& name) const

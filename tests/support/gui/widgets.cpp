@@ -1,5 +1,7 @@
 #include "support/gui/widgets.h"
 
+#include "support/waiting.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -7,6 +9,7 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTest>
+#include <QVector>
 
 void clickOn(QWidget* widget)
 {
@@ -30,6 +33,19 @@ void clickOn(QWidget* widget)
     QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, place);
 }
 
+void typeText(QWidget* widget, const QString& text)
+{
+    const QVector<uint> letters = text.toUcs4();
+    for (const uint letter : letters) {
+        if (letter < 0x80) {
+            QTest::keyClick(widget, static_cast<char>(letter));
+        } else { // Qt Test has keys for ASCII alone
+            QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown,
+                                QString::fromUcs4(&letter, 1), Qt::NoModifier);
+        }
+    }
+}
+
 void typeOver(QLineEdit* field, const QString& text)
 {
     ASSERT_NE(field, nullptr);
@@ -38,10 +54,10 @@ void typeOver(QLineEdit* field, const QString& text)
         << field->accessibleName().toStdString() << " cannot be typed into";
     QApplication::setActiveWindow(field->window());
     field->setFocus();
-    ASSERT_TRUE(QTest::qWaitFor([field] { return field->hasFocus(); }));
+    ASSERT_TRUE(waitFor([field] { return field->hasFocus(); }));
     field->selectAll();
     QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, text);
+    typeText(field, text);
 }
 
 void enterText(QLineEdit* field, const QString& text)

@@ -26,6 +26,9 @@ inline void PrintTo(const QStringList& texts, std::ostream* stream)
 /// test when the user could not do that because it is hidden or disabled.
 void clickOn(QWidget* widget);
 
+/// Types a text where the keyboard focus is thought to be, letter by letter.
+void typeText(QWidget* widget, const QString& text);
+
 /// Gives the field the keyboard focus, selects what it holds and types the text over it. Nothing is
 /// committed.
 void typeOver(QLineEdit* field, const QString& text);
