@@ -68,6 +68,11 @@ public slots:
     /// Locks what must not happen while a profile is being edited, and unlocks it.
     void disableToolbarActions(bool editing);
 
+    void on_actionHelp();
+    void on_actionAbout();
+    void on_actionExit();
+    void on_flashFirmware();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
@@ -98,12 +103,6 @@ private:
     bool backUpProfiles(const QString& fileName);
     bool backUpBeforeReplacing();
     void handOverGenerator();
-
-    // Commands.
-    void on_actionHelp();
-    void on_actionAbout();
-    void on_actionExit();
-    void on_flashFirmware();
 
     std::unique_ptr<Ui::MainWindow> ui;
     ProfileNamesListManager* profileNamesListManager = nullptr;
