@@ -69,6 +69,11 @@ public slots:
     /// Locks what must not happen while a profile is being edited, and unlocks it.
     void disableToolbarActions(bool editing);
 
+    void on_actionHelp();
+    void on_actionAbout();
+    void on_actionExit();
+    void on_flashFirmware();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
@@ -103,12 +108,6 @@ private:
     bool backUpProfiles(const QString& fileName);
     bool backUpBeforeReplacing();
     void handOverGenerator();
-
-    // Commands.
-    void on_actionHelp();
-    void on_actionAbout();
-    void on_actionExit();
-    void on_flashFirmware();
 
     std::unique_ptr<Ui::MainWindow> ui;
     ProfileNamesListManager* profileNamesListManager = nullptr;

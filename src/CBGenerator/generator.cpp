@@ -117,11 +117,16 @@ StructSettings* Generator::processStruct(const Lines& lines, int headerIndex,
             break;
         }
         scope.setLine(line.number, line.text);
-        members.append(new StructSetting(line.text, settings));
+        members.append(processStructLine(line.text, settings));
     }
     settings->setOriginalOrderStructSettings(members);
     settings->setStructSettings(sortByVisualIndex(members));
     return settings;
+}
+
+StructSetting* Generator::processStructLine(const QString& line, StructSettings* settings)
+{
+    return new StructSetting(line, settings);
 }
 
 QString Generator::parseStructDescriptiveName(const QString& headerLine)

@@ -11,6 +11,7 @@ class InstalledFileScope;
 
 namespace HParser
 {
+class StructSetting;
 class StructSettings;
 
 /// The settings schema: parses the schema header (see docs/file-formats/schema-header.md).
@@ -72,6 +73,7 @@ private:
     static int parseProfileStartAddress(const Lines& lines, InstalledFileScope& scope);
     static QList<int> createStructIndicesList(const Lines& lines);
     StructSettings* processStruct(const Lines& lines, int headerIndex, InstalledFileScope& scope);
+    static StructSetting* processStructLine(const QString& line, StructSettings* settings);
     static QString parseStructDescriptiveName(const QString& headerLine);
     static bool parseIsGlobal(const QString& headerLine);
     const StructSettings* findChemistry(const QString& name) const;

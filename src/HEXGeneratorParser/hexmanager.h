@@ -57,6 +57,9 @@ public:
     /// user is told of them and asked.
     bool confirmTexts() const;
 
+    /// The next dialog opens in this file's folder.
+    void updateLastUsedDirectory(const QString& fileName);
+
 signals:
     /// The list is to be emptied without a question, before a file replaces it.
     void deleteAllProfiles();
@@ -70,7 +73,6 @@ public slots:
     void on_importFromHEXButtonClicked();
 
 private:
-    void updateLastUsedDirectory(const QString& fileName);
     QList<const ProfileSettings*> profiles() const;
     QList<HParser::StructSettings*> structs() const;
     void showExportStatus(const QString& text);

@@ -160,16 +160,21 @@ void KelvaronBundle::findSections()
 {
     files.clear();
     markers.clear();
-    isLastSectionOpen = false;
+    sectionLines.clear();
+    int line = 0;
+    int counted = 0; // the bytes whose lines are counted
     for (int start = nextMarker(content, 0); start >= 0;) {
         const int end = endOfLine(content, start);
-        if (isLastSectionOpen) {
+        line += static_cast<int>(
+            std::count(content.cbegin() + counted, content.cbegin() + start, '\n'));
+        counted = start;
+        if (isLastSectionOpen()) {
             files.last().length = start - files.last().start;
         } else {
             markers.append(TextFile::decoded(content.mid(start, end - start)));
             files.append({std::min(end + 1, content.size()), 0});
         }
-        isLastSectionOpen = !isLastSectionOpen;
+        sectionLines.append(line);
         start = nextMarker(content, end);
     }
     numFiles = files.size();
@@ -183,7 +188,7 @@ QByteArray KelvaronBundle::bytesOf(int index) const
 
 bool KelvaronBundle::checksumsMatch() const
 {
-    if (numFiles < fewestSections || isLastSectionOpen) {
+    if (numFiles < fewestSections || isLastSectionOpen()) {
         return false;
     }
     const QStringList expected = getFile(numFiles - 1).split(QLatin1Char('\n'), Qt::SkipEmptyParts);

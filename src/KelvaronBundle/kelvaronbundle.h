@@ -65,6 +65,10 @@ public:
     /// How many sections were found, the checksums' own included.
     int getNumFiles() const { return numFiles; }
 
+    /// The numbers, counted from 0, of the lines that open and close each section; the last one is
+    /// missing when the last section is not closed.
+    QVector<int> getSectionLines() const { return sectionLines; }
+
     /// Text of section `index`, each line ended by a line feed. An index out of range is a fatal
     /// assertion.
     QString getFile(int index) const;
@@ -101,11 +105,12 @@ private:
     };
 
     void findSections();
+    bool isLastSectionOpen() const { return sectionLines.size() % 2 != 0; }
     bool checksumsMatch() const;
 
     QString bundleFilePath;
-    QByteArray content; ///< the whole bundle as UTF-8, lines ended by a line feed
-    bool isLastSectionOpen = false;
+    QByteArray content;        ///< the whole bundle as UTF-8, lines ended by a line feed
+    QVector<int> sectionLines; ///< of the markers that open and close the sections, in turn; from 0
     int numFiles = 0;
     QVector<Range> files;
     QStringList markers;

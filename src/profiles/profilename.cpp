@@ -93,10 +93,18 @@ void ProfileName::showActive()
     if (ui == nullptr) {
         return;
     }
-    const bool active = getActiveStatus();
-    ui->activeProfileButton->setIcon(QIcon(active ? QStringLiteral(":/new/images/greenlight.PNG")
-                                                  : QStringLiteral(":/new/images/nolight.PNG")));
+    if (!getActiveStatus()) {
+        activeFalseInit();
+        return;
+    }
+    ui->activeProfileButton->setIcon(QIcon(QStringLiteral(":/new/images/greenlight.PNG")));
     ui->activeProfileButton->setToolTip(activeText());
+}
+
+void ProfileName::activeFalseInit()
+{
+    ui->activeProfileButton->setIcon(QIcon(QStringLiteral(":/new/images/nolight.PNG")));
+    ui->activeProfileButton->setToolTip(QStringLiteral("Not Active"));
 }
 
 void ProfileName::showDefault()
@@ -104,12 +112,19 @@ void ProfileName::showDefault()
     if (ui == nullptr) {
         return;
     }
-    const bool isDefault = getDefaultStatus();
+    if (!getDefaultStatus()) {
+        defaultFalseInit();
+        return;
+    }
+    ui->defaultProfileButton->setStyleSheet(QStringLiteral("color: black; border:none;"));
+    ui->defaultProfileButton->setToolTip(QStringLiteral("Default"));
+}
+
+void ProfileName::defaultFalseInit()
+{
     ui->defaultProfileButton->setStyleSheet(
-        isDefault ? QStringLiteral("color: black; border:none;")
-                  : QStringLiteral("color: rgb(170,170,170); border:none;"));
-    ui->defaultProfileButton->setToolTip(isDefault ? QStringLiteral("Default")
-                                                   : QStringLiteral("Not Default"));
+        QStringLiteral("color: rgb(170,170,170); border:none;"));
+    ui->defaultProfileButton->setToolTip(QStringLiteral("Not Default"));
 }
 
 QString ProfileName::activeText() const

@@ -96,6 +96,8 @@ private:
     void showTexts();
     void showActive();
     void showDefault();
+    void activeFalseInit();
+    void defaultFalseInit();
     void showHighlight();
     QString activeText() const;
     void fitTexts();

@@ -113,11 +113,35 @@ void ProfileNamesListManager::connectProfileNameSignals(ProfileNameListWidget* i
             qOverload<ProfileName*>(&ProfileNamesListManager::deleteProfile));
 }
 
-ProfileNameListWidget* ProfileNamesListManager::appendProfile(ProfileSettings* profile)
+ProfileNameListWidget* ProfileNamesListManager::makeProfileName()
 {
-    profiles.emplace_back(profile);
     auto* item = new ProfileNameListWidget(ProfileName::FormTime::WHEN_SEEN);
     connectProfileNameSignals(item);
+    return item;
+}
+
+void ProfileNamesListManager::appendProfile(ProfileNameListWidget* item)
+{
+    item->appendToList();
+    listWidget->scrollToItem(item);
+}
+
+void ProfileNamesListManager::prependProfile(ProfileNameListWidget* item)
+{
+    item->prependToList();
+    listWidget->scrollToItem(item);
+}
+
+void ProfileNamesListManager::insertProfile(int row, ProfileNameListWidget* item)
+{
+    item->insertInList(row);
+    listWidget->scrollToItem(item);
+}
+
+ProfileNameListWidget* ProfileNamesListManager::adoptProfile(ProfileSettings* profile)
+{
+    profiles.emplace_back(profile);
+    ProfileNameListWidget* item = makeProfileName();
     ProfileName* row = item->getProfileName();
     row->setProfileSettings(profile);
     row->setTitle(profile->getTitle());
@@ -129,8 +153,8 @@ ProfileNameListWidget* ProfileNamesListManager::appendProfile(ProfileSettings* p
 
 void ProfileNamesListManager::addNewProfile(ProfileSettings* profile)
 {
-    ProfileNameListWidget* item = appendProfile(profile);
-    item->appendToList();
+    ProfileNameListWidget* item = adoptProfile(profile);
+    appendProfile(item);
     selectNewest(item);
 }
 
@@ -143,7 +167,7 @@ void ProfileNamesListManager::selectNewest(ProfileNameListWidget* item)
 void ProfileNamesListManager::on_profileReadyForImport(ProfileSettings* profile, bool active,
                                                        bool isDefault)
 {
-    ProfileNameListWidget* item = appendProfile(profile);
+    ProfileNameListWidget* item = adoptProfile(profile);
     item->getProfileName()->setActive(active);
     if (isDefault && defaultItem == nullptr) {
         item->getProfileName()->setDefault(true);
@@ -342,11 +366,14 @@ void ProfileNamesListManager::moveCurrentItem(int offset)
         defaultItem = moved;
     }
     connectProfileNameSignals(moved);
-    moved->insertInList(newRow);
+    if (newRow == 0) {
+        prependProfile(moved);
+    } else {
+        insertProfile(newRow, moved);
+    }
     currentItem = moved;
     moved->getProfileName()->highlight();
     moved->getProfileName()->placeInTabOrder(listWidget, createButton);
-    listWidget->scrollToItem(moved);
     settingsPane->setCurrentProfile(moved->getProfileName());
 }
 

@@ -49,6 +49,20 @@ public:
     /// How many profiles were added since the start, deleted ones included.
     int getProfilesAdded() const { return profilesAdded; }
 
+    /// A new item, in no list yet, whose row's requests go to this manager. The caller owns it.
+    ProfileNameListWidget* makeProfileName();
+
+    void connectProfileNameSignals(ProfileNameListWidget* item);
+
+    /// Put an item into the list, which owns it from then on, and scroll to it.
+    void appendProfile(ProfileNameListWidget* item);
+    void prependProfile(ProfileNameListWidget* item);
+    void insertProfile(int row, ProfileNameListWidget* item);
+
+    /// Takes an item out of the list and deletes it with its profile, without a question; a neighbour
+    /// is selected.
+    void deleteProfile(ProfileNameListWidget* item);
+
 signals:
     /// Another profile is selected: the pane is to be rebuilt.
     void settingsPaneUpdateNeeded(ProfileName* row);
@@ -92,11 +106,9 @@ public slots:
 
 private:
     void selectByStep(int rows);
-    void connectProfileNameSignals(ProfileNameListWidget* item);
-    ProfileNameListWidget* appendProfile(ProfileSettings* profile);
+    ProfileNameListWidget* adoptProfile(ProfileSettings* profile);
     void selectNewest(ProfileNameListWidget* item);
     void showHeldItems();
-    void deleteProfile(ProfileNameListWidget* item);
     void deleteAllRows();
     void moveCurrentItem(int offset);
     void releaseProfile(const ProfileSettings* profile);

@@ -20,12 +20,6 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Profile Wizard"));
     setWindowModality(Qt::ApplicationModal);
-    connect(ui->nextButton, &QPushButton::clicked, this,
-            &ProfileWizardDialog::on_nextButton_clicked);
-    connect(ui->backButton, &QPushButton::clicked, this,
-            &ProfileWizardDialog::on_backButton_clicked);
-    connect(ui->cancelButton, &QPushButton::clicked, this,
-            &ProfileWizardDialog::on_cancelButton_clicked);
     askTitlesWizard();
     show();
 }

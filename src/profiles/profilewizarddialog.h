@@ -34,6 +34,12 @@ signals:
     /// The finished profile; the receiver takes ownership.
     void newProfileMade(ProfileSettings* profile);
 
+public slots:
+    // Connected to the form's buttons by their names.
+    void on_nextButton_clicked();
+    void on_backButton_clicked();
+    void on_cancelButton_clicked();
+
 private:
     void askTitlesWizard();
     void askSettingsWizard();
@@ -41,12 +47,6 @@ private:
     void clearForm();
     void updateWizard();
     void transferSettings();
-
-    // Connected in the constructor. Not declared as slots: the form would connect them by their
-    // names once more.
-    void on_nextButton_clicked();
-    void on_backButton_clicked();
-    void on_cancelButton_clicked();
 
     int step = 0; ///< 0 chemistry page, 1 settings page, 2 finished
     std::unique_ptr<Ui::ProfileWizardDialog> ui;

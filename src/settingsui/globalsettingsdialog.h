@@ -34,10 +34,10 @@ public slots:
     /// Asks whether the edits may be lost, unless the answer is no restores them and closes.
     void reject() override;
 
-private:
     void on_okButtonClicked();
     void on_cancelButtonClicked();
 
+private:
     std::unique_ptr<Ui::GlobalSettingsDialog> ui;
     ProfileSettings* globalSettings;
     SettingsGridLayout* grid = nullptr; ///< in the form's container

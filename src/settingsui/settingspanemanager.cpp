@@ -58,6 +58,12 @@ SettingsPaneManager::SettingsPaneManager(Ui::MainWindow* form,
     keepReadableWhenDisabled(ui->profileSettingsModifiableCB);
 }
 
+void SettingsPaneManager::setAllSettings(HParser::Generator* newGenerator)
+{
+    generator = newGenerator;
+    clearSettingsPane();
+}
+
 void SettingsPaneManager::setCurrentProfile(ProfileName* row)
 {
     currentProfile = row;
@@ -112,6 +118,13 @@ void SettingsPaneManager::on_profilesListEmpty()
 {
     hideEverything();
     currentProfile = nullptr;
+}
+
+void SettingsPaneManager::clearSettingsPane()
+{
+    if (grid != nullptr) {
+        grid->clearGrid();
+    }
 }
 
 void SettingsPaneManager::on_editButtonClicked()
@@ -190,6 +203,9 @@ void SettingsPaneManager::on_saveButtonClicked()
 
 void SettingsPaneManager::updateActiveDefaultButtonsInList()
 {
+    if (currentProfile == nullptr) {
+        return;
+    }
     // A click on the light refreshes both boxes from the row, so both are read first.
     const bool active = ui->profileSettingsActiveCB->isChecked();
     const bool isDefault = ui->profileSettingsDefaultCB->isChecked();

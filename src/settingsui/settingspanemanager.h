@@ -32,14 +32,24 @@ public:
     /// True while a profile is being edited.
     bool getEditMode() const { return editMode; }
 
-    /// Replaces the schema.
-    void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
+    /// Replaces the schema. The grid is empty until a profile of the new one is shown.
+    void setAllSettings(HParser::Generator* newGenerator);
 
     /// Stores which row is shown, without rebuilding the pane; used after a row was moved.
     void setCurrentProfile(ProfileName* row);
 
     void hideEverything();
     void unhideEverything();
+
+    /// Empties the grid: its editors let go of the profile that was shown.
+    void clearSettingsPane();
+
+    /// Switch between view mode and edit mode what is enabled in the pane, and announce it.
+    void enableEditing();
+    void disableEditing();
+
+    /// Asks the list for the flags that the boxes show.
+    void updateActiveDefaultButtonsInList();
 
 signals:
     /// True when editing starts, false when the pane is back in view mode.
@@ -63,11 +73,8 @@ public slots:
 private:
     void showGrid();
     void showFlags();
-    void enableEditing();
-    void disableEditing();
     void setEditingWidgetsEnabled(bool enabled);
     void setPaneVisible(bool visible);
-    void updateActiveDefaultButtonsInList();
 
     Ui::MainWindow* ui;
     QWidget* parentWidget;

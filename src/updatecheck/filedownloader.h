@@ -45,11 +45,14 @@ signals:
     /// How many bytes have come so far.
     void downloadProgress(qint64 received);
 
-private:
+public slots:
+    // What the outstanding request reports.
     void onReadyRead();
     void onDoneReading();
     void onError();
     void onDownloadProgress(qint64 received, qint64 total);
+
+private:
     void abortReply();
 
     QNetworkRequest request;

@@ -51,6 +51,9 @@ public:
     /// opened, or that breaks off, is told to the user.
     void importFromXML(const QString& fileName);
 
+    /// The next dialog opens in this file's folder.
+    void updateLastUsedDirectory(const QString& fileName);
+
 signals:
     /// The list is to be emptied without a question, before a file replaces it.
     void deleteAllProfiles();
@@ -61,7 +64,6 @@ public slots:
 
 private:
     QList<ProfileName*> rows() const;
-    void updateLastUsedDirectory(const QString& fileName);
     QString askExportFileName();
     void deliver(const ReadFromXML& reader, const QString& fileName);
     bool canReplaceList(const ReadFromXML& reader) const;

@@ -130,6 +130,17 @@ TEST_F(KelvaronBundleTest, SplitsTheSections)
     EXPECT_EQ(bundle.getMarker(0).toUtf8() + "\n", marker);
 }
 
+TEST_F(KelvaronBundleTest, KnowsTheLinesOfTheMarkers)
+{
+    KelvaronBundle bundle(write(soundBundle())); // 4 lines of keys, sections of 2, 3 and 2 lines
+    const StandardOutputCapture output;
+    bundle.parseBundle();
+    EXPECT_EQ(bundle.getSectionLines(), QVector<int>({4, 7, 8, 12, 13, 16}));
+    write(soundBundle() + "\n" + marker);
+    bundle.parseBundle();
+    EXPECT_EQ(bundle.getSectionLines(), QVector<int>({4, 7, 8, 12, 13, 16, 18}));
+}
+
 TEST_F(KelvaronBundleTest, CanBeParsedAgain)
 {
     KelvaronBundle bundle(write(soundBundle()));

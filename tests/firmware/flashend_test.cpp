@@ -140,7 +140,7 @@ TEST_F(FlashEndTest, UploaderThatHasVerifiedEndsByItselfAndIsLoggedToItsEnd)
     EXPECT_TRUE(uploader.waitForEnd());
     EXPECT_TRUE(QFile::exists("closed"));
     EXPECT_TRUE(
-        waitFor([] { return QString::fromStdString(log()).endsWith("Closing the port\n"); }));
+        waitFor([this] { return QString::fromStdString(log()).endsWith("Closing the port\n"); }));
 }
 
 TEST_F(FlashEndTest, UploaderThatHasFailedEndsByItselfAndIsLoggedToItsEnd)
@@ -155,7 +155,7 @@ TEST_F(FlashEndTest, UploaderThatHasFailedEndsByItselfAndIsLoggedToItsEnd)
     uploader.run("touch closed; exit");
     EXPECT_TRUE(uploader.waitForEnd());
     EXPECT_TRUE(QFile::exists("closed"));
-    EXPECT_TRUE(waitFor([] { return QString::fromStdString(log()).endsWith("giving up\n"); }));
+    EXPECT_TRUE(waitFor([this] { return QString::fromStdString(log()).endsWith("giving up\n"); }));
 }
 
 TEST_F(FlashEndTest, UploaderThatHasVerifiedOutlivesTheWindow)

@@ -73,6 +73,23 @@ protected:
     EditorWindow window;
 };
 
+TEST_F(ProfileListTest, ItemsAreInsertedWhereTheyAreWanted)
+{
+    ProfileSettings* profile = window.add("B");
+    const auto item = [&](const QString& title) {
+        ProfileNameListWidget* made = window.list->makeProfileName();
+        made->getProfileName()->setProfileSettings(profile);
+        made->getProfileName()->setTitle(title);
+        return made;
+    };
+    window.list->appendProfile(item("D"));
+    window.list->prependProfile(item("A"));
+    window.list->insertProfile(2, item("C"));
+    EXPECT_EQ(window.titles(), QStringList({"A", "B", "C", "D"}));
+    window.row(2)->requestActiveChange(); // which reaches the manager
+    EXPECT_TRUE(window.row(2)->getActiveStatus());
+}
+
 TEST_F(ProfileListTest, ImportedProfilesAppearTogetherWithTheLastOneSelected)
 {
     window.add("A");

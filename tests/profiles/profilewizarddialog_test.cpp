@@ -218,6 +218,23 @@ TEST_F(WizardTest, EditedAdvancedValuesAreKept)
     EXPECT_TRUE(window.row(0)->getProfileSettings()->settings->getAdvancedSettingsEdited());
 }
 
+TEST_F(WizardTest, EveryClickActsOnce)
+{
+    int goneOn = 0;
+    auto* nextButton = next();
+    QObject::connect(nextButton, &QPushButton::clicked, [&goneOn] { ++goneOn; });
+    choose("Alpha Cell");
+    EXPECT_EQ(goneOn, 1);
+    EXPECT_NE(gridOf(wizard), nullptr); // the second page, not beyond it
+    EXPECT_TRUE(made->isEmpty());
+    goBack();
+    ASSERT_NE(chemistries(), nullptr);
+    choose("Alpha Cell");
+    clickOn(next());
+    EXPECT_EQ(made->count(), 1);
+    EXPECT_EQ(window.count(), 1);
+}
+
 TEST_F(WizardTest, PagesAreInTheContainer)
 {
     auto* container = childNamed<QVBoxLayout>(wizard, "containerLayout");

@@ -329,6 +329,20 @@ TEST_F(SettingsPaneTest, TextEditorsHaveRoomForTheirTexts)
     EXPECT_EQ(window.lineEdit("Current")->width(), subtitle->width()); // one column
 }
 
+TEST_F(SettingsPaneTest, AClearedPaneShowsTheNextProfile)
+{
+    window.add("A");
+    const QPointer<QLineEdit> title = window.lineEdit("Title");
+    window.pane->clearSettingsPane();
+    EXPECT_EQ(window.grid(), nullptr);
+    flushDeletions();
+    EXPECT_TRUE(title.isNull());
+    window.add("B", "Plain Cell");
+    EXPECT_EQ(window.gridLabels(), QStringList({"Title", "Subtitle", "Capacity"}));
+    edit();
+    EXPECT_EQ(QApplication::focusWidget(), window.lineEdit("Title"));
+}
+
 TEST_F(SettingsPaneTest, ListSettingsShowTheirLabelAlone)
 {
     window.add("A");
