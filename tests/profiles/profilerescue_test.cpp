@@ -13,7 +13,8 @@ class ProfileRescueTest : public ::testing::Test
 protected:
     QListWidget list;
     QTemporaryDir folder;
-    ProfileRescue rescue{&list, [] { return QString("<profiles/>"); }, folder.path(), nullptr};
+    ProfileRescue rescue{&list, [] { return QString("<profiles/>"); }, folder.path(),
+                         "rescued_profiles", nullptr};
 };
 
 TEST_F(ProfileRescueTest, FilesThatAreThereAlreadyAreKeptAndTheNewOneIsNumbered)
