@@ -5,6 +5,8 @@
 #include "fatalassertion.h"
 #include "fatalcontext.h"
 
+#include <algorithm>
+
 namespace HParser
 {
 namespace
@@ -38,7 +40,7 @@ void Formula::buildFormulaTree(const QList<StructSetting*>& settings)
 {
     // Most formulas are plain numbers, and every profile has hundreds of formulas.
     constant = FormulaBuilder::plainNumber(formulaString);
-    root = constant ? nullptr : FormulaBuilder(settings).buildTree(formulaString);
+    root = constant ? nullptr : buildTree(formulaString, settings);
 }
 
 void Formula::attachSettingValueChangedSignals()
@@ -53,6 +55,37 @@ void Formula::visitSettings(const std::function<void(StructSetting*)>& visit) co
     if (root != nullptr) {
         root->visitSettings(visit);
     }
+}
+
+std::unique_ptr<FormulaNode> Formula::buildTree(const QString& text,
+                                                const QList<StructSetting*>& settings)
+{
+    return FormulaBuilder(settings).buildTree(text);
+}
+
+QString Formula::captureStuffInParentheses(const QString& text, int start)
+{
+    int depth = 1;
+    int end = start + 1;
+    while (end < text.size() && depth > 0) {
+        if (text.at(end) == QLatin1Char('(')) {
+            ++depth;
+        } else if (text.at(end) == QLatin1Char(')')) {
+            --depth;
+        }
+        ++end;
+    }
+    return text.mid(start, end - start);
+}
+
+StructSetting* Formula::getSettingByVariableName(const QList<StructSetting*>& settings,
+                                                 const QString& name)
+{
+    const auto found =
+        std::find_if(settings.cbegin(), settings.cend(), [&name](const StructSetting* setting) {
+            return setting->variableName == name;
+        });
+    return found == settings.cend() ? nullptr : *found;
 }
 
 QString Formula::describe() const

@@ -54,6 +54,18 @@ public:
     /// for an unknown name.
     void visitSettings(const std::function<void(StructSetting*)>& visit) const;
 
+    /// The tree of a formula's text, or none for a malformed one; see buildFormulaTree().
+    static std::unique_ptr<FormulaNode> buildTree(const QString& text,
+                                                  const QList<StructSetting*>& settings);
+
+    /// The group that opens at `start` up to its closing parenthesis, both included; up to the end
+    /// of the text when it is never closed.
+    static QString captureStuffInParentheses(const QString& text, int start);
+
+    /// The first setting whose C variable name is exactly `name`; nullptr when there is none.
+    static StructSetting* getSettingByVariableName(const QList<StructSetting*>& settings,
+                                                   const QString& name);
+
     /// For messages: the formula's text and the setting that it belongs to.
     QString describe() const;
 

@@ -1,5 +1,6 @@
 #include "CBGenerator/formulabuilder.h"
 
+#include "CBGenerator/formula.h"
 #include "CBGenerator/structsetting.h"
 #include "standardoutput.h"
 
@@ -134,13 +135,14 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildOperand(const QString& token) 
     if (numberLength(token, 0) > 0) {
         return std::make_unique<FormulaNodeNum>(token.toDouble());
     }
-    return std::make_unique<FormulaNodeVar>(getSettingByVariableName(settings, token), token);
+    return std::make_unique<FormulaNodeVar>(Formula::getSettingByVariableName(settings, token),
+                                            token);
 }
 
 QString FormulaBuilder::withoutOuterParentheses(const QString& text)
 {
     const bool isOneGroup = text.startsWith(QLatin1Char('('))
-                            && captureStuffInParentheses(text, 0).size() == text.size()
+                            && Formula::captureStuffInParentheses(text, 0).size() == text.size()
                             && text.count(QLatin1Char('(')) == text.count(QLatin1Char(')'));
     return isOneGroup ? text.mid(1, text.size() - 2) : text;
 }
@@ -173,24 +175,9 @@ QString FormulaBuilder::matchOperand(const QString& text, int position)
     const bool opensGroup = position < text.size() && text.at(position) == QLatin1Char('(')
                             && text.lastIndexOf(QLatin1Char(')')) > position;
     if (opensGroup) {
-        return captureStuffInParentheses(text, position);
+        return Formula::captureStuffInParentheses(text, position);
     }
     return text.mid(position, variableLength(text, position));
-}
-
-QString FormulaBuilder::captureStuffInParentheses(const QString& text, int start)
-{
-    int depth = 1;
-    int end = start + 1;
-    while (end < text.size() && depth > 0) {
-        if (text.at(end) == QLatin1Char('(')) {
-            ++depth;
-        } else if (text.at(end) == QLatin1Char(')')) {
-            --depth;
-        }
-        ++end;
-    }
-    return text.mid(start, end - start);
 }
 
 int FormulaBuilder::findSplitOperator(const QString& operators)
@@ -202,15 +189,5 @@ int FormulaBuilder::findSplitOperator(const QString& operators)
     }
     return std::max(operators.lastIndexOf(QLatin1Char('*')),
                     operators.lastIndexOf(QLatin1Char('/')));
-}
-
-StructSetting* FormulaBuilder::getSettingByVariableName(const QList<StructSetting*>& settings,
-                                                        const QString& name)
-{
-    const auto found =
-        std::find_if(settings.cbegin(), settings.cend(), [&name](const StructSetting* setting) {
-            return setting->variableName == name;
-        });
-    return found == settings.cend() ? nullptr : *found;
 }
 } // namespace HParser

@@ -27,14 +27,6 @@ public:
     /// The value of a formula that is a number literal and nothing else.
     static std::optional<double> plainNumber(const QString& text);
 
-    /// The group that opens at `start` up to its closing parenthesis, both included; up to the end
-    /// of the text when it is never closed.
-    static QString captureStuffInParentheses(const QString& text, int start);
-
-    /// The first setting whose C variable name is exactly `name`; nullptr when there is none.
-    static StructSetting* getSettingByVariableName(const QList<StructSetting*>& settings,
-                                                   const QString& name);
-
 private:
     struct Tokens
     {

@@ -1,5 +1,6 @@
 #include "CBGenerator/formulabuilder.h"
 
+#include "CBGenerator/formula.h"
 #include "CBGenerator/schematext.h"
 #include "CBGenerator/standardoutputcapture.h"
 
@@ -9,6 +10,7 @@
 
 #include <unistd.h>
 
+using HParser::Formula;
 using HParser::FormulaBuilder;
 using HParser::FormulaNode;
 using HParser::FormulaNodeVar;
@@ -142,17 +144,17 @@ TEST(FormulaBuilderTest, FindsTheFirstSettingOfExactlyThatName)
     StructSetting second(NumLine("b").label("first b"), nullptr);
     StructSetting third(NumLine("b").label("second b"), nullptr);
     const QList<StructSetting*> settings = {&second, &third};
-    EXPECT_EQ(FormulaBuilder::getSettingByVariableName(settings, "b"), &second);
-    EXPECT_EQ(FormulaBuilder::getSettingByVariableName(settings, "B"), nullptr);
-    EXPECT_EQ(FormulaBuilder::getSettingByVariableName(settings, "a"), nullptr);
-    EXPECT_EQ(FormulaBuilder::getSettingByVariableName({}, "a"), nullptr);
+    EXPECT_EQ(Formula::getSettingByVariableName(settings, "b"), &second);
+    EXPECT_EQ(Formula::getSettingByVariableName(settings, "B"), nullptr);
+    EXPECT_EQ(Formula::getSettingByVariableName(settings, "a"), nullptr);
+    EXPECT_EQ(Formula::getSettingByVariableName({}, "a"), nullptr);
 }
 
 TEST(FormulaBuilderTest, CapturesGroupsByCountingBrackets)
 {
-    EXPECT_EQ(utf8(FormulaBuilder::captureStuffInParentheses("(1+2)*3", 0)), "(1+2)");
-    EXPECT_EQ(utf8(FormulaBuilder::captureStuffInParentheses("2*(1+(2-3))*(4)", 2)), "(1+(2-3))");
-    EXPECT_EQ(utf8(FormulaBuilder::captureStuffInParentheses("()", 0)), "()");
+    EXPECT_EQ(utf8(Formula::captureStuffInParentheses("(1+2)*3", 0)), "(1+2)");
+    EXPECT_EQ(utf8(Formula::captureStuffInParentheses("2*(1+(2-3))*(4)", 2)), "(1+(2-3))");
+    EXPECT_EQ(utf8(Formula::captureStuffInParentheses("()", 0)), "()");
 }
 
 TEST(FormulaBuilderTest, ManyOperandsKeepTheirOrder)
