@@ -233,6 +233,7 @@ private:
         for (QProcess* process : processes) {
             process->kill();
             process->waitForFinished();
+            delete process; // with its use of the port
         }
     }
 

@@ -58,7 +58,7 @@ public:
     void setClock(Clock newClock) { clock = std::move(newClock); }
 
     /// Starts a run, whose uploader may have to wait for the port; a run that is still going on is
-    /// given up. Throws std::runtime_error when a file of an earlier run stands in the way.
+    /// given up. Throws std::runtime_error when a file of an earlier run is in the way.
     void startFlashing();
 
     /// Ends a run that is still going on, without a message.

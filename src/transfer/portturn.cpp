@@ -12,15 +12,9 @@ PortTurn::PortTurn(const QString& portName, const QString& what, QObject* parent
 
 PortTurn::~PortTurn()
 {
-    end();
-}
-
-void PortTurn::end()
-{
     if (turns != nullptr) {
         turns->remove(this);
     }
-    turns.clear();
 }
 
 void PortTurn::whenFree(std::function<void()> begin)

@@ -8,7 +8,7 @@
 
 class PortTurns;
 
-/// The use of a serial port, from its request to its end. Turns on one port follow each other
+/// The use of a serial port, from its request to this object's end. Turns on one port follow each other
 /// in the order of their requests: two runs of the uploader at once would mix their work in the charger.
 class PortTurn : public QObject
 {
@@ -20,11 +20,8 @@ public:
     ~PortTurn() override;
 
     /// Calls `begin` once: at once, or from the event loop when every earlier turn on this port has
-    /// ended. It is not called any more after end().
+    /// ended. It is not called any more when this object has gone.
     void whenFree(std::function<void()> begin);
-
-    /// Leaves the port to the next turn, or withdraws the request. So does the destructor.
-    void end();
 
     QString getPort() const { return port; }
 

@@ -70,15 +70,13 @@ void Uploader::giveUp(QProcess* process, const QObject* owner, PortTurn* turn)
 
 void Uploader::detach(QProcess* process, PortTurn* turn)
 {
-    const auto finished = qOverload<int, QProcess::ExitStatus>(&QProcess::finished);
+    process->setParent(QCoreApplication::instance());
     if (turn != nullptr) {
         turn->setParent(process);
-        QObject::connect(process, finished, turn, &PortTurn::end);
     }
-    process->setParent(QCoreApplication::instance());
-    QObject::connect(process, finished, process, &QObject::deleteLater);
+    QObject::connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), process,
+                     &QObject::deleteLater);
     if (process->state() == QProcess::NotRunning) {
-        delete turn;
         process->deleteLater();
     }
 }
