@@ -19,6 +19,7 @@
 #include <QTimer>
 
 #include <cstring>
+#include <stdexcept>
 
 namespace FirmwareTool
 {
@@ -75,13 +76,37 @@ QString FirmwareFlasher::toString() const
 void FirmwareFlasher::startFlashing()
 {
     giveUp();
-    if (!extractRequiredFiles()) {
+    turn = new PortTurn(comPort, QStringLiteral("Updating the firmware"), this);
+    isStarting = true;
+    turn->whenFree([this] { beginRun(); });
+    isStarting = false;
+}
+
+void FirmwareFlasher::beginRun()
+{
+    // Not before the port is free: what uses it may still need the device description for transfers.
+    try {
+        if (!extractRequiredFiles()) {
+            giveUp();
+            return;
+        }
+    } catch (const std::runtime_error&) {
+        giveUp();
+        if (isStarting) {
+            throw;
+        }
+        report([this] {
+            const QPointer<QWidget> shown = window();
+            FirmwareErrors::error10(shown);
+            if (shown != nullptr) {
+                shown->close();
+            }
+        });
         return;
     }
     stage = ERASING;
     initializeSuplLogFile();
-    turn = new PortTurn(comPort, QStringLiteral("Updating the firmware"), this);
-    turn->whenFree([this] { startUploader(); });
+    startUploader();
     cleanUI();
     updateGUI();
     startTimeoutTimer();
@@ -138,11 +163,6 @@ void FirmwareFlasher::startUploader()
                                                  QStringLiteral("-v"), image}),
                    QIODevice::ReadWrite);
     Uploader::dropErrorOutput(process);
-    // The watchdog counts from here, also when the port had to be waited for.
-    lastActivity = clock();
-    if (watchdog != nullptr) {
-        watchdog->start();
-    }
 }
 
 void FirmwareFlasher::readStream()

@@ -57,8 +57,9 @@ public:
     /// Replaces the system's clock by which the watchdog counts.
     void setClock(Clock newClock) { clock = std::move(newClock); }
 
-    /// Starts a run, whose uploader may have to wait for the port; a run that is still going on is
-    /// given up. Throws std::runtime_error when a file of an earlier run is in the way.
+    /// Starts a run when the port is free; one that is still going on is given up. Throws
+    /// std::runtime_error when a file of an earlier run is in the way; of a run that had to wait, error
+    /// 10 is shown and the window closed instead.
     void startFlashing();
 
     /// Ends a run that is still going on, without a message.
@@ -104,6 +105,7 @@ private:
     };
     using Error = void (*)(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
+    void beginRun();
     void startUploader();
     void readWhileErasing(const char* chunk);
     void readWhileLoading(const char* chunk);
@@ -129,6 +131,7 @@ private:
     QByteArray lastChunk;
     Ui::KelvaronFirmwareToolWindow* ui;
     int stage = ERASING;
+    bool isStarting = false; ///< the caller of startFlashing() takes its exceptions
     std::time_t lastActivity = 0;
     QTimer* watchdog = nullptr; ///< a child of this object
     Clock clock;

@@ -2,6 +2,8 @@
 
 #include "firmware/flashertest.h"
 #include "support/waiting.h"
+#include "transfer/portturn.h"
+#include "transfer/portturns.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>
@@ -183,7 +185,6 @@ TEST_F(FlashEndTest, NextRunWaitsUntilTheUploaderOfTheLastOneHasEnded)
     const qint64 firstPid = uploader.pid();
     form.submitButton->setEnabled(false);
     flasher->startFlashing();
-    EXPECT_EQ(stages().at(0), "busy");
     now += 100; // nothing is frozen that has not begun
     flasher->checkAppFrozen();
     QCoreApplication::processEvents();
@@ -196,4 +197,30 @@ TEST_F(FlashEndTest, NextRunWaitsUntilTheUploaderOfTheLastOneHasEnded)
     flasher->checkAppFrozen(); // counted from the start of the uploader
     QCoreApplication::processEvents();
     EXPECT_FALSE(form.submitButton->isEnabled());
+}
+
+TEST_F(FlashEndTest, RunThatWaitsChangesNothingBeforeThePortIsFree)
+{
+    auto transfer = std::make_unique<PortTurn>("/dev/ttyUSB7", "Writing profiles", nullptr);
+    writeFile("device.txt", "for the transfer\n");
+    flasher->startFlashing();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bytesOf("device.txt"), "for the transfer\n");
+    EXPECT_EQ(logNames(), QStringList());
+    transfer.reset();
+    uploader.waitForStart();
+    EXPECT_EQ(bytesOf("device.txt"), "overwrite = no\n");
+    EXPECT_EQ(stages().at(0), "busy");
+}
+
+TEST_F(FlashEndTest, RunThatHasWaitedReportsWhatKeepsItFromStarting)
+{
+    auto transfer = std::make_unique<PortTurn>("/dev/ttyUSB7", "Writing profiles", nullptr);
+    ASSERT_TRUE(QDir().mkpath("hexToFlash.hex/content")); // cannot be removed as a file
+    flasher->startFlashing();
+    DialogScript script;
+    script.expectMessage("Error!", "An Exception occured while flashing!");
+    transfer.reset();
+    EXPECT_TRUE(waitFor([this] { return window->isHidden(); }));
+    EXPECT_EQ(PortTurns::ofApplication().descriptions(), QStringList());
 }
