@@ -108,6 +108,7 @@ void editInGrid(StructSettings& settings)
     const FuzzGui::DialogAnswers answers;
     QWidget pane;
     auto* grid = new SettingsGridLayout(&settings, &pane);
+    pane.setLayout(grid);
     grid->startEditing();
     useEveryEditor(pane, QStringLiteral("12.5"));
     grid->saveSettings();

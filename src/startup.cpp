@@ -54,6 +54,15 @@ const QString schemaFile = QStringLiteral("kelvaron_chemistries.cb");
 const QString deviceFile = QStringLiteral("device.txt");
 const QString savedProfilesFolder = QStringLiteral("saved_profiles");
 const QString bundleVersionKey = QStringLiteral("bundle_version");
+
+/// The folder of the executable. A file that was replaced after its start, by an upgrade or by another
+/// start of the launcher, has no name in the system any more, so the name that it was started by counts.
+QString programFolder()
+{
+    return QCoreApplication::applicationFilePath().isEmpty()
+               ? QFileInfo(QCoreApplication::arguments().value(0)).absolutePath()
+               : QCoreApplication::applicationDirPath();
+}
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent)
@@ -84,7 +93,7 @@ MainWindow::MainWindow(QWidget* parent)
 
 void MainWindow::setWorkingDirectory()
 {
-    QDir folder(QCoreApplication::applicationDirPath());
+    QDir folder(programFolder());
     if (!folder.cd(filesFolder) || !QDir::setCurrent(folder.absolutePath())) {
         MessageDialogs::mainFolderNotFound(this);
         endProcess(EXIT_FAILURE);

@@ -257,4 +257,10 @@ TEST_F(StartTest, RequiredVersionBelowTheEditorsIsAccepted)
     writeBundle("v1.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "0.9.7"));
     expectStarted(start());
 }
+
+TEST_F(StartTest, ProgramThatIsReplacedWhileItStartsFindsItsFiles)
+{
+    writeBundle("v1.kelvaron");
+    expectStarted(startWith({{"SCRIPTED_REPLACED", "yes"}}));
+}
 } // namespace

@@ -8,7 +8,8 @@
 //   RESET QUESTION SHOWN     closed
 //
 // What stands in the braces is one JSON object. SCRIPTED_ENCODING names the encoding that the system
-// is to have instead of its own: tests cannot count on installed locales.
+// is to have instead of its own: tests cannot count on installed locales. With SCRIPTED_REPLACED the
+// executable is replaced before main(), as by an upgrade.
 
 #include "main.cpp" // NOLINT(bugprone-suspicious-include): its main() is the program under test
 #include "standardoutput.h"
@@ -23,8 +24,21 @@
 #include <QTextCodec>
 #include <QTimer>
 
+#include <cstdio>
+
 namespace
 {
+const bool isReplaced = [] {
+    if (!qEnvironmentVariableIsSet("SCRIPTED_REPLACED")) {
+        return false;
+    }
+    const QString own = QFile::symLinkTarget("/proc/self/exe");
+    const QString other = own + ".new";
+    return QFile::copy(own, other)
+           && std::rename(QFile::encodeName(other).constData(), QFile::encodeName(own).constData())
+                  == 0;
+}();
+
 void report(const QString& what, const QJsonObject& details)
 {
     printLine(what + QLatin1Char(' ')
