@@ -22,6 +22,7 @@ protected:
         EXPECT_EQ(started.count("FIRMWARE TOOL SHOWN"), 1) << started.transcript();
         EXPECT_FALSE(started.mainWindowShown()) << started.transcript();
         EXPECT_EQ(started.boxes().size(), 0) << started.transcript();
+        EXPECT_FALSE(exists(".profile_editor_1.lock")) << "the folder looks like one in use";
     }
 };
 
