@@ -59,7 +59,8 @@ case "$purpose" in
         fi
         ;;
     test)
-        packages+=(fonts-dejavu-core srecord desktop-file-utils appstream mandoc man-db)
+        packages+=(fonts-dejavu-core srecord desktop-file-utils appstream mandoc man-db
+            xvfb openbox xdotool)
         ;;
     fuzz)
         packages+=(fonts-dejavu-core clang libclang-rt-dev)

@@ -73,6 +73,7 @@ void ProfileNamesListManager::on_listWidgetClicked(QListWidgetItem* item)
     currentItem = clicked;
     currentItem->getProfileName()->highlight();
     currentItem->getProfileName()->placeInTabOrder(listWidget, createButton);
+    seenRows->keepInSight(currentItem->getProfileName());
     setMoveButtonsEnabled(true);
     emit settingsPaneUpdateNeeded(currentItem->getProfileName());
 }
@@ -374,6 +375,7 @@ void ProfileNamesListManager::moveCurrentItem(int offset)
     currentItem = moved;
     moved->getProfileName()->highlight();
     moved->getProfileName()->placeInTabOrder(listWidget, createButton);
+    seenRows->keepInSight(moved->getProfileName());
     settingsPane->setCurrentProfile(moved->getProfileName());
 }
 

@@ -2,8 +2,8 @@
 
 #include "profiles/profilenamelistwidget.h"
 
-#include <QEvent>
 #include <QListWidget>
+#include <QResizeEvent>
 
 SeenRows::SeenRows(QListWidget* profileList) : QObject(profileList), list(profileList)
 {
@@ -14,8 +14,23 @@ bool SeenRows::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Paint) {
         makeForms(); // the rows are painted after the viewport below them
+    } else if (event->type() == QEvent::Resize) {
+        fitRows(*static_cast<QResizeEvent*>(event));
     }
     return QObject::eventFilter(watched, event);
+}
+
+void SeenRows::fitRows(const QResizeEvent& resize)
+{
+    const bool wasInSight = keptRow != nullptr && keptRow->geometry().top() >= 0
+                            && keptRow->geometry().bottom() < resize.oldSize().height();
+    if (resize.size().width() != resize.oldSize().width()) {
+        // The list itself lays its items out for the widest it has been, and the rows with them.
+        list->doItemsLayout();
+    }
+    if (wasInSight) {
+        list->scrollToItem(keptRow->getListItem());
+    }
 }
 
 void SeenRows::makeForms()
