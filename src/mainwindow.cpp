@@ -21,7 +21,9 @@
 #include "versionstring.h"
 #include "widgets/elidedlabel.h"
 #include "widgets/fittedfont.h"
+#include "widgets/keyboardreturn.h"
 #include "widgets/menukey.h"
+#include "widgets/promptshortcuts.h"
 #include "widgets/shrinkinglabel.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
@@ -52,6 +54,8 @@ void MainWindow::runTests()
 void MainWindow::extraUIAdditions()
 {
     MenuKey::install(ui->menuBar);
+    new PromptShortcuts(this);
+    new KeyboardReturn(this);
     addToolbarActions();
     addToolbarTitle();
     ui->mainToolBar->setFloatable(false);

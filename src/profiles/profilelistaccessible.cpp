@@ -32,7 +32,14 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Name ? row->describe() : QAccessibleWidget::text(kind);
+        switch (kind) {
+        case QAccessible::Name:
+            return row->describe();
+        case QAccessible::Description:
+            return row->describeChemistry();
+        default:
+            return QAccessibleWidget::text(kind);
+        }
     }
 
     QAccessible::State state() const override

@@ -9,9 +9,12 @@
 #include "widgets/focusframe.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
 #include <QListWidget>
 #include <QPainter>
 #include <QStyleOption>
+#include <QTextDocument>
+#include <QToolTip>
 
 namespace
 {
@@ -39,7 +42,7 @@ void ProfileName::makeForm()
     // The row is light in every theme. A palette would be lost with each change of the row's style.
     ui->profileTitle->setStyleSheet(QStringLiteral("color: black;"));
     ui->profileSubtitle->setStyleSheet(QStringLiteral("color: rgb(70,70,70);"));
-    ui->line->setStyleSheet(QStringLiteral("color: rgb(200,200,200);"));
+    ui->line->setStyleSheet(QStringLiteral("color: rgb(150,150,150);"));
     ui->activeProfileButton->setStyleSheet(QStringLiteral("border:none;"));
     ui->activeProfileButton->setCursor(Qt::PointingHandCursor);
     ui->defaultProfileButton->setCursor(Qt::PointingHandCursor);
@@ -218,6 +221,13 @@ QString ProfileName::describe() const
     return parts.join(QStringLiteral(", "));
 }
 
+QString ProfileName::describeChemistry() const
+{
+    return profileSettings == nullptr
+               ? QString()
+               : QStringLiteral("Chemistry: %1").arg(profileSettings->chemistry);
+}
+
 void ProfileName::placeInTabOrder(QWidget* before, QWidget* after)
 {
     QWidget* previous = before;
@@ -261,19 +271,45 @@ void ProfileName::requestDeletion()
     emit deleteMeSignal(this);
 }
 
+bool ProfileName::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        // Of no widget: a tooltip of this one would have the row's background.
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                           Qt::convertFromPlainText(describeChemistry()));
+        return true;
+    }
+    return QWidget::event(event);
+}
+
 void ProfileName::enterEvent(QEvent* event)
 {
     makeForm(); // a row that comes up below a resting pointer is entered before it is painted
-    ui->deleteProfileButton->setStyleSheet(alertCross);
+    showCross(true);
     QWidget::enterEvent(event);
 }
 
 void ProfileName::leaveEvent(QEvent* event)
 {
-    if (ui != nullptr) {
-        ui->deleteProfileButton->setStyleSheet(calmCross);
-    }
+    showCross(false);
     QWidget::leaveEvent(event);
+}
+
+void ProfileName::moveEvent(QMoveEvent* event)
+{
+    QWidget::moveEvent(event);
+    // A row that is scrolled away from a resting pointer is not left in the window system's eyes.
+    if (isCrossAlert && !rect().contains(mapFromGlobal(QCursor::pos()))) {
+        showCross(false);
+    }
+}
+
+void ProfileName::showCross(bool alert)
+{
+    if (ui != nullptr && alert != isCrossAlert) {
+        isCrossAlert = alert;
+        ui->deleteProfileButton->setStyleSheet(alert ? alertCross : calmCross);
+    }
 }
 
 void ProfileName::changeEvent(QEvent* event)

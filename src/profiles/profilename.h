@@ -71,6 +71,9 @@ public:
     /// The row's texts and flags in one line.
     QString describe() const;
 
+    /// "Chemistry: " and its name; empty without a profile.
+    QString describeChemistry() const;
+
     /// Makes the Tab key reach this row's buttons between these two widgets.
     void placeInTabOrder(QWidget* before, QWidget* after);
 
@@ -87,8 +90,10 @@ signals:
     void deleteMeSignal(ProfileName* row);
 
 protected:
+    bool event(QEvent* event) override;
     void enterEvent(QEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -100,6 +105,7 @@ private:
     void defaultFalseInit();
     void showHighlight();
     QString activeText() const;
+    void showCross(bool alert);
     void fitTexts();
     void setTextsItalic(bool italic);
     void setButtonsFocusPolicy(Qt::FocusPolicy policy);
@@ -112,4 +118,5 @@ private:
     HParser::StructSetting* activeSetting = nullptr;  ///< a member of the profile's settings
     HParser::StructSetting* defaultSetting = nullptr; ///< a member of the profile's settings
     bool highlighted = false;
+    bool isCrossAlert = false;
 };

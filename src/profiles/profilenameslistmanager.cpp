@@ -44,6 +44,8 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     });
     connect(createButton, &QPushButton::clicked, this,
             &ProfileNamesListManager::on_createProfileButtonClicked);
+    upButton->setAutoRepeat(true); // held, each goes on moving
+    downButton->setAutoRepeat(true);
     connect(upButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushUp);
     connect(downButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushDown);
 }

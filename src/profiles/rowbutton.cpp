@@ -2,9 +2,21 @@
 
 #include "widgets/focusframe.h"
 
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 RowButton::RowButton(QWidget* parent) : QPushButton(parent) {}
+
+bool RowButton::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        // Of no widget: a tooltip of this one would take over the style sheets of button and row.
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), toolTip());
+        return true;
+    }
+    return QPushButton::event(event);
+}
 
 void RowButton::paintEvent(QPaintEvent* event)
 {

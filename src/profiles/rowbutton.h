@@ -12,5 +12,6 @@ public:
     explicit RowButton(QWidget* parent = nullptr);
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 };

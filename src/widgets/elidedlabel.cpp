@@ -18,12 +18,17 @@ QString ElidedLabel::shownText() const
 
 bool ElidedLabel::event(QEvent* event)
 {
-    if (event->type() == QEvent::ToolTip) {
-        const QString tip = shownText() == text() ? QString() : Qt::convertFromPlainText(text());
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
-        return true;
+    if (event->type() != QEvent::ToolTip) {
+        return QLabel::event(event);
     }
-    return QLabel::event(event);
+    if (shownText() == text()) {
+        event->ignore(); // what is around the label may have a tooltip
+        return false;
+    }
+    // Of no widget: a tooltip of this one would take over the style sheets around it.
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       Qt::convertFromPlainText(text()));
+    return true;
 }
 
 void ElidedLabel::paintEvent(QPaintEvent*)

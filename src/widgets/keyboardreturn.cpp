@@ -1,0 +1,39 @@
+#include "widgets/keyboardreturn.h"
+
+#include <QApplication>
+#include <QWidget>
+
+KeyboardReturn::KeyboardReturn(QWidget* window) : QObject(window), mainWindow(window)
+{
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
+            &KeyboardReturn::onFocusWindowChanged);
+}
+
+void KeyboardReturn::onFocusWindowChanged(QWindow* window)
+{
+    const bool hasGone = lastWindow != nullptr && !lastWindow->isVisible();
+    if (lastWindow != nullptr) {
+        disconnect(lastWindow, &QObject::destroyed, this, &KeyboardReturn::checkSoon);
+    }
+    lastWindow = window;
+    if (window != nullptr) {
+        // A window that is destroyed with the focus announces no change of it.
+        connect(window, &QObject::destroyed, this, &KeyboardReturn::checkSoon);
+    } else if (hasGone) {
+        checkSoon();
+    }
+}
+
+void KeyboardReturn::checkSoon()
+{
+    // The window below may be the next to close.
+    QMetaObject::invokeMethod(this, &KeyboardReturn::returnKeyboard, Qt::QueuedConnection);
+}
+
+void KeyboardReturn::returnKeyboard()
+{
+    if (QGuiApplication::focusWindow() == nullptr && QApplication::activeModalWidget() == nullptr
+        && mainWindow->isVisible()) {
+        mainWindow->activateWindow();
+    }
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWindow>
+
+class QWidget;
+
+/// Gives the keyboard back to the main window when the last dialog has gone. Some window managers hand
+/// it to a dialog that is just closing when two close at once, and then nobody has it.
+///
+/// A user who has turned to another program meanwhile is left there.
+class KeyboardReturn : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `mainWindow` becomes the parent.
+    explicit KeyboardReturn(QWidget* mainWindow);
+
+private:
+    void onFocusWindowChanged(QWindow* window);
+    void checkSoon();
+    void returnKeyboard();
+
+    QWidget* mainWindow;
+    QPointer<QWindow> lastWindow; ///< that had the keyboard
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "support/waiting.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QStringList>
+#include <QWidget>
+
+/// A user's hands on the X server: its keyboard and pointer, through the xdotool program.
+namespace Hands
+{
+/// Runs xdotool with these arguments to its end, with the event loop running.
+inline void doIt(const QStringList& arguments)
+{
+    QProcess xdotool;
+    xdotool.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    xdotool.start("xdotool", arguments);
+    ASSERT_TRUE(waitFor([&] { return xdotool.state() == QProcess::NotRunning; }));
+    ASSERT_EQ(xdotool.exitStatus(), QProcess::NormalExit);
+    ASSERT_EQ(xdotool.exitCode(), 0);
+}
+
+/// Presses and releases a key, like "alt+Down", so many times, with no time between.
+inline void press(const QString& key, int times = 1)
+{
+    QStringList arguments = {"key", "--delay", "0"};
+    for (int i = 0; i < times; ++i) {
+        arguments.append(key);
+    }
+    doIt(arguments);
+}
+
+/// Holds a key until the condition holds; returns whether it does.
+template <typename Condition>
+bool holdUntil(const QString& key, Condition condition)
+{
+    doIt({"keydown", key});
+    const bool holds = waitFor(condition);
+    doIt({"keyup", key});
+    return holds;
+}
+
+/// Moves the pointer to a point of a widget.
+inline void pointAt(const QWidget* widget, const QPoint& point)
+{
+    const QPoint place = widget->mapToGlobal(point) * widget->devicePixelRatioF();
+    doIt({"mousemove", QString::number(place.x()), QString::number(place.y())});
+}
+} // namespace Hands
