@@ -5,6 +5,7 @@
 #include <QFontMetrics>
 #include <QLayout>
 #include <QMargins>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QWidget>
 
@@ -85,13 +86,28 @@ bool ScreenFit::eventFilter(QObject* watched, QEvent* event)
             moveOntoScreen();
         }
         break;
+    case QEvent::Polish: // comes before the first layout
     case QEvent::LayoutRequest:
         fitMinimum(); // before the layout makes the window larger
+        break;
+    case QEvent::Resize:
+        if (!isFrameGuessed && hasGrownByLayout(static_cast<QResizeEvent*>(event))) {
+            moveOntoScreen();
+        }
         break;
     default:
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+/// A user makes a window larger than its minimum; a layout as large as that.
+bool ScreenFit::hasGrownByLayout(const QResizeEvent* event) const
+{
+    const QSize now = event->size();
+    const QSize before = event->oldSize();
+    return (now.width() > before.width() && now.width() == window->minimumWidth())
+           || (now.height() > before.height() && now.height() == window->minimumHeight());
 }
 
 void ScreenFit::fit()
@@ -111,13 +127,19 @@ void ScreenFit::fitMinimum()
     }
     const QSize most = room(*window);
     const QSize need = window->layout()->totalMinimumSize();
-    if (isLarger(need, most)) {
-        const bool wasPushed = isLarger(window->minimumSize(), most);
-        // An explicit minimum holds, whatever the layout needs.
-        window->setMinimumSize(need.boundedTo(most).boundedTo(window->maximumSize()));
-        if (wasPushed) { // a widget that is shown may have the layout done at once
-            window->resize(window->size().boundedTo(most));
-        }
+    if (!isLarger(need, most)) {
+        return;
+    }
+    const bool wasPushed = isLarger(window->minimumSize(), most);
+    // An explicit minimum holds, whatever the layout needs.
+    if (need.width() > most.width()) {
+        window->setMinimumWidth(qMin(most.width(), window->maximumWidth()));
+    }
+    if (need.height() > most.height()) {
+        window->setMinimumHeight(qMin(most.height(), window->maximumHeight()));
+    }
+    if (wasPushed) { // a widget that is shown may have the layout done at once
+        window->resize(window->size().boundedTo(most));
     }
 }
 

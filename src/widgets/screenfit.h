@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QSize>
 
+class QResizeEvent;
 class QWidget;
 
 /// Keeps a window within the free area of its screen, the frame that the system draws around it included.
@@ -33,6 +34,7 @@ private:
     void fitMinimum();
     void fitFont();
     void fit();
+    bool hasGrownByLayout(const QResizeEvent* event) const;
     void moveOntoScreen();
 
     QWidget* window;

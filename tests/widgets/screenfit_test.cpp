@@ -125,6 +125,19 @@ TEST_F(ScreenFitTest, AWindowBeyondTheEdgeIsMovedOntoTheScreenOnce)
     EXPECT_EQ(window.pos(), atTheEdge);
 }
 
+TEST_F(ScreenFitTest, AWindowThatItsLayoutMakesWiderStaysOnTheScreen)
+{
+    auto* label = new QLabel("small");
+    layout->addWidget(label);
+    new ScreenFit(&window);
+    showActive(window);
+    window.move(freeArea().right() - window.frameGeometry().width(), 100);
+    label->setMinimumWidth(freeArea().width() / 2);
+    QCoreApplication::processEvents();
+    EXPECT_GE(window.width(), freeArea().width() / 2);
+    EXPECT_TRUE(freeArea().contains(window.frameGeometry()));
+}
+
 TEST_F(ScreenFitTest, AMaximisedWindowIsLeftToTheSystem)
 {
     layout->addWidget(new QLabel("small"));
