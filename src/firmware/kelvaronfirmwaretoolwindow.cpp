@@ -14,6 +14,7 @@
 #include "versionstring.h"
 #include "widgets/fittedfont.h"
 #include "widgets/menukey.h"
+#include "widgets/screenfit.h"
 
 #include <QCloseEvent>
 #include <QFileInfo>
@@ -51,6 +52,7 @@ KelvaronFirmwareToolWindow::KelvaronFirmwareToolWindow(QWidget* parent)
 {
     ui->setupUi(this);
     new FittedFont(this);
+    new ScreenFit(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Kelvaron Firmware Tool"));
     setWindowModality(Qt::ApplicationModal);
@@ -62,6 +64,7 @@ KelvaronFirmwareToolWindow::KelvaronFirmwareToolWindow(QWidget* parent)
     ui->consoleOut->hide();
     lastDirectory = QDir(QStringLiteral("./"));
     connect(flasher, &FirmwareFlasher::flashed, this, &KelvaronFirmwareToolWindow::flashed);
+    ScreenFit::centre(this);
     show();
 }
 

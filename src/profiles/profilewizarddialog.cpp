@@ -7,6 +7,7 @@
 #include "settingsui/settingsgridscroll.h"
 #include "ui_profilewizarddialog.h"
 #include "widgets/fittedfont.h"
+#include "widgets/screenfit.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -17,6 +18,7 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
 {
     ui->setupUi(this);
     new FittedFont(this);
+    new ScreenFit(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Profile Wizard"));
     setWindowModality(Qt::ApplicationModal);

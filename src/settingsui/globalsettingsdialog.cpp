@@ -6,6 +6,7 @@
 #include "settingsui/settingsgridscroll.h"
 #include "ui_globalsettingsdialog.h"
 #include "widgets/fittedfont.h"
+#include "widgets/screenfit.h"
 
 #include <QMessageBox>
 
@@ -15,18 +16,19 @@ GlobalSettingsDialog::GlobalSettingsDialog(ProfileSettings* settingsToEdit, QWid
 {
     ui->setupUi(this);
     new FittedFont(this);
+    new ScreenFit(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Global Settings Editor"));
     setWindowModality(Qt::ApplicationModal);
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                    | Qt::WindowSystemMenuHint);
     SettingsGridScroll::dress(ui->gridScroll);
-    show();
     connect(ui->okPushButton, &QPushButton::clicked, this,
             &GlobalSettingsDialog::on_okButtonClicked);
     connect(ui->cancelPushButton, &QPushButton::clicked, this,
             &GlobalSettingsDialog::on_cancelButtonClicked);
     inflateGrid();
+    show();
 }
 
 GlobalSettingsDialog::~GlobalSettingsDialog() = default;

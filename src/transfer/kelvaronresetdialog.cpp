@@ -1,6 +1,7 @@
 #include "transfer/kelvaronresetdialog.h"
 
 #include "transfer/uploader.h"
+#include "widgets/screenfit.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -29,6 +30,7 @@ KelvaronResetDialog::KelvaronResetDialog(const QString& successMessage, const QS
     grid->addWidget(stayButton, 1, 0);
     grid->addWidget(resetButton, 1, 1);
     grid->setSizeConstraint(QLayout::SetFixedSize);
+    new ScreenFit(this);
 }
 
 KelvaronResetDialog::~KelvaronResetDialog()

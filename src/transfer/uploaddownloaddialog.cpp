@@ -6,6 +6,7 @@
 #include "transfer/uploadprofiles.h"
 #include "ui_uploaddownloaddialog.h"
 #include "widgets/fittedfont.h"
+#include "widgets/screenfit.h"
 
 #include <QPointer>
 
@@ -20,6 +21,7 @@ std::unique_ptr<Ui::UploadDownloadDialog> makeForm(QDialog* dialog)
     auto form = std::make_unique<Ui::UploadDownloadDialog>();
     form->setupUi(dialog);
     new FittedFont(dialog);
+    new ScreenFit(dialog);
     return form;
 }
 } // namespace
@@ -28,9 +30,7 @@ UploadDownloadDialog::UploadDownloadDialog(bool writes, QWidget* parent)
     : QDialog(parent), isWriteMode(writes), ui(makeForm(this)), portDropdown(ui->comPortsDropdown)
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    hide();
     setWindowModality(Qt::ApplicationModal);
-    show();
     setUpTexts();
     connect(ui->okButton, &QPushButton::clicked, this, &UploadDownloadDialog::on_okButtonPressed);
     portDropdown.fill();
@@ -41,6 +41,7 @@ UploadDownloadDialog::UploadDownloadDialog(bool writes, QWidget* parent)
     watcher.startWatching();
     ui->statusLabel->setText(QStringLiteral("Stopped"));
     ui->progressBar->setValue(0);
+    show(); // last: the system places a window by the size that it has then
 }
 
 UploadDownloadDialog::~UploadDownloadDialog() = default;
