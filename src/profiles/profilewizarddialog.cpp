@@ -3,6 +3,7 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/focusinsight.h"
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_profilewizarddialog.h"
@@ -17,6 +18,7 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
 {
     ui->setupUi(this);
     new FittedFont(this);
+    new FocusInSight(ui->gridScroll);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Profile Wizard"));
     setWindowModality(Qt::ApplicationModal);
