@@ -3,6 +3,7 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/focusinsight.h"
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_profilewizarddialog.h"
@@ -18,7 +19,11 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
 {
     ui->setupUi(this);
     new FittedFont(this);
+<<<<<<< HEAD
     new ScreenFit(this);
+=======
+    new FocusInSight(ui->gridScroll);
+>>>>>>> cd0b3332e4c685481e04643dc8c3aa34a116d048
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Profile Wizard"));
     setWindowModality(Qt::ApplicationModal);

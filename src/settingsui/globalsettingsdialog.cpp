@@ -2,6 +2,7 @@
 
 #include "messagedialogs.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/focusinsight.h"
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_globalsettingsdialog.h"
@@ -23,6 +24,7 @@ GlobalSettingsDialog::GlobalSettingsDialog(ProfileSettings* settingsToEdit, QWid
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                    | Qt::WindowSystemMenuHint);
     SettingsGridScroll::dress(ui->gridScroll);
+    new FocusInSight(ui->gridScroll);
     connect(ui->okPushButton, &QPushButton::clicked, this,
             &GlobalSettingsDialog::on_okButtonClicked);
     connect(ui->cancelPushButton, &QPushButton::clicked, this,

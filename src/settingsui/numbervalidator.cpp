@@ -4,6 +4,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <limits>
 
 NumberValidator::NumberValidator(QObject* parent)
@@ -23,4 +24,9 @@ QValidator::State NumberValidator::validate(QString& input, int& position) const
         emit refused();
     }
     return state;
+}
+
+void NumberValidator::fixup(QString& input) const
+{
+    input = QString::number(std::clamp(input.toDouble(), bottom(), top()));
 }

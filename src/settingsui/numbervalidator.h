@@ -13,6 +13,10 @@ public:
 
     State validate(QString& input, int& position) const override;
 
+    /// Makes a number of what was typed by halves ("", "-", "371e"): 0, or the largest double where
+    /// the exponent is too large. A field that is left is corrected with it.
+    void fixup(QString& input) const override;
+
 signals:
     /// A text that can become no number was refused.
     void refused() const;

@@ -169,6 +169,7 @@ void SettingsGridLayout::startEditing()
 
 void SettingsGridLayout::cancelSettings()
 {
+    releaseFocus(); // what is stored by that is restored, too
     restoreBackedUpSettings();
     backup.reset();
     clearGrid();
@@ -213,8 +214,21 @@ QList<QWidget*> SettingsGridLayout::gridWidgets() const
     return widgets;
 }
 
+void SettingsGridLayout::releaseFocus()
+{
+    QWidget* focused = parentOfWidgets->window()->focusWidget();
+    if (focused != nullptr && parentOfWidgets->isAncestorOf(focused)) {
+        focused->clearFocus();
+    }
+}
+
 void SettingsGridLayout::setGridEnabled(bool enabled)
 {
+    if (!enabled) {
+        // The focus would go on to the next editor as each one is disabled, and a scroll area would
+        // follow it to the last.
+        releaseFocus();
+    }
     const QList<QWidget*> widgets = gridWidgets();
     for (QWidget* widget : widgets) {
         widget->setEnabled(enabled);
@@ -255,12 +269,33 @@ QWidget* SettingsGridLayout::lastEditor() const
     return found != rows.crend() ? found->getEditor() : nullptr;
 }
 
-void SettingsGridLayout::focusFirstEditor()
+QWidget* SettingsGridLayout::firstEnabledEditor(const QRect& seen) const
 {
-    for (const SettingsGridRow& row : qAsConst(rows)) {
-        if (row.getEditor() != nullptr && row.getEditor()->isEnabled()) {
-            row.getEditor()->setFocus();
-            return;
+    QWidget* nearest = nullptr;
+    for (const SettingsGridRow& row : rows) {
+        QWidget* editor = row.getEditor();
+        if (editor == nullptr || !editor->isEnabled()) {
+            continue;
+        }
+        const bool isAbove = editor->geometry().top() < seen.top();
+        if (!isAbove && editor->geometry().bottom() <= seen.bottom()) {
+            return editor;
+        }
+        if (isAbove || nearest == nullptr) {
+            nearest = editor;
         }
     }
+    return nearest;
+}
+
+QWidget* SettingsGridLayout::focusFirstEditor(const QRect& seen)
+{
+    QWidget* editor = firstEnabledEditor(seen);
+    if (editor != nullptr) {
+        editor->setFocus();
+    }
+    if (auto* lineEdit = qobject_cast<SettingsLineEdit*>(editor)) {
+        lineEdit->selectAll();
+    }
+    return editor;
 }

@@ -56,8 +56,10 @@ public:
 
     void hideEverything(bool hide);
 
-    /// Puts the keyboard focus into the first enabled editor.
-    void focusFirstEditor();
+    /// Puts the keyboard focus into the first enabled editor that is wholly between the top and the
+    /// bottom of `seen`, a part of the widgets' parent; without one, into the nearest above it or
+    /// else the first of all. A text is selected. Returns that editor; nullptr without any.
+    QWidget* focusFirstEditor(const QRect& seen = QRect());
 
     /// The editors that the Tab key reaches first and last; nullptr in a grid without any.
     QWidget* firstEditor() const;
@@ -69,6 +71,8 @@ private:
     void placeRows();
     void orderWidgets();
     void commitFocusedEditor();
+    void releaseFocus();
+    QWidget* firstEnabledEditor(const QRect& seen) const;
     QList<QWidget*> gridWidgets() const;
 
     QWidget* parentOfWidgets;

@@ -5,6 +5,7 @@
 #include "messagedialogs.h"
 #include "profiles/profilename.h"
 #include "profiles/profilesettings.h"
+#include "settingsui/focusinsight.h"
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_mainwindow.h"
@@ -50,6 +51,10 @@ SettingsPaneManager::SettingsPaneManager(Ui::MainWindow* form,
             &SettingsPaneManager::activateMeClicked);
     connect(ui->profileSettingsDefaultCB, &QCheckBox::clicked, this,
             &SettingsPaneManager::defaultMeClicked);
+
+    // A click leaves the focus where the edit begins, as on systems whose buttons take no focus.
+    ui->editProfileButton->setFocusPolicy(Qt::TabFocus);
+    new FocusInSight(ui->containerScroll);
 
     keepReadableWhenDisabled(ui->profileSettingsTitle);
     keepReadableWhenDisabled(ui->profileSettingsSubtitle);
@@ -132,13 +137,21 @@ void SettingsPaneManager::on_editButtonClicked()
     if (grid == nullptr || currentProfile == nullptr || editMode) {
         return;
     }
+    focusBeforeEdit = parentWidget->focusWidget();
     grid->startEditing();
     enableEditing();
     // The editors are younger than what is above and below them.
     QWidget::setTabOrder(ui->containerScroll, grid->firstEditor());
     QWidget::setTabOrder(grid->lastEditor(), ui->cancelChangesButton);
     QWidget::setTabOrder(ui->cancelChangesButton, ui->saveChangesButton);
-    grid->focusFirstEditor();
+    focusFirstEditor();
+}
+
+void SettingsPaneManager::focusFirstEditor()
+{
+    const QWidget* viewport = ui->containerScroll->viewport();
+    const QPoint topLeft = grid->parentWidget()->mapFrom(viewport, QPoint(0, 0));
+    grid->focusFirstEditor(QRect(topLeft, viewport->size()));
 }
 
 void SettingsPaneManager::enableEditing()
@@ -198,7 +211,16 @@ void SettingsPaneManager::on_saveButtonClicked()
     disableEditing();
     ui->editProfileButton->setEnabled(true);
     editMode = false;
-    ui->editProfileButton->setFocus();
+    returnFocus();
+}
+
+void SettingsPaneManager::returnFocus()
+{
+    QWidget* target = focusBeforeEdit;
+    if (target == nullptr || !target->isVisible() || !target->isEnabled()) {
+        target = ui->editProfileButton;
+    }
+    target->setFocus();
 }
 
 void SettingsPaneManager::updateActiveDefaultButtonsInList()
@@ -228,12 +250,24 @@ void SettingsPaneManager::on_cancelButtonClicked()
     if (answer != QMessageBox::Yes || grid == nullptr || currentProfile == nullptr) {
         return;
     }
-    grid->cancelSettings();
+    restoreGrid();
     showFlags();
     ui->editProfileButton->setEnabled(true);
     disableEditing();
     editMode = false;
-    ui->editProfileButton->setFocus();
+    returnFocus();
+}
+
+void SettingsPaneManager::restoreGrid()
+{
+    // Without its rows the grid is so low for a moment that the view would be moved to its top.
+    QScrollBar* down = ui->containerScroll->verticalScrollBar();
+    QScrollBar* across = ui->containerScroll->horizontalScrollBar();
+    const QPoint place(across->value(), down->value());
+    grid->cancelSettings();
+    grid->activate();
+    across->setValue(place.x());
+    down->setValue(place.y());
 }
 
 void SettingsPaneManager::hideEverything()

@@ -19,7 +19,8 @@ class MainWindow;
 /// Drives the right side of the main window: shows the selected profile and edits it.
 ///
 /// Hidden while there is no profile; view mode while one is shown; edit mode from "Edit Profile" to
-/// "Save Changes" or "Cancel".
+/// "Save Changes" or "Cancel". The keyboard focus then returns to where the edit began. The grid keeps
+/// its place meanwhile, and an editor with the focus is always in sight.
 class SettingsPaneManager : public QObject
 {
     Q_OBJECT
@@ -73,6 +74,9 @@ public slots:
 private:
     void showGrid();
     void showFlags();
+    void focusFirstEditor();
+    void returnFocus();
+    void restoreGrid();
     void setEditingWidgetsEnabled(bool enabled);
     void setPaneVisible(bool visible);
 
@@ -80,6 +84,7 @@ private:
     QWidget* parentWidget;
     QPointer<ProfileName> currentProfile;
     bool editMode = false;
+    QPointer<QWidget> focusBeforeEdit; ///< gets the focus back when the edit ends
     HParser::Generator* generator;
     QPointer<SettingsGridLayout> grid; ///< made for the first profile, used again for the others
 };

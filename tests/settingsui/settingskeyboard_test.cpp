@@ -140,8 +140,11 @@ TEST_F(SettingsKeyboardTest, TabReachesTheFlagsBeforeTheEditors)
     }
 }
 
-TEST_F(SettingsKeyboardTest, SavingAndCancellingLeaveTheFocusOnEdit)
+TEST_F(SettingsKeyboardTest, SavingAndCancellingReturnTheFocusToEditWhereItWasPressed)
 {
+    clickOn(window.ui->saveChangesButton);
+    window.ui->editProfileButton->setFocus();
+    QTest::keyClick(focused(), Qt::Key_Space);
     QTest::keyClick(focused(), Qt::Key_Return, Qt::ControlModifier);
     ASSERT_TRUE(waitFor([this] { return window.ui->editProfileButton->isEnabled(); }));
     EXPECT_EQ(focused(), window.ui->editProfileButton);
