@@ -1,14 +1,14 @@
 // The floor of a start: an empty window of the editor's size.
 
 #include "paintedwatch.h"
+#include "widgets/screenscaling.h"
 
 #include <QApplication>
 #include <QMainWindow>
 
 int main(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    ScreenScaling::use();
     const QApplication application(argc, argv);
     QMainWindow window;
     window.resize(900, 600);

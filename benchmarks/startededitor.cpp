@@ -3,13 +3,13 @@
 #include "mainwindow.h"
 #include "paintedwatch.h"
 #include "widgets/contraststyle.h"
+#include "widgets/screenscaling.h"
 
 #include <QApplication>
 
 int main(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    ScreenScaling::use();
     const QApplication application(argc, argv);
     QApplication::setStyle(new ContrastStyle); // the application owns it
     MainWindow window;

@@ -24,6 +24,7 @@
 #include "widgets/keyboardreturn.h"
 #include "widgets/menukey.h"
 #include "widgets/promptshortcuts.h"
+#include "widgets/screenfit.h"
 #include "widgets/shrinkinglabel.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
@@ -32,7 +33,6 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QResizeEvent>
-#include <QScreen>
 #include <QStyle>
 
 MainWindow::~MainWindow()
@@ -67,6 +67,7 @@ void MainWindow::extraUIAdditions()
                            + QString::fromLatin1(BuildConstants::buildText)));
     ui->actionEditGlobalSettings->setEnabled(false); // not offered in this version
     new FittedFont(this);
+    new ScreenFit(this);
     growForLargeTexts();
 }
 
@@ -74,7 +75,7 @@ void MainWindow::growForLargeTexts()
 {
     constexpr double usual = 10; // points, for which the form was drawn
     const double scale = qMax(1.0, FittedFont::wantedSize() / usual);
-    resize((QSizeF(size()) * scale).toSize().boundedTo(screen()->availableSize()));
+    resize((QSizeF(size()) * scale).toSize().boundedTo(ScreenFit::room(*this)));
 }
 
 void MainWindow::addToolbarActions()

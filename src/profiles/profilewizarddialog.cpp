@@ -19,11 +19,8 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
 {
     ui->setupUi(this);
     new FittedFont(this);
-<<<<<<< HEAD
     new ScreenFit(this);
-=======
     new FocusInSight(ui->gridScroll);
->>>>>>> cd0b3332e4c685481e04643dc8c3aa34a116d048
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Profile Wizard"));
     setWindowModality(Qt::ApplicationModal);

@@ -1,4 +1,5 @@
 #include "support/ownenvironment.h"
+#include "widgets/screenscaling.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +14,7 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen"); // listing the tests needs no display either
     }
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling); // as the program does
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    ScreenScaling::use();
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

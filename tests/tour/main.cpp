@@ -3,6 +3,7 @@
 #include "support/ownenvironment.h"
 #include "tour.h"
 #include "transfer/qextserialenumerator.h"
+#include "widgets/screenscaling.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -11,8 +12,7 @@
 int main(int argc, char** argv)
 {
     const OwnEnvironment environment;
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    ScreenScaling::use();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);
 

@@ -1,3 +1,5 @@
+#include "widgets/screenscaling.h"
+
 #include <QApplication>
 #include <QIcon>
 #include <QMessageBox>
@@ -8,7 +10,7 @@
 /// one. Without buttons there is an OK.
 int main(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    ScreenScaling::use();
     const QApplication application(argc, argv);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icon.png")));
     const QStringList arguments = QApplication::arguments();
