@@ -60,7 +60,7 @@ case "$purpose" in
         ;;
     test)
         packages+=(fonts-dejavu-core srecord desktop-file-utils appstream mandoc man-db
-            xvfb openbox xdotool)
+            xvfb openbox xdotool qt5ct)
         ;;
     fuzz)
         packages+=(fonts-dejavu-core clang libclang-rt-dev)

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QHash>
 #include <QProxyStyle>
 
-/// The desktop's style, made visible on dark backgrounds. Fusion frames its fields, boxes and buttons
-/// with a shade that is darker than the window: on a dark one the empty check box can hardly be
-/// seen, on a black one not at all.
+/// The desktop's style, made visible on dark backgrounds. Some styles frame their fields, boxes and
+/// buttons with a shade that is darker than the window: on a dark one the empty check box can hardly
+/// be seen, on a black one not at all. Such a style is known by what it draws, not by its name: a
+/// desktop may have wrapped it in another.
 class ContrastStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -27,5 +29,9 @@ public:
 
 private:
     bool isNeeded(const QStyleOption& option) const;
+    bool isCheckBoxSeen(const QPalette& palette) const;
     void outline(const QStyleOption& option, QPainter* painter) const;
+
+    /// Whether an empty check box is seen, by the colours of the window and of its texts.
+    mutable QHash<QPair<QRgb, QRgb>, bool> seenBoxes;
 };
