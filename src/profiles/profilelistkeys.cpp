@@ -1,5 +1,6 @@
 #include "profiles/profilelistkeys.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QListWidget>
 
@@ -22,10 +23,26 @@ bool ProfileListKeys::eventFilter(QObject* watched, QEvent* event)
         return true;
     }
     const int step = isPlain ? stepOf(press->key()) : 0;
-    if (step == 0) {
-        return QObject::eventFilter(watched, event);
+    if (step != 0) {
+        emit stepped(step);
+        return true;
     }
-    emit stepped(step);
+    const bool isText = (press->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
+    return (isText && addTyped(press->text())) || QObject::eventFilter(watched, event);
+}
+
+bool ProfileListKeys::addTyped(const QString& letters)
+{
+    const bool goesOn =
+        sinceTyped.isValid() && sinceTyped.elapsed() < QApplication::keyboardInputInterval();
+    const bool isSearch =
+        !letters.isEmpty() && letters.at(0).isPrint() && (goesOn || !letters.at(0).isSpace());
+    if (!isSearch) {
+        return false;
+    }
+    typed = goesOn ? typed + letters : letters;
+    sinceTyped.start();
+    emit titleTyped(typed);
     return true;
 }
 

@@ -1,5 +1,8 @@
 #include "profiles/profilenameslistmanager.h"
 
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "fatalassertion.h"
 #include "messagedialogs.h"
 #include "profiles/profilelistaccessible.h"
 #include "profiles/profilelistkeys.h"
@@ -7,6 +10,7 @@
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
 #include "profiles/profilewizarddialog.h"
+#include "profiles/rowdrag.h"
 #include "profiles/seenrows.h"
 #include "settingsui/settingspanemanager.h"
 
@@ -37,13 +41,17 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
             &ProfileNamesListManager::on_listWidgetClicked);
     const auto* keys = new ProfileListKeys(listWidget);
     connect(keys, &ProfileListKeys::stepped, this, &ProfileNamesListManager::selectByStep);
-    connect(keys, &ProfileListKeys::deletionWanted, this, [this] {
-        if (currentItem != nullptr) {
-            deleteProfile(currentItem->getProfileName());
-        }
-    });
+    connect(keys, &ProfileListKeys::titleTyped, this, &ProfileNamesListManager::selectByTitle);
+    connect(keys, &ProfileListKeys::deletionWanted, this, &ProfileNamesListManager::deleteSelected);
     connect(createButton, &QPushButton::clicked, this,
             &ProfileNamesListManager::on_createProfileButtonClicked);
+    const auto* drag = new RowDrag(listWidget);
+    connect(drag, &RowDrag::dropped, this, &ProfileNamesListManager::moveRow);
+    connect(settingsPane, &SettingsPaneManager::editing, this, [this](bool on) {
+        if (on) {
+            forgetHistory();
+        }
+    });
     upButton->setAutoRepeat(true); // held, each goes on moving
     downButton->setAutoRepeat(true);
     connect(upButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushUp);
@@ -73,11 +81,17 @@ void ProfileNamesListManager::on_listWidgetClicked(QListWidgetItem* item)
         currentItem->getProfileName()->dehighlight();
     }
     currentItem = clicked;
-    currentItem->getProfileName()->highlight();
-    currentItem->getProfileName()->placeInTabOrder(listWidget, createButton);
-    seenRows->keepInSight(currentItem->getProfileName());
+    showSelected();
     setMoveButtonsEnabled(true);
     emit settingsPaneUpdateNeeded(currentItem->getProfileName());
+}
+
+void ProfileNamesListManager::showSelected()
+{
+    ProfileName* row = currentItem->getProfileName();
+    row->highlight();
+    row->placeInTabOrder(listWidget, createButton);
+    seenRows->keepInSight(row);
 }
 
 void ProfileNamesListManager::selectByStep(int rows)
@@ -87,7 +101,38 @@ void ProfileNamesListManager::selectByStep(int rows)
     }
     const int from = currentItem == nullptr ? 0 : listWidget->row(currentItem);
     const int last = listWidget->count() - 1;
-    QListWidgetItem* item = listWidget->item(std::clamp(from + rows, 0, last));
+    selectRow(std::clamp(from + rows, 0, last));
+}
+
+void ProfileNamesListManager::selectByTitle(const QString& text)
+{
+    if (settingsPane->getEditMode() || listWidget->count() == 0) {
+        return;
+    }
+    const int count = listWidget->count();
+    // The first letter goes on to the next title, each further one may fit the selected one as well.
+    const int from = listWidget->row(currentItem) + (text.size() == 1 ? 1 : 0);
+    int containing = -1;
+    for (int step = 0; step < count; ++step) {
+        const int row = (from + step) % count;
+        const auto* item = static_cast<ProfileNameListWidget*>(listWidget->item(row));
+        const QString title = item->getProfileName()->getTitle();
+        if (title.startsWith(text, Qt::CaseInsensitive)) {
+            selectRow(row);
+            return;
+        }
+        if (containing < 0 && title.contains(text, Qt::CaseInsensitive)) {
+            containing = row;
+        }
+    }
+    if (containing >= 0) {
+        selectRow(containing);
+    }
+}
+
+void ProfileNamesListManager::selectRow(int row)
+{
+    QListWidgetItem* item = listWidget->item(row);
     listWidget->scrollToItem(item);
     on_listWidgetClicked(item);
 }
@@ -143,14 +188,20 @@ void ProfileNamesListManager::insertProfile(int row, ProfileNameListWidget* item
 
 ProfileNameListWidget* ProfileNamesListManager::adoptProfile(ProfileSettings* profile)
 {
-    profiles.emplace_back(profile);
+    forgetHistory();
+    ++profilesAdded;
+    return makeItem(std::unique_ptr<ProfileSettings>(profile));
+}
+
+ProfileNameListWidget* ProfileNamesListManager::makeItem(std::unique_ptr<ProfileSettings> profile)
+{
     ProfileNameListWidget* item = makeProfileName();
     ProfileName* row = item->getProfileName();
-    row->setProfileSettings(profile);
+    row->setProfileSettings(profile.get());
     row->setTitle(profile->getTitle());
     row->setSubtitle(profile->getSubtitle());
     row->dehighlight();
-    ++profilesAdded;
+    profiles.push_back(std::move(profile));
     return item;
 }
 
@@ -198,17 +249,26 @@ void ProfileNamesListManager::showHeldBackRows()
 void ProfileNamesListManager::showHeldItems()
 {
     // All items first: a row that is attached has the list lay itself out.
-    for (ProfileNameListWidget* item : qAsConst(heldItems)) {
-        listWidget->addItem(item);
+    const int first = insertionRow < 0 ? listWidget->count() : insertionRow;
+    insertionRow = -1;
+    for (int i = 0; i < heldItems.size(); ++i) {
+        listWidget->insertItem(first + i, heldItems.at(i));
     }
     for (ProfileNameListWidget* item : qAsConst(heldItems)) {
         item->attachRow();
     }
     ProfileNameListWidget* newest = heldItems.last();
     heldItems.clear();
-    selectNewest(newest);
+    selectRow(listWidget->row(newest));
     seenRows->makeForms();
     emitQuickUpdate();
+}
+
+void ProfileNamesListManager::importBelowSelected(const std::function<void()>& import)
+{
+    insertionRow = currentItem == nullptr ? -1 : listWidget->row(currentItem) + 1;
+    import();
+    insertionRow = -1;
 }
 
 void ProfileNamesListManager::emitQuickUpdate()
@@ -266,6 +326,13 @@ void ProfileNamesListManager::deleteProfile(ProfileName* row)
     }
 }
 
+void ProfileNamesListManager::deleteSelected()
+{
+    if (currentItem != nullptr) {
+        deleteProfile(currentItem->getProfileName());
+    }
+}
+
 void ProfileNamesListManager::deleteProfile(ProfileNameListWidget* item)
 {
     const int row = listWidget->row(item);
@@ -288,18 +355,20 @@ void ProfileNamesListManager::deleteProfile(ProfileNameListWidget* item)
     const ProfileSettings* profile = item->getProfileName()->getProfileSettings();
     item->getProfileName()->forgetProfile();
     delete item;
-    releaseProfile(profile);
+    record({row, -1, takeProfile(profile)});
 }
 
-void ProfileNamesListManager::releaseProfile(const ProfileSettings* profile)
+std::unique_ptr<ProfileSettings> ProfileNamesListManager::takeProfile(
+    const ProfileSettings* profile)
 {
     const auto found = std::find_if(profiles.begin(), profiles.end(),
                                     [profile](const std::unique_ptr<ProfileSettings>& owned) {
                                         return owned.get() == profile;
                                     });
-    if (found != profiles.end()) {
-        profiles.erase(found);
-    }
+    KELVARON_ASSERT(found != profiles.end());
+    std::unique_ptr<ProfileSettings> taken = std::move(*found);
+    profiles.erase(found);
+    return taken;
 }
 
 void ProfileNamesListManager::deleteAllRows()
@@ -316,6 +385,7 @@ void ProfileNamesListManager::deleteAllRows()
     setMoveButtonsEnabled(false);
     emit noMoreProfilesLeft();
     profiles.clear(); // only now: the pane has let go of its profile
+    forgetHistory();
 }
 
 bool ProfileNamesListManager::deleteAllProfilesNoConfirmation()
@@ -342,43 +412,112 @@ bool ProfileNamesListManager::deleteAllProfilesAskConfirmation()
 
 void ProfileNamesListManager::profilePushUp()
 {
-    moveCurrentItem(-1);
+    moveCurrentItem(listWidget->row(currentItem) - 1);
 }
 
 void ProfileNamesListManager::profilePushDown()
 {
-    moveCurrentItem(+1);
+    moveCurrentItem(listWidget->row(currentItem) + 1);
 }
 
-void ProfileNamesListManager::moveCurrentItem(int offset)
+void ProfileNamesListManager::moveToTop()
 {
-    if (currentItem == nullptr) {
+    moveCurrentItem(0);
+}
+
+void ProfileNamesListManager::moveToEnd()
+{
+    moveCurrentItem(listWidget->count() - 1);
+}
+
+void ProfileNamesListManager::moveCurrentItem(int row)
+{
+    if (currentItem != nullptr) {
+        moveRow(listWidget->row(currentItem), row);
+    }
+}
+
+void ProfileNamesListManager::moveRow(int from, int to)
+{
+    const int count = listWidget->count();
+    if (from == to || from < 0 || from >= count || to < 0 || to >= count) {
         return;
     }
-    const int row = listWidget->row(currentItem);
-    const int newRow = row + offset;
-    if (newRow < 0 || newRow >= listWidget->count()) {
-        return;
-    }
-    // The row of an item that was taken out cannot be attached again, so it is rebuilt.
-    const std::unique_ptr<ProfileNameListWidget> taken(currentItem);
+    placeAnew(from, to);
+    record({from, to, nullptr});
+}
+
+/// Returns the item at its new place. The row of an item that was taken out cannot be attached again,
+/// so it is rebuilt.
+ProfileNameListWidget* ProfileNamesListManager::placeAnew(int from, int to)
+{
+    const std::unique_ptr<ProfileNameListWidget> taken(
+        static_cast<ProfileNameListWidget*>(listWidget->item(from)));
     ProfileNameListWidget* moved = taken->clone();
-    listWidget->takeItem(row);
+    listWidget->takeItem(from);
     taken->getProfileName()->forgetProfile();
-    if (defaultItem == currentItem) {
+    if (defaultItem == taken.get()) {
         defaultItem = moved;
     }
     connectProfileNameSignals(moved);
-    if (newRow == 0) {
+    if (to == 0) {
         prependProfile(moved);
     } else {
-        insertProfile(newRow, moved);
+        insertProfile(to, moved);
     }
-    currentItem = moved;
-    moved->getProfileName()->highlight();
-    moved->getProfileName()->placeInTabOrder(listWidget, createButton);
-    seenRows->keepInSight(moved->getProfileName());
-    settingsPane->setCurrentProfile(moved->getProfileName());
+    if (currentItem == taken.get()) {
+        currentItem = moved;
+        showSelected();
+        settingsPane->setCurrentProfile(moved->getProfileName());
+    } else {
+        moved->getProfileName()->dehighlight();
+    }
+    return moved;
+}
+
+void ProfileNamesListManager::record(Change change)
+{
+    history.push_back(std::move(change));
+    emit historyChanged();
+}
+
+void ProfileNamesListManager::forgetHistory()
+{
+    history.clear();
+    emit historyChanged();
+}
+
+void ProfileNamesListManager::undo()
+{
+    if (history.empty() || settingsPane->getEditMode()) {
+        return;
+    }
+    Change change = std::move(history.back());
+    history.pop_back();
+    if (change.deleted != nullptr) {
+        restore(change.row, std::move(change.deleted));
+    } else {
+        on_listWidgetClicked(placeAnew(change.newRow, change.row));
+    }
+    emit historyChanged();
+}
+
+void ProfileNamesListManager::restore(int row, std::unique_ptr<ProfileSettings> profile)
+{
+    const auto isOn = [&profile](const char* flag) {
+        return profile->settings->getStructSettingByDescriptiveName(QString::fromLatin1(flag))
+            ->isOn();
+    };
+    const bool active = isOn("active");
+    const bool isDefault = isOn("default");
+    ProfileNameListWidget* item = makeItem(std::move(profile));
+    item->getProfileName()->setActive(active);
+    if (isDefault && defaultItem == nullptr) {
+        item->getProfileName()->setDefault(true);
+        defaultItem = item;
+    }
+    insertProfile(row, item);
+    on_listWidgetClicked(item);
 }
 
 void ProfileNamesListManager::setMoveButtonsEnabled(bool enabled)

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -59,9 +60,22 @@ public:
     void prependProfile(ProfileNameListWidget* item);
     void insertProfile(int row, ProfileNameListWidget* item);
 
-    /// Takes an item out of the list and deletes it with its profile, without a question; a neighbour
-    /// is selected.
+    /// Takes an item out of the list and deletes it, without a question; a neighbour is selected.
     void deleteProfile(ProfileNameListWidget* item);
+
+    /// Moves a row to another place. The selection stays with its profile.
+    /// REQUIRES: `from` and `to` are rows of the list; otherwise nothing is moved.
+    void moveRow(int from, int to);
+
+    /// Runs an import whose profiles go below the selected row instead of the end of the list.
+    void importBelowSelected(const std::function<void()>& import);
+
+    /// Selects the next profile, from the selected one on, whose title begins with this text, or else
+    /// contains it; upper and lower case are the same. Nothing is selected in edit mode.
+    void selectByTitle(const QString& text);
+
+    /// Whether there is a deletion or a move that undo() takes back.
+    bool canUndo() const { return !history.empty(); }
 
 signals:
     /// Another profile is selected: the pane is to be rebuilt.
@@ -72,6 +86,9 @@ signals:
 
     /// The list has become empty.
     void noMoreProfilesLeft();
+
+    /// What canUndo() returns may have changed.
+    void historyChanged();
 
 public slots:
     void on_listWidgetClicked(QListWidgetItem* item);
@@ -90,8 +107,9 @@ public slots:
     void holdBackRows();
     void showHeldBackRows();
 
-    /// Asks, then deletes one profile.
+    /// Ask, then delete one profile.
     void deleteProfile(ProfileName* row);
+    void deleteSelected();
 
     /// True when the list was emptied; false, without a message, in edit mode.
     bool deleteAllProfilesNoConfirmation();
@@ -101,17 +119,39 @@ public slots:
 
     void profilePushUp();
     void profilePushDown();
+    void moveToTop();
+    void moveToEnd();
+
+    /// Takes back the last deletion or move; nothing in edit mode. All are forgotten when a profile is
+    /// added or edited, and when the list is emptied.
+    void undo();
+
     void on_activeStatusChangeRequest(ProfileName* row, bool active);
     void on_defaultStatusChangeRequest(ProfileName* row, bool isDefault);
 
 private:
+    /// A deletion, with the profile that was deleted, or a move.
+    struct Change
+    {
+        int row;         ///< where the profile was
+        int newRow = -1; ///< where it was moved to
+        std::unique_ptr<ProfileSettings> deleted;
+    };
+
     void selectByStep(int rows);
+    void selectRow(int row);
+    void showSelected();
     ProfileNameListWidget* adoptProfile(ProfileSettings* profile);
+    ProfileNameListWidget* makeItem(std::unique_ptr<ProfileSettings> profile);
     void selectNewest(ProfileNameListWidget* item);
     void showHeldItems();
     void deleteAllRows();
-    void moveCurrentItem(int offset);
-    void releaseProfile(const ProfileSettings* profile);
+    void moveCurrentItem(int row);
+    ProfileNameListWidget* placeAnew(int from, int to);
+    std::unique_ptr<ProfileSettings> takeProfile(const ProfileSettings* profile);
+    void restore(int row, std::unique_ptr<ProfileSettings> profile);
+    void record(Change change);
+    void forgetHistory();
     void emitQuickUpdate();
     void setMoveButtonsEnabled(bool enabled);
 
@@ -127,6 +167,8 @@ private:
     ProfileNameListWidget* defaultItem = nullptr;
     int profilesAdded = 0;
     int rowHolds = 0;
+    int insertionRow = -1;                   ///< of the next imported profiles; -1: the end
     QList<ProfileNameListWidget*> heldItems; ///< in no list yet
     std::vector<std::unique_ptr<ProfileSettings>> profiles;
+    std::vector<Change> history;
 };

@@ -20,12 +20,27 @@ bool ReadFromXML::readProfiles(const QString& fileName)
         return false;
     }
     QXmlStreamReader xml(&file);
+    read(xml);
+    return true;
+}
+
+bool ReadFromXML::readText(const QString& text)
+{
+    if (text.size() > TextFile::largestFile) {
+        return false;
+    }
+    QXmlStreamReader xml(text);
+    read(xml);
+    return true;
+}
+
+void ReadFromXML::read(QXmlStreamReader& xml)
+{
     parseDocument(xml);
     if (xml.hasError()) {
         error = QStringLiteral("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
     }
     sortProfilesByID();
-    return true;
 }
 
 void ReadFromXML::parseDocument(QXmlStreamReader& xml)

@@ -21,6 +21,9 @@ public:
     /// error: what was whole before it is kept, errorText() tells, and the result is still true.
     bool readProfiles(const QString& fileName);
 
+    /// Reads the text of such a file in the same way; false when it is larger than files may be.
+    bool readText(const QString& text);
+
     /// The global settings; nullptr when the file has none. Owned by the reader.
     ParsedProfile* getGlobalSettings() const { return globalSettings; }
 
@@ -34,6 +37,7 @@ public:
     QString errorText() const { return error; }
 
 private:
+    void read(QXmlStreamReader& xml);
     void parseDocument(QXmlStreamReader& xml);
     void parseGlobalSettings(QXmlStreamReader& xml);
     void parseProfile(QXmlStreamReader& xml);

@@ -583,7 +583,7 @@ TEST_F(ProfileListTest, DeletingTheOnlyRowHidesThePaneAndLocksMoving)
     window.cancelEditing();
 }
 
-TEST_F(ProfileListTest, DeletedRowsAndTheirProfilesAreFreed)
+TEST_F(ProfileListTest, DeletedRowsAreFreedAndTheirProfilesOnceTheyCannotComeBack)
 {
     addFour();
     const QPointer<ProfileName> row = window.row(1);
@@ -591,6 +591,8 @@ TEST_F(ProfileListTest, DeletedRowsAndTheirProfilesAreFreed)
     deleteRow(1);
     flushDeletions();
     EXPECT_EQ(row, nullptr);
+    EXPECT_NE(setting, nullptr);
+    window.add("New");
     EXPECT_EQ(setting, nullptr);
 }
 

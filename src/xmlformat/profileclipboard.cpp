@@ -1,0 +1,66 @@
+#include "xmlformat/profileclipboard.h"
+
+#include "CBGenerator/generator.h"
+#include "messagedialogs.h"
+#include "profileimport/importprofilesmain.h"
+#include "profileimport/parsedprofile.h"
+#include "profiles/profilename.h"
+#include "profiles/profilenamelistwidget.h"
+#include "profiles/profilenameslistmanager.h"
+#include "xmlformat/readfromxml.h"
+#include "xmlformat/writetoxml.h"
+
+#include <QApplication>
+#include <QClipboard>
+
+namespace XMLGeneratorParser
+{
+ProfileClipboard::ProfileClipboard(ProfileNamesListManager* profileList,
+                                   ImportProfiles::ImportProfilesMain* profileImporter,
+                                   HParser::Generator* settingsGenerator, QWidget* dialogParent)
+    : QObject(dialogParent), list(profileList), importer(profileImporter),
+      generator(settingsGenerator), parentWidget(dialogParent)
+{}
+
+QString ProfileClipboard::selectedProfile() const
+{
+    if (list->getCurrentItem() == nullptr) {
+        return {};
+    }
+    return WriteToXML::document({list->getCurrentItem()->getProfileName()},
+                                generator->getGlobalSettings());
+}
+
+void ProfileClipboard::copy()
+{
+    const QString text = selectedProfile();
+    if (!text.isEmpty()) {
+        QApplication::clipboard()->setText(text);
+    }
+}
+
+void ProfileClipboard::paste()
+{
+    if (!add(QApplication::clipboard()->text(), QStringLiteral("The clipboard"))) {
+        MessageDialogs::message(
+            parentWidget, QStringLiteral("Nothing to Paste"),
+            QStringLiteral("The clipboard holds no profiles. Copy a profile first, here or in "
+                           "another Kelvaron Profile Editor. The list is as it was."));
+    }
+}
+
+void ProfileClipboard::duplicate()
+{
+    add(selectedProfile(), {});
+}
+
+bool ProfileClipboard::add(const QString& text, const QString& source)
+{
+    ReadFromXML reader;
+    if (!reader.readText(text) || reader.getProfiles().isEmpty()) {
+        return false;
+    }
+    list->importBelowSelected([&] { importer->importProfiles(reader.getProfiles(), source); });
+    return true;
+}
+} // namespace XMLGeneratorParser
