@@ -206,7 +206,7 @@ void MainWindow::reloadBundle()
     loadSchema();
     handOverGenerator();
     profileNamesListManager->deleteAllProfilesNoConfirmation();
-    xmlManager->importFromXML(backupFile);
+    xmlManager->importFromXML(backupFile, ImportOccasion::BUNDLE_RELOAD);
 }
 
 bool MainWindow::backUpProfiles(const QString& fileName)

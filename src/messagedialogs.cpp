@@ -2,6 +2,7 @@
 
 #include "applicationglobalmap.h"
 #include "buildconstants.h"
+#include "countedtext.h"
 #include "versionstring.h"
 
 #include <QFontInfo>
@@ -311,11 +312,21 @@ int MessageDialogs::currentSoftwareTooOld(QWidget* parent, const VersionString& 
 int MessageDialogs::profilesLeftOut(QWidget* parent, const QStringList& profiles,
                                     const QString& fileName)
 {
-    QString text = QStringLiteral("%1 of the profiles could not be imported, because the Kelvaron "
-                                  "Bundle in use does not know their chemistries:\n\n%2")
-                       .arg(QString::number(profiles.size()), shortened(profiles));
+    const bool isOne = profiles.size() == 1;
+    const QString count = countedText(profiles.size(), QStringLiteral("profile was"),
+                                      QStringLiteral("profiles were"));
+    QString text =
+        QStringLiteral("%1 left out, because the Kelvaron Bundle in use does not know %2:"
+                       "\n\n%3")
+            .arg(count,
+                 isOne ? QStringLiteral("its chemistry") : QStringLiteral("their chemistries"),
+                 shortened(profiles));
     if (!fileName.isEmpty()) {
-        text += QStringLiteral("\n\nThey are still in the file %1.").arg(fileName);
+        text += (isOne ? QStringLiteral("\n\nIt is still in the file %1. Load that file when a "
+                                        "bundle that knows it is in use.")
+                       : QStringLiteral("\n\nThey are still in the file %1. Load that file when a "
+                                        "bundle that knows them is in use."))
+                    .arg(fileName);
     }
     return message(parent, QStringLiteral("Profiles Left Out"), text, Qt::PlainText);
 }
@@ -325,33 +336,57 @@ int MessageDialogs::askUnstorableTexts(QWidget* parent, const QStringList& texts
     return question(parent, QStringLiteral("Texts Do Not Fit"),
                     QStringLiteral("The Kelvaron holds plain English letters, digits and signs "
                                    "(ASCII) only. With other characters its profiles may become "
-                                   "unreadable. They are in:\n\n%1\n\nDo you want to go on all "
-                                   "the same?")
-                        .arg(shortened(texts)),
+                                   "unreadable. %1:\n\n%2\n\nNothing has been written yet. Do you "
+                                   "want to go on all the same?")
+                        .arg(texts.size() == 1 ? QStringLiteral("This text has such characters")
+                                               : QStringLiteral("These texts have such characters"),
+                             shortened(texts)),
                     Qt::PlainText);
 }
 
 int MessageDialogs::importChanges(QWidget* parent, const QString& changes)
 {
     return message(parent, QStringLiteral("Imported With Changes"),
-                   QStringLiteral("The profiles were imported, but the file does not match the "
-                                  "settings of the Kelvaron Bundle in use:\n\n%1")
+                   QStringLiteral("What was imported does not match the settings of the Kelvaron "
+                                  "Bundle in use:\n\n%1\n\nPlease check this before you write to "
+                                  "the Kelvaron.")
                        .arg(changes),
+                   Qt::PlainText);
+}
+
+int MessageDialogs::reloadChanges(QWidget* parent, const QString& changes, const QString& fileName)
+{
+    return message(parent, QStringLiteral("Reloaded With Changes"),
+                   QStringLiteral("A newer Kelvaron Bundle is in use. The list does not match its "
+                                  "settings:\n\n%1\n\nPlease check this before you write to the "
+                                  "Kelvaron. The list as it was before is in the file %2.")
+                       .arg(changes, fileName),
                    Qt::PlainText);
 }
 
 int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int profilesRead)
 {
-    return message(parent, latin1(xmlImportStatus),
-                   QStringLiteral("The XML file could not be read to its end: %1. Profiles read "
-                                  "before the error: %2.")
-                       .arg(error, QString::number(profilesRead)),
-                   Qt::PlainText);
+    const QString outcome =
+        profilesRead == 0
+            ? QStringLiteral(
+                "No profile was read, and the list is as it was. Please choose another "
+                "file.")
+            : QStringLiteral("%1 read before that. Please check the list, or load another copy of "
+                             "the file.")
+                  .arg(countedText(profilesRead, QStringLiteral("profile was"),
+                                   QStringLiteral("profiles were")));
+    return message(
+        parent, latin1(xmlImportStatus),
+        QStringLiteral("The XML file could not be read to its end: %1.\n\n%2").arg(error, outcome),
+        Qt::PlainText);
 }
 
 int MessageDialogs::xmlFileHoldsNoProfiles(QWidget* parent)
 {
-    return plainMessage(parent, xmlImportStatus, "The XML file holds no profiles.");
+    return plainMessage(
+        parent, xmlImportStatus,
+        "The XML file holds no profiles. The list is as it was. Please choose another "
+        "file.");
 }
 
 int MessageDialogs::backupFailed(QWidget* parent)

@@ -44,8 +44,8 @@ public:
     static int currentSoftwareTooOld(QWidget* parent, const VersionString& bundleVersion,
                                      const VersionString& requiredVersion);
 
-    /// After an import: the profiles, as they are to be named, that were left out because the schema
-    /// does not hold their chemistries, and the file that still has them (may be empty).
+    /// The profiles, as they are to be named, that did not come into the list because the schema does
+    /// not hold their chemistries, and the file that still has them (may be empty).
     static int profilesLeftOut(QWidget* parent, const QStringList& profiles,
                                const QString& fileName);
 
@@ -53,8 +53,12 @@ public:
     /// on all the same.
     static int askUnstorableTexts(QWidget* parent, const QStringList& texts);
 
-    /// After an import: what could not be taken over as the file has it, a line each.
+    /// After an import: what does not match the schema, a line each.
     static int importChanges(QWidget* parent, const QString& changes);
+
+    /// After a newer bundle was taken into use: what of the list does not match its schema, a line
+    /// each, and the file that holds the list as it was before.
+    static int reloadChanges(QWidget* parent, const QString& changes, const QString& fileName);
 
     /// After an import from a file that breaks off: what was wrong and how many profiles were read
     /// before it.

@@ -7,6 +7,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexutility.h"
+#include "countedtext.h"
 #include "quotedtext.h"
 
 #include <QMap>
@@ -85,14 +86,14 @@ void StructReview::checkBits()
     int firstLine = structure.line(); // of the bit fields that stand together
     bool isEven = true;
     const auto text = [&] {
-        return QStringLiteral("the bit fields from line %1 on have %2 bits, no whole bytes")
-            .arg(firstLine)
-            .arg(bits);
+        return QStringLiteral("the bit fields from line %1 on have %2, no whole bytes")
+            .arg(QString::number(firstLine),
+                 countedText(bits, QStringLiteral("bit"), QStringLiteral("bits")));
     };
     const auto advice = [&] {
-        return QStringLiteral("fields of %1 more bits, or of %2 fewer")
-            .arg(8 - bits % 8)
-            .arg(bits % 8);
+        const QString more =
+            countedText(8 - bits % 8, QStringLiteral("more bit"), QStringLiteral("more bits"));
+        return QStringLiteral("fields of %1, or of %2 fewer").arg(more).arg(bits % 8);
     };
     for (const ReviewedStruct::Member& member : structure.members()) {
         const bool isChecksum = member.setting->descriptiveName == QLatin1String("checksum");

@@ -38,8 +38,8 @@ int FirmwareMessageDialogs::notAFirmwareFile(QWidget* parent)
 {
     return MessageDialogs::message(
         parent, toolTitle,
-        QStringLiteral("The selected file is damaged or is not a Kelvaron firmware file. Please "
-                       "choose a different one."));
+        QStringLiteral("The selected file is damaged or is not a Kelvaron firmware file. Nothing "
+                       "has been changed. Please choose a different one."));
 }
 
 int FirmwareMessageDialogs::askReplaceProfiles(QWidget* parent)

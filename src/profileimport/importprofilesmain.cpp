@@ -35,7 +35,7 @@ ImportProfilesMain::ImportProfilesMain(QWidget* dialogParent, HParser::Generator
 {}
 
 void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfiles,
-                                        const QString& fileName)
+                                        const QString& fileName, ImportOccasion occasion)
 {
     QStringList leftOut;
     emit importStarted();
@@ -50,14 +50,19 @@ void ImportProfilesMain::importProfiles(const QList<ParsedProfile*>& parsedProfi
     if (!leftOut.isEmpty()) {
         MessageDialogs::profilesLeftOut(parentWidget, leftOut, fileName);
     }
-    tellChanges();
+    reportChanges(fileName, occasion);
 }
 
-void ImportProfilesMain::tellChanges()
+void ImportProfilesMain::reportChanges(const QString& fileName, ImportOccasion occasion)
 {
-    if (!report.isEmpty()) {
-        const QString text = report.text();
-        report.clear();
+    if (report.isEmpty()) {
+        return;
+    }
+    const QString text = report.text();
+    report.clear();
+    if (occasion == ImportOccasion::BUNDLE_RELOAD) {
+        MessageDialogs::reloadChanges(parentWidget, text, fileName);
+    } else {
         MessageDialogs::importChanges(parentWidget, text);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "profileimport/importoccasion.h"
 #include "profileimport/importreport.h"
 
 #include <QList>
@@ -21,7 +22,7 @@ namespace ImportProfiles
 {
 /// Turns what a file holds into live profiles and global settings. Values are stored as the file
 /// has them; a missing one becomes 0, false or empty. What the file does not match the schema in is
-/// told afterwards in one message.
+/// reported afterwards in one message.
 class ImportProfilesMain : public QObject
 {
     Q_OBJECT
@@ -36,7 +37,8 @@ public:
 
     /// Makes every profile and emits it, in list order. Profiles of a chemistry that the schema
     /// does not hold are left out; one message names them afterwards, and the file that has them.
-    void importProfiles(const QList<ParsedProfile*>& parsedProfiles, const QString& fileName = {});
+    void importProfiles(const QList<ParsedProfile*>& parsedProfiles, const QString& fileName = {},
+                        ImportOccasion occasion = ImportOccasion::USER_IMPORT);
 
     /// True when the schema holds the chemistry of at least one of the profiles.
     bool canImportAny(const QList<ParsedProfile*>& parsedProfiles) const;
@@ -65,7 +67,7 @@ signals:
 private:
     bool isKnown(const ParsedProfile* parsed) const;
     void importProfile(const ParsedProfile& parsed);
-    void tellChanges();
+    void reportChanges(const QString& fileName, ImportOccasion occasion);
 
     QWidget* parentWidget;
     HParser::Generator* generator;

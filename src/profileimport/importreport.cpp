@@ -4,6 +4,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/storabletext.h"
+#include "countedtext.h"
 #include "quotedtext.h"
 #include "xmlformat/xmlutility.h"
 
@@ -44,7 +45,7 @@ QString complaintAboutNumber(const StructSetting& setting, const QString& value)
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(number)) {
-        return QStringLiteral("%1 is no number and became 0").arg(quotedText(value));
+        return QStringLiteral("%1 is not a number and became 0").arg(quotedText(value));
     }
     const double lower = setting.lowerBound->toDouble();
     const double upper = setting.upperBound->toDouble();
@@ -71,9 +72,9 @@ QString complaintAboutText(const StructSetting& setting, const QString& value)
         return QStringLiteral("%1 is none of the choices").arg(quotedText(value));
     }
     if (setting.arraySize > 0 && value.size() > setting.arraySize - 1) {
-        return QStringLiteral("%1 is longer than %2 characters")
-            .arg(quotedText(value))
-            .arg(setting.arraySize - 1);
+        return QStringLiteral("%1 is longer than %2")
+            .arg(quotedText(value), countedText(setting.arraySize - 1, QStringLiteral("character"),
+                                                QStringLiteral("characters")));
     }
     return {};
 }

@@ -38,7 +38,11 @@ void ReadFromXML::read(QXmlStreamReader& xml)
 {
     parseDocument(xml);
     if (xml.hasError()) {
-        error = QStringLiteral("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
+        QString reason = xml.errorString();
+        if (reason.endsWith(QLatin1Char('.'))) {
+            reason.chop(1); // it becomes part of a sentence
+        }
+        error = QStringLiteral("%1 (line %2)").arg(reason).arg(xml.lineNumber());
     }
     sortProfilesByID();
 }

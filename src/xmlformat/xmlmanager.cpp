@@ -46,22 +46,23 @@ QList<ProfileName*> XMLManager::rows() const
     return found;
 }
 
-void XMLManager::importFromXML(const QString& fileName)
+void XMLManager::importFromXML(const QString& fileName, ImportOccasion occasion)
 {
     ReadFromXML reader;
     if (!reader.readProfiles(fileName)) {
         MessageDialogs::xmlImportReadError(parentWidget);
         return;
     }
-    deliver(reader, QFileInfo(fileName).fileName());
+    deliver(reader, QFileInfo(fileName).fileName(), occasion);
 }
 
-void XMLManager::deliver(const ReadFromXML& reader, const QString& fileName)
+void XMLManager::deliver(const ReadFromXML& reader, const QString& fileName,
+                         ImportOccasion occasion)
 {
     if (reader.getGlobalSettings() != nullptr) {
         importer->importGlobalSettings(reader.getGlobalSettings());
     }
-    importer->importProfiles(reader.getProfiles(), fileName);
+    importer->importProfiles(reader.getProfiles(), fileName, occasion);
     if (!reader.errorText().isEmpty()) {
         MessageDialogs::xmlFileBroken(parentWidget, reader.errorText(),
                                       reader.getProfiles().size());
@@ -120,7 +121,7 @@ void XMLManager::on_importFromXMLButtonClicked()
         }
         emit deleteAllProfiles();
     }
-    deliver(reader, QFileInfo(fileName).fileName());
+    deliver(reader, QFileInfo(fileName).fileName(), ImportOccasion::USER_IMPORT);
 }
 
 bool XMLManager::canReplaceList(const ReadFromXML& reader) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "profileimport/importoccasion.h"
 #include "profiles/replaceguard.h"
 
 #include <QList>
@@ -47,9 +48,10 @@ public:
     /// The text of such a file.
     QString document() const;
 
-    /// Adds the file's profiles to the list and offers its global settings. A file that cannot be
-    /// opened, or that breaks off, is told to the user.
-    void importFromXML(const QString& fileName);
+    /// Adds the file's profiles to the list and offers its global settings. Shows a message when the
+    /// file cannot be opened or breaks off.
+    void importFromXML(const QString& fileName,
+                       ImportOccasion occasion = ImportOccasion::USER_IMPORT);
 
     /// The next dialog opens in this file's folder.
     void updateLastUsedDirectory(const QString& fileName);
@@ -65,7 +67,7 @@ public slots:
 private:
     QList<ProfileName*> rows() const;
     QString askExportFileName();
-    void deliver(const ReadFromXML& reader, const QString& fileName);
+    void deliver(const ReadFromXML& reader, const QString& fileName, ImportOccasion occasion);
     bool canReplaceList(const ReadFromXML& reader) const;
 
     QWidget* parentWidget;

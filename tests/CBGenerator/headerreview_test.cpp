@@ -216,7 +216,7 @@ TEST(HeaderReviewTest, RefusesBitFieldsThatDoNotAddUp)
     expectOnly(with(12, "bool, 6", "bool, 5"), "13@auto@ fatal", "have 7 bits");
     expectProblem(with(12, "bool, 6", "bool, 5"), "13@auto@",
                   "from line 10 on have 7 bits, no whole bytes, before this member | "
-                  "fields of 1 more bits, or of 7 fewer");
+                  "fields of 1 more bit, or of 7 fewer");
     QStringList lines = with(12, "bool, 6", "bool, 5");
     lines.move(11, 15);
     lines[11] = lines[11]; // the flag now stands behind the checksum

@@ -349,12 +349,14 @@ void expectLeftOut(int count, int named, const QString& others)
         names.append(QString("<%1>").arg(i));
     }
     DialogScript script;
-    script.expectMessage("Profiles Left Out",
-                         QString::number(count)
-                             + " of the profiles could not be imported, because the Kelvaron "
-                               "Bundle in use does not know their chemistries:\n\n"
-                             + names.mid(0, named).join("\n") + others
-                             + "\n\nThey are still in the file mine.xml.");
+    script.expectMessage(
+        "Profiles Left Out",
+        QString::number(count)
+            + " profiles were left out, because the Kelvaron Bundle in use does "
+              "not know their chemistries:\n\n"
+            + names.mid(0, named).join("\n") + others
+            + "\n\nThey are still in the file mine.xml. Load that file when a bundle "
+              "that knows them is in use.");
     MessageDialogs::profilesLeftOut(nullptr, names, "mine.xml");
 }
 } // namespace

@@ -17,7 +17,7 @@ namespace
 {
 const QString toolTitle = "Kelvaron Firmware Tool";
 const QString damagedText = "The selected file is damaged or is not a Kelvaron firmware file. "
-                            "Please choose a different one.";
+                            "Nothing has been changed. Please choose a different one.";
 const QString replaceText =
     "Flashing Firmware Version 0.9x will cause your profiles to be replaced with default profiles. "
     "To preserve existing profiles, save a backup first. Continue?";

@@ -167,10 +167,10 @@ protected:
         }
         const QString characters = title.mid(1, 1);
         script().expectMessage("Imported With Changes",
-                               "The profiles were imported, but the file does not match the "
-                               "settings of the Kelvaron Bundle in use:\n\nTitle: the charger "
-                               "cannot hold \""
-                                   + characters + "\" (\"" + title + "\")");
+                               "What was imported does not match the settings of the Kelvaron "
+                               "Bundle in use:\n\nTitle: the charger cannot hold \""
+                                   + characters + "\" (\"" + title
+                                   + "\")\n\nPlease check this before you write to the Kelvaron.");
         trigger(command("actionImportXML"));
         dialogs.reset();
     }
@@ -180,8 +180,10 @@ protected:
         script().expectQuestion(
             "Texts Do Not Fit",
             "The Kelvaron holds plain English letters, digits and signs (ASCII) only. With other "
-            "characters its profiles may become unreadable. They are in:\n\n"
-                + text + "\n\nDo you want to go on all the same?",
+            "characters its profiles may become unreadable. "
+                + QString(text.contains('\n') ? "These texts have" : "This text has")
+                + " such characters:\n\n" + text
+                + "\n\nNothing has been written yet. Do you want to go on all the same?",
             press);
     }
 
@@ -519,9 +521,10 @@ TEST_F(HexFilesTest, GlobalSettingsInTheImageAreLeftOut)
     expectLoadDialog(folder.filePath("global.hex"), savedProfiles);
     script().expectMessage(
         "Profiles Left Out",
-        "1 of the profiles could not be imported, because the Kelvaron Bundle in "
-        "use does not know their chemistries:\n\n\"Global\"\n\n"
-        "They are still in the file global.hex.");
+        "1 profile was left out, because the Kelvaron Bundle in use does not know its "
+        "chemistry:\n\n\"Global\"\n\n"
+        "It is still in the file global.hex. Load that file when a bundle that knows it is in "
+        "use.");
     runImport();
     EXPECT_EQ(list()->count(), 0);
 }

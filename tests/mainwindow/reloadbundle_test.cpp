@@ -93,13 +93,15 @@ TEST_F(ReloadBundleTest, ProfilesComeBackUnderTheNewSchema)
 
     installBundle("1.2", newerSchema());
     DialogScript script;
-    script.expectMessage("Imported With Changes",
-                         "The profiles were imported, but the file does not match the settings of "
-                         "the Kelvaron Bundle in use:\n\n"
+    script.expectMessage("Reloaded With Changes",
+                         "A newer Kelvaron Bundle is in use. The list does not match its "
+                         "settings:\n\n"
                          "Charge Current is missing and became 0 (\"One\")\n"
                          "Cutoff: 0.7 is not within 0.01 and 0 (\"One\")\n"
                          "Margin: 3 is not within 0 and 0 (\"One\")\n"
-                         "\"current\" is unknown and was left out (\"One\")");
+                         "\"current\" is unknown and was left out (\"One\")\n\n"
+                         "Please check this before you write to the Kelvaron. The list as it was "
+                         "before is in the file backup_fw_update.xml.");
     flash();
     script.finish();
     EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.2");
@@ -314,15 +316,17 @@ TEST_F(LongListReloadTest, LosesExactlyWhatTheNewSchemaHasNot)
         expected.append(content);
     }
     DialogScript script;
-    script.expectMessage("Profiles Left Out",
-                         "17 of the profiles could not be imported, because the Kelvaron Bundle in "
-                         "use does not know their chemistries:\n\n"
-                             + leftOut.join('\n')
-                             + "\n\nThey are still in the file backup_fw_update.xml.");
+    script.expectMessage(
+        "Profiles Left Out",
+        "17 profiles were left out, because the Kelvaron Bundle in use does not "
+        "know their chemistries:\n\n"
+            + leftOut.join('\n')
+            + "\n\nThey are still in the file backup_fw_update.xml. Load that file "
+              "when a bundle that knows them is in use.");
     script.thenDo([](QWidget& dialog) {
         auto* box = qobject_cast<QMessageBox*>(&dialog);
         ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), "Imported With Changes");
+        EXPECT_EQ(box->windowTitle(), "Reloaded With Changes");
         for (const char* change :
              {"Charge Current is missing and became 0", "\"current\" is unknown and was left out",
               "\"note\" is unknown and was left out"}) {

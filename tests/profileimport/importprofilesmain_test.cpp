@@ -90,9 +90,10 @@ protected:
     {
         DialogScript script;
         script.expectMessage("Imported With Changes",
-                             "The profiles were imported, but the file does not match the "
-                             "settings of the Kelvaron Bundle in use:\n\n"
-                                 + changes.join('\n'));
+                             "What was imported does not match the settings of the Kelvaron Bundle "
+                             "in use:\n\n"
+                                 + changes.join('\n')
+                                 + "\n\nPlease check this before you write to the Kelvaron.");
         importer->importProfiles(profiles);
     }
 
@@ -206,7 +207,7 @@ TEST_F(ImportTest, MissingAndUnreadableValuesAreEmpty)
     for (const char* unreadable : {"abc", "1,5", "nan", "inf", "-inf", "1e999", ""}) {
         importWithChanges(
             window.importer, {alpha({{"current", unreadable}})},
-            {QString("Current: \"%1\" is no number and became 0 (\"Alpha\")").arg(unreadable),
+            {QString("Current: \"%1\" is not a number and became 0 (\"Alpha\")").arg(unreadable),
              "Cutoff: 0.25 is not within 0.01 and 0 (\"Alpha\")",
              "Margin: 1 is not within 0 and 0 (\"Alpha\")"});
         EXPECT_EQ(window.setting(window.count() - 1, "Current")->number(), 0) << unreadable;

@@ -131,7 +131,7 @@ TEST_F(ImportReportTest, NamesNumbersThatAreNone)
 {
     for (const char* text : {"", "much", "nan", "inf", "1,5"}) {
         EXPECT_EQ(reportOn("current", text),
-                  QString("Current: \"%1\" is no number and became 0 (\"Alpha\")").arg(text))
+                  QString("Current: \"%1\" is not a number and became 0 (\"Alpha\")").arg(text))
             << text;
     }
 }

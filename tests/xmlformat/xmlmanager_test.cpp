@@ -76,9 +76,10 @@ protected:
     void expectChanges(const QStringList& changes)
     {
         script.expectMessage("Imported With Changes",
-                             "The profiles were imported, but the file does not match the "
-                             "settings of the Kelvaron Bundle in use:\n\n"
-                                 + changes.join('\n'));
+                             "What was imported does not match the settings of the Kelvaron Bundle "
+                             "in use:\n\n"
+                                 + changes.join('\n')
+                                 + "\n\nPlease check this before you write to the Kelvaron.");
     }
 
     void save()
@@ -373,7 +374,7 @@ TEST_F(XmlImportTest, ReplacingByAFileThatIsNoXmlKeepsTheList)
     writeFile("saved_profiles/mine.xml", "no XML at all");
     expectLoadDialog("mine.xml");
     expectAppendQuestion("Replace Profiles");
-    script.thenDo(messageWith("Import from XML status", {"line 1", "0"}));
+    script.thenDo(messageWith("Import from XML status", {"line 1", "the list is as it was"}));
     load();
     EXPECT_EQ(editor.titles(), QStringList("Old"));
 }
@@ -432,7 +433,7 @@ TEST_F(XmlImportTest, ReplacingByAFileThatBreaksOffInItsFirstProfileKeepsTheList
         writeFile("saved_profiles/mine.xml", part);
         expectLoadDialog("mine.xml");
         expectAppendQuestion("Replace Profiles");
-        script.thenDo(messageWith("Import from XML status", {"0"}));
+        script.thenDo(messageWith("Import from XML status", {"the list is as it was"}));
         editor.xml.on_importFromXMLButtonClicked();
         EXPECT_EQ(editor.titles(), QStringList("Old")) << part.toStdString();
     }
@@ -531,7 +532,7 @@ TEST_F(XmlImportTest, ProfilesOfUnknownChemistriesAreLeftOutAndNamed)
     const XmlEditor& window = editor;
     script.thenDo([&window](QWidget& dialog) {
         EXPECT_EQ(window.titles(), QStringList({"One", "Two"}));
-        messageWith("Profiles Left Out", {"3 of the profiles", "Un <known", "alpha cell"})(dialog);
+        messageWith("Profiles Left Out", {"3 profiles", "Un <known", "alpha cell"})(dialog);
     });
     import(document(profile("One")
                     + "<profile id=\"0\"><chemistry>Un &lt;known</chemistry></profile>"
@@ -561,8 +562,8 @@ TEST_F(XmlImportTest, LongNamesOfProfilesLeftOutAreCut)
 
 TEST_F(XmlImportTest, ProfileWithoutAChemistryIsLeftOut)
 {
-    script.thenDo(messageWith("Profiles Left Out",
-                              {"1 of the profiles", "\"One\" (chemistry \"\")", "in.xml"}));
+    script.thenDo(
+        messageWith("Profiles Left Out", {"1 profile was", "\"One\" (chemistry \"\")", "in.xml"}));
     import(document("<profile id=\"0\"><title>One</title></profile>"));
     EXPECT_EQ(editor.count(), 0);
 }
@@ -619,7 +620,7 @@ TEST_F(XmlImportTest, GlobalSettingsAreTakenOverAsTheyAreOnYes)
                    "characters (Global Settings)",
                    "Supply Voltage: 77.123 is not within 9 and 30 (Global Settings)",
                    "Key Tone is missing and became off (Global Settings)",
-                   "Fan Steps: \"many\" is no number and became 0 (Global Settings)",
+                   "Fan Steps: \"many\" is not a number and became 0 (Global Settings)",
                    "Scale: \"Kelvin\" is none of the choices (Global Settings)"});
     import(document("<GlobalSettings><charger_name>A name that is longer than its field"
                     "</charger_name><supply_voltage>77.123</supply_voltage><fan_steps>many"
@@ -659,7 +660,7 @@ TEST_F(XmlImportTest, ValuesAreStoredAsTheyStandInTheFile)
                    "Cutoff: 19.5 is not within 0.01 and 1.23456" + name,
                    "Pack Voltage is missing and became 0" + name,
                    "Note is missing and became empty" + name,
-                   "Margin: \"inf\" is no number and became 0" + name});
+                   "Margin: \"inf\" is not a number and became 0" + name});
     import(document(profile("A title longer than its field",
                             "<cells>99</cells><current>1.23456</current><cutoff>19.5</cutoff>"
                             "<balance>TRUE</balance><cold_check>true</cold_check>"
