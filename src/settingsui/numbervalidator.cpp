@@ -29,4 +29,5 @@ QValidator::State NumberValidator::validate(QString& input, int& position) const
 void NumberValidator::fixup(QString& input) const
 {
     input = QString::number(std::clamp(input.toDouble(), bottom(), top()));
+    emit completed();
 }

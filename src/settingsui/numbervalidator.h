@@ -20,4 +20,7 @@ public:
 signals:
     /// A text that can become no number was refused.
     void refused() const;
+
+    /// A text that is no number was made one.
+    void completed() const;
 };

@@ -55,14 +55,6 @@ QWidget* newEditor(SettingsGridRow::Kind kind, QWidget* parent)
     return editor;
 }
 
-/// What is told of an editor beside its name: the units, and the group that the setting belongs to.
-QString describe(const StructSetting& setting)
-{
-    QStringList parts = {setting.units, setting.categoryLabel};
-    parts.removeAll(QString());
-    return parts.join(QStringLiteral(", "));
-}
-
 /// A label that keeps its text lays nothing out anew.
 void setLabelText(QLabel* label, const QString& text)
 {
@@ -83,8 +75,8 @@ SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid, QWidge
     }
     if (kind == ADVANCED_TOGGLE) {
         label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
-        setName(QStringLiteral("Edit Advanced Settings"),
-                QStringLiteral("Opens the settings below it for changes"));
+        setName(QStringLiteral("Edit Advanced Settings"));
+        editor->setAccessibleDescription(QStringLiteral("Opens the settings below it for changes"));
     }
 }
 
@@ -153,8 +145,9 @@ SettingsGridRow::Kind SettingsGridRow::kindOf(const StructSetting& setting)
 
 void SettingsGridRow::show(StructSetting* setting)
 {
-    setName(setting->descriptiveName, describe(*setting));
+    setName(setting->descriptiveName);
     if (kind == FLAG) {
+        editor->setAccessibleDescription(setting->categoryLabel);
         static_cast<SettingsCheckBox*>(editor)->bindSetting(setting);
     } else if (kind == NUMBER || kind == TEXT) {
         static_cast<SettingsLineEdit*>(editor)->bindSetting(setting);
@@ -164,14 +157,15 @@ void SettingsGridRow::show(StructSetting* setting)
     }
 }
 
-void SettingsGridRow::setName(const QString& name, const QString& description)
+void SettingsGridRow::setName(const QString& name)
 {
     if (editor == nullptr) {
         setLabelText(label, name);
         return;
     }
-    editor->setAccessibleName(name);
-    editor->setAccessibleDescription(description);
+    if (editor->accessibleName() != name) { // the same one again would be announced
+        editor->setAccessibleName(name);
+    }
     // The editor is the label's buddy, so an "&" would count as a mnemonic.
     setLabelText(label, QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
 }

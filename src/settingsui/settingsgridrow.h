@@ -64,7 +64,7 @@ public:
 
 private:
     QList<QWidget*> widgets() const;
-    void setName(const QString& name, const QString& description);
+    void setName(const QString& name);
 
     Kind kind;
     QGridLayout* grid;

@@ -2,17 +2,34 @@
 
 #include "CBGenerator/structsetting.h"
 #include "quotedtext.h"
+#include "settingsui/fieldnote.h"
+#include "settingsui/numberhints.h"
 #include "settingsui/numbervalidator.h"
 #include "settingsui/storabletextvalidator.h"
 
+#include <QHelpEvent>
+#include <QStyleOptionFrame>
+#include <QTextDocument>
+#include <QTimer>
 #include <QToolTip>
 
-#include <algorithm>
+#include <utility>
 
-SettingsLineEdit::SettingsLineEdit(QWidget* parent) : QLineEdit(parent)
+SettingsLineEdit::SettingsLineEdit(QWidget* parent)
+    : QLineEdit(parent), isRead(QAccessible::isActive())
 {
+    QAccessible::installActivationObserver(this);
     setObjectName(QStringLiteral("SettingsLineEdit"));
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        isTyped = true;
+        removeNote();
+    });
     connect(this, &QLineEdit::editingFinished, this, &SettingsLineEdit::on_editingFinished);
+}
+
+SettingsLineEdit::~SettingsLineEdit()
+{
+    QAccessible::removeActivationObserver(this);
 }
 
 void SettingsLineEdit::unbindSetting()
@@ -21,6 +38,9 @@ void SettingsLineEdit::unbindSetting()
         setting->disconnect(this);
     }
     setting = nullptr;
+    isTyped = false;
+    isUnfinished = false;
+    removeNote();
 }
 
 void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
@@ -47,6 +67,8 @@ void SettingsLineEdit::addValidator()
         setValidator(numberValidator);
         connect(numberValidator, &NumberValidator::refused, this,
                 &SettingsLineEdit::showNumberHint);
+        connect(numberValidator, &NumberValidator::completed, this,
+                [this] { isUnfinished = true; });
         return;
     }
     textValidator = new StorableTextValidator(this);
@@ -66,8 +88,7 @@ void SettingsLineEdit::saveSetting()
     }
     switch (setting->settingType) {
     case HParser::StructSetting::NUM:
-        setting->setValue(text().toDouble());
-        updateView();
+        saveNumber();
         break;
     case HParser::StructSetting::STRING:
     case HParser::StructSetting::LIST:
@@ -78,6 +99,35 @@ void SettingsLineEdit::saveSetting()
     case HParser::StructSetting::UNKNOWN:
         break;
     }
+}
+
+void SettingsLineEdit::saveNumber()
+{
+    const double typed = text().toDouble();
+    setting->setValue(typed);
+    updateView();
+    if (std::exchange(isTyped, false)) {
+        const bool wasNumber = !std::exchange(isUnfinished, false);
+        correction = NumberHints::correction(*setting, wasNumber ? std::optional<double>(typed)
+                                                                 : std::nullopt);
+        // The window may be closing. When it is not, the focus is where it goes to by then.
+        QTimer::singleShot(0, this, &SettingsLineEdit::noteCorrection);
+    }
+}
+
+void SettingsLineEdit::noteCorrection()
+{
+    if (!correction.isEmpty() && isVisible()) {
+        const QString text = correction;
+        removeNote();
+        note = new FieldNote(text, this);
+    }
+}
+
+void SettingsLineEdit::removeNote()
+{
+    correction.clear();
+    delete note;
 }
 
 void SettingsLineEdit::on_editingFinished()
@@ -97,6 +147,72 @@ void SettingsLineEdit::updateView()
     if (!hasFocus()) {
         setCursorPosition(0); // a long text is read from its beginning
     }
+    describeForReader();
+}
+
+void SettingsLineEdit::accessibilityActiveChanged(bool active)
+{
+    isRead = active;
+    if (setting != nullptr) {
+        describeForReader();
+    }
+}
+
+void SettingsLineEdit::describeForReader()
+{
+    const QString description = isRead ? describe() : describeInBrief();
+    if (accessibleDescription() != description) { // the same one again would be announced
+        setAccessibleDescription(description);
+    }
+}
+
+QString SettingsLineEdit::describeInBrief() const
+{
+    QStringList parts = {setting->units, setting->categoryLabel};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
+QString SettingsLineEdit::describe() const
+{
+    QStringList parts;
+    if (setting->settingType == HParser::StructSetting::NUM) {
+        parts.append(NumberHints::limits(*setting));
+    } else if (setting->arraySize > 1) {
+        parts.append(maxLength() == 1 ? QStringLiteral("1 character")
+                                      : QStringLiteral("up to %1 characters").arg(maxLength()));
+    }
+    if (!setting->categoryLabel.isEmpty()) {
+        parts.append(setting->categoryLabel);
+    }
+    return parts.join(QStringLiteral("; "));
+}
+
+bool SettingsLineEdit::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip || setting == nullptr) {
+        return QLineEdit::event(event);
+    }
+    showTip(static_cast<QHelpEvent*>(event)->globalPos());
+    return true;
+}
+
+void SettingsLineEdit::showTip(const QPoint& place)
+{
+    const QString description = describe();
+    const QString tip = isTextCut() ? text() + QLatin1Char('\n') + description : description;
+    // Shown for the window, for the look of the grid is not that of a tooltip.
+    QToolTip::showText(place, Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal), window());
+}
+
+bool SettingsLineEdit::isTextCut() const
+{
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    constexpr int margins = 4; // of a line edit's own, beside the text
+    const int room =
+        style()->subElementRect(QStyle::SE_LineEditContents, &option, this).width() - margins;
+    return fontMetrics().horizontalAdvance(text()) > room;
 }
 
 void SettingsLineEdit::showTextHint(const QString& characters)
