@@ -35,7 +35,7 @@ fi
 display=()
 if command -v xvfb-run >/dev/null; then
     export QT_QPA_PLATFORM=xcb
-    display=(xvfb-run --auto-servernum --server-args="-screen 0 1280x900x24 -nolisten tcp")
+    display=(xvfb-run --auto-servernum --server-args="-dpi 96 -screen 0 1280x900x24 -nolisten tcp")
 elif ! has_display; then
     echo "run.sh: xvfb-run is missing: there is no display to make the tour on" >&2
     exit 1

@@ -21,5 +21,5 @@ echo "${processor:-$(uname -m)}, $(processors) processors, $(uname -sr), load $(
 echo
 # What the editor itself writes is not part of the table.
 export LC_ALL=C.UTF-8
-QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum --server-args="-screen 0 1280x900x24 -nolisten tcp" \
+QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum --server-args="-dpi 96 -screen 0 1280x900x24 -nolisten tcp" \
     build/release/bin/editor_benchmarks "$@" </dev/null | grep '^|'

@@ -12,20 +12,26 @@
 #include "folderseat.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
+#include "profiles/liststatus.h"
+#include "profiles/profilelistactions.h"
 #include "profiles/profilenameslistmanager.h"
+#include "profiles/profilerescue.h"
 #include "settingsui/globalsettingsmanager.h"
 #include "settingsui/settingspanemanager.h"
 #include "transfer/comdevicewatcher.h"
 #include "transfer/portturns.h"
+#include "transfer/uploaddownloadmanager.h"
 #include "ui_mainwindow.h"
 #include "versionstring.h"
 #include "widgets/elidedlabel.h"
+#include "widgets/filedrop.h"
 #include "widgets/fittedfont.h"
 #include "widgets/keyboardreturn.h"
 #include "widgets/menukey.h"
 #include "widgets/promptshortcuts.h"
 #include "widgets/screenfit.h"
 #include "widgets/shrinkinglabel.h"
+#include "xmlformat/profileclipboard.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
 
@@ -61,7 +67,9 @@ void MainWindow::extraUIAdditions()
     ui->mainToolBar->setFloatable(false);
     ui->mainToolBar->setMovable(false);
     setWindowIcon(QIcon(QStringLiteral(":/new/images/upload_download.png")));
+    addListStatus();
     addTransferStatus();
+    addListActions();
     ui->statusBar->addPermanentWidget(
         new ShrinkingLabel(QStringLiteral("Kelvaron Profile Editor for Mac OS: ")
                            + QString::fromLatin1(BuildConstants::buildText)));
@@ -121,13 +129,56 @@ void MainWindow::addToolbarTitle()
     ui->mainToolBar->addWidget(logo);
 }
 
-void MainWindow::addTransferStatus()
+QLabel* MainWindow::addStatus(const QString& objectName, const QString& accessibleName)
 {
     auto* status = new ElidedLabel;
-    status->setObjectName(QStringLiteral("transferStatus"));
-    status->setAccessibleName(QStringLiteral("Transfers"));
+    status->setObjectName(objectName);
+    status->setAccessibleName(accessibleName);
     status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     ui->statusBar->addWidget(status, 1);
+    return status;
+}
+
+void MainWindow::addListStatus()
+{
+    QLabel* label = addStatus(QStringLiteral("listStatus"), QStringLiteral("List"));
+    auto* status = new ListStatus([this] { return xmlManager->document(); },
+                                  [this] { return ui->profileNamesList->count(); },
+                                  [this] { return hexManager->getNumProfilesAllowed(); }, this);
+    connect(profileRescue, &ProfileRescue::copyKept, status, &ListStatus::update);
+    connect(xmlManager, &XMLGeneratorParser::XMLManager::listSaved, status, &ListStatus::markSaved);
+    connect(uploadDownloadManager, &UploadDownload::UploadDownloadManager::listWritten, status,
+            &ListStatus::markWritten);
+    connect(status, &ListStatus::changed, label, [label, status] {
+        label->setText(status->text());
+        label->setVisible(!label->text().isEmpty());
+    });
+    label->hide();
+}
+
+void MainWindow::addListActions()
+{
+    auto* actions = new ProfileListActions(ui.get(), profileNamesListManager);
+    connect(settingsPaneManager, &SettingsPaneManager::editing, actions,
+            &ProfileListActions::setEditing);
+    profileClipboard = new XMLGeneratorParser::ProfileClipboard(
+        profileNamesListManager, importProfilesMain, generator, this);
+    connect(actions, &ProfileListActions::duplicateWanted, profileClipboard,
+            &XMLGeneratorParser::ProfileClipboard::duplicate);
+    connect(actions, &ProfileListActions::copyWanted, profileClipboard,
+            &XMLGeneratorParser::ProfileClipboard::copy);
+    connect(actions, &ProfileListActions::pasteWanted, profileClipboard,
+            &XMLGeneratorParser::ProfileClipboard::paste);
+
+    auto* fileDrop = new FileDrop(this);
+    connect(fileDrop, &FileDrop::dropped, xmlManager, &XMLGeneratorParser::XMLManager::loadFile);
+    connect(settingsPaneManager, &SettingsPaneManager::editing, fileDrop,
+            [fileDrop](bool on) { fileDrop->setEnabled(!on); });
+}
+
+void MainWindow::addTransferStatus()
+{
+    QLabel* status = addStatus(QStringLiteral("transferStatus"), QStringLiteral("Transfers"));
     // A transfer goes on when its dialog is closed; here is where it still can be seen.
     connect(&PortTurns::ofApplication(), &PortTurns::changed, status, [status] {
         status->setText(PortTurns::ofApplication().descriptions().join(QStringLiteral("; ")));
@@ -235,4 +286,5 @@ void MainWindow::handOverGenerator()
     xmlManager->setAllSettings(generator);
     hexManager->setAllSettings(generator);
     globalSettingsManager->setAllSettings(generator);
+    profileClipboard->setAllSettings(generator);
 }

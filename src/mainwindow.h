@@ -12,6 +12,7 @@ class KelvaronBundle;
 class ProfileNamesListManager;
 class ProfileRescue;
 class QAction;
+class QLabel;
 class SettingsPaneManager;
 
 namespace FatalAssertion
@@ -44,8 +45,9 @@ class UploadDownloadManager;
 }
 namespace XMLGeneratorParser
 {
+class ProfileClipboard;
 class XMLManager;
-}
+} // namespace XMLGeneratorParser
 
 /// The application's one main window. Its construction is the whole start-up; afterwards it only
 /// routes commands to the managers that own the features.
@@ -97,6 +99,9 @@ private:
     void addToolbarActions();
     void addToolbarTitle();
     void addTransferStatus();
+    QLabel* addStatus(const QString& objectName, const QString& accessibleName);
+    void addListStatus();
+    void addListActions();
     void connectCommands();
     void printCurrentEnvironmentValues();
     void startDeviceWatcher();
@@ -114,6 +119,7 @@ private:
     SettingsPaneManager* settingsPaneManager = nullptr;
     ImportProfiles::ImportProfilesMain* importProfilesMain = nullptr;
     XMLGeneratorParser::XMLManager* xmlManager = nullptr;
+    XMLGeneratorParser::ProfileClipboard* profileClipboard = nullptr;
     ProfileRescue* profileRescue = nullptr;
     HEXGeneratorParser::HEXManager* hexManager = nullptr;
     GlobalSettingsManager* globalSettingsManager = nullptr;

@@ -69,13 +69,15 @@ void ProfileRescue::keepCopy()
     if (isLastWord) {
         return; // the box that tells of the end may stay open for long
     }
+    QByteArray copy;
     if (list->count() == 0) {
         CrashRescue::forget();
     } else {
         const bool hasFolder = QFileInfo(folder).isDir();
-        CrashRescue::keep(newPath(hasFolder ? folder : QDir::tempPath()), document().toUtf8());
+        copy = document().toUtf8();
+        CrashRescue::keep(newPath(hasFolder ? folder : QDir::tempPath()), copy);
     }
-    emit copyKept();
+    emit copyKept(copy);
 }
 
 QString ProfileRescue::newPath(const QString& place) const

@@ -34,8 +34,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
-    /// The copy for signals is up to date.
-    void copyKept();
+    /// The copy for signals is up to date: this text of a profile file, empty for an empty list.
+    void copyKept(const QByteArray& copy);
 
 private:
     void keepCopy();

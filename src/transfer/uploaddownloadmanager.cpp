@@ -42,6 +42,7 @@ void UploadDownloadManager::on_writeButtonPressed()
     auto* dialog = new UploadDownloadDialog(true, dialogParent()); // deletes itself when closed
     dialog->setFileLocation(uploadFileName);
     dialog->setImage(hexManager->image());
+    connect(dialog, &UploadDownloadDialog::finished, this, &UploadDownloadManager::listWritten);
 }
 
 void UploadDownloadManager::on_readButtonPressed()
@@ -60,8 +61,12 @@ void UploadDownloadManager::importProfiles()
         }
         emit deleteAllProfiles();
     }
+    const bool wasEmpty = hexManager->getCurrentNumProfiles() == 0;
     try {
         hexManager->importProfiles(downloadFileName);
+        if (wasEmpty) {
+            emit listWritten();
+        }
     } catch (int error) {
         showImportError(dialogParent(), error);
     }

@@ -31,6 +31,9 @@ public:
     static int showImportError(QWidget* parent, int error);
 
 signals:
+    /// The charger holds the list as it is: it has just been written, or read into an empty list.
+    void listWritten();
+
     /// The list is to be emptied without a question, before the charger's profiles replace it.
     void deleteAllProfiles();
 

@@ -50,7 +50,8 @@ QRect movedInto(const QRect& area, QRect wanted)
 }
 } // namespace
 
-ScreenFit::ScreenFit(QWidget* watchedWindow) : QObject(watchedWindow), window(watchedWindow)
+ScreenFit::ScreenFit(QWidget* watchedWindow)
+    : QObject(watchedWindow), window(watchedWindow), ownMinimum(watchedWindow->minimumSize())
 {
     window->installEventFilter(this);
 }
@@ -132,10 +133,10 @@ void ScreenFit::fitMinimum()
     }
     const bool wasPushed = isLarger(window->minimumSize(), most);
     // An explicit minimum holds, whatever the layout needs.
-    if (need.width() > most.width()) {
+    if (need.width() > most.width() && ownMinimum.width() == 0) {
         window->setMinimumWidth(qMin(most.width(), window->maximumWidth()));
     }
-    if (need.height() > most.height()) {
+    if (need.height() > most.height() && ownMinimum.height() == 0) {
         window->setMinimumHeight(qMin(most.height(), window->maximumHeight()));
     }
     if (wasPushed) { // a widget that is shown may have the layout done at once

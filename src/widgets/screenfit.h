@@ -38,5 +38,6 @@ private:
     void moveOntoScreen();
 
     QWidget* window;
+    QSize ownMinimum; ///< which is never made larger
     bool isFrameGuessed = true;
 };

@@ -78,6 +78,9 @@ void XMLManager::on_exportAsXMLButtonClicked()
         return;
     }
     const bool isWritten = exportToXML(fileName);
+    if (isWritten) {
+        emit listSaved();
+    }
     MessageDialogs::message(
         parentWidget, QStringLiteral("Export to XML status"),
         isWritten ? QStringLiteral("The profiles have been successfully exported!")
@@ -102,9 +105,13 @@ void XMLManager::on_importFromXMLButtonClicked()
     const QString fileName = FileDialogs::openFileName(
         parentWidget, QStringLiteral("Select XML File to Import Profiles"), lastUsedDirectory,
         fileFilter);
-    if (fileName.isEmpty()) {
-        return;
+    if (!fileName.isEmpty()) {
+        loadFile(fileName);
     }
+}
+
+void XMLManager::loadFile(const QString& fileName)
+{
     updateLastUsedDirectory(fileName);
     const bool replaces = profileList->count() > 0
                           && MessageDialogs::askAppendProfiles(parentWidget) == QMessageBox::No;
@@ -121,7 +128,11 @@ void XMLManager::on_importFromXMLButtonClicked()
         }
         emit deleteAllProfiles();
     }
+    const bool wasEmpty = profileList->count() == 0;
     deliver(reader, QFileInfo(fileName).fileName(), ImportOccasion::USER_IMPORT);
+    if (wasEmpty && profileList->count() > 0) {
+        emit listSaved();
+    }
 }
 
 bool XMLManager::canReplaceList(const ReadFromXML& reader) const

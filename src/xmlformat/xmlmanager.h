@@ -56,7 +56,13 @@ public:
     /// The next dialog opens in this file's folder.
     void updateLastUsedDirectory(const QString& fileName);
 
+    /// Loads a file that the user has chosen as "Load Profiles from File..." does.
+    void loadFile(const QString& fileName);
+
 signals:
+    /// The list is what a file holds: it has just been saved to it, or loaded from it as a whole.
+    void listSaved();
+
     /// The list is to be emptied without a question, before a file replaces it.
     void deleteAllProfiles();
 

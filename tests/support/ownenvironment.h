@@ -11,7 +11,7 @@
 
 /// What a test process and its children find in their environment whoever starts them: a home, XDG
 /// folders and a temporary folder of their own, so that nothing of the user's is read or written, and
-/// a locale whose encoding is UTF-8. Make it before the application object; the folders go away with
+/// a locale whose encoding is UTF-8, and a screen that is not scaled. Make it before the application object; the folders go away with
 /// it. What a killed child leaves lies in its parent's folder.
 class OwnEnvironment
 {
@@ -20,6 +20,9 @@ public:
     {
         qputenv("LC_ALL", "C.UTF-8");
         qunsetenv("LANGUAGE");
+        if (!qEnvironmentVariableIsSet("QT_FONT_DPI")) {
+            qputenv("QT_FONT_DPI", "96"); // a scale of 1: screens in memory have 100
+        }
         std::setlocale(LC_ALL, ""); // before Qt chooses the encoding of file names
         folder = std::make_unique<QTemporaryDir>();
         if (!folder->isValid()) {
