@@ -23,7 +23,8 @@ void ReviewedStruct::addMember(const QString& lineText, int lineNumber)
     MemberReview review(lineText, lineNumber, found);
     const bool isSound = review.check();
     everyLineParsed = everyLineParsed && isSound;
-    StructSetting* setting = isSound ? new StructSetting(lineText, structSettings.get()) : nullptr;
+    StructSetting* setting =
+        isSound ? new StructSetting(review.text(), structSettings.get()) : nullptr;
     const QString variable = review.line().name().text.section(QLatin1Char('['), 0, 0);
     if (!firstOfVariable.contains(variable)) {
         firstOfVariable.insert(variable, static_cast<int>(lines.size()));
@@ -88,12 +89,9 @@ bool ReviewedStruct::mayHoldName(const QString& descriptiveName) const
 {
     const QString quoted = QLatin1Char('"') + descriptiveName + QLatin1Char('"');
     return std::any_of(lines.begin(), lines.end(), [&](const Member& member) {
-        if (member.setting != nullptr) {
-            return false;
-        }
-        const QList<MemberLine::Piece> fields = member.pieces.fields();
-        return std::any_of(fields.begin(), fields.end(),
-                           [&](const MemberLine::Piece& piece) { return piece.text == quoted; });
+        return member.setting == nullptr
+               && (member.pieces.descriptor().contains(quoted)
+                   || member.pieces.name().text == descriptiveName);
     });
 }
 
@@ -112,13 +110,23 @@ void ReviewedStruct::add(const Member& member, int field, Problem::Severity seve
 {
     const int column =
         field == nameOfLine ? member.pieces.name().column() : member.pieces.field(field).column();
-    found.append({member.line, column, severity, text, advice});
+    addAt(member, column, severity, text, advice);
 }
 
 void ReviewedStruct::addAt(const Member& member, int column, Problem::Severity severity,
                            const QString& text, const QString& advice)
 {
-    found.append({member.line, column, severity, text, advice});
+    const auto isThere = [&](const Problem& problem) {
+        return problem.line == member.line && problem.column == column
+               && problem.severity != Problem::Severity::Warning;
+    };
+    // From the back: those of this line, if any, are among the last ones.
+    const auto first = std::find_if(found.rbegin(), found.rend(), isThere);
+    if (first == found.rend()) {
+        found.append({member.line, column, severity, text, advice});
+    } else if (severity == Problem::Severity::Fatal) {
+        first->severity = severity;
+    }
 }
 
 void ReviewedStruct::addForStruct(Problem::Severity severity, const QString& text,

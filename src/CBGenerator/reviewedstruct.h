@@ -76,7 +76,8 @@ public:
     static int labelField(const StructSetting& setting);
     static int placeField(const StructSetting& setting);
 
-    /// A problem at a field of a member, at a column of its line, or of the struct as a whole.
+    /// A problem at a field of a member, at a column of its line, or of the struct as a whole. What
+    /// follows from an error at the same place only makes that one as severe.
     void add(const Member& member, int field, Problem::Severity severity, const QString& text,
              const QString& advice = {});
     void addAt(const Member& member, int column, Problem::Severity severity, const QString& text,

@@ -13,12 +13,6 @@ QString severityWord(const Problem& problem)
     return problem.severity == Problem::Severity::Warning ? QStringLiteral("warning")
                                                           : QStringLiteral("error");
 }
-
-QString counted(int number, const QString& word)
-{
-    return QStringLiteral("%1 %2%3").arg(QString::number(number), word,
-                                         number == 1 ? QString() : QStringLiteral("s"));
-}
 } // namespace
 
 QStringList ProblemReport::lines(const QString& file, const Problem& problem)
@@ -73,6 +67,12 @@ void ProblemReport::printProblems(const QString& file, const Problems& problems)
             printErrorLine(line);
         }
     }
+}
+
+QString ProblemReport::counted(int number, const QString& word)
+{
+    return QStringLiteral("%1 %2%3").arg(QString::number(number), word,
+                                         number == 1 ? QString() : QStringLiteral("s"));
 }
 
 QString ProblemReport::summary(const Problems& problems)
