@@ -134,7 +134,7 @@ TEST_F(HtmlPagesTest, TwoListsStandSideBySideWithMarksInWords)
         << text.toStdString();
     EXPECT_TRUE(text.contains("same|2. both")) << text.toStdString();
     EXPECT_TRUE(text.contains("only right|not in this list|3. new"));
-    EXPECT_TRUE(text.contains("2 differences, marked below."));
+    EXPECT_TRUE(text.contains("2 profiles differ. Those"));
     EXPECT_FALSE(text.contains("Low: 1 V")) << "the settings of a profile that is the same";
 }
 

@@ -105,14 +105,17 @@ QString globalRows(const Comparison& comparison)
 
 QString summary(const Comparison& comparison)
 {
-    int different = comparison.globalDifferences().isEmpty() ? 0 : 1;
+    if (comparison.isSame()) {
+        return QStringLiteral("No differences.");
+    }
+    int different = 0;
     for (const Comparison::Entry& entry : comparison.all()) {
         different += entry.isSame() ? 0 : 1;
     }
-    return different == 0 ? QStringLiteral("No differences.")
-                          : ProblemReport::counted(different, QStringLiteral("difference"))
-                                + QStringLiteral(", marked below. A profile that is the same on "
-                                                 "both sides is shown without its settings.");
+    return ProblemReport::counted(different, QStringLiteral("profile"))
+           + (different == 1 ? QStringLiteral(" differs") : QStringLiteral(" differ"))
+           + QStringLiteral(". Those that are the same on both sides are shown without their "
+                            "settings.");
 }
 } // namespace
 

@@ -14,7 +14,7 @@ h2 { margin: 0; font-size: 1.15rem; }
 p { margin: .2rem 0; }
 table { width: 100%; border-collapse: collapse; }
 th, td { padding: .2rem .4rem; border-top: 1px solid #ccc; text-align: left;
-         vertical-align: top; font-weight: normal; overflow-wrap: anywhere; }
+         vertical-align: top; font-weight: normal; overflow-wrap: break-word; }
 .summary, .subtitle { color: #444; }
 .notes { margin: 1rem 0; padding: .5rem 1rem; border: 1px solid #555; }
 .cards { display: grid; gap: 1rem; margin-top: 1rem;
