@@ -3,8 +3,8 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "comparison.h"
+#include "countedtext.h"
 #include "htmlpage.h"
-#include "problemreport.h"
 #include "profilefile.h"
 #include "profiles/profilesettings.h"
 #include "settingsview.h"
@@ -112,8 +112,8 @@ QString summary(const Comparison& comparison)
     for (const Comparison::Entry& entry : comparison.all()) {
         different += entry.isSame() ? 0 : 1;
     }
-    return ProblemReport::counted(different, QStringLiteral("profile"))
-           + (different == 1 ? QStringLiteral(" differs") : QStringLiteral(" differ"))
+    return countedText(different, QStringLiteral("profile differs"),
+                       QStringLiteral("profiles differ"))
            + QStringLiteral(". Those that are the same on both sides are shown without their "
                             "settings.");
 }

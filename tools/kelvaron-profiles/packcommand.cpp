@@ -5,6 +5,7 @@
 #include "checkedfile.h"
 #include "commandoptions.h"
 #include "console.h"
+#include "countedtext.h"
 #include "problemreport.h"
 #include "textinput.h"
 #include "versionstring.h"
@@ -99,10 +100,11 @@ ExitCode PackCommand::run(const QStringList& arguments) const
     }
     const int errors = reportErrors(options.value(QStringLiteral("schema")));
     if (errors > 0 && !options.isSet(QStringLiteral("force"))) {
-        printError(options.value(QStringLiteral("schema")),
-                   QStringLiteral("%1 in the settings header, nothing was written; correct the "
-                                  "header, or pack it as it is with --force")
-                       .arg(ProblemReport::counted(errors, QStringLiteral("error"))));
+        printError(
+            options.value(QStringLiteral("schema")),
+            QStringLiteral("%1 in the settings header, nothing was written; correct the "
+                           "header, or pack it as it is with --force")
+                .arg(countedText(errors, QStringLiteral("error"), QStringLiteral("errors"))));
         return ExitCode::ProblemsFound;
     }
     const QString output = options.value(QStringLiteral("output"));

@@ -1,6 +1,7 @@
 #include "problemreport.h"
 
 #include "console.h"
+#include "countedtext.h"
 
 #include <QJsonObject>
 
@@ -69,17 +70,12 @@ void ProblemReport::printProblems(const QString& file, const Problems& problems)
     }
 }
 
-QString ProblemReport::counted(int number, const QString& word)
-{
-    return QStringLiteral("%1 %2%3").arg(QString::number(number), word,
-                                         number == 1 ? QString() : QStringLiteral("s"));
-}
-
 QString ProblemReport::summary(const Problems& problems)
 {
     if (problems.isEmpty()) {
         return QStringLiteral("no problems found");
     }
-    return counted(errors(problems), QStringLiteral("error")) + QStringLiteral(", ")
-           + counted(warnings(problems), QStringLiteral("warning"));
+    return countedText(errors(problems), QStringLiteral("error"), QStringLiteral("errors"))
+           + QStringLiteral(", ")
+           + countedText(warnings(problems), QStringLiteral("warning"), QStringLiteral("warnings"));
 }

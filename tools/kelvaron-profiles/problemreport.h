@@ -22,9 +22,6 @@ int warnings(const Problems& problems);
 /// Writes them to standard error.
 void printProblems(const QString& file, const Problems& problems);
 
-/// "1 error", "2 errors"
-QString counted(int number, const QString& word);
-
 /// "2 errors, 1 warning"
 QString summary(const Problems& problems);
 } // namespace ProblemReport

@@ -3,8 +3,8 @@
 #include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "countedtext.h"
 #include "htmlpage.h"
-#include "problemreport.h"
 #include "profilefile.h"
 #include "profiles/profilesettings.h"
 #include "settingsview.h"
@@ -105,9 +105,10 @@ QString ProfileCards::page(const ProfileFile& file)
     return HtmlPage::document(
         file.name(),
         element(QStringLiteral("h1"), escaped(file.name()))
-            + element(QStringLiteral("p"),
-                      ProblemReport::counted(profiles.size(), QStringLiteral("profile")),
-                      QStringLiteral("summary"))
+            + element(
+                QStringLiteral("p"),
+                countedText(profiles.size(), QStringLiteral("profile"), QStringLiteral("profiles")),
+                QStringLiteral("summary"))
             + notes(file)
             + element(QStringLiteral("div"), QLatin1Char('\n') + cards, QStringLiteral("cards")));
 }
