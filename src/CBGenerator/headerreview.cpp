@@ -96,8 +96,9 @@ void HeaderReview::readOutside(const QString& line, int number)
 /// Keeps the first line that was probably meant to define the start address.
 void HeaderReview::findMisspeltAddress(const QString& line, int number)
 {
-    static const QRegularExpression define = pattern("\\A\\s*(#?)\\s*(\\w+)\\s*(\\w*)");
-    const QRegularExpressionMatch match = define.match(line);
+    static const QRegularExpression define = pattern("\\A(#?)\\s*(\\w+)\\s*(\\w*)");
+    const QRegularExpressionMatch match = define.match(line.trimmed());
+    const int begin = firstColumn(line);
     const QString name = QStringLiteral("PROFILESTARTADDRESS");
     if (misspeltAddress.line > 0 || !match.hasMatch()) {
         return;
@@ -105,12 +106,12 @@ void HeaderReview::findMisspeltAddress(const QString& line, int number)
     const QString directive = match.captured(2);
     const bool isDefine = directive == QLatin1String("define") && !match.captured(1).isEmpty();
     if (isDefine && !nearestWord(match.captured(3), {name}).isEmpty()) {
-        misspeltAddress = {number, match.capturedStart(3) + 1, Problem::Severity::Fatal,
+        misspeltAddress = {number, begin + match.capturedStart(3), Problem::Severity::Fatal,
                            QStringLiteral("%1 is not the name of the profile start address")
                                .arg(quotedText(match.captured(3))),
                            name};
     } else if (!isDefine && match.captured(3) == name) {
-        misspeltAddress = {number, firstColumn(line), Problem::Severity::Fatal,
+        misspeltAddress = {number, begin, Problem::Severity::Fatal,
                            QStringLiteral("%1 does not define the profile start address")
                                .arg(quotedText(match.captured(1) + directive)),
                            QStringLiteral("#define")};

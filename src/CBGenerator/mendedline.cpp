@@ -9,6 +9,7 @@ namespace
 {
 const QLatin1Char quote('"');
 const QLatin1Char comma(',');
+constexpr int mostMended = 10; // texts of a line: each takes a look at the whole line
 
 /// The index of the piece that closes the text which this piece opens; -1 when none does.
 int closingPiece(const QList<MemberLine::Piece>& pieces, int opening)
@@ -54,7 +55,7 @@ void MendedLine::mendSemicolon()
 /// is missing.
 void MendedLine::mendQuotedCommas()
 {
-    for (;;) {
+    for (int i = 0; i < mostMended; ++i) {
         const MemberLine pieces(line);
         const QString kind = pieces.field(0).text;
         const int wanted = MemberForm::numberOfFields(kind);

@@ -13,7 +13,7 @@ namespace HParser
 ReviewedStruct::ReviewedStruct(int line, const QString& name, bool isGlobalStruct,
                                Problems& problems)
     : headerLine(line), structName(name), global(isGlobalStruct), found(problems),
-      structSettings(std::make_unique<StructSettings>(nullptr))
+      indexed(problems.size()), structSettings(std::make_unique<StructSettings>(nullptr))
 {}
 
 ReviewedStruct::~ReviewedStruct() = default;
@@ -116,17 +116,25 @@ void ReviewedStruct::add(const Member& member, int field, Problem::Severity seve
 void ReviewedStruct::addAt(const Member& member, int column, Problem::Severity severity,
                            const QString& text, const QString& advice)
 {
-    const auto isThere = [&](const Problem& problem) {
-        return problem.line == member.line && problem.column == column
-               && problem.severity != Problem::Severity::Warning;
-    };
-    // From the back: those of this line, if any, are among the last ones.
-    const auto first = std::find_if(found.rbegin(), found.rend(), isThere);
-    if (first == found.rend()) {
+    const int there = errorAt(member.line, column);
+    if (there < 0) {
         found.append({member.line, column, severity, text, advice});
     } else if (severity == Problem::Severity::Fatal) {
-        first->severity = severity;
+        found[there].severity = severity;
     }
+}
+
+/// The index of the error at a place among the problems; -1 for none.
+int ReviewedStruct::errorAt(int line, int column)
+{
+    for (; indexed < found.size(); ++indexed) {
+        const Problem& problem = found.at(indexed);
+        const QPair<int, int> place(problem.line, problem.column);
+        if (problem.severity != Problem::Severity::Warning && !errors.contains(place)) {
+            errors.insert(place, indexed);
+        }
+    }
+    return errors.value({line, column}, -1);
 }
 
 void ReviewedStruct::addForStruct(Problem::Severity severity, const QString& text,

@@ -4,6 +4,7 @@
 #include "problem.h"
 
 #include <QHash>
+#include <QPair>
 #include <QSet>
 
 #include <memory>
@@ -85,12 +86,15 @@ public:
     void addForStruct(Problem::Severity severity, const QString& text, const QString& advice = {});
 
 private:
+    int errorAt(int line, int column);
     QList<StructSetting*> shownAmong(const QList<StructSetting*>& all) const;
 
     int headerLine;
     QString structName;
     bool global;
     Problems& found;
+    int indexed;                        ///< of these are in `errors`, or of earlier structs
+    QHash<QPair<int, int>, int> errors; ///< by line and column
     std::unique_ptr<StructSettings> structSettings; ///< owns the settings
     std::vector<Member> lines;
     QHash<QString, int> firstOfVariable; ///< index of the first member of that C name

@@ -5,32 +5,54 @@
 
 #include <QRegularExpression>
 
+#include <vector>
+
 namespace HParser
 {
 namespace
 {
-/// A piece of the line: what it looks like, and how a message names it.
-struct Part
-{
-    const char* pattern;
-    const char* name;
-};
-
-constexpr Part parts[] = {{"struct", "struct"},
-                          {"[\\w\\p{M}]+", "a name"},
-                          {"\\{", "{"},
-                          {"//", "//"},
-                          {"Settings", "Settings"},
-                          {":", ":"},
-                          {"\"", "a title in quotes"},
-                          {"[\\w\\p{M}\\s]*\"", "letters, digits, \"_\" and blanks"},
-                          {",", "a comma"},
-                          {"global|instantiable", "global or instantiable"},
-                          {"\\z", "the end of the line"}};
-
 QRegularExpression pattern(const QString& text)
 {
     return QRegularExpression(text, QRegularExpression::UseUnicodePropertiesOption);
+}
+
+/// A piece of the line: what it looks like, and how a message names it.
+struct Part
+{
+    Part(const char* piece, const char* nameOfPiece)
+        : text(QLatin1String(piece)), name(QLatin1String(nameOfPiece)),
+          expression(pattern(QStringLiteral("\\G\\s*(?:%1)").arg(text)))
+    {}
+
+    bool isTitle() const { return text.contains(QLatin1String("\\s]*")); }
+
+    QString text;
+    QString name;
+    QRegularExpression expression;
+};
+
+const std::vector<Part>& parts()
+{
+    static const std::vector<Part> all = {
+        {"struct", "struct"},
+        {"[\\w\\p{M}]+", "a name"},
+        {"\\{", "{"},
+        {"//", "//"},
+        {"Settings", "Settings"},
+        {":", ":"},
+        {"\"", "a title in quotes"},
+        {"[\\w\\p{M}\\s]*\"", "letters, digits, \"_\" and blanks"},
+        {",", "a comma"},
+        {"global|instantiable", "global or instantiable"},
+        {"\\z", "the end of the line"}};
+    return all;
+}
+
+/// The last word of the line.
+QString lastWord(const QString& line)
+{
+    static const QRegularExpression blank(QStringLiteral("[\\s,]+"));
+    return line.trimmed().section(blank, -1);
 }
 
 /// The word that begins at the position, or the one character of anything else.
@@ -51,28 +73,22 @@ int faultFrom(const QString& line, int position, bool isInTitle)
 } // namespace
 
 StructHeader::StructHeader(const QString& line)
-    : remedy(form()), meantGlobal(!nearestWord(wordAt(line, line.lastIndexOf(QRegularExpression(
-                                                                QStringLiteral("\\b\\w+\\s*$")))),
-                                               {QStringLiteral("global")})
-                                       .isEmpty())
+    : remedy(form()),
+      meantGlobal(!nearestWord(lastWord(line), {QStringLiteral("global")}).isEmpty())
 {
     int position = 0;
-    for (const Part& part : parts) {
-        const QString piece = QLatin1String(part.pattern);
-        const QRegularExpressionMatch match =
-            pattern(QStringLiteral("\\G\\s*(?:%1)").arg(piece)).match(line, position);
+    for (const Part& part : parts()) {
+        const QRegularExpressionMatch match = part.expression.match(line, position);
         if (match.hasMatch()) {
             position = match.capturedEnd();
             continue;
         }
-        const int fault =
-            faultFrom(line, position, piece.startsWith(QLatin1String("[\\w\\p{M}\\s]")));
-        const QString name = QLatin1String(part.name);
+        const int fault = faultFrom(line, position, part.isTitle());
         const QString word = wordAt(line, fault);
-        const QString nearest = nearestWord(word, piece.split(QLatin1Char('|')));
+        const QString nearest = nearestWord(word, part.text.split(QLatin1Char('|')));
         place = fault + 1;
-        text = word.isEmpty() ? QStringLiteral("%1 is missing").arg(name)
-                              : QStringLiteral("%1 instead of %2").arg(quotedText(word), name);
+        text = word.isEmpty() ? QStringLiteral("%1 is missing").arg(part.name)
+                              : QStringLiteral("%1 instead of %2").arg(quotedText(word), part.name);
         remedy = nearest.isEmpty() ? form() : nearest;
         return;
     }
