@@ -3,8 +3,10 @@
 #include "applicationglobalmap.h"
 #include "buildconstants.h"
 #include "countedtext.h"
+#include "transfer/portlock.h"
 #include "versionstring.h"
 
+#include <QDir>
 #include <QFontInfo>
 #include <QLabel>
 #include <QMessageBox>
@@ -404,6 +406,18 @@ int MessageDialogs::askReplaceWithoutBackup(QWidget* parent, const QString& back
                                    "replace them all the same?")
                         .arg(backupFile),
                     Qt::PlainText);
+}
+
+int MessageDialogs::portInUse(QWidget* parent, const QString& portName, const QString& holder)
+{
+    return message(
+        parent, QStringLiteral("Port In Use"),
+        QStringLiteral(
+            "The port %1 is in use by %2. Nothing was read from the charger or written to "
+            "it.\n\nPlease wait until that program has ended, then try again. If it is "
+            "not running any more, remove the file %3.")
+            .arg(portName, holder, QDir::toNativeSeparators(PortLock::path(portName))),
+        Qt::PlainText);
 }
 
 int MessageDialogs::fatalError(QWidget* parent, const QString& installedFile,

@@ -74,6 +74,9 @@ public:
     /// all the same. Yes or No, No the default.
     static int askReplaceWithoutBackup(QWidget* parent, const QString& backupFile);
 
+    /// Nothing was done because another program has the serial port; see PortLock::holder().
+    static int portInUse(QWidget* parent, const QString& portName, const QString& holder);
+
     /// The program has to end because of a fatal assertion. `installedFile` may be empty;
     /// `rescueFile` names where the profiles were saved, empty when there was nothing to save.
     static int fatalError(QWidget* parent, const QString& installedFile, const QString& details,

@@ -373,5 +373,13 @@ void MainWindow::endOnFatalAssertion(const FatalAssertion::Report& report)
     if (!report.context.isEmpty()) {
         details += QLatin1Char('\n') + report.context;
     }
+    if (!report.installedFile.isEmpty()) {
+        const QString advice =
+            QStringLiteral("To see every problem of this file with its line and what to write "
+                           "instead, run: kelvaron-profiles check \"%1\"")
+                .arg(QDir::toNativeSeparators(QFileInfo(report.installedFile).absoluteFilePath()));
+        printLine(advice);
+        details += QLatin1Char('\n') + advice;
+    }
     MessageDialogs::fatalError(nullptr, report.installedFile, details, rescueFile);
 }

@@ -5,6 +5,8 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexutility.h"
+#include "nearestword.h"
+#include "quotedtext.h"
 
 using HEXGeneratorParser::HexUtility;
 
@@ -14,33 +16,44 @@ namespace
 {
 constexpr int fewestShown = 2;
 
-/// A whole byte of an image, be it a member or a bit field.
+/// A whole byte of an image, be it a member or a bit field. True also for a size or type that is none:
+/// that was reported with the line.
 bool takesOneByte(const StructSetting& setting)
 {
-    return setting.size == QLatin1String("auto")
-               ? HexUtility::calculateByteCount(setting.variableDataType) == 1 && !setting.isArray
-               : setting.size.toInt() == 8;
+    if (setting.size != QLatin1String("auto")) {
+        bool isNumber = false;
+        const int bits = setting.size.toInt(&isNumber);
+        return bits == 8 || !isNumber;
+    }
+    const int bytes = HexUtility::calculateByteCount(setting.variableDataType);
+    return bytes == 0 || (bytes == 1 && !setting.isArray);
 }
 } // namespace
 
-void ConventionsReview::check()
+bool ConventionsReview::check()
 {
     checkTypeMember();
     checkChecksum();
-    if (!structure.isGlobal()) {
-        checkFlags();
-    }
+    return structure.isGlobal() || checkFlags();
 }
 
-void ConventionsReview::checkFlags()
+bool ConventionsReview::checkFlags()
 {
+    bool areThere = true;
     for (const QString& name : ProfileConventions::flags()) {
         const ReviewedStruct::Member* member = structure.memberNamed(name);
         const QString line =
             QStringLiteral("unsigned char %1; // bool, 1, \"%2\", Flags, 0, -1, basic")
                 .arg(name == QLatin1String("default") ? QStringLiteral("isDefault") : name, name);
         if (member == nullptr) {
-            if (!structure.mayHoldName(name)) {
+            if (const ReviewedStruct::Member* meant = memberMeant(name)) {
+                structure.add(
+                    *meant, ReviewedStruct::labelField(*meant->setting), Problem::Severity::Fatal,
+                    QStringLiteral("%1 is not the flag \"%2\" that \"%3\" needs")
+                        .arg(quotedText(meant->setting->descriptiveName), name, structure.name()),
+                    QLatin1Char('"') + name + QLatin1Char('"'));
+            } else if (!structure.mayHoldName(name)) {
+                areThere = false;
                 structure.addForStruct(
                     Problem::Severity::Fatal,
                     QStringLiteral("\"%1\" has no setting \"%2\"").arg(structure.name(), name),
@@ -64,6 +77,20 @@ void ConventionsReview::checkFlags()
                 .arg(structure.settings().getStructSettings().size()),
             QStringLiteral("places from 0 on for two texts \"Title\" and \"Subtitle\""));
     }
+    return areThere;
+}
+
+/// The hidden member whose name was probably meant to be this one; nullptr for none.
+const ReviewedStruct::Member* ConventionsReview::memberMeant(const QString& name) const
+{
+    QStringList names;
+    for (const ReviewedStruct::Member& member : structure.members()) {
+        if (member.setting != nullptr && !structure.isShown(member.setting)) {
+            names.append(member.setting->descriptiveName);
+        }
+    }
+    const QString nearest = nearestWord(name, names);
+    return nearest.isEmpty() ? nullptr : structure.memberNamed(nearest);
 }
 
 void ConventionsReview::checkTypeMember()
@@ -111,7 +138,13 @@ void ConventionsReview::checkChecksum()
 {
     const ReviewedStruct::Member* member = structure.memberNamed(QStringLiteral("checksum"));
     if (member == nullptr) {
-        if (!structure.mayHoldName(QStringLiteral("checksum"))) {
+        if (const ReviewedStruct::Member* meant = memberMeant(QStringLiteral("checksum"))) {
+            structure.add(*meant, ReviewedStruct::labelField(*meant->setting),
+                          Problem::Severity::Warning,
+                          QStringLiteral("%1 is not the \"checksum\": damage goes unnoticed")
+                              .arg(quotedText(meant->setting->descriptiveName)),
+                          QStringLiteral("\"checksum\""));
+        } else if (!structure.mayHoldName(QStringLiteral("checksum"))) {
             structure.addForStruct(
                 Problem::Severity::Warning,
                 QStringLiteral("\"%1\" has no \"checksum\": damage goes unnoticed")

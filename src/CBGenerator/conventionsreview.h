@@ -11,10 +11,12 @@ class ConventionsReview
 public:
     explicit ConventionsReview(ReviewedStruct& reviewedStruct) : structure(reviewedStruct) {}
 
-    void check();
+    /// False when a flag has no member: the bits of the struct do not count then.
+    bool check();
 
 private:
-    void checkFlags();
+    bool checkFlags();
+    const ReviewedStruct::Member* memberMeant(const QString& name) const;
     void checkTypeMember();
     void checkChecksum();
 

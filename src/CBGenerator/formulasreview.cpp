@@ -4,12 +4,14 @@
 #include "CBGenerator/formula.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "nearestword.h"
 
 #include <QStringList>
-#include <QVector>
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <optional>
 
 namespace HParser
 {
@@ -19,29 +21,6 @@ constexpr int formulaFields[] = {ReviewedStruct::lowerField, ReviewedStruct::upp
                                  ReviewedStruct::scaleField, ReviewedStruct::decimalsField,
                                  ReviewedStruct::defaultField};
 constexpr int longestLoop = 10;
-
-/// How many letters have to be changed to make one of the other; more than `most` counts as that.
-int distance(const QString& one, const QString& other, int most)
-{
-    if (std::abs(one.size() - other.size()) >= most || one.size() > 64) {
-        return most;
-    }
-    QVector<int> row(other.size() + 1);
-    for (int j = 0; j <= other.size(); ++j) {
-        row[j] = j;
-    }
-    for (int i = 1; i <= one.size(); ++i) {
-        int diagonal = row.at(0);
-        row[0] = i;
-        for (int j = 1; j <= other.size(); ++j) {
-            const int changed = one.at(i - 1).toLower() == other.at(j - 1).toLower() ? 0 : 1;
-            const int best = std::min({row.at(j) + 1, row.at(j - 1) + 1, diagonal + changed});
-            diagonal = row.at(j);
-            row[j] = best;
-        }
-    }
-    return std::min(most, row.last());
-}
 } // namespace
 
 bool FormulasReview::check()
@@ -86,10 +65,14 @@ bool FormulasReview::checkFormula(const ReviewedStruct::Member& member, int fiel
     return isSound;
 }
 
-FormulaReview::Fault FormulasReview::judgeName(const QString& formulaName) const
+FormulaReview::Fault FormulasReview::judgeName(const QString& formulaName)
 {
     const ReviewedStruct::Member* named = structure.memberOfVariable(formulaName);
+    if (refusedNames.contains(formulaName)) {
+        return {}; // one slip in a declaration would be reported wherever the name is used
+    }
     if (named == nullptr) {
+        refusedNames.insert(formulaName);
         const QString nearest = nearestVariable(formulaName);
         return {0, QStringLiteral("no setting is called \"%1\"").arg(formulaName),
                 nearest.isEmpty() ? QStringLiteral("the C name of a setting of this struct")
@@ -99,9 +82,8 @@ FormulaReview::Fault FormulasReview::judgeName(const QString& formulaName) const
         return {}; // what its line would have been is not known
     }
     if (!structure.isShown(named->setting)) {
-        return {
-            0, QStringLiteral("\"%1\" is not shown: formulas cannot name it").arg(formulaName),
-            QStringLiteral("a place from 0 on for it in line %1, or a number").arg(named->line)};
+        refusedNames.insert(formulaName);
+        return judgeHidden(*named);
     }
     if (named->setting->settingType != StructSetting::NUM) {
         return {0, QStringLiteral("\"%1\" is no num and hardly a number").arg(formulaName),
@@ -110,23 +92,36 @@ FormulaReview::Fault FormulasReview::judgeName(const QString& formulaName) const
     return {};
 }
 
+FormulaReview::Fault FormulasReview::judgeHidden(const ReviewedStruct::Member& member)
+{
+    const QString text = QStringLiteral("\"%1\" is not shown: formulas cannot name it")
+                             .arg(member.setting->variableName);
+    const std::optional<double> place = member.setting->visualPosition();
+    const bool isPlace = place && *place == std::floor(*place)
+                         && *place < static_cast<double>(structure.members().size());
+    if (isPlace) {
+        return {
+            0, text,
+            QStringLiteral("a place from 0 on for it in line %1, or a number").arg(member.line)};
+    }
+    // The place was reported as none; that is the slip.
+    structure.add(member, ReviewedStruct::placeField(*member.setting), Problem::Severity::Fatal,
+                  text);
+    canEvaluate = false;
+    return {};
+}
+
 QString FormulasReview::nearestVariable(const QString& formulaName) const
 {
-    constexpr int farthest = 3;
     constexpr std::size_t mostMembers = 1000;
-    QString nearest;
-    int least = farthest;
+    QStringList names;
     for (std::size_t i = 0; i < std::min(structure.members().size(), mostMembers); ++i) {
         const StructSetting* setting = structure.members()[i].setting;
-        const int letters = structure.isShown(setting)
-                                ? distance(setting->variableName, formulaName, farthest)
-                                : farthest;
-        if (letters < least) {
-            least = letters;
-            nearest = setting->variableName;
+        if (structure.isShown(setting)) {
+            names.append(setting->variableName);
         }
     }
-    return nearest;
+    return nearestWord(formulaName, names);
 }
 
 void FormulasReview::buildTrees()

@@ -3,6 +3,9 @@
 #include "CBGenerator/formulareview.h"
 #include "CBGenerator/reviewedstruct.h"
 
+#include <QSet>
+#include <QString>
+
 namespace HParser
 {
 /// Looks at the formulas of a struct: each by itself, the names that it uses, and what follows what.
@@ -17,7 +20,8 @@ public:
 private:
     void checkFormulas();
     bool checkFormula(const ReviewedStruct::Member& member, int field);
-    FormulaReview::Fault judgeName(const QString& formulaName) const;
+    FormulaReview::Fault judgeName(const QString& formulaName);
+    FormulaReview::Fault judgeHidden(const ReviewedStruct::Member& member);
     QString nearestVariable(const QString& formulaName) const;
     void buildTrees();
     void checkDependencies();
@@ -26,6 +30,7 @@ private:
                                        const StructSetting* followed);
 
     ReviewedStruct& structure;
+    QSet<QString> refusedNames; ///< that no formula may use, reported at their first use
     bool canEvaluate = true;
 };
 } // namespace HParser

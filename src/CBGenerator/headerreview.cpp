@@ -1,8 +1,10 @@
 #include "CBGenerator/headerreview.h"
 
+#include "CBGenerator/structheader.h"
 #include "CBGenerator/structreview.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "IntelHexFile/hexfile.h"
+#include "nearestword.h"
 #include "quotedtext.h"
 
 #include <QHash>
@@ -23,14 +25,6 @@ QRegularExpression pattern(const char* text)
                               QRegularExpression::UseUnicodePropertiesOption);
 }
 
-bool isStructHeader(const QString& line)
-{
-    static const QRegularExpression structHeader = pattern(
-        "\\A\\s*struct\\s*[\\w\\p{M}]+\\s*\\{\\s*//\\s*Settings\\s*:\\s*\"[\\w\\p{M}\\s]*\"\\s*,\\s*"
-        "(global|instantiable)\\s*\\z");
-    return structHeader.match(line).hasMatch();
-}
-
 bool isStartAddress(const QString& line)
 {
     static const QRegularExpression define =
@@ -46,11 +40,6 @@ int firstColumn(const QString& line)
         ++column;
     }
     return column;
-}
-
-QString structForm()
-{
-    return QStringLiteral("struct NAME { // Settings : \"Title\", instantiable");
 }
 } // namespace
 
@@ -88,15 +77,44 @@ void HeaderReview::readOutside(const QString& line, int number)
 {
     static const QRegularExpression likeStruct =
         pattern("\\A\\s*(typedef\\s+)?struct\\b|\\bSettings\\s*:\\s*\"");
-    if (isStructHeader(line)) {
+    if (StructHeader::isSound(line)) {
         openStruct(line, number);
     } else if (likeStruct.match(line).hasMatch()
                && !line.trimmed().startsWith(QLatin1String("//"))) {
-        found.append(
-            {number, firstColumn(line), Problem::Severity::Error,
-             QStringLiteral("this line opens no struct of settings: its members are "
-                            "ignored"),
-             structForm() + QStringLiteral(", the title of letters, digits, \"_\" and blanks")});
+        const StructHeader header(line);
+        (header.isMeantGlobal() ? meantGlobal : meantChemistry) = found.size();
+        found.append({number, header.column(), Problem::Severity::Error,
+                      QStringLiteral("%1: this line opens no struct of settings, its members are "
+                                     "ignored")
+                          .arg(header.fault()),
+                      header.advice()});
+    } else if (!hasStartAddress) {
+        findMisspeltAddress(line, number);
+    }
+}
+
+/// Keeps the first line that was probably meant to define the start address.
+void HeaderReview::findMisspeltAddress(const QString& line, int number)
+{
+    static const QRegularExpression define = pattern("\\A(#?)\\s*(\\w+)\\s*(\\w*)");
+    const QRegularExpressionMatch match = define.match(line.trimmed());
+    const int begin = firstColumn(line);
+    const QString name = QStringLiteral("PROFILESTARTADDRESS");
+    if (misspeltAddress.line > 0 || !match.hasMatch()) {
+        return;
+    }
+    const QString directive = match.captured(2);
+    const bool isDefine = directive == QLatin1String("define") && !match.captured(1).isEmpty();
+    if (isDefine && !nearestWord(match.captured(3), {name}).isEmpty()) {
+        misspeltAddress = {number, begin + match.capturedStart(3), Problem::Severity::Fatal,
+                           QStringLiteral("%1 is not the name of the profile start address")
+                               .arg(quotedText(match.captured(3))),
+                           name};
+    } else if (!isDefine && match.captured(3) == name) {
+        misspeltAddress = {number, begin, Problem::Severity::Fatal,
+                           QStringLiteral("%1 does not define the profile start address")
+                               .arg(quotedText(match.captured(1) + directive)),
+                           QStringLiteral("#define")};
     }
 }
 
@@ -109,7 +127,7 @@ void HeaderReview::readMember(const QString& line, int number)
         found.append({number, firstColumn(line), Problem::Severity::Fatal,
                       QStringLiteral("\"};\" does not close a struct"), QStringLiteral("}")});
         closeStruct();
-    } else if (isStructHeader(line)) {
+    } else if (StructHeader::isSound(line)) {
         found.append(
             {number, firstColumn(line), Problem::Severity::Fatal,
              QStringLiteral("\"%1\" is not closed before this line").arg(structs.back()->name()),
@@ -165,7 +183,9 @@ void HeaderReview::finish(int lastLine)
                       QStringLiteral("} on a line of its own")});
         closeStruct();
     }
-    if (!hasStartAddress) {
+    if (!hasStartAddress && misspeltAddress.line > 0) {
+        found.append(misspeltAddress);
+    } else if (!hasStartAddress) {
         found.append({firstLine, 0, Problem::Severity::Fatal,
                       QStringLiteral("the profile start address is missing"),
                       QStringLiteral("#define PROFILESTARTADDRESS 0x9C00")});
@@ -197,14 +217,18 @@ void HeaderReview::checkStructs()
         }
         global = structure.get();
     }
-    if (global == nullptr) {
+    if (global == nullptr && meantGlobal >= 0) {
+        found[meantGlobal].severity = Problem::Severity::Fatal;
+    } else if (global == nullptr) {
         found.append({firstLine, 0, Problem::Severity::Fatal,
                       QStringLiteral("there is no struct of global settings"),
                       QStringLiteral("struct NAME { // Settings : \"Title\", global")});
     }
-    if (!hasChemistry) {
+    if (!hasChemistry && meantChemistry >= 0) {
+        found[meantChemistry].severity = Problem::Severity::Fatal;
+    } else if (!hasChemistry) {
         found.append({firstLine, 0, Problem::Severity::Fatal,
-                      QStringLiteral("there is no chemistry"), structForm()});
+                      QStringLiteral("there is no chemistry"), StructHeader::form()});
     }
 }
 

@@ -29,6 +29,7 @@ private:
     void readOutside(const QString& line, int number);
     void readMember(const QString& line, int number);
     void readStartAddress(const QString& line, int number);
+    void findMisspeltAddress(const QString& line, int number);
     void openStruct(const QString& line, int number);
     void closeStruct();
     void finish(int lastLine);
@@ -42,5 +43,8 @@ private:
     std::vector<std::unique_ptr<StructReview>> structs;
     bool isInside = false; ///< a struct is open
     bool hasStartAddress = false;
+    Problem misspeltAddress; ///< of line 0: none
+    int meantGlobal = -1;    ///< index of the problem of a global struct that is not opened
+    int meantChemistry = -1; ///< the same of a chemistry
 };
 } // namespace HParser

@@ -27,6 +27,9 @@ public:
     /// The text before the first semicolon; all of the line when there is none.
     QString declaration() const { return declarationText; }
 
+    /// The text behind the first semicolon.
+    QString descriptor() const { return descriptorText; }
+
     /// False when nothing stands behind the first semicolon, or there is none.
     bool hasDescriptor() const { return !descriptorText.isEmpty(); }
 

@@ -1,8 +1,11 @@
 #include "CBGenerator/memberreview.h"
 
+#include "CBGenerator/memberform.h"
+#include "CBGenerator/mendedline.h"
 #include "CBGenerator/structsetting.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "HEXGeneratorParser/storabletext.h"
+#include "nearestword.h"
 #include "quotedtext.h"
 
 #include <QRegularExpression>
@@ -16,28 +19,10 @@ namespace HParser
 {
 namespace
 {
-constexpr int numFields = 12;
-constexpr int plainFields = 7;
+constexpr int listPlace = 5;
 constexpr int firstItem = 6;
 
-const QString numForm = QStringLiteral("num, size, lower bound, upper bound, xscale, decimals, "
-                                       "\"name\", \"units\", category, default, place, level");
-const QString boolForm = QStringLiteral("bool, size, \"name\", category, default, place, level");
-const QString stringForm =
-    QStringLiteral("string, auto, \"name\", category, \"default\", place, level");
-const QString listForm =
-    QStringLiteral("list, auto, \"name\", category, \"default\", place, \"item\", \"item\", level");
-
-QString formOf(const QString& kind)
-{
-    if (kind == QLatin1String("num")) {
-        return numForm;
-    }
-    if (kind == QLatin1String("bool")) {
-        return boolForm;
-    }
-    return kind == QLatin1String("list") ? listForm : stringForm;
-}
+const QString basicLevel = QStringLiteral("basic");
 
 bool isQuoted(const QString& text)
 {
@@ -52,8 +37,10 @@ bool isIdentifier(const QString& text)
 } // namespace
 
 MemberReview::MemberReview(const QString& lineText, int lineNumber, Problems& problems)
-    : pieces(lineText), number(lineNumber), found(problems)
-{}
+    : mended(lineText, lineNumber), pieces(mended.text()), number(lineNumber), found(problems)
+{
+    found += mended.problems();
+}
 
 bool MemberReview::check()
 {
@@ -94,44 +81,82 @@ bool MemberReview::checkKind()
     const MemberLine::Piece first = pieces.field(0);
     if (pieces.fields().isEmpty()) {
         add(pieces.endColumn(), Problem::Severity::Fatal, QStringLiteral("no fields behind \";\""),
-            QStringLiteral("// ") + numForm);
+            QStringLiteral("// ") + MemberForm::form(QStringLiteral("num")));
         return false;
     }
     kind = first.text;
-    if (isNum()) {
-        return checkNumberOfFields(numFields, false);
+    if (MemberForm::numberOfFields(kind) > 0) {
+        return checkNumberOfFields();
     }
-    if (isBool() || isText()) {
-        return checkNumberOfFields(plainFields, isList());
+    if (MemberForm::numberOfFields(kind.section(QLatin1Char(' '), 0, 0)) > 0) {
+        addMissingField(quotedText(kind));
+        return false;
     }
+    const QString nearest = nearestWord(kind, MemberForm::kinds());
     add(first.column(), Problem::Severity::Fatal,
         QStringLiteral("%1 is no kind of setting").arg(quotedText(kind)),
-        QStringLiteral("num, bool, string or list"));
+        nearest.isEmpty() ? QStringLiteral("num, bool, string or list") : nearest);
     return false;
 }
 
-bool MemberReview::checkNumberOfFields(int wanted, bool mayBeMore)
+bool MemberReview::checkNumberOfFields()
 {
+    const int wanted = MemberForm::numberOfFields(kind);
+    const int fields = pieces.fields().size();
     const QList<int> empty = pieces.emptyFieldColumns();
+    const QString counts = QStringLiteral("%1 fields where a %2 has %3")
+                               .arg(QString::number(fields), kind, QString::number(wanted));
+    const bool isShifted = isList() && isQuoted(pieces.field(listPlace).text); // that is an item
+    const bool isShort = fields < wanted || isShifted;
     for (const int column : empty) {
-        add(column, Problem::Severity::Error,
-            QStringLiteral("an empty field does not count, all behind it move up"),
+        add(column, isShort ? Problem::Severity::Fatal : Problem::Severity::Error,
+            QStringLiteral("an empty field does not count, all behind it move up")
+                + (isShort ? QStringLiteral(": ") + counts : QString()),
             QStringLiteral("\"\" for an empty text"));
     }
-    const int fields = pieces.fields().size();
-    const QString counts = QStringLiteral("%1 fields where a %2 has %3");
-    if (fields < wanted) {
-        add(pieces.endColumn(), Problem::Severity::Fatal,
-            counts.arg(QString::number(fields), kind, QString::number(wanted)), formOf(kind));
-        return false;
+    if (isShort && empty.isEmpty()) {
+        addMissingField(isShifted ? QStringLiteral("a field before the items is missing") : counts);
     }
-    if (fields > wanted && !mayBeMore) {
-        add(pieces.field(wanted).column(), Problem::Severity::Error,
-            counts.arg(QString::number(fields), kind, QString::number(wanted))
-                + QStringLiteral("; no text may hold a comma"),
-            formOf(kind));
+    if (fields > wanted && !MemberForm::mayHaveMore(kind)) {
+        add(pieces.field(wanted).column(), Problem::Severity::Error, counts,
+            MemberForm::form(kind));
     }
-    return true;
+    return !isShort;
+}
+
+void MemberReview::addMissingField(const QString& text)
+{
+    const int column = missingComma();
+    if (column > 0) {
+        add(column, Problem::Severity::Fatal, QStringLiteral("a comma is missing: ") + text,
+            QStringLiteral("a comma here"));
+    } else {
+        add(pieces.endColumn(), Problem::Severity::Fatal, text, MemberForm::form(kind));
+    }
+}
+
+/// The column of the blank where a comma is missing; 0 when no field looks like two.
+int MemberReview::missingComma() const
+{
+    // Behind or before a quote, or where a number and something else meet.
+    static const QRegularExpression gap(QStringLiteral(
+        "(?<=\")\\s+\\S|(?<=\\S)\\s+(?=\")|[\\d.]\\s+(?=[\\w(])|[\\w)]\\s+(?=[x-]?[\\d.]+\\z)"));
+    const QList<MemberLine::Piece> fields = pieces.fields();
+    for (const MemberLine::Piece& piece : fields) {
+        const QString& text = piece.raw;
+        const bool isText = isQuoted(text) && text.count(QLatin1Char('"')) == 2;
+        const QRegularExpressionMatch match = isText ? QRegularExpressionMatch() : gap.match(text);
+        if (match.hasMatch()) {
+            int blank = match.capturedStart();
+            while (!text.at(blank).isSpace()) {
+                ++blank;
+            }
+            return piece.columns.at(blank);
+        }
+    }
+    const MemberLine::Piece first = pieces.field(0);
+    const int blank = first.raw.indexOf(QLatin1Char(' '));
+    return blank < 0 ? 0 : first.columns.at(blank);
 }
 
 void MemberReview::checkName()
@@ -174,9 +199,11 @@ void MemberReview::checkType()
     }
     const int bytes = HexUtility::calculateByteCount(dataType());
     if (bytes == 0) {
+        const QString nearest = nearestWord(dataType(), HexUtility::dataTypes());
         add(pieces.firstColumn(), isNum() ? Problem::Severity::Fatal : Problem::Severity::Error,
             QStringLiteral("%1 is no type of the charger").arg(quotedText(dataType())),
-            QStringLiteral("char, short, int or long, signed or unsigned"));
+            nearest.isEmpty() ? QStringLiteral("char, short, int or long, signed or unsigned")
+                              : nearest);
     } else if (bytes != 1 && (isBool() || isText())) {
         add(pieces.firstColumn(), Problem::Severity::Error,
             isBool() ? QStringLiteral("a bool is stored in one byte and read in %1").arg(bytes)
@@ -203,7 +230,9 @@ void MemberReview::checkSize()
     if (!digits.match(size.text).hasMatch()) {
         add(size.column(), Problem::Severity::Fatal,
             QStringLiteral("%1 is no size").arg(quotedText(size.text)),
-            QStringLiteral("auto, or a number of bits in digits"));
+            nearestWord(size.text, {QStringLiteral("auto")}).isEmpty()
+                ? QStringLiteral("auto, or a number of bits in digits")
+                : QStringLiteral("auto"));
     } else if (isText()) {
         add(size.column(), Problem::Severity::Fatal, QStringLiteral("a text cannot be a bit field"),
             QStringLiteral("auto"));
@@ -302,11 +331,12 @@ void MemberReview::checkListItems()
     }
     if (lastItem < firstItem) {
         add(pieces.field(firstItem).column(), Problem::Severity::Error,
-            QStringLiteral("a list without items"), listForm);
+            QStringLiteral("a list without items"), MemberForm::form(kind));
     } else if (!items.contains(StructSetting::stripOutQuotes(defaultItem.text))) {
+        const QString nearest = nearestWord(StructSetting::stripOutQuotes(defaultItem.text), items);
         add(defaultItem.column(), Problem::Severity::Error,
             QStringLiteral("the default is none of the items"),
-            QLatin1Char('"') + items.first() + QLatin1Char('"'));
+            QLatin1Char('"') + (nearest.isEmpty() ? items.first() : nearest) + QLatin1Char('"'));
     }
 }
 
@@ -336,20 +366,17 @@ void MemberReview::checkQuoted(int index, const QString& what)
     plain.remove(QLatin1Char('"'));
     const bool isCut = piece.text.count(QLatin1Char('"')) == 1;
     add(piece.column(), Problem::Severity::Error,
-        isCut ? QStringLiteral("a comma or a missing quote cuts %1").arg(what)
+        isCut ? QStringLiteral("a quote of %1 is missing").arg(what)
               : QStringLiteral("%1 loses its first and last characters").arg(what),
-        isCut ? QStringLiteral("it in quotes and without a comma")
-              : QLatin1Char('"') + plain + QLatin1Char('"'));
+        QLatin1Char('"') + plain + QLatin1Char('"'));
 }
 
 void MemberReview::checkLevel(int index)
 {
     const MemberLine::Piece level = pieces.field(index);
-    if (level.text != QLatin1String("basic")
-        && level.text.compare(QLatin1String("basic"), Qt::CaseInsensitive) == 0) {
+    if (level.text != basicLevel && !nearestWord(level.text, {basicLevel}).isEmpty()) {
         add(level.column(), Problem::Severity::Warning,
-            QStringLiteral("%1 makes an advanced setting").arg(quotedText(level.text)),
-            QStringLiteral("basic"));
+            QStringLiteral("%1 makes an advanced setting").arg(quotedText(level.text)), basicLevel);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CBGenerator/memberline.h"
+#include "CBGenerator/mendedline.h"
 #include "problem.h"
 
 #include <QStringList>
@@ -15,16 +16,21 @@ public:
     /// Appends what it finds to `problems`, with `lineNumber`.
     MemberReview(const QString& lineText, int lineNumber, Problems& problems);
 
-    /// Looks at the line. False when StructSetting cannot parse it; what it would end the program for
+    /// Looks at the line, as it was meant where it is cut in the wrong places. False when StructSetting cannot parse it; what it would end the program for
     /// is among the problems then.
     bool check();
 
     const MemberLine& line() const { return pieces; }
 
+    /// The line as it was meant, for StructSetting.
+    QString text() const { return mended.text(); }
+
 private:
     bool checkParts();
     bool checkKind();
-    bool checkNumberOfFields(int wanted, bool mayBeMore);
+    bool checkNumberOfFields();
+    void addMissingField(const QString& text);
+    int missingComma() const;
     void checkName();
     void checkType();
     void checkSize();
@@ -44,6 +50,7 @@ private:
     void add(int column, Problem::Severity severity, const QString& text,
              const QString& advice = {});
 
+    MendedLine mended;
     MemberLine pieces;
     int number;
     Problems& found;

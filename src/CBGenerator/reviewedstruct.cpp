@@ -13,7 +13,7 @@ namespace HParser
 ReviewedStruct::ReviewedStruct(int line, const QString& name, bool isGlobalStruct,
                                Problems& problems)
     : headerLine(line), structName(name), global(isGlobalStruct), found(problems),
-      structSettings(std::make_unique<StructSettings>(nullptr))
+      indexed(problems.size()), structSettings(std::make_unique<StructSettings>(nullptr))
 {}
 
 ReviewedStruct::~ReviewedStruct() = default;
@@ -23,7 +23,8 @@ void ReviewedStruct::addMember(const QString& lineText, int lineNumber)
     MemberReview review(lineText, lineNumber, found);
     const bool isSound = review.check();
     everyLineParsed = everyLineParsed && isSound;
-    StructSetting* setting = isSound ? new StructSetting(lineText, structSettings.get()) : nullptr;
+    StructSetting* setting =
+        isSound ? new StructSetting(review.text(), structSettings.get()) : nullptr;
     const QString variable = review.line().name().text.section(QLatin1Char('['), 0, 0);
     if (!firstOfVariable.contains(variable)) {
         firstOfVariable.insert(variable, static_cast<int>(lines.size()));
@@ -88,12 +89,9 @@ bool ReviewedStruct::mayHoldName(const QString& descriptiveName) const
 {
     const QString quoted = QLatin1Char('"') + descriptiveName + QLatin1Char('"');
     return std::any_of(lines.begin(), lines.end(), [&](const Member& member) {
-        if (member.setting != nullptr) {
-            return false;
-        }
-        const QList<MemberLine::Piece> fields = member.pieces.fields();
-        return std::any_of(fields.begin(), fields.end(),
-                           [&](const MemberLine::Piece& piece) { return piece.text == quoted; });
+        return member.setting == nullptr
+               && (member.pieces.descriptor().contains(quoted)
+                   || member.pieces.name().text == descriptiveName);
     });
 }
 
@@ -112,13 +110,31 @@ void ReviewedStruct::add(const Member& member, int field, Problem::Severity seve
 {
     const int column =
         field == nameOfLine ? member.pieces.name().column() : member.pieces.field(field).column();
-    found.append({member.line, column, severity, text, advice});
+    addAt(member, column, severity, text, advice);
 }
 
 void ReviewedStruct::addAt(const Member& member, int column, Problem::Severity severity,
                            const QString& text, const QString& advice)
 {
-    found.append({member.line, column, severity, text, advice});
+    const int there = errorAt(member.line, column);
+    if (there < 0) {
+        found.append({member.line, column, severity, text, advice});
+    } else if (severity == Problem::Severity::Fatal) {
+        found[there].severity = severity;
+    }
+}
+
+/// The index of the error at a place among the problems; -1 for none.
+int ReviewedStruct::errorAt(int line, int column)
+{
+    for (; indexed < found.size(); ++indexed) {
+        const Problem& problem = found.at(indexed);
+        const QPair<int, int> place(problem.line, problem.column);
+        if (problem.severity != Problem::Severity::Warning && !errors.contains(place)) {
+            errors.insert(place, indexed);
+        }
+    }
+    return errors.value({line, column}, -1);
 }
 
 void ReviewedStruct::addForStruct(Problem::Severity severity, const QString& text,

@@ -4,6 +4,7 @@
 #include "problem.h"
 
 #include <QHash>
+#include <QPair>
 #include <QSet>
 
 #include <memory>
@@ -76,7 +77,8 @@ public:
     static int labelField(const StructSetting& setting);
     static int placeField(const StructSetting& setting);
 
-    /// A problem at a field of a member, at a column of its line, or of the struct as a whole.
+    /// A problem at a field of a member, at a column of its line, or of the struct as a whole. What
+    /// follows from an error at the same place only makes that one as severe.
     void add(const Member& member, int field, Problem::Severity severity, const QString& text,
              const QString& advice = {});
     void addAt(const Member& member, int column, Problem::Severity severity, const QString& text,
@@ -84,12 +86,15 @@ public:
     void addForStruct(Problem::Severity severity, const QString& text, const QString& advice = {});
 
 private:
+    int errorAt(int line, int column);
     QList<StructSetting*> shownAmong(const QList<StructSetting*>& all) const;
 
     int headerLine;
     QString structName;
     bool global;
     Problems& found;
+    int indexed;                        ///< of these are in `errors`, or of earlier structs
+    QHash<QPair<int, int>, int> errors; ///< by line and column
     std::unique_ptr<StructSettings> structSettings; ///< owns the settings
     std::vector<Member> lines;
     QHash<QString, int> firstOfVariable; ///< index of the first member of that C name

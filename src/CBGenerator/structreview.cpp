@@ -27,9 +27,11 @@ void StructReview::finish()
 {
     structure.close();
     checkPlaces();
+    const bool isComplete = ConventionsReview(structure).check();
     NamesReview(structure).check();
-    ConventionsReview(structure).check();
-    checkBits();
+    if (isComplete) {
+        checkBits();
+    }
     const bool canEvaluate = FormulasReview(structure).check();
     if (canEvaluate && structure.isWhole()) {
         NumbersReview numbers(structure);

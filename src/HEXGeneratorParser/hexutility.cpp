@@ -9,6 +9,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QStringList>
 #include <QtEndian>
 
 #include <algorithm>
@@ -21,9 +22,8 @@ namespace
 {
 constexpr int dataBytesPerWord = 3;
 constexpr int bytesPerWord = 4;
-} // namespace
 
-int HexUtility::calculateByteCount(const QString& dataType)
+const QHash<QString, int>& sizesOfTypes()
 {
     static const QHash<QString, int> sizes = {
         {QStringLiteral("char"), 1},          {QStringLiteral("signed char"), 1},
@@ -32,7 +32,20 @@ int HexUtility::calculateByteCount(const QString& dataType)
         {QStringLiteral("int"), 2},           {QStringLiteral("signed int"), 2},
         {QStringLiteral("unsigned int"), 2},  {QStringLiteral("long"), 4},
         {QStringLiteral("signed long"), 4},   {QStringLiteral("unsigned long"), 4}};
-    return sizes.value(dataType, 0);
+    return sizes;
+}
+} // namespace
+
+int HexUtility::calculateByteCount(const QString& dataType)
+{
+    return sizesOfTypes().value(dataType, 0);
+}
+
+QStringList HexUtility::dataTypes()
+{
+    QStringList types = sizesOfTypes().keys();
+    types.sort();
+    return types;
 }
 
 int HexUtility::getChemistrySize(const HParser::StructSettings* settings)

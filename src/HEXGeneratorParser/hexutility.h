@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QStringList>
 
 class QByteArray;
-class QString;
 
 namespace HParser
 {
@@ -25,6 +24,9 @@ public:
 
     /// Bytes of a C type on the charger, whose int has two; 0 for an unknown text.
     static int calculateByteCount(const QString& dataType);
+
+    /// The C types of the charger.
+    static QStringList dataTypes();
 
     /// Bytes that one structure occupies in the image, padding included. Bit widths that do not add
     /// up to whole bytes are a fatal assertion.

@@ -3,6 +3,7 @@
 #include "CBGenerator/headerreview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "buildconstants.h"
+#include "nearestword.h"
 #include "quotedtext.h"
 #include "textfile.h"
 #include "versionstring.h"
@@ -148,7 +149,7 @@ void BundleReview::checkKeyLine(int index)
             QStringLiteral("each key once"));
     }
     const int valueStart = line.indexOf(pair->second, line.indexOf(QLatin1Char('=')) + 1);
-    values.insert(key, {index + 1, valueStart + 1, pair->second});
+    values.insert(key, {index + 1, line.indexOf(key) + 1, valueStart + 1, pair->second});
 }
 
 void BundleReview::checkVersions(const QString& fileName)
@@ -158,7 +159,14 @@ void BundleReview::checkVersions(const QString& fileName)
     // The editor takes a key without a value for one that is absent.
     const auto version = values.constFind(versionKey);
     if (version == values.constEnd() || version->text.isEmpty()) {
-        if (!versionedName.match(fileName).hasMatch()) {
+        const QString meant = nearestWord(versionKey, values.keys());
+        if (!versionedName.match(fileName).hasMatch() && !meant.isEmpty() && meant != versionKey) {
+            add(values.value(meant).line, values.value(meant).keyColumn, Problem::Severity::Error,
+                QStringLiteral(
+                    "%1 is not the key of the version: the editor passes the bundle over")
+                    .arg(quotedText(meant)),
+                versionKey);
+        } else if (!versionedName.match(fileName).hasMatch()) {
             add(0, 0, Problem::Severity::Error,
                 QStringLiteral("no version, neither as a key nor in the file's name: the editor "
                                "passes the bundle over"),
@@ -171,6 +179,12 @@ void BundleReview::checkVersions(const QString& fileName)
     }
     const auto minimum = values.constFind(minimumKey);
     if (minimum == values.constEnd() || minimum->text.isEmpty()) {
+        const QString meant = nearestWord(minimumKey, values.keys());
+        if (!meant.isEmpty() && meant != minimumKey) {
+            add(values.value(meant).line, values.value(meant).keyColumn, Problem::Severity::Warning,
+                QStringLiteral("%1 is no key that the editor knows").arg(quotedText(meant)),
+                minimumKey);
+        }
         return;
     }
     const QString own = QString::fromLatin1(BuildConstants::editorVersion);

@@ -2,7 +2,7 @@
 
 #include "problem.h"
 
-#include <QHash>
+#include <QMap>
 #include <QStringList>
 #include <QVector>
 
@@ -44,13 +44,14 @@ private:
     struct Value
     {
         int line = 0;
+        int keyColumn = 0;
         int column = 0;
         QString text;
     };
 
     QStringList lines;
     QList<Section> sections;
-    int openMarkerLine = 0; ///< of a section that is never closed; 0 for none
-    QHash<QString, Value> values;
+    int openMarkerLine = 0;      ///< of a section that is never closed; 0 for none
+    QMap<QString, Value> values; ///< by their keys
     Problems found;
 };

@@ -4,6 +4,7 @@
 #include "firmware/firmwareerrors.h"
 #include "firmware/firmwarefiles.h"
 #include "firmware/stringmanipulation.h"
+#include "messagedialogs.h"
 #include "standardoutput.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/portturn.h"
@@ -78,8 +79,14 @@ void FirmwareFlasher::startFlashing()
     giveUp();
     turn = new PortTurn(comPort, QStringLiteral("Updating the firmware"), this);
     isStarting = true;
-    turn->whenFree([this] { beginRun(); });
+    turn->whenFree([this] { beginRun(); }, [this](const QString& holder) { refuse(holder); });
     isStarting = false;
+}
+
+void FirmwareFlasher::refuse(const QString& holder)
+{
+    giveUp();
+    report([this, port = comPort, holder] { MessageDialogs::portInUse(window(), port, holder); });
 }
 
 void FirmwareFlasher::beginRun()

@@ -106,6 +106,7 @@ private:
     using Error = void (*)(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
     void beginRun();
+    void refuse(const QString& holder);
     void startUploader();
     void readWhileErasing(const char* chunk);
     void readWhileLoading(const char* chunk);

@@ -1,7 +1,5 @@
 #include "transfer/downloadprofiles.h"
 
-#include "transfer/uploader.h"
-
 namespace UploadDownload
 {
 DownloadProfiles::DownloadProfiles(const QString& portName, const QString& hexFilePath,
@@ -17,7 +15,7 @@ DownloadProfiles::~DownloadProfiles()
 void DownloadProfiles::start()
 {
     turn = new PortTurn(port, QStringLiteral("Reading profiles"), this);
-    turn->whenFree([this] { downloadHEX(); });
+    turn->whenFree([this] { downloadHEX(); }, [this](const QString& holder) { refuse(holder); });
 }
 
 void DownloadProfiles::downloadHEX()
@@ -28,8 +26,7 @@ void DownloadProfiles::downloadHEX()
     connect(downloadProcess, &QProcess::errorOccurred, this, &DownloadProfiles::onError);
     const QStringList operation =
         QStringList{QStringLiteral("-l")} + Uploader::profileArea() + QStringList{filePath};
-    downloadProcess->start(Uploader::program(), Uploader::arguments(port, operation),
-                           QIODevice::ReadWrite);
+    downloadProcess->start(program, Uploader::arguments(port, operation), QIODevice::ReadWrite);
     Uploader::dropOutput(downloadProcess);
 }
 
@@ -42,6 +39,12 @@ void DownloadProfiles::downloadHEXFinished(int exitCode, QProcess::ExitStatus ex
     } else {
         emit errorDownloading();
     }
+}
+
+void DownloadProfiles::refuse(const QString& holder)
+{
+    delete turn;
+    emit portInUse(holder);
 }
 
 void DownloadProfiles::onError(QProcess::ProcessError error)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "transfer/portturn.h"
+#include "transfer/uploader.h"
 
 #include <QObject>
 #include <QPointer>
@@ -25,6 +26,9 @@ public:
 
     void start();
 
+    /// What to start in place of the uploader in the working folder.
+    void setProgram(const QString& path) { program = path; }
+
 signals:
     /// The area was read.
     void finished();
@@ -32,14 +36,19 @@ signals:
     /// The run could not be started or failed. Emitted twice when the uploader crashes.
     void errorDownloading();
 
+    /// Another program has the port, `holder` says which, for the user. Nothing was started.
+    void portInUse(const QString& holder);
+
 public slots:
     void downloadHEX();
     void downloadHEXFinished(int exitCode, QProcess::ExitStatus exitStatus);
 
 private:
     void onError(QProcess::ProcessError error);
+    void refuse(const QString& holder);
 
     QString port;
+    QString program = Uploader::program();
     QString filePath;
     QPointer<PortTurn> turn;
     QPointer<QProcess> downloadProcess;

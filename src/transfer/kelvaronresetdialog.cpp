@@ -1,5 +1,6 @@
 #include "transfer/kelvaronresetdialog.h"
 
+#include "messagedialogs.h"
 #include "transfer/uploader.h"
 #include "widgets/screenfit.h"
 
@@ -54,7 +55,13 @@ void KelvaronResetDialog::resetKelvaron()
         return;
     }
     turn = new PortTurn(port, QStringLiteral("Resetting the Kelvaron"), this);
-    turn->whenFree([this] { startReset(); });
+    turn->whenFree([this] { startReset(); }, [this](const QString& holder) { refuse(holder); });
+}
+
+void KelvaronResetDialog::refuse(const QString& holder)
+{
+    delete turn;
+    MessageDialogs::portInUse(this, port, holder);
 }
 
 void KelvaronResetDialog::startReset()

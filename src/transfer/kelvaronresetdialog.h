@@ -39,6 +39,7 @@ public slots:
 
 private:
     void startReset();
+    void refuse(const QString& holder);
 
     QString port;
     QPointer<PortTurn> turn;

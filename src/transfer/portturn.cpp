@@ -1,5 +1,6 @@
 #include "transfer/portturn.h"
 
+#include "transfer/portlock.h"
 #include "transfer/portturns.h"
 
 #include <utility>
@@ -12,14 +13,17 @@ PortTurn::PortTurn(const QString& portName, const QString& what, QObject* parent
 
 PortTurn::~PortTurn()
 {
+    lock.reset(); // before the next turn is told
     if (turns != nullptr) {
         turns->remove(this);
     }
 }
 
-void PortTurn::whenFree(std::function<void()> begin)
+void PortTurn::whenFree(std::function<void()> begin,
+                        std::function<void(const QString& holder)> refuse)
 {
     beginning = std::move(begin);
+    refusal = std::move(refuse);
     beginWhenFirst();
 }
 
@@ -28,11 +32,19 @@ void PortTurn::beginWhenFirst()
     if (!beginning || turns == nullptr) {
         return;
     }
-    const bool isFirst = turns->isFirst(*this);
-    const std::function<void()> begin = isFirst ? std::exchange(beginning, {}) : nullptr;
+    std::function<void()> next;
+    if (turns->isFirst(*this)) {
+        lock = std::make_unique<PortLock>(port);
+        if (lock->isFree()) {
+            next = std::move(beginning);
+        } else if (refusal) {
+            next = [refuse = std::move(refusal), holder = lock->holder()] { refuse(holder); };
+        }
+        beginning = nullptr;
+    }
     emit turns->changed();
-    if (begin) {
-        begin(); // last: it may end this turn
+    if (next) {
+        next(); // last: it may end this turn
     }
 }
 

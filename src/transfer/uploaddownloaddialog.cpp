@@ -85,6 +85,7 @@ void UploadDownloadDialog::startWorker()
                 &UploadDownloadDialog::uploadDownloadSuccess);
         connect(worker, &UploadProfiles::errorUploading, this,
                 &UploadDownloadDialog::uploadDownloadFailed);
+        connect(worker, &UploadProfiles::portInUse, this, &UploadDownloadDialog::onPortInUse);
         worker->start();
     } else {
         auto* worker = new DownloadProfiles(transferPort, fileLocation, parent());
@@ -92,6 +93,7 @@ void UploadDownloadDialog::startWorker()
                 &UploadDownloadDialog::uploadDownloadSuccess);
         connect(worker, &DownloadProfiles::errorDownloading, this,
                 &UploadDownloadDialog::uploadDownloadFailed);
+        connect(worker, &DownloadProfiles::portInUse, this, &UploadDownloadDialog::onPortInUse);
         worker->start();
     }
 }
@@ -139,6 +141,16 @@ void UploadDownloadDialog::uploadDownloadFailed()
     if (self != nullptr) {
         close();
     }
+}
+
+void UploadDownloadDialog::onPortInUse(const QString& holder)
+{
+    if (isClosed()) {
+        return;
+    }
+    showEnd(QStringLiteral("Stopped"), 0);
+    ui->okButton->setEnabled(true); // for another try
+    MessageDialogs::portInUse(this, transferPort, holder);
 }
 
 void UploadDownloadDialog::showEnd(const QString& status, int progress)

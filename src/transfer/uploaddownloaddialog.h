@@ -55,6 +55,7 @@ public slots:
 private:
     void setUpTexts();
     void startWorker();
+    void onPortInUse(const QString& holder);
     void showEnd(const QString& status, int progress);
     void addPortToDropdown(const QextPortInfo& port);
     void removePortFromDropdown(const QextPortInfo& port);

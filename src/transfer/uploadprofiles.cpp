@@ -1,7 +1,6 @@
 #include "transfer/uploadprofiles.h"
 
 #include "textfile.h"
-#include "transfer/uploader.h"
 
 #include <QFile>
 
@@ -20,7 +19,7 @@ UploadProfiles::~UploadProfiles()
 void UploadProfiles::start()
 {
     turn = new PortTurn(port, QStringLiteral("Writing profiles"), this);
-    turn->whenFree([this] { eraseEEPROM(); });
+    turn->whenFree([this] { eraseEEPROM(); }, [this](const QString& holder) { refuse(holder); });
 }
 
 void UploadProfiles::eraseEEPROM()
@@ -78,7 +77,7 @@ QProcess* UploadProfiles::run(const QStringList& operation, EndHandler onFinishe
     auto* process = new QProcess(parent());
     connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, onFinished);
     connect(process, &QProcess::errorOccurred, this, &UploadProfiles::onError);
-    process->start(Uploader::program(), Uploader::arguments(port, operation), QIODevice::ReadWrite);
+    process->start(program, Uploader::arguments(port, operation), QIODevice::ReadWrite);
     Uploader::dropOutput(process);
     return process;
 }
@@ -89,6 +88,12 @@ void UploadProfiles::onError(QProcess::ProcessError error)
         delete turn; // no end follows
     }
     emit errorUploading();
+}
+
+void UploadProfiles::refuse(const QString& holder)
+{
+    delete turn;
+    emit portInUse(holder);
 }
 
 void UploadProfiles::fail()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "transfer/portturn.h"
+#include "transfer/uploader.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -28,6 +29,9 @@ public:
     /// another editor in the same folder uses the same file. Without this it is taken as it is.
     void setImage(const QByteArray& hexFile) { image = hexFile; }
 
+    /// What to start in place of the uploader in the working folder.
+    void setProgram(const QString& path) { program = path; }
+
     /// A run that still goes on is given up.
     ~UploadProfiles() override;
 
@@ -40,6 +44,9 @@ signals:
 
     /// A run could not be started or failed. Emitted twice when the uploader crashes.
     void errorUploading();
+
+    /// Another program has the port, `holder` says which, for the user. Nothing was started.
+    void portInUse(const QString& holder);
 
 public slots:
     void eraseEEPROM();
@@ -54,8 +61,10 @@ private:
     bool provideImage() const;
     void onError(QProcess::ProcessError error);
     void fail();
+    void refuse(const QString& holder);
 
     QString port;
+    QString program = Uploader::program();
     QString filePath;
     QByteArray image; ///< null: not known
     QPointer<PortTurn> turn;

@@ -267,6 +267,17 @@ TEST_F(DamagedBundleTest, MessageTellsWhatToDo)
         "the file or reinstall the program.");
 }
 
+TEST_F(DamagedBundleTest, MessageNamesTheCommandThatFindsEveryProblem)
+{
+    const Start started = startOn(Samples::globalStruct() + Samples::chemistry("};\n"));
+    const QString command = "kelvaron-profiles check \"" + pathOf("v1.kelvaron") + "\"";
+    EXPECT_EQ(started.lines.filter("run: " + command).size(), 1) << started.transcript();
+    ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
+    const QString details = started.boxes().value(0)["details"].toString();
+    EXPECT_TRUE(details.endsWith("run: " + command)) << qPrintable(details);
+    EXPECT_TRUE(details.startsWith("ASSERT: \"commentDescriptorPart.size() != 0\" in file "));
+}
+
 TEST_F(DamagedBundleTest, FirmwareToolAloneDoesNotStartOnADamagedBundleEither)
 {
     writeBundle("v1.kelvaron", Samples::bundle(""));

@@ -94,6 +94,14 @@ protected:
         EXPECT_EQ(packed.errors, "");
     }
 
+    /// The same with a header that has errors.
+    void packForced(const QStringList& more = {"--key", "VERSION=1.2.0"}) const
+    {
+        const ProgramRun packed = run(packArguments(more + QStringList("--force")));
+        ASSERT_FALSE(packed.crashed);
+        ASSERT_EQ(packed.exitCode, 0) << packed.errors.constData();
+    }
+
     /// Expects a run to have been refused with this exit code and these words on standard error.
     static void expectRefused(const ProgramRun& result, int exitCode, const QByteArray& words)
     {

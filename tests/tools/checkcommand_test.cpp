@@ -94,7 +94,7 @@ TEST_F(CheckCommandTest, FindsEveryProblemOfABundle)
     QByteArray schema = smallSchema();
     schema.replace("low + 1", "lw + 1").replace("\"Title\"", "\"1\"");
     writeFile("schema.in", schema);
-    pack();
+    packForced();
     forge("name = test", "name = tess");
     forge("VERSION = 1.2.0", "VERSION : 1.2.0");
     const ProgramRun checked = check();

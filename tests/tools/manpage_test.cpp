@@ -49,6 +49,7 @@ TEST_F(ManPageTest, NamesEveryCommandAndOption)
     const QString text = page();
     for (const QStringList& command :
          {QStringList("check"), QStringList("convert"), QStringList("show"), QStringList("diff"),
+          QStringList("read"), QStringList("write"), QStringList("verify"),
           QStringList({"bundle", "pack"}), QStringList({"bundle", "check"}),
           QStringList({"bundle", "list"}), QStringList({"bundle", "extract"}), QStringList()}) {
         EXPECT_TRUE(text.contains("kelvaron-profiles " + command.join(' ')));

@@ -27,7 +27,7 @@ TEST_F(PackCommandTest, WritesKeysSectionsAndChecksums)
 {
     writeFile("device.in", "one\ntwo\n");
     writeFile("schema.in", "three\n");
-    pack({"--key", "VERSION=1.2.0", "--key", "MIN_SOFTWARE_VERSION_REQUIRED=0.9"});
+    packForced({"--key", "VERSION=1.2.0", "--key", "MIN_SOFTWARE_VERSION_REQUIRED=0.9"});
 
     EXPECT_EQ(readFile("out.kelvaron"), "...\n"
                                         "VERSION = 1.2.0\n"
@@ -76,7 +76,7 @@ TEST_F(PackCommandTest, KeepsEmptyFilesBlankLinesAndLettersBeyondAscii)
     writeFile("device.in", "");
     writeFile("schema.in", "\n\n\xC2\xB0"
                            "C \xF0\x9F\x94\x8B\n\n");
-    pack();
+    packForced();
     KelvaronBundle bundle(pathOf("out.kelvaron"));
     EXPECT_TRUE(bundle.parseBundle());
     EXPECT_EQ(bundle.getFile(0), "");
@@ -207,4 +207,35 @@ TEST_F(PackCommandTest, ReportsAnOutputThatCannotBeWritten)
     expectRefused(run({"pack", "-o", "taken", "--device", "device.in", "--schema", "schema.in"}), 1,
                   "taken: cannot be written");
     EXPECT_TRUE(QFileInfo(pathOf("taken")).isDir());
+}
+
+TEST_F(PackCommandTest, RefusesAHeaderWithErrorsAndNamesThem)
+{
+    writeFile("out.kelvaron", "older");
+    writeFile("schema.in", smallSchema().replace("\"Low\"", "\"L,ow\""));
+    const ProgramRun packed = run(packArguments());
+    expectRefused(packed, 1, "schema.in:12:49: error: a comma cuts \"Low\"");
+    expectRefused(packed, 1,
+                  "kelvaron-profiles: schema.in: 1 error in the settings header, nothing "
+                  "was written; correct the header, or pack it as it is with --force\n");
+    EXPECT_EQ(readFile("out.kelvaron"), "older");
+}
+
+TEST_F(PackCommandTest, PacksAHeaderWithErrorsWhenItIsForced)
+{
+    const QByteArray schema = smallSchema().replace("\"Low\"", "\"L,ow\"");
+    writeFile("schema.in", schema);
+    const ProgramRun packed = run(packArguments({"--force"}));
+    EXPECT_EQ(packed.exitCode, 0);
+    EXPECT_TRUE(packed.errors.contains("schema.in:12:49: error: ")) << packed.errors.constData();
+    KelvaronBundle bundle(pathOf("out.kelvaron"));
+    EXPECT_TRUE(bundle.parseBundle());
+    EXPECT_EQ(bundle.getFile(1).toUtf8(), schema);
+}
+
+TEST_F(PackCommandTest, WarningsDoNotKeepAHeaderFromBeingPacked)
+{
+    writeFile("schema.in", smallSchema().replace("A, 3,", "A, 10,"));
+    pack();
+    EXPECT_TRUE(exists("out.kelvaron"));
 }

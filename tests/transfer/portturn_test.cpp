@@ -1,6 +1,7 @@
 #include "transfer/portturn.h"
 
 #include "support/gui/widgets.h"
+#include "transfer/portlock.h"
 #include "transfer/portturns.h"
 
 #include <QSignalSpy>
@@ -116,4 +117,36 @@ TEST_F(PortTurnTest, EveryChangeIsReported)
     one.reset();
     QCoreApplication::processEvents();
     EXPECT_GT(changed.size(), before + 1) << "one has gone, the other has begun";
+}
+
+TEST_F(PortTurnTest, KeepsOtherProgramsFromThePortFromItsBeginningToItsEnd)
+{
+    auto one = request("A", &first);
+    auto two = request("A", &second);
+    EXPECT_FALSE(PortLock("A").isFree());
+    one.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(second, 1);
+    EXPECT_FALSE(PortLock("A").isFree());
+    two.reset();
+    EXPECT_TRUE(PortLock("A").isFree());
+}
+
+TEST_F(PortTurnTest, IsRefusedThePortThatAnotherProgramHas)
+{
+    const PortLock other("A");
+    QStringList holders;
+    PortTurn turn("A", "Writing profiles", nullptr);
+    turn.whenFree([this] { ++first; }, [&](const QString& holder) { holders.append(holder); });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(first, 0);
+    EXPECT_EQ(holders, QStringList(PortLock("A").holder()));
+}
+
+TEST_F(PortTurnTest, WaitsNoMoreWhenItIsRefused)
+{
+    const PortLock other("A");
+    auto* turn = new PortTurn("A", "Writing profiles", nullptr);
+    turn->whenFree([this] { ++first; }, [turn](const QString&) { delete turn; });
+    EXPECT_EQ(texts(), QStringList());
 }

@@ -5,7 +5,10 @@
 #include "console.h"
 #include "convertcommand.h"
 #include "diffcommand.h"
+#include "readcommand.h"
 #include "showcommand.h"
+#include "verifycommand.h"
+#include "writecommand.h"
 
 #include <QCoreApplication>
 
@@ -15,6 +18,9 @@ CommandLine::CommandLine()
     commands.add(std::make_unique<ConvertCommand>());
     commands.add(std::make_unique<ShowCommand>());
     commands.add(std::make_unique<DiffCommand>());
+    commands.add(std::make_unique<ReadCommand>());
+    commands.add(std::make_unique<WriteCommand>());
+    commands.add(std::make_unique<VerifyCommand>());
     commands.add(std::make_unique<BundleCommand>());
 }
 
@@ -34,14 +40,17 @@ ExitCode CommandLine::run(const QStringList& arguments) const
 
 QString CommandLine::helpText() const
 {
-    return QStringLiteral("Usage: kelvaron-profiles COMMAND [OPTIONS] FILE...\n"
-                          "Looks at charging profiles and at the bundles that describe them.\n\n")
+    return QStringLiteral(
+               "Usage: kelvaron-profiles COMMAND [OPTIONS] FILE...\n"
+               "Looks at charging profiles and at the bundles that describe them, and moves profiles\n"
+               "between files and the charger.\n\n")
            + commands.helpText()
            + QStringLiteral(
                "\nOptions:\n"
                "  -h, --help     Shows this text, or a command's own after its name.\n"
                "  -v, --version  Shows the version of this program.\n\n"
                "Exit codes: 0 done, 1 problems or differences were found, 2 the command line is\n"
-               "wrong, 3 a file cannot be read or written, 4 a fault of this program. The bundle\n"
-               "commands end with 1 for a file that cannot be read or written.");
+               "wrong, 3 a file or the charger cannot be read or written, 4 a fault of this\n"
+               "program. The bundle commands end with 1 for a file that cannot be read or\n"
+               "written.");
 }

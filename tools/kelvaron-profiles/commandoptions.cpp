@@ -29,6 +29,14 @@ void CommandOptions::addJsonOption()
         QCommandLineOption(QStringLiteral("json"), QStringLiteral("Writes the result as JSON.")));
 }
 
+void CommandOptions::addHtmlOption()
+{
+    parser.addOption(QCommandLineOption(
+        QStringLiteral("html"),
+        QStringLiteral("Writes the result as one page for a browser or a printer.")));
+    hasHtml = true;
+}
+
 std::optional<ExitCode> CommandOptions::parse(const QStringList& arguments)
 {
     const bool understood = parser.parse(arguments);
@@ -40,6 +48,9 @@ std::optional<ExitCode> CommandOptions::parse(const QStringList& arguments)
     }
     if (!understood) {
         return usageError(parser.errorText());
+    }
+    if (hasHtml && isHtml() && isJson()) {
+        return usageError(QStringLiteral("--html and --json exclude each other"));
     }
     const int count = files().size();
     if (count < fileCount) {

@@ -24,6 +24,10 @@ public:
 
     /// --json
     void addJsonOption();
+    /// Adds --html, which excludes --json.
+    void addHtmlOption();
+    bool isHtml() const { return parser.isSet(QStringLiteral("html")); }
+
     bool isJson() const { return parser.isSet(QStringLiteral("json")); }
 
     /// Reads the command line. Returns the exit code when the command has nothing left to do: after
@@ -47,4 +51,5 @@ private:
     QString commandName;
     int fileCount = 0;
     bool isRepeatable = false;
+    bool hasHtml = false;
 };

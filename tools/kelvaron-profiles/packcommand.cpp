@@ -2,8 +2,11 @@
 
 #include "bundleformat.h"
 #include "bundlewriter.h"
+#include "checkedfile.h"
 #include "commandoptions.h"
 #include "console.h"
+#include "countedtext.h"
+#include "problemreport.h"
 #include "textinput.h"
 #include "versionstring.h"
 
@@ -54,6 +57,10 @@ ExitCode PackCommand::run(const QStringList& arguments) const
                              "A key of the bundle, such as VERSION=1.0.0 or "
                              "MIN_SOFTWARE_VERSION_REQUIRED=0.9. Repeatable.",
                              "KEY=VALUE"));
+    options.addOption(QCommandLineOption(
+        QStringLiteral("force"),
+        QStringLiteral(
+            "Packs a settings header with errors too; they are reported all the same.")));
     if (const std::optional<ExitCode> done = options.parse(arguments)) {
         return *done;
     }
@@ -91,6 +98,15 @@ ExitCode PackCommand::run(const QStringList& arguments) const
             return ExitCode::ProblemsFound;
         }
     }
+    const int errors = reportErrors(options.value(QStringLiteral("schema")));
+    if (errors > 0 && !options.isSet(QStringLiteral("force"))) {
+        printError(
+            options.value(QStringLiteral("schema")),
+            QStringLiteral("%1 in the settings header, nothing was written; correct the "
+                           "header, or pack it as it is with --force")
+                .arg(countedText(errors, QStringLiteral("error"), QStringLiteral("errors"))));
+        return ExitCode::ProblemsFound;
+    }
     const QString output = options.value(QStringLiteral("output"));
     if (!writer.write(output)) {
         printError(output, QStringLiteral("cannot be written: ") + writer.error());
@@ -120,6 +136,18 @@ bool PackCommand::addKeys(const CommandOptions& options, BundleWriter& writer, Q
         return false;
     }
     return true;
+}
+
+int PackCommand::reportErrors(const QString& schemaPath)
+{
+    Problems errors;
+    for (const Problem& problem : CheckedFile(schemaPath).problems()) {
+        if (problem.severity != Problem::Severity::Warning) {
+            errors.append(problem);
+        }
+    }
+    ProblemReport::printProblems(schemaPath, errors);
+    return errors.size();
 }
 
 bool PackCommand::addFile(const QString& name, const QString& path, BundleWriter& writer)

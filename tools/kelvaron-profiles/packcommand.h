@@ -15,5 +15,6 @@ public:
 
 private:
     static bool addKeys(const CommandOptions& options, BundleWriter& writer, QString& error);
+    static int reportErrors(const QString& schemaPath);
     static bool addFile(const QString& name, const QString& path, BundleWriter& writer);
 };

@@ -1,6 +1,7 @@
 #include "problemreport.h"
 
 #include "console.h"
+#include "countedtext.h"
 
 #include <QJsonObject>
 
@@ -12,12 +13,6 @@ QString severityWord(const Problem& problem)
 {
     return problem.severity == Problem::Severity::Warning ? QStringLiteral("warning")
                                                           : QStringLiteral("error");
-}
-
-QString counted(int number, const QString& word)
-{
-    return QStringLiteral("%1 %2%3").arg(QString::number(number), word,
-                                         number == 1 ? QString() : QStringLiteral("s"));
 }
 } // namespace
 
@@ -80,6 +75,7 @@ QString ProblemReport::summary(const Problems& problems)
     if (problems.isEmpty()) {
         return QStringLiteral("no problems found");
     }
-    return counted(errors(problems), QStringLiteral("error")) + QStringLiteral(", ")
-           + counted(warnings(problems), QStringLiteral("warning"));
+    return countedText(errors(problems), QStringLiteral("error"), QStringLiteral("errors"))
+           + QStringLiteral(", ")
+           + countedText(warnings(problems), QStringLiteral("warning"), QStringLiteral("warnings"));
 }

@@ -17,6 +17,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 using HEXGeneratorParser::ReadFromHEX;
 using HParser::StructSetting;
 using ImportProfiles::ImportedValues;
@@ -34,8 +36,8 @@ void setFlag(ProfileSettings& profile, const char* name, bool on)
 }
 } // namespace
 
-ProfileFile::ProfileFile(const QString& path, HParser::Generator& schema)
-    : filePath(path), generator(schema)
+ProfileFile::ProfileFile(const QString& path, HParser::Generator& schema, const QString& shownName)
+    : filePath(path), userName(shownName.isEmpty() ? path : shownName), generator(schema)
 {}
 
 ProfileFile::~ProfileFile() = default;
@@ -197,6 +199,12 @@ void ProfileFile::readGlobalSettings(const ParsedProfile& parsed)
     for (const QString& line : report.lines()) {
         tell(warning, global->getDescriptiveName() + QStringLiteral(": ") + line);
     }
+}
+
+bool ProfileFile::hasErrors() const
+{
+    return std::any_of(problems.begin(), problems.end(),
+                       [](const QString& message) { return message.startsWith(error); });
 }
 
 QList<const ProfileSettings*> ProfileFile::profiles() const

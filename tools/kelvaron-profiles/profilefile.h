@@ -27,8 +27,9 @@ public:
         Hex
     };
 
-    /// `schema` is borrowed and outlives the file.
-    ProfileFile(const QString& filePath, HParser::Generator& schema);
+    /// `schema` is borrowed and outlives the file. `shownName` is what the user knows the file by;
+    /// without it the path.
+    ProfileFile(const QString& filePath, HParser::Generator& schema, const QString& shownName = {});
     ~ProfileFile();
     ProfileFile(const ProfileFile&) = delete;
     ProfileFile& operator=(const ProfileFile&) = delete;
@@ -40,10 +41,14 @@ public:
     /// True when there is something to go on with: profiles, or a sound file without any.
     bool isUsable() const { return usable; }
 
-    /// What was wrong, each to be printed behind the file's path.
+    /// What was wrong, each to be printed behind the file's name.
     QStringList messages() const { return problems; }
 
-    QString path() const { return filePath; }
+    /// True when something was left out or the file breaks off.
+    bool hasErrors() const;
+
+    /// The file as the user knows it.
+    QString name() const { return userName; }
     Format format() const { return fileFormat; }
     QString formatName() const;
 
@@ -68,6 +73,7 @@ private:
     void tell(const QString& severity, const QString& message);
 
     QString filePath;
+    QString userName;
     HParser::Generator& generator;
     Format fileFormat = Format::Hex;
     bool usable = false;

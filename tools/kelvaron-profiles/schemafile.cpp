@@ -1,50 +1,25 @@
 #include "schemafile.h"
 
-#include "KelvaronBundle/bundlechooser.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "checkedfile.h"
 #include "commandoptions.h"
 #include "console.h"
+#include "editorfolder.h"
 #include "problemreport.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QTemporaryDir>
-
-namespace
-{
-QString installationFolder()
-{
-    return QDir(QCoreApplication::applicationDirPath())
-        .filePath(QStringLiteral("KelvaronProfileEditorFiles"));
-}
-
-/// The newest bundle of the editor; empty when there is none that can be chosen.
-QString newestBundle()
-{
-    const QDir folder(installationFolder());
-    const QStringList names = folder.entryList({QStringLiteral("*.kelvaron")}, QDir::Files);
-    for (const QString& name : names) {
-        if (!KelvaronBundle::hasSoundKeyBlock(folder.filePath(name))) {
-            return {};
-        }
-    }
-    const auto choice = BundleChooser::mostRecent(folder.path());
-    return choice ? folder.filePath(choice->fileName) : QString();
-}
-} // namespace
 
 void SchemaFile::addOptions(CommandOptions& options)
 {
     options.addOption(QCommandLineOption(
         QStringLiteral("bundle"),
-        QStringLiteral(
-            "The bundle whose settings header describes the profiles; without this and "
-            "--header the newest one in KelvaronProfileEditorFiles beside this program."),
+        QStringLiteral("The bundle whose settings header describes the profiles; without this and "
+                       "--header the newest one in the editor's folder."),
         QStringLiteral("FILE")));
     options.addOption(QCommandLineOption(QStringLiteral("header"),
                                          QStringLiteral("The settings header itself."),
                                          QStringLiteral("FILE")));
+    EditorFolder::addOption(options);
 }
 
 std::optional<ExitCode> SchemaFile::load(const CommandOptions& options)
@@ -55,11 +30,13 @@ std::optional<ExitCode> SchemaFile::load(const CommandOptions& options)
                    ? options.usageError(QStringLiteral("--bundle and --header exclude each other"))
                    : loadHeader(options.value(QStringLiteral("header")));
     }
-    const QString path = isBundle ? options.value(QStringLiteral("bundle")) : newestBundle();
+    const QString path =
+        isBundle ? options.value(QStringLiteral("bundle")) : EditorFolder(options).newestSchema();
     if (path.isEmpty()) {
         return options.usageError(QStringLiteral("--bundle or --header is missing"));
     }
-    return loadBundle(path);
+    return isBundle || path.endsWith(QLatin1String(".kelvaron")) ? loadBundle(path)
+                                                                 : loadHeader(path);
 }
 
 std::optional<ExitCode> SchemaFile::loadBundle(const QString& path)

@@ -11,11 +11,10 @@ class CommandOptions;
 class SchemaFile
 {
 public:
-    /// Adds the options --bundle and --header.
+    /// Adds the options --bundle, --header and --folder.
     static void addOptions(CommandOptions& options);
 
-    /// Loads what the options name; without them the newest bundle in the editor's folder beside this
-    /// program. Returns the exit code when that cannot be done, which is reported then.
+    /// Loads what the options name; without them the newest of the editor's folder. Returns the exit code when that cannot be done, which is reported then.
     std::optional<ExitCode> load(const CommandOptions& options);
 
     HParser::Generator& generator() { return schema; }

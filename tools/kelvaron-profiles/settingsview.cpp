@@ -43,6 +43,14 @@ QString SettingsView::valueText(const QString& value, const QString& units)
     return units.isEmpty() ? text : text + QLatin1Char(' ') + units;
 }
 
+QString SettingsView::valueText(const StructSetting& setting)
+{
+    if (setting.settingType == StructSetting::BOOL) {
+        return setting.isOn() ? QStringLiteral("yes") : QStringLiteral("no");
+    }
+    return valueText(setting.getValue(), setting.units);
+}
+
 QList<SettingsView::Difference> SettingsView::differences(const StructSettings& left,
                                                           const StructSettings& right)
 {

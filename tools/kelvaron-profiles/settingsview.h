@@ -29,6 +29,9 @@ QList<const HParser::StructSetting*> settings(const HParser::StructSettings& str
 /// The value with its units.
 QString valueText(const QString& value, const QString& units);
 
+/// The setting's value with its units, for people: "yes" and "no" for a flag.
+QString valueText(const HParser::StructSetting& setting);
+
 /// What differs. REQUIRES: two copies of the same struct.
 QList<Difference> differences(const HParser::StructSettings& left,
                               const HParser::StructSettings& right);

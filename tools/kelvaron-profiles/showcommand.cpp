@@ -4,6 +4,7 @@
 #include "CBGenerator/structsettings.h"
 #include "commandoptions.h"
 #include "console.h"
+#include "profilecards.h"
 #include "profilefile.h"
 #include "profiles/profilesettings.h"
 #include "schemafile.h"
@@ -69,7 +70,7 @@ QJsonObject jsonOf(const ProfileFile& file)
                                     {QStringLiteral("chemistry"), profile->chemistry},
                                     {QStringLiteral("settings"), jsonOf(*profile->settings)}});
     }
-    QJsonObject object{{QStringLiteral("file"), file.path()},
+    QJsonObject object{{QStringLiteral("file"), file.name()},
                        {QStringLiteral("format"), file.formatName()},
                        {QStringLiteral("profiles"), profiles},
                        {QStringLiteral("messages"), QJsonArray::fromStringList(file.messages())}};
@@ -88,6 +89,7 @@ ExitCode ShowCommand::run(const QStringList& arguments) const
                        "them: every setting with its value."));
     SchemaFile::addOptions(options);
     options.addJsonOption();
+    options.addHtmlOption();
     options.addFileArgument(QStringLiteral("FILE"), QStringLiteral("XML or HEX."));
     if (const std::optional<ExitCode> done = options.parse(arguments)) {
         return *done;
@@ -98,9 +100,11 @@ ExitCode ShowCommand::run(const QStringList& arguments) const
     }
     ProfileFile file(options.file(), schema.generator());
     const ExitCode code = file.read();
-    printMessages(file.path(), file.messages());
+    printMessages(file.name(), file.messages());
     if (options.isJson()) {
         writeJson(QJsonDocument(jsonOf(file)));
+    } else if (options.isHtml()) {
+        writeOutput(ProfileCards::page(file));
     } else {
         printText(file);
     }

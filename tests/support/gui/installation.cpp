@@ -59,9 +59,9 @@ void MainWindowTest::installBundle(const QString& version, const QByteArray& sch
     file.close();
     QProcess tool;
     tool.start(KELVARON_PROFILES_EXECUTABLE,
-               {"bundle", "pack", "--output", pathOf("v" + version + ".kelvaron"), "--device",
-                QString(KELVARON_DEMO_DIR) + "/device.txt", "--schema", file.fileName(), "--key",
-                "VERSION=" + version});
+               {"bundle", "pack", "--force", "--output", pathOf("v" + version + ".kelvaron"),
+                "--device", QString(KELVARON_DEMO_DIR) + "/device.txt", "--schema", file.fileName(),
+                "--key", "VERSION=" + version});
     ASSERT_TRUE(tool.waitForFinished(patience));
     ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().constData();
 }
