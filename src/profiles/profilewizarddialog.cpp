@@ -68,6 +68,7 @@ void ProfileWizardDialog::askSettingsWizard()
     grid = new SettingsGridLayout(profile->settings, ui->horizontalLayoutWidget);
     ui->containerLayout->addLayout(grid);
     ui->containerLayout->setAlignment(grid, Qt::AlignLeft);
+    grid->widenIn(ui->gridScroll);
     grid->startEditing();
     grid->focusFirstEditor();
 }

@@ -6,10 +6,13 @@
 #include <QTimer>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace
 {
 constexpr int shownFor = 6000; // milliseconds
 constexpr int gap = 4;         // pixels to the field and to the window's edge
+constexpr int narrowest = 90;
 
 QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 {
@@ -19,14 +22,14 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 }
 } // namespace
 
-FieldNote::FieldNote(const QString& text, QWidget* notedField)
+FieldNote::FieldNote(const QString& text, QLineEdit* notedField)
     : QLabel(notedField->window()), field(notedField)
 {
     QAccessible::installFactory(makeInterface); // once, however often it is called
     setTextFormat(Qt::PlainText);
     setText(text);
     setAccessibleName(text);
-    setFont(field->font());
+    setFont(QToolTip::font());
     setPalette(QToolTip::palette());
     setBackgroundRole(QPalette::ToolTipBase);
     setForegroundRole(QPalette::ToolTipText);
@@ -68,24 +71,26 @@ void FieldNote::place()
     }
     // Reckoned from left to right, and turned round where the window runs the other way.
     const QRect area = window()->rect();
-    const QRect besideField = QStyle::visualRect(
+    const QRect fieldArea = QStyle::visualRect(
         layoutDirection(), area, QRect(field->mapTo(window(), QPoint(0, 0)), field->size()));
-    const int left = besideField.right() + gap;
-    fitWidth(area.right() - gap - left);
-    QRect placed(QPoint(left, 0), size());
-    placed.moveTop(besideField.center().y() - height() / 2);
-    move(QStyle::visualRect(layoutDirection(), area, placed).topLeft());
+    const int textEnd = fieldArea.left() + field->fontMetrics().horizontalAdvance(field->text());
+    const int leftmost = std::min(textEnd + 4 * gap, fieldArea.right() + gap);
+    const int rightmost = area.right() - gap;
+    const QSize fitted = sizeIn(std::max(narrowest, rightmost - leftmost));
+    const int left = std::min(fieldArea.right() + gap, rightmost - fitted.width());
+    const QRect placed(QPoint(left, fieldArea.center().y() - fitted.height() / 2), fitted);
+    setGeometry(QStyle::visualRect(layoutDirection(), area, placed));
     raise();
     show();
 }
 
-void FieldNote::fitWidth(int room)
+QSize FieldNote::sizeIn(int room)
 {
     setWordWrap(false);
-    QSize wanted = sizeHint();
-    if (wanted.width() > room) {
-        setWordWrap(true);
-        wanted = QSize(room, heightForWidth(room));
+    const QSize wanted = sizeHint();
+    if (wanted.width() <= room) {
+        return wanted;
     }
-    resize(wanted);
+    setWordWrap(true);
+    return {room, heightForWidth(room)};
 }

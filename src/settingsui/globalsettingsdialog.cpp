@@ -44,6 +44,7 @@ void GlobalSettingsDialog::inflateGrid()
     grid = new SettingsGridLayout(globalSettings->settings, ui->verticalLayoutWidget);
     ui->containerLayout->addLayout(grid);
     ui->containerLayout->setAlignment(grid, Qt::AlignTop | Qt::AlignLeft);
+    grid->widenIn(ui->gridScroll);
     grid->startEditing();
     grid->focusFirstEditor();
 }

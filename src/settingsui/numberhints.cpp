@@ -81,7 +81,7 @@ QString readable(const Formula& formula)
 }
 } // namespace
 
-QString NumberHints::limits(const StructSetting& setting)
+QStringList NumberHints::limits(const StructSetting& setting)
 {
     QString text = numberText(least(setting)) + QStringLiteral(" to ") + numberText(most(setting));
     if (!setting.units.isEmpty()) {
@@ -90,15 +90,16 @@ QString NumberHints::limits(const StructSetting& setting)
     const auto* defaultFormula = std::get<Formula*>(setting.defaultValue);
     text += QStringLiteral(", ") + precision(setting) + QStringLiteral(", default ")
             + numberText(defaultFormula->toDouble());
+    QStringList parts = {text};
     const QString lower = readable(*setting.lowerBound);
     if (!lower.isEmpty()) {
-        text += QStringLiteral("; at least ") + lower;
+        parts.append(QStringLiteral("at least ") + lower);
     }
     const QString upper = readable(*setting.upperBound);
     if (!upper.isEmpty()) {
-        text += QStringLiteral("; at most ") + upper;
+        parts.append(QStringLiteral("at most ") + upper);
     }
-    return text;
+    return parts;
 }
 
 QString NumberHints::correction(const StructSetting& setting, std::optional<double> typed)
@@ -119,6 +120,6 @@ QString NumberHints::correction(const StructSetting& setting, std::optional<doub
     if (typed.has_value()) {
         return change;
     }
-    return QStringLiteral("A number is needed here; ")
+    return QStringLiteral("Not a number: ")
            + (change.isEmpty() ? QStringLiteral("this is 0 now") : change);
 }

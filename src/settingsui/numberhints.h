@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -13,10 +13,10 @@ class StructSetting;
 /// so that a text is true only until the next change. Numbers are written as the editors show them.
 namespace NumberHints
 {
-/// "0.1 to 20 A, 2 decimal places, default 5", and with bounds that name other settings "; at least
-/// Cell Voltage; at most Current Limit".
+/// "0.1 to 20 A, 2 decimal places, default 5", and for bounds that name other settings "at least Cell
+/// Voltage" and "at most Current Limit".
 /// REQUIRES: a number setting whose formulas are built.
-QString limits(const HParser::StructSetting& setting);
+QStringList limits(const HParser::StructSetting& setting);
 
 /// What was changed of a number when the setting stored it: "20 is the most allowed here", "Rounded to
 /// 2 decimal places"; empty when it was taken as it is. Nothing typed is a text that was no number.

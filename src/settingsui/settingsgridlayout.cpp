@@ -6,7 +6,8 @@
 #include "settingsui/settingscheckbox.h"
 #include "settingsui/settingslineedit.h"
 
-#include <QWidget>
+#include <QResizeEvent>
+#include <QScrollArea>
 
 #include <algorithm>
 
@@ -43,10 +44,35 @@ SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* 
     setHorizontalSpacing(3);
     setColumnMinimumWidth(2, 3);
     setColumnMinimumWidth(SettingsGridRow::unitsColumn, 46);
+    setColumnStretch(SettingsGridRow::editorColumn, 1);
     inflateGrid();
 }
 
 SettingsGridLayout::~SettingsGridLayout() = default;
+
+void SettingsGridLayout::widenIn(QScrollArea* scroll)
+{
+    room = scroll->viewport()->width();
+    scroll->viewport()->installEventFilter(this);
+    update();
+}
+
+QSize SettingsGridLayout::sizeHint() const
+{
+    const QSize narrow = QGridLayout::sizeHint();
+    const int widest =
+        narrow.width() + SettingsGridRow::widestEditor - SettingsGridRow::editorWidth;
+    return {std::clamp(room, narrow.width(), widest), narrow.height()};
+}
+
+bool SettingsGridLayout::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize) {
+        room = static_cast<QResizeEvent*>(event)->size().width();
+        update();
+    }
+    return QGridLayout::eventFilter(watched, event);
+}
 
 void SettingsGridLayout::showSettings(StructSettings* structSettings)
 {

@@ -9,6 +9,7 @@
 #include <memory>
 
 class AdvancedModeToggleCheckBox;
+class QScrollArea;
 
 namespace HParser
 {
@@ -28,6 +29,13 @@ public:
     /// `parent`. The grid itself is in no layout yet: that of `parent` or one inside it takes it.
     SettingsGridLayout(HParser::StructSettings* structSettings, QWidget* parent);
     ~SettingsGridLayout() override;
+
+    /// Gives the editors what width there is in this scroll area, which holds the grid, up to the width
+    /// of a long text; as long as both live.
+    void widenIn(QScrollArea* scroll);
+
+    QSize sizeHint() const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// Shows another struct, in place of the one shown so far, disabled. Rows are used again where
     /// they are of the right kind.
@@ -76,6 +84,7 @@ private:
     QList<QWidget*> gridWidgets() const;
 
     QWidget* parentOfWidgets;
+    int room = 0; ///< pixels that the grid may be wide
     QPointer<HParser::StructSettings> settings;
     QVector<SettingsGridRow> rows;                       ///< from top to bottom
     QVector<SettingsGridRow> spareRows;                  ///< not shown, for other structs

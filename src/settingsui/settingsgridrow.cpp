@@ -12,8 +12,6 @@ using HParser::StructSetting;
 
 namespace
 {
-constexpr int editorWidth = 137; // a text of 15 characters; the grid still fits beside the list
-
 QFont gridFont()
 {
     return QFont(QStringLiteral("Lucida Grande"), 11);
@@ -35,7 +33,7 @@ QWidget* newPlainEditor(SettingsGridRow::Kind kind, QWidget* parent)
     case SettingsGridRow::NUMBER:
     case SettingsGridRow::TEXT: {
         auto* editor = new SettingsLineEdit(parent);
-        editor->setMinimumWidth(editorWidth);
+        editor->setMinimumWidth(SettingsGridRow::editorWidth);
         return editor;
     }
     case SettingsGridRow::FLAG:

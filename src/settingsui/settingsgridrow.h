@@ -33,6 +33,9 @@ public:
     static constexpr int editorColumn = 3;
     static constexpr int unitsColumn = 5;
 
+    static constexpr int editorWidth = 137;  ///< least, for 15 characters: fits beside the list
+    static constexpr int widestEditor = 300; ///< where there is room, for 18 wide letters
+
     /// Makes the widgets, children of `parent`, of a row that stands nowhere in the grid yet.
     SettingsGridRow(Kind kind, QGridLayout* grid, QWidget* parent);
 

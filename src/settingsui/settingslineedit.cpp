@@ -9,7 +9,6 @@
 
 #include <QHelpEvent>
 #include <QStyleOptionFrame>
-#include <QTextDocument>
 #include <QTimer>
 #include <QToolTip>
 
@@ -120,6 +119,7 @@ void SettingsLineEdit::noteCorrection()
     if (!correction.isEmpty() && isVisible()) {
         const QString text = correction;
         removeNote();
+        delete window()->findChild<FieldNote*>(QString(), Qt::FindDirectChildrenOnly);
         note = new FieldNote(text, this);
     }
 }
@@ -160,7 +160,7 @@ void SettingsLineEdit::accessibilityActiveChanged(bool active)
 
 void SettingsLineEdit::describeForReader()
 {
-    const QString description = isRead ? describe() : describeInBrief();
+    const QString description = isRead ? describe().join(QStringLiteral("; ")) : describeInBrief();
     if (accessibleDescription() != description) { // the same one again would be announced
         setAccessibleDescription(description);
     }
@@ -173,11 +173,11 @@ QString SettingsLineEdit::describeInBrief() const
     return parts.join(QStringLiteral(", "));
 }
 
-QString SettingsLineEdit::describe() const
+QStringList SettingsLineEdit::describe() const
 {
     QStringList parts;
     if (setting->settingType == HParser::StructSetting::NUM) {
-        parts.append(NumberHints::limits(*setting));
+        parts = NumberHints::limits(*setting);
     } else if (setting->arraySize > 1) {
         parts.append(maxLength() == 1 ? QStringLiteral("1 character")
                                       : QStringLiteral("up to %1 characters").arg(maxLength()));
@@ -185,7 +185,7 @@ QString SettingsLineEdit::describe() const
     if (!setting->categoryLabel.isEmpty()) {
         parts.append(setting->categoryLabel);
     }
-    return parts.join(QStringLiteral("; "));
+    return parts;
 }
 
 bool SettingsLineEdit::event(QEvent* event)
@@ -199,10 +199,17 @@ bool SettingsLineEdit::event(QEvent* event)
 
 void SettingsLineEdit::showTip(const QPoint& place)
 {
-    const QString description = describe();
-    const QString tip = isTextCut() ? text() + QLatin1Char('\n') + description : description;
+    QStringList lines = describe();
+    if (isTextCut()) {
+        lines.prepend(text());
+    }
+    for (QString& line : lines) {
+        line = line.toHtmlEscaped();
+    }
     // Shown for the window, for the look of the grid is not that of a tooltip.
-    QToolTip::showText(place, Qt::convertFromPlainText(tip, Qt::WhiteSpaceNormal), window());
+    QToolTip::showText(
+        place, QStringLiteral("<p style='white-space:pre'>") + lines.join(QStringLiteral("<br>")),
+        window());
 }
 
 bool SettingsLineEdit::isTextCut() const

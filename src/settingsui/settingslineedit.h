@@ -60,7 +60,7 @@ private:
     void saveNumber();
     void noteCorrection();
     void removeNote();
-    QString describe() const;
+    QStringList describe() const;
     bool isTextCut() const;
     void showTip(const QPoint& place);
 

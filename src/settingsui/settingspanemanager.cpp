@@ -106,6 +106,7 @@ void SettingsPaneManager::showGrid()
         container->setLayout(grid);
         ui->containerScroll->setWidget(container);
         SettingsGridScroll::dress(ui->containerScroll);
+        grid->widenIn(ui->containerScroll);
         return;
     }
     grid->showSettings(settings);
