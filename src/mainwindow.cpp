@@ -56,6 +56,7 @@ void MainWindow::extraUIAdditions()
     MenuKey::install(ui->menuBar);
     new PromptShortcuts(this);
     new KeyboardReturn(this);
+    setContextMenuPolicy(Qt::NoContextMenu); // its menu would hide the toolbar, with no way back
     addToolbarActions();
     addToolbarTitle();
     ui->mainToolBar->setFloatable(false);
