@@ -12,6 +12,7 @@
 #include "folderseat.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
+#include "profiles/profilebackups.h"
 #include "profiles/profilenameslistmanager.h"
 #include "settingsui/globalsettingsmanager.h"
 #include "settingsui/settingspanemanager.h"
@@ -199,6 +200,7 @@ void MainWindow::reloadBundle()
         MessageDialogs::backupFailed(this);
         return;
     }
+    profileBackups->keep(ProfileBackups::Occasion::RELOADED);
     createRequiredFiles();
     if (!hasSchemaFile()) {
         MessageDialogs::cbFileMissing(this);
@@ -223,6 +225,7 @@ bool MainWindow::backUpProfiles(const QString& fileName)
 /// False when the list could not be saved and the user would rather keep it.
 bool MainWindow::backUpBeforeReplacing()
 {
+    profileBackups->keep(ProfileBackups::Occasion::REPLACED);
     const QString backupFile = seat->ownName(QStringLiteral("backup_before_replace.xml"));
     return backUpProfiles(backupFile)
            || MessageDialogs::askReplaceWithoutBackup(this, backupFile) == QMessageBox::Yes;

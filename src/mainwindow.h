@@ -9,6 +9,7 @@ class COMDeviceWatcher;
 class FolderSeat;
 class GlobalSettingsManager;
 class KelvaronBundle;
+class ProfileBackups;
 class ProfileNamesListManager;
 class ProfileRescue;
 class QAction;
@@ -115,6 +116,7 @@ private:
     ImportProfiles::ImportProfilesMain* importProfilesMain = nullptr;
     XMLGeneratorParser::XMLManager* xmlManager = nullptr;
     ProfileRescue* profileRescue = nullptr;
+    ProfileBackups* profileBackups = nullptr;
     HEXGeneratorParser::HEXManager* hexManager = nullptr;
     GlobalSettingsManager* globalSettingsManager = nullptr;
     UploadDownload::UploadDownloadManager* uploadDownloadManager = nullptr;

@@ -3,6 +3,7 @@
 #include "HEXGeneratorParser/hexmanager.h"
 #include "HEXGeneratorParser/readfromhex.h"
 #include "messagedialogs.h"
+#include "profiles/profilebackups.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QMessageBox>
@@ -42,6 +43,12 @@ void UploadDownloadManager::on_writeButtonPressed()
     auto* dialog = new UploadDownloadDialog(true, dialogParent()); // deletes itself when closed
     dialog->setFileLocation(uploadFileName);
     dialog->setImage(hexManager->image());
+    if (backups != nullptr) {
+        // The list may be another one when a transfer ends whose dialog was closed.
+        dialog->setOnWritten(backups, [this, list = backups->current()] {
+            backups->keep(ProfileBackups::Occasion::WRITTEN, list);
+        });
+    }
 }
 
 void UploadDownloadManager::on_readButtonPressed()
@@ -64,6 +71,10 @@ void UploadDownloadManager::importProfiles()
         hexManager->importProfiles(downloadFileName);
     } catch (int error) {
         showImportError(dialogParent(), error);
+        return;
+    }
+    if (backups != nullptr) {
+        backups->keep(ProfileBackups::Occasion::READ);
     }
 }
 
