@@ -19,13 +19,19 @@ void clearMarksWhileTyping(QFileDialog* dialog)
     }
 }
 
-QString askFileName(QWidget* parent, const QString& caption, const QString& folder,
-                    const QString& filter, QFileDialog::FileMode fileMode,
-                    QFileDialog::AcceptMode acceptMode)
+/// Puts a name into the dialog, ready to be typed over.
+void offer(QFileDialog* dialog, const QString& fileName)
 {
-    const QPointer<QFileDialog> dialog = new QFileDialog(parent, caption, folder, filter);
-    dialog->setFileMode(fileMode);
-    dialog->setAcceptMode(acceptMode);
+    dialog->selectFile(fileName);
+    if (auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+        field->selectAll();
+    }
+}
+
+/// Takes over the dialog and deletes it.
+QString askFileName(QFileDialog* shown)
+{
+    const QPointer<QFileDialog> dialog(shown);
     dialog->setSupportedSchemes({QStringLiteral("file")});
     clearMarksWhileTyping(dialog);
     const bool isAccepted = dialog->exec() == QDialog::Accepted;
@@ -41,13 +47,18 @@ QString askFileName(QWidget* parent, const QString& caption, const QString& fold
 QString FileDialogs::openFileName(QWidget* parent, const QString& caption, const QString& folder,
                                   const QString& filter)
 {
-    return askFileName(parent, caption, folder, filter, QFileDialog::ExistingFile,
-                       QFileDialog::AcceptOpen);
+    auto* dialog = new QFileDialog(parent, caption, folder, filter);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    return askFileName(dialog);
 }
 
 QString FileDialogs::saveFileName(QWidget* parent, const QString& caption, const QString& folder,
-                                  const QString& filter)
+                                  const QString& filter, const QString& fileName)
 {
-    return askFileName(parent, caption, folder, filter, QFileDialog::AnyFile,
-                       QFileDialog::AcceptSave);
+    auto* dialog = new QFileDialog(parent, caption, folder, filter);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    if (!fileName.isEmpty()) {
+        offer(dialog, fileName);
+    }
+    return askFileName(dialog);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-class QString;
+#include <QString>
+
 class QWidget;
 
 /// The application's dialogs for choosing a file: the system's own where there is one, else Qt's.
@@ -17,7 +18,8 @@ public:
     static QString openFileName(QWidget* parent, const QString& caption, const QString& folder,
                                 const QString& filter);
 
-    /// A file to be written; the dialog asks before it returns one that exists.
+    /// A file to be written; the dialog asks before it returns one that exists. It offers `fileName`,
+    /// a name without a folder, which may be empty.
     static QString saveFileName(QWidget* parent, const QString& caption, const QString& folder,
-                                const QString& filter);
+                                const QString& filter, const QString& fileName = {});
 };

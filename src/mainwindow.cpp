@@ -13,6 +13,7 @@
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
 #include "profiles/liststatus.h"
+#include "profiles/profilebackups.h"
 #include "profiles/profilelistactions.h"
 #include "profiles/profilenameslistmanager.h"
 #include "profiles/profilerescue.h"
@@ -62,6 +63,7 @@ void MainWindow::extraUIAdditions()
     MenuKey::install(ui->menuBar);
     new PromptShortcuts(this);
     new KeyboardReturn(this);
+    setContextMenuPolicy(Qt::NoContextMenu); // its menu would hide the toolbar, with no way back
     addToolbarActions();
     addToolbarTitle();
     ui->mainToolBar->setFloatable(false);
@@ -249,6 +251,7 @@ void MainWindow::reloadBundle()
         MessageDialogs::backupFailed(this);
         return;
     }
+    profileBackups->keep(ProfileBackups::Occasion::RELOADED);
     createRequiredFiles();
     if (!hasSchemaFile()) {
         MessageDialogs::cbFileMissing(this);
@@ -273,6 +276,7 @@ bool MainWindow::backUpProfiles(const QString& fileName)
 /// False when the list could not be saved and the user would rather keep it.
 bool MainWindow::backUpBeforeReplacing()
 {
+    profileBackups->keep(ProfileBackups::Occasion::REPLACED);
     const QString backupFile = seat->ownName(QStringLiteral("backup_before_replace.xml"));
     return backUpProfiles(backupFile)
            || MessageDialogs::askReplaceWithoutBackup(this, backupFile) == QMessageBox::Yes;

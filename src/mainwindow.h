@@ -9,6 +9,7 @@ class COMDeviceWatcher;
 class FolderSeat;
 class GlobalSettingsManager;
 class KelvaronBundle;
+class ProfileBackups;
 class ProfileNamesListManager;
 class ProfileRescue;
 class QAction;
@@ -121,6 +122,7 @@ private:
     XMLGeneratorParser::XMLManager* xmlManager = nullptr;
     XMLGeneratorParser::ProfileClipboard* profileClipboard = nullptr;
     ProfileRescue* profileRescue = nullptr;
+    ProfileBackups* profileBackups = nullptr;
     HEXGeneratorParser::HEXManager* hexManager = nullptr;
     GlobalSettingsManager* globalSettingsManager = nullptr;
     UploadDownload::UploadDownloadManager* uploadDownloadManager = nullptr;

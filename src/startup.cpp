@@ -16,6 +16,7 @@
 #include "mainwindow.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
+#include "profiles/profilebackups.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenameslistmanager.h"
 #include "profiles/profilerescue.h"
@@ -269,6 +270,17 @@ void MainWindow::createManagers()
         ui->profileNamesList, [this] { return xmlManager->document(); }, savedProfilesFolder,
         seat->ownName(QStringLiteral("rescued_profiles")), this);
 
+    profileBackups = new ProfileBackups(
+        [this] { return ui->profileNamesList->count() > 0 ? xmlManager->document() : QString(); },
+        savedProfilesFolder + QStringLiteral("/backups"), seat->ownName(QStringLiteral("profiles")),
+        this);
+    connect(profileBackups, &ProfileBackups::notKept, ui->statusBar, [this](const QString& text) {
+        constexpr int shownFor = 20000; // milliseconds
+        ui->statusBar->showMessage(text, shownFor);
+    });
+    connect(profileNamesListManager, &ProfileNamesListManager::aboutToDeleteAll, profileBackups,
+            [this] { profileBackups->keep(ProfileBackups::Occasion::DELETED); });
+
     hexManager = new HEXManager(this, ui->profileNamesList, generator, importProfilesMain, this);
     connect(ui->actionExportHEX, &QAction::triggered, hexManager,
             &HEXManager::on_exportAsHEXButtonClicked);
@@ -294,6 +306,7 @@ void MainWindow::createManagers()
     xmlManager->setReplaceGuard(guard);
     hexManager->setReplaceGuard(guard);
     uploadDownloadManager->setReplaceGuard(guard);
+    uploadDownloadManager->setBackups(profileBackups);
 
     newFirmwareCheckerManager = new NewFirmwareCheckerManager(this);
     connect(ui->actionCheckNewFirmware, &QAction::triggered, newFirmwareCheckerManager,

@@ -328,6 +328,7 @@ void FirmwareFlasher::report(const std::function<void()>& show)
             show();
             if (self != nullptr) { // the window may have gone while the dialog was open
                 ui->submitButton->setEnabled(true);
+                emit ended();
             }
         },
         Qt::QueuedConnection);

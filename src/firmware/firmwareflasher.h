@@ -69,6 +69,10 @@ signals:
     /// A flash was verified; once a run.
     void flashed();
 
+    /// A run is over, successful or not, and the user has seen its result. Not emitted for a run that
+    /// was given up.
+    void ended();
+
 public slots:
     /// Takes in what the uploader has printed.
     void readStream();

@@ -64,6 +64,7 @@ KelvaronFirmwareToolWindow::KelvaronFirmwareToolWindow(QWidget* parent)
     ui->consoleOut->hide();
     lastDirectory = QDir(QStringLiteral("./"));
     connect(flasher, &FirmwareFlasher::flashed, this, &KelvaronFirmwareToolWindow::flashed);
+    connect(flasher, &FirmwareFlasher::ended, this, [this] { setChoicesEnabled(true); });
     ScreenFit::centre(this);
     show();
 }
@@ -122,6 +123,7 @@ void KelvaronFirmwareToolWindow::on_submitButton_clicked()
         return;
     }
     ui->submitButton->setEnabled(false);
+    setChoicesEnabled(false);
     flasher->setComPort(ui->comPortsDropdown->currentText());
     try {
         flasher->startFlashing();
@@ -130,9 +132,19 @@ void KelvaronFirmwareToolWindow::on_submitButton_clicked()
         FirmwareErrors::error10(this);
         if (self != nullptr) {
             ui->submitButton->setEnabled(true);
+            setChoicesEnabled(true);
             close();
         }
     }
+}
+
+/// What is flashed, and through which port, is settled while a flash goes on.
+void KelvaronFirmwareToolWindow::setChoicesEnabled(bool enabled)
+{
+    ui->fileInputBox->setEnabled(enabled);
+    ui->selectFileButton->setEnabled(enabled);
+    ui->comPortsDropdown->setEnabled(enabled);
+    ui->actionLoad_File->setEnabled(enabled);
 }
 
 bool KelvaronFirmwareToolWindow::mayBeFlashed(const QString& path)

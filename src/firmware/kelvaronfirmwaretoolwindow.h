@@ -62,6 +62,7 @@ private:
     void showSelectedFile(const QString& path);
     bool mayBeFlashed(const QString& path);
     void showAdvancedOptions(bool shown);
+    void setChoicesEnabled(bool enabled);
 
     std::unique_ptr<Ui::KelvaronFirmwareToolWindow> ui;
     std::unique_ptr<PortDropdown> portDropdown;

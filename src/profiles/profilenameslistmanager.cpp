@@ -406,6 +406,7 @@ bool ProfileNamesListManager::deleteAllProfilesAskConfirmation()
     if (MessageDialogs::askDeleteAllProfiles(parentWidget) != QMessageBox::Yes) {
         return false;
     }
+    emit aboutToDeleteAll();
     deleteAllProfilesNoConfirmation();
     return true;
 }

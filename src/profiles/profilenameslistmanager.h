@@ -87,6 +87,9 @@ signals:
     /// The list has become empty.
     void noMoreProfilesLeft();
 
+    /// The user has agreed to delete all profiles, which are still there.
+    void aboutToDeleteAll();
+
     /// What canUndo() returns may have changed.
     void historyChanged();
 

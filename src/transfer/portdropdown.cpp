@@ -1,5 +1,6 @@
 #include "transfer/portdropdown.h"
 
+#include "transfer/portlistmodel.h"
 #include "transfer/qextserialenumerator.h"
 
 #include <QAbstractItemView>
@@ -7,6 +8,7 @@
 
 PortDropdown::PortDropdown(QComboBox* comboBox) : box(comboBox)
 {
+    box->setModel(new PortListModel(box));
     box->view()->setAccessibleName(box->accessibleName());
 }
 

@@ -24,6 +24,12 @@ QStringList PortTurns::descriptions() const
     return texts;
 }
 
+bool PortTurns::isInUse(const QString& portName) const
+{
+    return std::any_of(turns.cbegin(), turns.cend(),
+                       [&portName](const PortTurn* turn) { return turn->getPort() == portName; });
+}
+
 void PortTurns::add(PortTurn* turn)
 {
     turns.append(turn);

@@ -19,6 +19,9 @@ public:
     /// What is being done and what waits, a text for the user each, in the order of their requests.
     QStringList descriptions() const;
 
+    /// Whether this program uses the port, or is about to.
+    bool isInUse(const QString& portName) const;
+
 signals:
     /// descriptions() has changed.
     void changed();

@@ -62,6 +62,12 @@ void UploadDownloadDialog::setFileLocation(const QString& path)
     fileLocation = path;
 }
 
+void UploadDownloadDialog::setOnWritten(const QObject* context, std::function<void()> function)
+{
+    writtenContext = context;
+    onWritten = std::move(function);
+}
+
 void UploadDownloadDialog::on_okButtonPressed()
 {
     if (isDone) {
@@ -81,6 +87,9 @@ void UploadDownloadDialog::startWorker()
     if (isWriteMode) {
         auto* worker = new UploadProfiles(transferPort, fileLocation, parent());
         worker->setImage(image);
+        if (onWritten && writtenContext != nullptr) {
+            connect(worker, &UploadProfiles::finished, writtenContext, onWritten);
+        }
         connect(worker, &UploadProfiles::finished, this,
                 &UploadDownloadDialog::uploadDownloadSuccess);
         connect(worker, &UploadProfiles::errorUploading, this,

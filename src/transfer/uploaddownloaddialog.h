@@ -7,8 +7,10 @@
 #include <QByteArray>
 #include <QDialog>
 #include <QList>
+#include <QPointer>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace Ui
@@ -41,6 +43,10 @@ public:
     /// UploadProfiles::setImage().
     void setImage(const QByteArray& hexFile) { image = hexFile; }
 
+    /// What is called when that file is in the charger, also when this dialog has been closed by then; not
+    /// any more when `context` has gone. Set before the button is pressed.
+    void setOnWritten(const QObject* context, std::function<void()> function);
+
 signals:
     /// An operation has succeeded.
     void finished();
@@ -67,6 +73,8 @@ private:
     bool isDone = false; ///< an operation has succeeded
     QString fileLocation;
     QByteArray image;
+    QPointer<const QObject> writtenContext;
+    std::function<void()> onWritten;
     QString
         transferPort; ///< of the last transfer; the charger is still there when it is not listed
     std::unique_ptr<Ui::UploadDownloadDialog> ui;

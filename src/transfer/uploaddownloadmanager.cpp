@@ -3,6 +3,7 @@
 #include "HEXGeneratorParser/hexmanager.h"
 #include "HEXGeneratorParser/readfromhex.h"
 #include "messagedialogs.h"
+#include "profiles/profilebackups.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QMessageBox>
@@ -43,6 +44,12 @@ void UploadDownloadManager::on_writeButtonPressed()
     dialog->setFileLocation(uploadFileName);
     dialog->setImage(hexManager->image());
     connect(dialog, &UploadDownloadDialog::finished, this, &UploadDownloadManager::listWritten);
+    if (backups != nullptr) {
+        // The list may be another one when a transfer ends whose dialog was closed.
+        dialog->setOnWritten(backups, [this, list = backups->current()] {
+            backups->keep(ProfileBackups::Occasion::WRITTEN, list);
+        });
+    }
 }
 
 void UploadDownloadManager::on_readButtonPressed()
@@ -69,6 +76,10 @@ void UploadDownloadManager::importProfiles()
         }
     } catch (int error) {
         showImportError(dialogParent(), error);
+        return;
+    }
+    if (backups != nullptr) {
+        backups->keep(ProfileBackups::Occasion::READ);
     }
 }
 

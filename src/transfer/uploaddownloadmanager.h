@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 
+class ProfileBackups;
 class QWidget;
 
 namespace HEXGeneratorParser
@@ -26,6 +27,9 @@ public:
 
     /// What is asked before the charger's profiles replace the list; nothing is asked without one.
     void setReplaceGuard(ReplaceGuard guard) { replaceGuard = std::move(guard); }
+
+    /// Where the list is kept after it was written or read; nowhere without them. Borrowed.
+    void setBackups(ProfileBackups* profileBackups) { backups = profileBackups; }
 
     /// Tells why a file could not be imported: `error` is what HEXManager::importProfiles() throws.
     static int showImportError(QWidget* parent, int error);
@@ -52,6 +56,7 @@ private:
 
     HEXGeneratorParser::HEXManager* hexManager;
     ReplaceGuard replaceGuard;
+    ProfileBackups* backups = nullptr;
     const QString downloadFileName = QStringLiteral("downloadedProfiles.hex");
     const QString uploadFileName = QStringLiteral("profilesToUpload.hex");
 };

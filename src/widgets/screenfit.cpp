@@ -69,6 +69,9 @@ void ScreenFit::centre(QWidget* window)
     if (owner == nullptr || !owner->window()->isVisible()) {
         return;
     }
+    // As large as it will be: what it shows may need more room than it has been given.
+    window->ensurePolished();
+    window->layout()->activate();
     QRect place = QRect(QPoint(), window->size()).marginsAdded(expectedFrame(*window));
     place.moveCenter(owner->window()->frameGeometry().center());
     window->move(movedInto(owner->screen()->availableGeometry(), place).topLeft());

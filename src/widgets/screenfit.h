@@ -24,7 +24,7 @@ public:
     /// has no frame, that of the window it belongs to counts, or else a generous guess.
     static QSize room(const QWidget& window);
 
-    /// Moves a window that is about to be shown over the middle of the window it belongs to, as far as
+    /// Moves a window with a layout that is about to be shown over the middle of the window it belongs to, as far as
     /// the screen has room there. Without a visible one the system chooses the place.
     static void centre(QWidget* window);
 

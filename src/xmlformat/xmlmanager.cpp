@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPointer>
 
 namespace XMLGeneratorParser
 {
@@ -80,6 +81,7 @@ void XMLManager::on_exportAsXMLButtonClicked()
     const bool isWritten = exportToXML(fileName);
     if (isWritten) {
         emit listSaved();
+        lastUsedName = QFileInfo(fileName).fileName();
     }
     MessageDialogs::message(
         parentWidget, QStringLiteral("Export to XML status"),
@@ -90,14 +92,23 @@ void XMLManager::on_exportAsXMLButtonClicked()
 
 QString XMLManager::askExportFileName()
 {
-    const QString chosen = FileDialogs::saveFileName(
-        parentWidget, QStringLiteral("Select XML File to Export Profiles"), lastUsedDirectory,
-        fileFilter);
-    if (chosen.isEmpty()) {
-        return {};
+    const QPointer<XMLManager> self(this); // goes with the window, be it from inside a dialog
+    QString offered = lastUsedName;
+    for (;;) {
+        const QString chosen = FileDialogs::saveFileName(
+            parentWidget, QStringLiteral("Select XML File to Export Profiles"), lastUsedDirectory,
+            fileFilter, offered);
+        if (chosen.isEmpty()) {
+            return {};
+        }
+        updateLastUsedDirectory(chosen);
+        const QString completed =
+            ExportFileName::complete(parentWidget, chosen, QStringLiteral("xml"));
+        if (self == nullptr || !completed.isEmpty()) {
+            return completed;
+        }
+        offered = QFileInfo(chosen).fileName(); // an existing file is not to be replaced
     }
-    updateLastUsedDirectory(chosen);
-    return ExportFileName::complete(parentWidget, chosen, QStringLiteral("xml"));
 }
 
 void XMLManager::on_importFromXMLButtonClicked()
@@ -129,6 +140,9 @@ void XMLManager::loadFile(const QString& fileName)
         emit deleteAllProfiles();
     }
     const bool wasEmpty = profileList->count() == 0;
+    if (!reader.getProfiles().isEmpty() && reader.errorText().isEmpty()) {
+        lastUsedName = QFileInfo(fileName).fileName();
+    }
     deliver(reader, QFileInfo(fileName).fileName(), ImportOccasion::USER_IMPORT);
     if (wasEmpty && profileList->count() > 0) {
         emit listSaved();

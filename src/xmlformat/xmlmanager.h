@@ -67,6 +67,7 @@ signals:
     void deleteAllProfiles();
 
 public slots:
+    /// Asks for a file, offering the one that was loaded or saved last, and writes the list to it.
     void on_exportAsXMLButtonClicked();
     void on_importFromXMLButtonClicked();
 
@@ -82,5 +83,6 @@ private:
     ImportProfiles::ImportProfilesMain* importer;
     ReplaceGuard replaceGuard;
     QString lastUsedDirectory = QStringLiteral("saved_profiles");
+    QString lastUsedName; ///< of the file that was loaded or saved last, without its folder
 };
 } // namespace XMLGeneratorParser

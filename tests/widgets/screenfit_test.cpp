@@ -152,6 +152,9 @@ TEST_F(ScreenFitTest, CentresAWindowOverTheOneItBelongsTo)
     window.setGeometry(100, 150, 400, 300);
     showActive(window);
     auto* tool = new QWidget(&window, Qt::Window);
+    auto* content = new QLabel("needs more room than the window has been given");
+    content->setMinimumSize(350, 250);
+    (new QVBoxLayout(tool))->addWidget(content);
     tool->resize(200, 100);
     ScreenFit::centre(tool);
     tool->show();
@@ -164,6 +167,7 @@ TEST_F(ScreenFitTest, CentresNoWindowBeyondTheEdge)
     window.setGeometry(-150, -200, 400, 300);
     showActive(window);
     auto* tool = new QWidget(&window, Qt::Window);
+    (new QVBoxLayout(tool))->addWidget(new QLabel("tool"));
     tool->resize(500, 400);
     ScreenFit::centre(tool);
     tool->show();

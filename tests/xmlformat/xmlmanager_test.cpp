@@ -186,6 +186,7 @@ TEST_F(XmlExportTest, AsksBeforeACompletedNameOverwritesAFile)
         EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::No));
         clickOn(box->button(QMessageBox::No));
     });
+    expectSaveDialog("");
     save();
     EXPECT_EQ(readFile("saved_profiles/mine.xml"), "older");
     EXPECT_EQ(QDir(pathOf("saved_profiles")).entryList(QDir::Files), QStringList("mine.xml"));
@@ -201,6 +202,7 @@ TEST_F(XmlExportTest, QuestionShowsTheNameAsItIs)
         EXPECT_TRUE(shownText(*box).contains("a & b.xml")) << shownText(*box).toStdString();
         clickOn(box->button(QMessageBox::No));
     });
+    expectSaveDialog("");
     save();
     EXPECT_EQ(readFile("saved_profiles/a & b.xml"), "older");
 }
@@ -222,6 +224,7 @@ TEST_F(XmlExportTest, ClosingTheQuestionOverwritesNothing)
     writeFile("saved_profiles/mine.xml", "older");
     expectSaveDialog("mine");
     script.thenDo([](QWidget& dialog) { dialog.close(); });
+    expectSaveDialog("");
     save();
     EXPECT_EQ(readFile("saved_profiles/mine.xml"), "older");
 }

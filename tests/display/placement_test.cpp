@@ -1,0 +1,66 @@
+// Where the window manager puts windows with the large texts that a user may have chosen for the whole
+// desktop.
+
+#include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "support/gui/installation.h"
+#include "support/waiting.h"
+#include "transfer/fakeports.h"
+#include "transfer/uploaddownloaddialog.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QScreen>
+
+using FirmwareTool::KelvaronFirmwareToolWindow;
+using UploadDownload::UploadDownloadDialog;
+
+class PlacementOnDisplayTest : public MainWindowTest
+{
+protected:
+    PlacementOnDisplayTest()
+    {
+        QFont large = before;
+        large.setPointSizeF(24);
+        QApplication::setFont(large);
+        start();
+    }
+    ~PlacementOnDisplayTest() override { QApplication::setFont(before); }
+
+    static void expectPlacedOnScreen(const QWidget* shown)
+    {
+        ASSERT_NE(shown, nullptr);
+        ASSERT_TRUE(waitFor([&] { return shown->frameGeometry() != shown->geometry(); }));
+        const QSize placed = shown->size();
+        const QRect area = shown->screen()->availableGeometry();
+        EXPECT_TRUE(waitFor([&] { return area.contains(shown->frameGeometry()); }))
+            << shown->frameGeometry().x() << ',' << shown->frameGeometry().y();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(shown->size(), placed) << "grown after it was placed";
+    }
+
+    const QFont before = QApplication::font();
+    const FakePorts ports{{"/dev/serial/by-id/usb-Programming_Cable_of_the_Workshop-if00-port0"}};
+};
+
+TEST_F(PlacementOnDisplayTest, TransfersOpenWithTheirTitleBarOnTheScreen)
+{
+    for (int i = 0; i < 12; ++i) {
+        auto* dialog = new UploadDownloadDialog(i % 2 == 0, window.get());
+        expectPlacedOnScreen(dialog);
+        dialog->close();
+        flushDeletions();
+    }
+}
+
+TEST_F(PlacementOnDisplayTest, FirmwareToolOpensOverTheMiddleOfTheWindow)
+{
+    trigger(command("actionFlashFirmware"));
+    auto* tool = window->findChild<KelvaronFirmwareToolWindow*>();
+    expectPlacedOnScreen(tool);
+    const QRect area = window->screen()->availableGeometry();
+    const QPoint away =
+        tool->frameGeometry().center() - window->frameGeometry().intersected(area).center();
+    constexpr int frames = 40; // pixels, of both windows
+    EXPECT_LE(away.manhattanLength(), frames);
+    tool->close();
+}
