@@ -237,7 +237,7 @@ void SettingsLineEdit::showNumberHint()
 void SettingsLineEdit::showHint(const QString& hint)
 {
     if (hasFocus()) { // what the user did not enter is shown as it is
-        QToolTip::showText(mapToGlobal(rect().bottomLeft()), hint, this);
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), hint, window()); // for its look
     }
 }
 
