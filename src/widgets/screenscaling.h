@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 
+#include <vector>
+
 /// How the program follows the scale factor of a screen.
 namespace ScreenScaling
 {
@@ -14,4 +16,11 @@ inline void use()
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
+
+/// To be called right after the application object was made, with the arguments that it was given.
+///
+/// An X server without a setting of its own is measured in millimetres, and comes out at 1.001 or 1.04
+/// instead of 1: lines of a pixel then get lost. Such a factor is rounded: the program starts itself
+/// anew, for Qt takes another rule only before the first screen.
+void roundIfMeasured(std::vector<char*> arguments);
 } // namespace ScreenScaling
