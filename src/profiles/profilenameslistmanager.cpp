@@ -13,6 +13,7 @@
 #include "profiles/rowdrag.h"
 #include "profiles/seenrows.h"
 #include "settingsui/settingspanemanager.h"
+#include "widgets/flatscrollbar.h"
 
 #include <QListWidget>
 #include <QMessageBox>
@@ -36,6 +37,7 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     listWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     listWidget->setStyleSheet(
         QStringLiteral("QListWidget::item { border-bottom: 1px solid black; }"));
+    FlatScrollBar::dress(listWidget); // the rows are white
     setMoveButtonsEnabled(false);
     connect(listWidget, &QListWidget::itemClicked, this,
             &ProfileNamesListManager::on_listWidgetClicked);

@@ -1,7 +1,8 @@
 #include "settingsui/settingsgridscroll.h"
 
+#include "widgets/flatscrollbar.h"
+
 #include <QScrollArea>
-#include <QScrollBar>
 
 namespace
 {
@@ -11,37 +12,27 @@ const QString darkTexts = QStringLiteral("QWidget { color: black;"
                                          "  selection-background-color: rgb(0,80,180);"
                                          "  selection-color: white; }"
                                          "QWidget:disabled { color: rgb(90,90,90); }");
-
-// A white background takes the scroll bars' native look away.
-const QString flatScrollBar = QStringLiteral(
-    "QScrollBar { background: rgb(240,240,240); }"
-    "QScrollBar:vertical { width: 12px; } QScrollBar:horizontal { height: 12px; }"
-    "QScrollBar::handle { background: rgb(170,170,170); border-radius: 4px; margin: 2px; }"
-    "QScrollBar::handle:vertical { min-height: 24px; }"
-    "QScrollBar::handle:horizontal { min-width: 24px; }"
-    "QScrollBar::handle:hover { background: rgb(130,130,130); }"
-    "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }");
-
-void setStyles(QScrollArea* scroll, const QString& area, const QString& content,
-               const QString& scrollBar)
-{
-    scroll->setStyleSheet(area);
-    scroll->widget()->setStyleSheet(content);
-    scroll->verticalScrollBar()->setStyleSheet(scrollBar);
-    scroll->horizontalScrollBar()->setStyleSheet(scrollBar);
-}
 } // namespace
 
 void SettingsGridScroll::dress(QScrollArea* scroll)
 {
-    setStyles(scroll, QStringLiteral("background-color:white;"), darkTexts, flatScrollBar);
-    scroll->setFrameShape(QFrame::StyledPanel);
+    scroll->setStyleSheet(QStringLiteral("background-color:white;"));
+    scroll->widget()->setStyleSheet(darkTexts);
+    FlatScrollBar::dress(scroll);
+    // A plain frame: the style's own has gaps at fractional scales.
+    scroll->setFrameStyle(QFrame::Box | QFrame::Plain);
+    QPalette palette = scroll->palette();
+    palette.setColor(QPalette::WindowText, QColor(184, 184, 184));
+    scroll->setPalette(palette);
     scroll->setFocusPolicy(Qt::StrongFocus); // scrolls by keys
 }
 
 void SettingsGridScroll::undress(QScrollArea* scroll)
 {
-    setStyles(scroll, {}, {}, {});
+    scroll->setStyleSheet({});
+    scroll->widget()->setStyleSheet({});
+    FlatScrollBar::undress(scroll);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setPalette(QPalette());
     scroll->setFocusPolicy(Qt::NoFocus);
 }
