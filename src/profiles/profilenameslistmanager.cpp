@@ -13,7 +13,7 @@
 #include "profiles/rowdrag.h"
 #include "profiles/seenrows.h"
 #include "settingsui/settingspanemanager.h"
-#include "widgets/flatscrollbar.h"
+#include "widgets/plainarea.h"
 
 #include <QListWidget>
 #include <QMessageBox>
@@ -37,7 +37,7 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     listWidget->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     listWidget->setStyleSheet(
         QStringLiteral("QListWidget::item { border-bottom: 1px solid black; }"));
-    FlatScrollBar::dress(listWidget); // the rows are white
+    PlainArea::dress(listWidget);
     setMoveButtonsEnabled(false);
     connect(listWidget, &QListWidget::itemClicked, this,
             &ProfileNamesListManager::on_listWidgetClicked);

@@ -1,6 +1,6 @@
 #include "settingsui/settingsgridscroll.h"
 
-#include "widgets/flatscrollbar.h"
+#include "widgets/plainarea.h"
 
 #include <QScrollArea>
 
@@ -18,12 +18,7 @@ void SettingsGridScroll::dress(QScrollArea* scroll)
 {
     scroll->setStyleSheet(QStringLiteral("background-color:white;"));
     scroll->widget()->setStyleSheet(darkTexts);
-    FlatScrollBar::dress(scroll);
-    // A plain frame: the style's own has gaps at fractional scales.
-    scroll->setFrameStyle(QFrame::Box | QFrame::Plain);
-    QPalette palette = scroll->palette();
-    palette.setColor(QPalette::WindowText, QColor(184, 184, 184));
-    scroll->setPalette(palette);
+    PlainArea::dress(scroll);
     scroll->setFocusPolicy(Qt::StrongFocus); // scrolls by keys
 }
 
@@ -31,8 +26,6 @@ void SettingsGridScroll::undress(QScrollArea* scroll)
 {
     scroll->setStyleSheet({});
     scroll->widget()->setStyleSheet({});
-    FlatScrollBar::undress(scroll);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setPalette(QPalette());
+    PlainArea::undress(scroll);
     scroll->setFocusPolicy(Qt::NoFocus);
 }

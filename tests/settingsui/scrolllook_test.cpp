@@ -8,6 +8,22 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+namespace
+{
+void expectFrame(QWidget* area)
+{
+    const QImage image = area->grab().toImage();
+    const QColor line(184, 184, 184);
+    const int middleX = area->width() / 2;
+    const int middleY = area->height() / 2;
+    for (const QPoint& place :
+         {QPoint(middleX, 0), QPoint(middleX, area->height() - 1), QPoint(0, middleY),
+          QPoint(area->width() - 1, middleY), QPoint(area->width() - 1, area->height() - 1)}) {
+        EXPECT_EQ(image.pixelColor(place), line) << place.x() << ' ' << place.y();
+    }
+}
+} // namespace
+
 TEST(ScrollLook, ListAndPaneHaveScrollBarsOfOneKind)
 {
     EditorWindow window;
@@ -16,18 +32,10 @@ TEST(ScrollLook, ListAndPaneHaveScrollBarsOfOneKind)
               window.ui->containerScroll->verticalScrollBar()->styleSheet());
 }
 
-TEST(ScrollLook, PaneHasAFrameOnAllSides)
+TEST(ScrollLook, ListAndPaneHaveAFrameOnAllSides)
 {
     EditorWindow window;
     window.add("A");
-    const QWidget* pane = window.ui->containerScroll;
-    const QImage image = window.ui->containerScroll->grab().toImage();
-    const QColor line(184, 184, 184);
-    const int middleX = pane->width() / 2;
-    const int middleY = pane->height() / 2;
-    for (const QPoint& place :
-         {QPoint(middleX, 0), QPoint(middleX, pane->height() - 1), QPoint(0, middleY),
-          QPoint(pane->width() - 1, middleY), QPoint(pane->width() - 1, pane->height() - 1)}) {
-        EXPECT_EQ(image.pixelColor(place), line) << place.x() << ' ' << place.y();
-    }
+    expectFrame(window.ui->profileNamesList);
+    expectFrame(window.ui->containerScroll);
 }

@@ -1,4 +1,4 @@
-#include "widgets/flatscrollbar.h"
+#include "widgets/plainarea.h"
 
 #include <QAbstractScrollArea>
 #include <QScrollBar>
@@ -21,12 +21,18 @@ void setStyles(const QAbstractScrollArea* area, const QString& style)
 }
 } // namespace
 
-void FlatScrollBar::dress(const QAbstractScrollArea* area)
+void PlainArea::dress(QAbstractScrollArea* area)
 {
     setStyles(area, flat);
+    area->setFrameStyle(QFrame::Box | QFrame::Plain);
+    QPalette palette = area->palette();
+    palette.setColor(QPalette::WindowText, QColor(184, 184, 184)); // draws the frame
+    area->setPalette(palette);
 }
 
-void FlatScrollBar::undress(const QAbstractScrollArea* area)
+void PlainArea::undress(QAbstractScrollArea* area)
 {
     setStyles(area, {});
+    area->setFrameShape(QFrame::NoFrame);
+    area->setPalette(QPalette());
 }
