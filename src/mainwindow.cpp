@@ -42,6 +42,16 @@
 #include <QResizeEvent>
 #include <QStyle>
 
+namespace
+{
+/// An empty status leaves its room to the others.
+void showStatus(QLabel* label, const QString& text)
+{
+    label->setText(text);
+    label->setVisible(!text.isEmpty());
+}
+} // namespace
+
 MainWindow::~MainWindow()
 {
     FatalAssertion::setLastStep({}); // it would use this window
@@ -138,6 +148,7 @@ QLabel* MainWindow::addStatus(const QString& objectName, const QString& accessib
     status->setAccessibleName(accessibleName);
     status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     ui->statusBar->addWidget(status, 1);
+    status->hide();
     return status;
 }
 
@@ -151,11 +162,8 @@ void MainWindow::addListStatus()
     connect(xmlManager, &XMLGeneratorParser::XMLManager::listSaved, status, &ListStatus::markSaved);
     connect(uploadDownloadManager, &UploadDownload::UploadDownloadManager::listWritten, status,
             &ListStatus::markWritten);
-    connect(status, &ListStatus::changed, label, [label, status] {
-        label->setText(status->text());
-        label->setVisible(!label->text().isEmpty());
-    });
-    label->hide();
+    connect(status, &ListStatus::changed, label,
+            [label, status] { showStatus(label, status->text()); });
 }
 
 void MainWindow::addListActions()
@@ -183,7 +191,7 @@ void MainWindow::addTransferStatus()
     QLabel* status = addStatus(QStringLiteral("transferStatus"), QStringLiteral("Transfers"));
     // A transfer goes on when its dialog is closed; here is where it still can be seen.
     connect(&PortTurns::ofApplication(), &PortTurns::changed, status, [status] {
-        status->setText(PortTurns::ofApplication().descriptions().join(QStringLiteral("; ")));
+        showStatus(status, PortTurns::ofApplication().descriptions().join(QStringLiteral("; ")));
     });
 }
 
