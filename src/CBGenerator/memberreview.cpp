@@ -5,6 +5,7 @@
 #include "CBGenerator/structsetting.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "HEXGeneratorParser/storabletext.h"
+#include "countedtext.h"
 #include "nearestword.h"
 #include "quotedtext.h"
 
@@ -104,8 +105,10 @@ bool MemberReview::checkNumberOfFields()
     const int wanted = MemberForm::numberOfFields(kind);
     const int fields = pieces.fields().size();
     const QList<int> empty = pieces.emptyFieldColumns();
-    const QString counts = QStringLiteral("%1 fields where a %2 has %3")
-                               .arg(QString::number(fields), kind, QString::number(wanted));
+    const QString counts =
+        QStringLiteral("%1 where a %2 has %3")
+            .arg(countedText(fields, QStringLiteral("field"), QStringLiteral("fields")), kind,
+                 QString::number(wanted));
     const bool isShifted = isList() && isQuoted(pieces.field(listPlace).text); // that is an item
     const bool isShort = fields < wanted || isShifted;
     for (const int column : empty) {

@@ -1,6 +1,7 @@
 #include "CBGenerator/mendedline.h"
 
 #include "CBGenerator/memberform.h"
+#include "countedtext.h"
 #include "quotedtext.h"
 
 namespace HParser
@@ -79,10 +80,11 @@ bool MendedLine::mendNextText(const MemberLine& pieces, int wanted)
         const int first = line.indexOf(comma, begin);
         const QString kind = fields.first().text;
         const bool isItem = MemberForm::mayHaveMore(kind) && i >= wanted - 1;
-        const QString counts =
-            isItem ? QString()
-                   : QStringLiteral(": %1 fields where a %2 has %3")
-                         .arg(QString::number(fields.size()), kind, QString::number(wanted));
+        const QString counts = isItem ? QString()
+                                      : QStringLiteral(": %1 where a %2 has %3")
+                                            .arg(countedText(fields.size(), QStringLiteral("field"),
+                                                             QStringLiteral("fields")),
+                                                 kind, QString::number(wanted));
         const int size = fields.at(last).columns.last() - begin;
         const QString whole = line.mid(begin, size).remove(comma).simplified();
         line.replace(begin, size, line.mid(begin, size).remove(comma).leftJustified(size));

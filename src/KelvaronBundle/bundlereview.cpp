@@ -3,6 +3,7 @@
 #include "CBGenerator/headerreview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "buildconstants.h"
+#include "countedtext.h"
 #include "nearestword.h"
 #include "quotedtext.h"
 #include "textfile.h"
@@ -109,7 +110,10 @@ void BundleReview::checkChecksums()
     }
     if (expected.size() > checked) {
         add(last.firstLine + expected.at(checked), 1, Problem::Severity::Warning,
-            QStringLiteral("%1 checksums for %2 sections").arg(expected.size()).arg(checked),
+            QStringLiteral("%1 for %2")
+                .arg(countedText(expected.size(), QStringLiteral("checksum"),
+                                 QStringLiteral("checksums")),
+                     countedText(checked, QStringLiteral("section"), QStringLiteral("sections"))),
             QStringLiteral("one line for each section but the last"));
     }
 }

@@ -142,7 +142,7 @@ TEST_F(ConvertCommandTest, WritesNothingWhenNoProfileIsLeft)
 {
     const QByteArray unknown = profile(1, "old").replace("Cell", "Zinc");
     expectRefused(convertXml(xml(unknown)), 1, "left out");
-    expectRefused(convertXml("<html/>"), 1, "in.xml: error: this is no file of profiles\n");
+    expectRefused(convertXml("<html/>"), 1, "in.xml: error: this is not a file of profiles\n");
     expectRefused(convertXml("<KelvaronProfiles>"), 1, "the file breaks off");
     EXPECT_FALSE(exists("out.hex"));
 }
@@ -151,7 +151,7 @@ TEST_F(ConvertCommandTest, KeepsWhatIsWholeOfABrokenFile)
 {
     QByteArray document = xml(oneProfile() + profile(1, "two"));
     document.truncate(document.lastIndexOf("<high>"));
-    expectTold(convertXml(document), "the file breaks off, whole before it were 1 profiles");
+    expectTold(convertXml(document), "the file breaks off after 1 whole profile: ");
     EXPECT_EQ(readFile("out.hex"), oneProfileHex());
 }
 

@@ -136,6 +136,6 @@ TEST_F(DiffCommandTest, ComparesNothingThatCannotBeRead)
     expectRefused(runWithHeader({"diff", "left.xml", "a", "b"}), 2, "unexpected argument \"b\"");
     writeFile("bad.xml", "<x/>");
     const ProgramRun compared = runWithHeader({"diff", "left.xml", "bad.xml"});
-    expectRefused(compared, 1, "bad.xml: error: this is no file of profiles");
+    expectRefused(compared, 1, "bad.xml: error: this is not a file of profiles");
     EXPECT_EQ(compared.output, "");
 }

@@ -3,6 +3,7 @@
 #include "CBGenerator/structsettings.h"
 #include "commandoptions.h"
 #include "console.h"
+#include "countedtext.h"
 #include "profilefile.h"
 #include "profileoutput.h"
 #include "profiles/profilesettings.h"
@@ -19,9 +20,9 @@ QStringList losses(const ProfileFile& input, ProfileFile& output, HParser::Gener
     const QList<const ProfileSettings*> after = output.profiles();
     if (after.size() != before.size() || !output.isUsable()) {
         return QStringList(
-                   QStringLiteral("warning: %1 profiles were written, but the file gives %2 "
-                                  "when it is read")
-                       .arg(before.size())
+                   QStringLiteral("warning: %1 written, but the file holds %2 when it is read")
+                       .arg(countedText(before.size(), QStringLiteral("profile was"),
+                                        QStringLiteral("profiles were")))
                        .arg(after.size()))
                + output.messages();
     }

@@ -5,6 +5,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/readfromhex.h"
+#include "countedtext.h"
 #include "inputfile.h"
 #include "linecapture.h"
 #include "profileimport/importedvalues.h"
@@ -87,10 +88,13 @@ void ProfileFile::readXml()
     addProfiles(reader.getProfiles());
     const bool isWhole = reader.errorText().isEmpty();
     if (!isWhole) {
-        tell(error, QStringLiteral("the file breaks off, whole before it were %1 profiles: %2")
-                        .arg(QString::number(reader.getProfiles().size()), reader.errorText()));
+        tell(error,
+             QStringLiteral("the file breaks off after %1: %2")
+                 .arg(countedText(reader.getProfiles().size(), QStringLiteral("whole profile"),
+                                  QStringLiteral("whole profiles")),
+                      reader.errorText()));
     } else if (reader.getProfiles().isEmpty() && !reader.isProfileFile()) {
-        tell(error, QStringLiteral("this is no file of profiles"));
+        tell(error, QStringLiteral("this is not a file of profiles"));
     }
     usable = !list.empty() || (isWhole && reader.isProfileFile() && reader.getProfiles().isEmpty());
 }

@@ -6,6 +6,7 @@
 #include "HEXGeneratorParser/storabletext.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "commandoptions.h"
+#include "countedtext.h"
 #include "profiles/profilesettings.h"
 #include "textfile.h"
 #include "xmlformat/writetoxml.h"
@@ -64,8 +65,9 @@ QStringList ProfileOutput::obstacles(const ProfileFile& input, const HParser::Ge
     const int allowed = HexUtility::numProfilesAllowed(&schema);
     QStringList found;
     if (profiles.size() > allowed) {
-        found.append(QStringLiteral("error: %1 profiles, but a HEX file takes %2")
-                         .arg(profiles.size())
+        found.append(QStringLiteral("error: %1, but a HEX file takes %2")
+                         .arg(countedText(profiles.size(), QStringLiteral("profile"),
+                                          QStringLiteral("profiles")))
                          .arg(qMax(0, allowed)));
     }
     for (const ProfileSettings* profile : profiles) {
