@@ -5,6 +5,7 @@
 #include "profiles/profilenameslistmanager.h"
 #include "ui_mainwindow.h"
 
+#include <QContextMenuEvent>
 #include <QMenu>
 
 ProfileListActions::ProfileListActions(const Ui::MainWindow* form,
@@ -42,9 +43,8 @@ ProfileListActions::ProfileListActions(const Ui::MainWindow* form,
     connect(list, &ProfileNamesListManager::noMoreProfilesLeft, this, &ProfileListActions::enable);
     enable();
 
-    ui->profileNamesList->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(ui->profileNamesList, &QWidget::customContextMenuRequested, this,
-            &ProfileListActions::showMenu);
+    ui->profileNamesList->installEventFilter(this); // has the focus: the Menu key
+    ui->profileNamesList->viewport()->installEventFilter(this);
     connect(ui->profileNamesList, &QListWidget::itemDoubleClicked, this,
             [this] { ui->editProfileButton->click(); });
 }
@@ -101,12 +101,37 @@ void ProfileListActions::enable()
     }
 }
 
-void ProfileListActions::showMenu(const QPoint& place)
+bool ProfileListActions::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ContextMenu) {
+        return QObject::eventFilter(watched, event);
+    }
+    const auto* request = static_cast<QContextMenuEvent*>(event);
+    if (request->reason() == QContextMenuEvent::Mouse) {
+        showMenu(request->globalPos());
+    } else {
+        showMenuBelowSelected();
+    }
+    return true;
+}
+
+void ProfileListActions::showMenu(const QPoint& pointer)
 {
     QListWidget* listWidget = ui->profileNamesList;
-    QListWidgetItem* item = listWidget->itemAt(place);
+    QListWidgetItem* item = listWidget->itemAt(listWidget->viewport()->mapFromGlobal(pointer));
     if (item != nullptr && !isEditing) {
         list->on_listWidgetClicked(item);
+    }
+    menu->popup(pointer);
+}
+
+void ProfileListActions::showMenuBelowSelected()
+{
+    QListWidget* listWidget = ui->profileNamesList;
+    QPoint place = listWidget->viewport()->rect().center();
+    if (list->getCurrentItem() != nullptr) {
+        listWidget->scrollToItem(list->getCurrentItem());
+        place = listWidget->visualItemRect(list->getCurrentItem()).center();
     }
     menu->popup(listWidget->viewport()->mapToGlobal(place));
 }

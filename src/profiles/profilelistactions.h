@@ -36,12 +36,16 @@ signals:
     void copyWanted();
     void pasteWanted();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QAction* add(const QString& text, const QKeySequence& key = {});
     void addOfButton(const QString& text, QPushButton* button);
     void addFlags();
     void enable();
-    void showMenu(const QPoint& place);
+    void showMenu(const QPoint& pointer);
+    void showMenuBelowSelected();
 
     const Ui::MainWindow* ui;
     ProfileNamesListManager* list;

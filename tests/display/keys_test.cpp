@@ -9,7 +9,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
@@ -115,4 +117,23 @@ TEST_F(KeysOnDisplayTest, KeysReachTheWindowAgainAfterEachTransfer)
         Hands::press("alt+Down", 2);
         EXPECT_TRUE(waitFor([this] { return rowOf("Profile 3") == 2; }));
     }
+}
+
+TEST_F(KeysOnDisplayTest, MenuKeyOpensTheMenuOfTheSelectedRow)
+{
+    makeProfiles(8);
+    list()->setFocus();
+    Hands::press("Home");
+    ASSERT_TRUE(
+        waitFor([this] { return child<QLabel>("profileSettingsTitle")->text() == "Profile 1"; }));
+    Hands::press("Menu");
+    auto* menu = list()->findChild<QMenu*>();
+    ASSERT_TRUE(waitFor([&] { return menu->isVisible(); }));
+    const QRect row = list()->visualItemRect(list()->item(0));
+    EXPECT_TRUE(row.contains(list()->viewport()->mapFromGlobal(menu->pos())));
+    Hands::press("Down");
+    Hands::press("Down");
+    Hands::press("Return");
+    EXPECT_TRUE(waitFor([this] { return list()->count() == 9; }));
+    EXPECT_EQ(rowTitle(1), "Profile 1");
 }
