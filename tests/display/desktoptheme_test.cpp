@@ -1,6 +1,7 @@
 // The program's style upon that of a real desktop theme, which may wrap the style that draws. Run once
 // for each theme.
 
+#include "support/gui/contrast.h"
 #include "widgets/contraststyle.h"
 
 #include <gtest/gtest.h>
@@ -14,26 +15,10 @@
 #include <QStyleFactory>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 
 namespace
 {
-double luminance(const QColor& color)
-{
-    const auto linear = [](double value) {
-        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-           + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other)
-{
-    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
-    return (light + 0.05) / (dark + 0.05);
-}
-
 /// The greatest contrast of any point of the widget to the window's background.
 double visibility(QWidget* widget)
 {

@@ -1,3 +1,4 @@
+#include "support/gui/contrast.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
 #include "testpaths.h"
@@ -51,22 +52,6 @@ QImage drawing(const char* file, int density)
 }
 
 /// How bright a colour is to the eye, 0 to 1.
-double luminance(const QColor& color)
-{
-    const auto linear = [](double channel) {
-        return channel <= 0.03928 ? channel / 12.92 : qPow((channel + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-           + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other)
-{
-    const double first = luminance(one);
-    const double second = luminance(other);
-    return (qMax(first, second) + 0.05) / (qMin(first, second) + 0.05);
-}
-
 /// The share of the drawn pixels that have a contrast of 3 and more to the background.
 double visibleShare(const QImage& picture, const QColor& background)
 {

@@ -1,6 +1,7 @@
 #include "profiles/profilelistaccessible.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenameslistmanager.h"
+#include "support/gui/contrast.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
@@ -14,26 +15,9 @@
 #include <QTest>
 
 #include <algorithm>
-#include <cmath>
 
 namespace
 {
-double luminance(const QColor& color)
-{
-    const auto linear = [](double value) {
-        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-           + 0.0722 * linear(color.blueF());
-}
-
-/// From 1 (the same) to 21; what is not a text needs 3 to be seen well.
-double contrast(const QColor& one, const QColor& other)
-{
-    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
-    return (light + 0.05) / (dark + 0.05);
-}
-
 QColor cornerOf(QWidget* widget)
 {
     return widget->grab().toImage().pixelColor(1, 1);

@@ -1,5 +1,7 @@
 #include "widgets/contraststyle.h"
 
+#include "support/gui/contrast.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -11,7 +13,6 @@
 #include <QStyleOption>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 
 namespace
@@ -20,21 +21,6 @@ QPalette twoColours(const QColor& text, const QColor& background)
 {
     return QPalette(text, background, text, background, background, text, text, background,
                     background);
-}
-
-double luminance(const QColor& color)
-{
-    const auto linear = [](double value) {
-        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-           + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other)
-{
-    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
-    return (light + 0.05) / (dark + 0.05);
 }
 
 /// The greatest contrast of any point of the widget to the background.
