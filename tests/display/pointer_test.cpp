@@ -96,3 +96,33 @@ TEST_F(PointerOnDisplayTest, ToolTipsOfRowsLookLikeAllOthers)
     QWidget* row = list()->itemWidget(list()->item(0));
     expectPlainTip(childNamed<QLabel>(row, "profileTitle"), "Chemistry: Lithium Ion");
 }
+
+TEST_F(PointerOnDisplayTest, ARowIsDraggedByItsTexts)
+{
+    for (int i = 1; i <= 4; ++i) {
+        makeProfile(QString("Profile %1").arg(i));
+    }
+    const auto title = [this](int row) {
+        return childNamed<QLabel>(list()->itemWidget(list()->item(row)), "profileTitle");
+    };
+    Hands::pointAt(title(0), QPoint(10, 5));
+    Hands::doIt({"mousedown", "1"});
+    Hands::pointAt(title(1), QPoint(10, 20));
+    Hands::pointAt(title(2), QPoint(10, 30));
+    Hands::doIt({"mouseup", "1"});
+    EXPECT_TRUE(waitFor([this] { return rowTitle(2) == "Profile 1"; }));
+    EXPECT_EQ(rowTitle(0), "Profile 2");
+    Hands::doIt({"key", "ctrl+z"});
+    EXPECT_TRUE(waitFor([this] { return rowTitle(0) == "Profile 1"; }));
+}
+
+TEST_F(PointerOnDisplayTest, ADoubleClickOnARowEditsItsProfile)
+{
+    makeProfile("First");
+    makeProfile("Second");
+    Hands::pointAt(list()->viewport(), QPoint(30, 10));
+    Hands::doIt({"click", "--repeat", "2", "--delay", "20", "1"});
+    const auto* title = child<QLabel>("profileSettingsTitle");
+    EXPECT_TRUE(waitFor([title] { return title->isEnabled(); }));
+    EXPECT_EQ(title->text(), "First");
+}
