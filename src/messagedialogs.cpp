@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStringList>
+#include <QUrl>
 
 namespace
 {
@@ -65,21 +66,33 @@ int widestBox(int screenWidth)
     return screenWidth <= smallScreen ? screenWidth : qMin(screenWidth - margin, widest);
 }
 
+/// All that a box has to say.
+QString wholeText(const QMessageBox& box)
+{
+    return box.informativeText().isEmpty()
+               ? box.text()
+               : box.text() + QStringLiteral("\n\n") + box.informativeText();
+}
+
 /// A box wraps its text into a narrow column, which a long text in large letters makes higher than
 /// the screen. Such a text gets a wider column, and smaller letters where that is not enough.
 void keepOnScreen(QMessageBox* box)
 {
-    constexpr int usualWidth = 500; // pixels, the box's own
+    constexpr int usualWidth = 500; // pixels, the box's own on a screen with room
+    constexpr int besides = 50;     // margins
     constexpr int around = 140;     // margins, buttons and title bar
     constexpr double smallest = 7;  // points
     const QSize screen = box->screen()->availableSize();
-    const QSize room = QSize(widestBox(screen.width()), screen.height()) - QSize(around, around);
+    const int widest = widestBox(screen.width());
+    const QSize room = QSize(widest, screen.height()) - QSize(around, around);
+    const int usualColumn = qMin(usualWidth, widest / 2) - besides;
+    const QString text = wholeText(*box);
     QFont font = box->font();
     double size = QFontInfo(font).pointSizeF();
-    if (heightAt(usualWidth, box->text(), font) <= room.height()) {
+    if (heightAt(usualColumn, text, font) <= room.height()) {
         return;
     }
-    while (size > smallest && heightAt(room.width(), box->text(), font) > room.height()) {
+    while (size > smallest && heightAt(room.width(), text, font) > room.height()) {
         size -= 1;
         font.setPointSizeF(size);
     }
@@ -141,10 +154,12 @@ QString aboutText()
     return QStringLiteral("<center><b>Kelvaron Profile Editor</b><br>Build: %1<br><br>"
                           "Kelvaron Bundle Version: v%2<br><br>"
                           "<p>Made by the Kelvaron Profile Editor authors.<br>"
-                          "<a href=\"%3\">%3</a></p></center>")
+                          "<a href=\"%3\">%4</a></p></center>")
         .arg(latin1(BuildConstants::buildText),
              ApplicationGlobalMap::getString(QStringLiteral("bundle_version")).toHtmlEscaped(),
-             latin1(BuildConstants::productPage));
+             latin1(BuildConstants::productPage),
+             // The whole address would be broken after its slashes where letters are large.
+             QUrl(latin1(BuildConstants::productPage)).host());
 }
 } // namespace
 
@@ -189,6 +204,7 @@ int MessageDialogs::askAppendProfiles(QWidget* parent)
     const QPushButton* addButton =
         box.addButton(QStringLiteral("&Add Profiles"), QMessageBox::AcceptRole);
     box.addButton(QStringLiteral("&Replace Profiles"), QMessageBox::RejectRole);
+    keepOnScreen(&box);
     box.exec();
     return box.clickedButton() == addButton ? QMessageBox::Yes : QMessageBox::No;
 }
@@ -437,5 +453,6 @@ int MessageDialogs::fatalError(QWidget* parent, const QString& installedFile,
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
     box.setInformativeText(details);
+    keepOnScreen(&box);
     return box.exec();
 }

@@ -11,6 +11,7 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QListWidget>
+#include <QLocale>
 
 namespace
 {
@@ -83,7 +84,9 @@ void ProfileRescue::keepCopy()
 QString ProfileRescue::newPath(const QString& place) const
 {
     const QString base = QDir(place).absoluteFilePath(
-        name + QDateTime::currentDateTime().toString(QStringLiteral("_yyyy-MM-dd_HH-mm-ss")));
+        name
+        + QLocale::c().toString(QDateTime::currentDateTime(),
+                                QStringLiteral("_yyyy-MM-dd_HH-mm-ss")));
     QString path = base + QStringLiteral(".xml");
     for (int i = 2; QFileInfo::exists(path); ++i) {
         path = QStringLiteral("%1_%2.xml").arg(base).arg(i);

@@ -40,7 +40,8 @@ void copyValues(const StructSettings& from, const StructSettings& to)
 SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* parent)
     : parentOfWidgets(parent), settings(structSettings)
 {
-    setContentsMargins(9, 9, 0, 9); // the units have room on their right
+    // The units have room on their far side.
+    setContentsMargins(parent->isRightToLeft() ? QMargins(0, 9, 9, 9) : QMargins(9, 9, 0, 9));
     setHorizontalSpacing(3);
     setColumnMinimumWidth(2, 3);
     setColumnMinimumWidth(SettingsGridRow::unitsColumn, 46);

@@ -36,11 +36,11 @@ double contrast(const QColor& one, const QColor& other)
 }
 } // namespace
 
-ContrastStyle::ContrastStyle(const QString& styleName) : QProxyStyle(styleName) {}
+ContrastStyle::ContrastStyle(const QString& styleName) : TextStyle(styleName) {}
 
 void ContrastStyle::polish(QPalette& palette)
 {
-    QProxyStyle::polish(palette);
+    TextStyle::polish(palette);
     const QColor lightBlue(110, 175, 255);
     if (isDark(palette.color(QPalette::Window)) && palette.color(QPalette::Link) == Qt::blue) {
         palette.setColor(QPalette::Link, lightBlue);
@@ -50,7 +50,7 @@ void ContrastStyle::polish(QPalette& palette)
 void ContrastStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                   QPainter* painter, const QWidget* widget) const
 {
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    TextStyle::drawPrimitive(element, option, painter, widget);
     switch (element) {
     case PE_IndicatorCheckBox:
     case PE_FrameLineEdit:
@@ -66,7 +66,7 @@ void ContrastStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
 void ContrastStyle::drawControl(ControlElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const
 {
-    QProxyStyle::drawControl(element, option, painter, widget);
+    TextStyle::drawControl(element, option, painter, widget);
     if (element == CE_ProgressBarGroove) {
         outline(*option, painter);
     }
@@ -75,7 +75,7 @@ void ContrastStyle::drawControl(ControlElement element, const QStyleOption* opti
 void ContrastStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                        QPainter* painter, const QWidget* widget) const
 {
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    TextStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ComboBox) {
         outline(*option, painter);
     }
@@ -106,7 +106,7 @@ bool ContrastStyle::isCheckBoxSeen(const QPalette& palette) const
     QImage image(option.rect.size(), QImage::Format_RGB32);
     image.fill(background);
     QPainter painter(&image);
-    QProxyStyle::drawPrimitive(PE_IndicatorCheckBox, &option, &painter, nullptr);
+    TextStyle::drawPrimitive(PE_IndicatorCheckBox, &option, &painter, nullptr);
     painter.end();
     for (int x = 0; x < image.width(); ++x) {
         for (int y = 0; y < image.height(); ++y) {

@@ -1,13 +1,14 @@
 #pragma once
 
+#include "widgets/textstyle.h"
+
 #include <QHash>
-#include <QProxyStyle>
 
 /// The desktop's style, made visible on dark backgrounds. Some styles frame their fields, boxes and
 /// buttons with a shade that is darker than the window: on a dark one the empty check box can hardly
 /// be seen, on a black one not at all. Such a style is known by what it draws, not by its name: a
 /// desktop may have wrapped it in another.
-class ContrastStyle : public QProxyStyle
+class ContrastStyle : public TextStyle
 {
     Q_OBJECT
 
@@ -18,7 +19,7 @@ public:
 
     /// Gives links a colour that can be read.
     void polish(QPalette& palette) override;
-    using QProxyStyle::polish;
+    using TextStyle::polish;
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;

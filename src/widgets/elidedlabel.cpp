@@ -34,6 +34,9 @@ bool ElidedLabel::event(QEvent* event)
 void ElidedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    style()->drawItemText(&painter, contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, palette(),
-                          isEnabled(), shownText(), foregroundRole());
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // that of the text
+    style()->drawItemText(
+        &painter, contentsRect(),
+        QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter), palette(),
+        isEnabled(), shownText(), foregroundRole());
 }

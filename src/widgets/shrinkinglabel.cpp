@@ -25,6 +25,9 @@ void ShrinkingLabel::paintEvent(QPaintEvent*)
     }
     QPainter painter(this);
     painter.setFont(fitting);
-    style()->drawItemText(&painter, contentsRect(), Qt::AlignRight | Qt::AlignVCenter, palette(),
-                          isEnabled(), text(), foregroundRole());
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // that of the text
+    style()->drawItemText(
+        &painter, contentsRect(),
+        QStyle::visualAlignment(layoutDirection(), Qt::AlignRight | Qt::AlignVCenter), palette(),
+        isEnabled(), text(), foregroundRole());
 }

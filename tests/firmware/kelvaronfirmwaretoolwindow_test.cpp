@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QElapsedTimer>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPointer>
 
@@ -152,6 +153,20 @@ TEST_F(FirmwareToolWindowTest, OpensIdle)
         EXPECT_FALSE(mark->isVisible()) << stage;
         EXPECT_EQ(mark->text(), "√") << stage;
         EXPECT_TRUE(child<QProgressBar>(QString(stage) + "PB")->isVisible()) << stage;
+    }
+}
+
+TEST_F(FirmwareToolWindowTest, ProgressHasTheDigitsOfItsTextsInEveryLanguage)
+{
+    delete window;
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+    open();
+    QLocale::setDefault(QLocale::system());
+    const QList<QProgressBar*> bars = window->findChildren<QProgressBar*>();
+    EXPECT_EQ(bars.size(), 4);
+    for (QProgressBar* bar : bars) {
+        bar->setValue(57);
+        EXPECT_EQ(bar->text(), "57%") << bar->objectName().toStdString();
     }
 }
 

@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLocale>
 #include <QPointer>
 #include <QProcess>
 #include <QProgressBar>
@@ -114,6 +115,17 @@ protected:
 };
 
 // Construction
+
+TEST_F(TransferDialogTest, ProgressHasTheDigitsOfItsTextsInEveryLanguage)
+{
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+    openWriter();
+    QLocale::setDefault(QLocale::system());
+    bar()->setValue(57);
+    EXPECT_EQ(bar()->text(), "57%");
+    dialog->close();
+    flushDeletions();
+}
 
 TEST_F(TransferDialogTest, WriterShowsItselfIdleAndModal)
 {

@@ -1,6 +1,7 @@
 #include "widgets/elidedlabel.h"
 
 #include "support/waiting.h"
+#include "widgets/inkedpart.h"
 
 #include <gtest/gtest.h>
 
@@ -47,6 +48,21 @@ TEST(ElidedLabelTest, ShowsAnEllipsisWhereTheTextDoesNotFit)
     ASSERT_TRUE(elided.endsWith(QChar(0x2026)));
     EXPECT_EQ(pictureOf(longText, narrow), pictureOf(elided, narrow));
     EXPECT_NE(pictureOf(longText, narrow), pictureOf("A", narrow));
+}
+
+TEST(ElidedLabelTest, IsOnTheRightWithoutTurningItsTextRoundWhereWindowsRunFromRightToLeft)
+{
+    ElidedLabel label;
+    label.setContentsMargins(4, 0, 4, 0);
+    label.resize(wide, 24);
+    for (const char* text : {"Reading through /dev/ttyUSB0...", "/dev/ttyUSB0", "12 V, 6 cells"}) {
+        label.setText(text);
+        label.setLayoutDirection(Qt::LeftToRight);
+        const QImage written = inkedPart(label, 0, wide / 2);
+        ASSERT_FALSE(written.isNull());
+        label.setLayoutDirection(Qt::RightToLeft);
+        EXPECT_EQ(inkedPart(label, wide / 2, wide - 1), written) << text;
+    }
 }
 
 TEST(ElidedLabelTest, ShowsMarkupAsItStands)

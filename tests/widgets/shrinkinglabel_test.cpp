@@ -1,5 +1,7 @@
 #include "widgets/shrinkinglabel.h"
 
+#include "widgets/inkedpart.h"
+
 #include <gtest/gtest.h>
 
 namespace
@@ -40,4 +42,17 @@ TEST(ShrinkingLabel, DrawsTheWholeTextIntoLess)
     EXPECT_LT(first, label.width() / 5); // and the text fills the room
     EXPECT_LT(last, label.width());
     EXPECT_GT(last, label.width() - 6);
+}
+
+TEST(ShrinkingLabel, IsMirroredWithoutTurningItsTextRoundWhereWindowsRunFromRightToLeft)
+{
+    ShrinkingLabel label("Build: v0.99 (12 V)");
+    label.setContentsMargins(4, 0, 4, 0);
+    const int width = 3 * label.sizeHint().width();
+    label.resize(width, 24);
+    label.setLayoutDirection(Qt::LeftToRight);
+    const QImage written = inkedPart(label, width / 2, width - 1);
+    ASSERT_FALSE(written.isNull());
+    label.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(inkedPart(label, 0, width / 2), written);
 }

@@ -1,0 +1,58 @@
+// The pane where windows run from right to left.
+
+#include "settingsui/settingsgridrow.h"
+#include "support/gui/editorwindow.h"
+#include "support/gui/widgets.h"
+#include "widgets/contraststyle.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QStyleFactory>
+
+class RightToLeftTest : public ::testing::Test
+{
+protected:
+    RightToLeftTest()
+    {
+        QApplication::setStyle(new ContrastStyle);
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+        window = std::make_unique<EditorWindow>();
+        window->add("A");
+        QCoreApplication::processEvents();
+    }
+    ~RightToLeftTest() override
+    {
+        window.reset();
+        flushDeletions();
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+        QApplication::setStyle(QStyleFactory::create("Fusion"));
+    }
+
+    QLabel* label(const QString& name, int column) const
+    {
+        auto* found = qobject_cast<QLabel*>(window->gridCell(name, column));
+        EXPECT_NE(found, nullptr) << name.toStdString();
+        return found;
+    }
+
+    std::unique_ptr<EditorWindow> window;
+};
+
+TEST_F(RightToLeftTest, NamesAndUnitsAreOnTheRightOfTheirColumns)
+{
+    for (const int column : {SettingsGridRow::labelColumn, SettingsGridRow::unitsColumn}) {
+        EXPECT_TRUE(label("Current", column)->alignment().testFlag(Qt::AlignRight)) << column;
+    }
+    EXPECT_GT(label("Current", SettingsGridRow::labelColumn)->x(),
+              label("Current", SettingsGridRow::unitsColumn)->x());
+}
+
+TEST_F(RightToLeftTest, NamesKeepTheirDistanceToThePanesEdge)
+{
+    const QLabel* name = label("Current", SettingsGridRow::labelColumn);
+    const QWidget* viewport = window->ui->containerScroll->viewport();
+    const int right = name->mapTo(viewport, QPoint(name->width(), 0)).x();
+    EXPECT_GE(viewport->width() - right, 9);
+}
