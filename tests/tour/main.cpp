@@ -38,6 +38,8 @@ int main(int argc, char** argv)
     QextSerialEnumerator::setSource([] {
         QextPortInfo port; // the simulated charger's: any name will do
         port.portName = "/dev/ttyUSB0";
+        port.friendName = "Kelvaron programming cable";
+        port.enumName = "Tovo";
         return QList<QextPortInfo>{port};
     });
     MainWindow window;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "tourpage.h"
+#include "listtour.h"
+#include "tourcamera.h"
 
 #include <QObject>
-#include <QSize>
 #include <QString>
 
 #include <functional>
@@ -22,8 +22,8 @@ class Tour : public QObject
     Q_OBJECT
 
 public:
-    /// Pictures go into `outputFolder`, which is made if needed.
-    Tour(MainWindow* mainWindow, QString outputFolder);
+    /// Pictures go into `outputFolder`, which is made if needed. The window is borrowed.
+    Tour(MainWindow* mainWindow, const QString& outputFolder);
 
     /// True when every step went as a user would expect.
     bool run();
@@ -32,6 +32,7 @@ private:
     void showStart();
     void makeProfiles();
     void editProfile();
+    void showWhatFieldsTake();
     void flagAndReorder();
     void deleteOneProfile();
     void saveAndLoad();
@@ -55,14 +56,9 @@ private:
     void onNextDialog(const std::function<void(QWidget*)>& interact);
     void chooseFile(const QString& actionName, const QString& path, const QString& pictureName,
                     const std::function<void()>& expectDialogs);
-    void picture(QWidget* widget, const QString& name);
-    void readAloud(QWidget* widget, const QString& name);
     void checkRowsAreWhole();
-    void check(bool isTrue, const QString& what);
 
     MainWindow* window;
-    QString folder;
-    TourPage page;
-    int pictureNumber = 0;
-    bool succeeded = true;
+    TourCamera camera;
+    ListTour listTour;
 };

@@ -124,7 +124,11 @@ bool isControl(const QAccessibleInterface& object)
 template <typename Dialog>
 bool standsIn(const QAccessibleInterface& object)
 {
-    const auto* widget = qobject_cast<const QWidget*>(object.object());
+    const QAccessibleInterface* owner = &object; // a view's cells are no objects of their own
+    while (owner != nullptr && owner->object() == nullptr) {
+        owner = owner->parent();
+    }
+    const auto* widget = owner == nullptr ? nullptr : qobject_cast<QWidget*>(owner->object());
     return widget != nullptr && qobject_cast<const Dialog*>(widget->window()) != nullptr;
 }
 
