@@ -41,26 +41,27 @@ void ProfileClipboard::copy()
 
 void ProfileClipboard::paste()
 {
-    if (!add(QApplication::clipboard()->text(), QStringLiteral("The clipboard"))) {
+    if (!add(QApplication::clipboard()->text())) {
         MessageDialogs::message(
             parentWidget, QStringLiteral("Nothing to Paste"),
-            QStringLiteral("The clipboard holds no profiles. Copy a profile first, here or in "
-                           "another Kelvaron Profile Editor. The list is as it was."));
+            QStringLiteral("The clipboard holds no profiles, or not all of their text. The list is "
+                           "as it was. Copy a profile first, here or in another Kelvaron Profile "
+                           "Editor."));
     }
 }
 
 void ProfileClipboard::duplicate()
 {
-    add(selectedProfile(), {});
+    add(selectedProfile());
 }
 
-bool ProfileClipboard::add(const QString& text, const QString& source)
+bool ProfileClipboard::add(const QString& text)
 {
     ReadFromXML reader;
-    if (!reader.readText(text) || reader.getProfiles().isEmpty()) {
+    if (!reader.readText(text) || !reader.errorText().isEmpty() || reader.getProfiles().isEmpty()) {
         return false;
     }
-    list->importBelowSelected([&] { importer->importProfiles(reader.getProfiles(), source); });
+    list->importBelowSelected([&] { importer->importProfiles(reader.getProfiles()); });
     return true;
 }
 } // namespace XMLGeneratorParser

@@ -37,7 +37,8 @@ public slots:
     void copy();
 
     /// Adds the clipboard's profiles below the selected row and selects the last one. Global settings
-    /// that lie beside them are left alone. A clipboard without profiles is reported.
+    /// that lie beside them are left alone. A clipboard without profiles, or whose text breaks off, is
+    /// reported, and nothing is added.
     void paste();
 
     /// Adds a copy of the selected profile below it and selects the copy. The clipboard is left alone.
@@ -45,7 +46,7 @@ public slots:
 
 private:
     QString selectedProfile() const;
-    bool add(const QString& text, const QString& source);
+    bool add(const QString& text);
 
     ProfileNamesListManager* list;
     ImportProfiles::ImportProfilesMain* importer;

@@ -1,8 +1,8 @@
 // The list's context menu and keys, the clipboard, dropped files, and what the status bar says of the
 // list.
 
-#include "mainwindow.h"
 #include "HEXGeneratorParser/hexmanager.h"
+#include "mainwindow.h"
 #include "profiles/profilename.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/installation.h"
@@ -192,15 +192,33 @@ TEST_F(ListCommandsTest, PastesSeveralProfilesInTheirOrder)
 
 TEST_F(ListCommandsTest, AClipboardWithoutProfilesIsReported)
 {
-    for (const char* text : {"", "hello", "<KelvaronProfiles></KelvaronProfiles>", "<a><b>"}) {
+    auto* manager = window->findChild<XMLGeneratorParser::XMLManager*>();
+    const QString cutOff = manager->document().left(manager->document().size() - 30);
+    for (const QString& text :
+         {QString(), QString("hello"), QString("<KelvaronProfiles></KelvaronProfiles>"), cutOff}) {
         QApplication::clipboard()->setText(text);
         DialogScript script;
         script.expectMessage("Nothing to Paste",
-                             "The clipboard holds no profiles. Copy a profile first, here or in "
-                             "another Kelvaron Profile Editor. The list is as it was.");
+                             "The clipboard holds no profiles, or not all of their text. The list "
+                             "is as it was. Copy a profile first, here or in another Kelvaron "
+                             "Profile Editor.");
         press(Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(titles(), "First Second Third");
     }
+}
+
+TEST_F(ListCommandsTest, PastesWhatTheBundleKnowsAndNamesWhatItDoesNot)
+{
+    clickRow(1);
+    press(Qt::Key_C, Qt::ControlModifier);
+    QString text = QApplication::clipboard()->text();
+    QApplication::clipboard()->setText(text.replace("Lead Acid", "Fuel Cell"));
+    DialogScript script;
+    script.expectMessage("Profiles Left Out",
+                         "1 profile was left out, because the Kelvaron Bundle in use does not know "
+                         "its chemistry:\n\n\"Second\" (chemistry \"Fuel Cell\")");
+    press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(titles(), "First Second Third");
 }
 
 TEST_F(ListCommandsTest, MenuActsOnTheRowBelowThePointer)
