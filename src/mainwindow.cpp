@@ -44,10 +44,12 @@
 
 namespace
 {
-/// An empty status leaves its room to the others.
+/// An empty status leaves its room to the others; one with a text has some room in every window.
 void showStatus(QLabel* label, const QString& text)
 {
+    constexpr int most = 160; // pixels
     label->setText(text);
+    label->setMinimumWidth(qMin(most, label->fontMetrics().horizontalAdvance(text)));
     label->setVisible(!text.isEmpty());
 }
 } // namespace

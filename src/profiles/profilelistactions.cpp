@@ -6,6 +6,7 @@
 #include "ui_mainwindow.h"
 
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMenu>
 
 ProfileListActions::ProfileListActions(const Ui::MainWindow* form,
@@ -30,7 +31,7 @@ ProfileListActions::ProfileListActions(const Ui::MainWindow* form,
     QAction* end = add(QStringLiteral("Move to the End"), Qt::ALT | Qt::Key_End);
     connect(end, &QAction::triggered, list, &ProfileNamesListManager::moveToEnd);
     menu->addSeparator();
-    QAction* remove = add(QStringLiteral("Delete..."), {});
+    QAction* remove = add(QStringLiteral("Delete...\tDel")); // the list itself listens to the key
     connect(remove, &QAction::triggered, list, &ProfileNamesListManager::deleteSelected);
     undo = add(QStringLiteral("Undo Delete or Move"), QKeySequence::Undo);
     connect(undo, &QAction::triggered, list, &ProfileNamesListManager::undo);
@@ -103,6 +104,13 @@ void ProfileListActions::enable()
 
 bool ProfileListActions::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        if (press->key() == Qt::Key_F10 && press->modifiers() == Qt::ShiftModifier) {
+            showMenuBelowSelected(); // for keyboards without a Menu key
+            return true;
+        }
+    }
     if (event->type() != QEvent::ContextMenu) {
         return QObject::eventFilter(watched, event);
     }

@@ -11,7 +11,7 @@ RowDrag::RowDrag(QListWidget* profileList)
 {
     constexpr int thickness = 4; // pixels
     line->setFixedHeight(thickness);
-    line->setStyleSheet(QStringLiteral("background-color: rgb(0,80,180);"));
+    line->setStyleSheet(QStringLiteral("background-color: rgb(220,110,0);")); // no row has it
     line->setAttribute(Qt::WA_TransparentForMouseEvents);
     line->hide();
     list->viewport()->installEventFilter(this);
@@ -123,7 +123,8 @@ void RowDrag::showTarget()
     const int y = gap < list->count() ? list->visualItemRect(list->item(gap)).top()
                                       : list->visualItemRect(list->item(gap - 1)).bottom() + 1;
     line->setFixedWidth(list->viewport()->width());
-    line->move(0, y - line->height() / 2);
+    const int lowest = list->viewport()->height() - line->height();
+    line->move(0, qBound(0, y - line->height() / 2, lowest));
     line->raise();
 }
 

@@ -119,6 +119,17 @@ TEST_F(KeysOnDisplayTest, KeysReachTheWindowAgainAfterEachTransfer)
     }
 }
 
+TEST_F(KeysOnDisplayTest, ShiftF10OpensTheMenuToo)
+{
+    makeProfiles(1);
+    list()->setFocus();
+    Hands::press("shift+F10");
+    auto* menu = list()->findChild<QMenu*>();
+    EXPECT_TRUE(waitFor([&] { return menu->isVisible(); }));
+    Hands::press("Escape");
+    EXPECT_TRUE(waitFor([&] { return !menu->isVisible(); }));
+}
+
 TEST_F(KeysOnDisplayTest, MenuKeyOpensTheMenuOfTheSelectedRow)
 {
     makeProfiles(8);

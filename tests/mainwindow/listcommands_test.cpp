@@ -334,3 +334,15 @@ TEST_F(ListCommandsTest, StatusSaysWhenTheChargerTakesFewer)
                              .arg(list()->count())
                              .arg(allowed)));
 }
+
+TEST_F(ListCommandsTest, StatusHasRoomInTheSmallestWindowWithLargeText)
+{
+    const QFont before = QApplication::font();
+    QFont large = before;
+    large.setPointSize(20);
+    QApplication::setFont(large);
+    window->resize(712, 350);
+    EXPECT_TRUE(saysSoon("not saved yet"));
+    EXPECT_TRUE(waitFor([this] { return child<QLabel>("listStatus")->width() >= 80; }));
+    QApplication::setFont(before);
+}

@@ -158,6 +158,27 @@ TEST_F(ProfileListHistoryTest, ARowThatIsDroppedOutsideStays)
     EXPECT_EQ(all(), "Alpha Beta Gamma Delta Alpine");
 }
 
+TEST_F(ProfileListHistoryTest, LineOfADragIsWhollyInSightAtTheEnds)
+{
+    QWidget* viewport = list()->viewport();
+    QTest::mousePress(viewport, Qt::LeftButton, {}, middleOf(2));
+    for (const QPoint& end : {topOf(0), QPoint(20, viewport->height() - 2)}) {
+        moveHeld(end);
+        const QList<QWidget*> parts =
+            viewport->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+        int lines = 0;
+        for (const QWidget* part : parts) {
+            if (part->isVisible() && part->height() < 10) {
+                ++lines;
+                EXPECT_TRUE(viewport->rect().contains(part->geometry())) << part->y();
+            }
+        }
+        EXPECT_EQ(lines, 1);
+    }
+    QTest::keyClick(list(), Qt::Key_Escape);
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, QPoint(20, 20));
+}
+
 TEST_F(ProfileListHistoryTest, EscapeEndsADrag)
 {
     QWidget* viewport = list()->viewport();
