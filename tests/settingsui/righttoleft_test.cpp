@@ -3,6 +3,7 @@
 #include "settingsui/settingsgridrow.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/gui/windowdirection.h"
 #include "widgets/contraststyle.h"
 
 #include <QApplication>
@@ -17,7 +18,6 @@ protected:
     RightToLeftTest()
     {
         QApplication::setStyle(new ContrastStyle);
-        QApplication::setLayoutDirection(Qt::RightToLeft);
         window = std::make_unique<EditorWindow>();
         window->add("A");
         QCoreApplication::processEvents();
@@ -26,7 +26,6 @@ protected:
     {
         window.reset();
         flushDeletions();
-        QApplication::setLayoutDirection(Qt::LeftToRight);
         QApplication::setStyle(QStyleFactory::create("Fusion"));
     }
 
@@ -37,6 +36,7 @@ protected:
         return found;
     }
 
+    const WindowDirection all{Qt::RightToLeft};
     std::unique_ptr<EditorWindow> window;
 };
 
