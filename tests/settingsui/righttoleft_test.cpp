@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScrollArea>
 #include <QStyleFactory>
 
@@ -47,6 +48,12 @@ TEST_F(RightToLeftTest, NamesAndUnitsAreOnTheRightOfTheirColumns)
     }
     EXPECT_GT(label("Current", SettingsGridRow::labelColumn)->x(),
               label("Current", SettingsGridRow::unitsColumn)->x());
+}
+
+TEST_F(RightToLeftTest, ValuesAreOnTheRightOfTheirFields)
+{
+    EXPECT_TRUE(window->lineEdit("Current")->alignment().testFlag(Qt::AlignRight));
+    EXPECT_TRUE(window->lineEdit("Title")->alignment().testFlag(Qt::AlignRight));
 }
 
 TEST_F(RightToLeftTest, NamesKeepTheirDistanceToThePanesEdge)
