@@ -1,6 +1,7 @@
 #include "widgets/textstyle.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -13,6 +14,16 @@ QString inOwnDirection(const QString& text)
     const QChar tab = QLatin1Char('\t'); // between the command and its key
     return mark + QString(text).replace(tab, mark + QString(tab) + mark) + mark;
 }
+
+/// Labels and fields align a text by its own direction, which would leave it on the left.
+template <typename Widget>
+void alignRight(Widget* widget)
+{
+    const Qt::Alignment alignment = widget->alignment();
+    if (alignment.testFlag(Qt::AlignLeft)) {
+        widget->setAlignment((alignment & ~Qt::AlignLeft) | Qt::AlignRight | Qt::AlignAbsolute);
+    }
+}
 } // namespace
 
 TextStyle::TextStyle(const QString& styleName) : QProxyStyle(styleName) {}
@@ -20,11 +31,13 @@ TextStyle::TextStyle(const QString& styleName) : QProxyStyle(styleName) {}
 void TextStyle::polish(QWidget* widget)
 {
     QProxyStyle::polish(widget);
-    auto* label = qobject_cast<QLabel*>(widget);
-    // A label aligns its text by the text's own direction, which would leave it on the left.
-    if (label != nullptr && label->isRightToLeft() && label->alignment().testFlag(Qt::AlignLeft)) {
-        label->setAlignment((label->alignment() & ~Qt::AlignLeft) | Qt::AlignRight
-                            | Qt::AlignAbsolute);
+    if (!widget->isRightToLeft()) {
+        return;
+    }
+    if (auto* label = qobject_cast<QLabel*>(widget)) {
+        alignRight(label);
+    } else if (auto* field = qobject_cast<QLineEdit*>(widget)) {
+        alignRight(field);
     }
 }
 

@@ -4,10 +4,10 @@
 
 class QStyleOptionComboBox;
 
-/// The desktop's style with texts that can be read: the text of a drop-down box that has too little
-/// room is cut in its middle, with "…", and where windows run from right to left, labels are on the
-/// right while their texts run as their own letters do: a path begins with its slash. So do the
-/// texts of drop-down boxes and menus.
+/// The desktop's style with texts that can be read. The text of a drop-down box that has too little
+/// room is cut in its middle, with "…". Where windows run from right to left, labels and fields have
+/// their texts on the right, and the texts of drop-down boxes and menus run as their own letters do: a
+/// path begins with its slash.
 class TextStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     TextStyle() = default;
     explicit TextStyle(const QString& styleName);
 
-    /// Aligns a label that comes to a window.
+    /// Aligns the text of a label or field when it is first shown.
     void polish(QWidget* widget) override;
     using QProxyStyle::polish;
 

@@ -58,7 +58,7 @@ QStringList linesOf(const QLabel& label)
     document.setDocumentMargin(0);
     document.setHtml(label.text());
     document.setTextWidth(label.contentsRect().width());
-    EXPECT_GT(document.size().height(), 0); // has it laid out
+    document.size(); // lays the lines out
     QStringList lines;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         for (int i = 0; i < block.layout()->lineCount(); ++i) {
@@ -117,8 +117,9 @@ TEST_P(LargeMessages, TheLinkOfTheAboutBoxIsOnOneLine)
         const auto* label = childNamed<QLabel>(&dialog, "qt_msgbox_label");
         const QString link = QRegularExpression(">([^<]*)</a>").match(label->text()).captured(1);
         EXPECT_FALSE(link.isEmpty());
-        ASSERT_FALSE(linesOf(*label).isEmpty());
-        EXPECT_EQ(linesOf(*label).last(), link);
+        const QStringList lines = linesOf(*label);
+        ASSERT_FALSE(lines.isEmpty());
+        EXPECT_EQ(lines.last(), link);
     });
 }
 

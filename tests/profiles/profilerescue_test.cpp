@@ -6,8 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QListWidget>
-#include <QLocale>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 
 class ProfileRescueTest : public ::testing::Test
@@ -18,16 +16,6 @@ protected:
     ProfileRescue rescue{&list, [] { return QString("<profiles/>"); }, folder.path(),
                          "rescued_profiles", nullptr};
 };
-
-TEST_F(ProfileRescueTest, NamesAreTheSameInEveryLanguage)
-{
-    list.addItem("One");
-    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
-    const QString path = rescue.save();
-    QLocale::setDefault(QLocale::system());
-    EXPECT_TRUE(QRegularExpression("/rescued_profiles_[0-9_-]{19}\\.xml$").match(path).hasMatch())
-        << path.toStdString();
-}
 
 TEST_F(ProfileRescueTest, FilesThatAreThereAlreadyAreKeptAndTheNewOneIsNumbered)
 {

@@ -3,11 +3,13 @@
 #include "settingsui/settingsgridrow.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
+#include "support/gui/windowdirection.h"
 #include "widgets/contraststyle.h"
 
 #include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScrollArea>
 #include <QStyleFactory>
 
@@ -17,7 +19,6 @@ protected:
     RightToLeftTest()
     {
         QApplication::setStyle(new ContrastStyle);
-        QApplication::setLayoutDirection(Qt::RightToLeft);
         window = std::make_unique<EditorWindow>();
         window->add("A");
         QCoreApplication::processEvents();
@@ -26,7 +27,6 @@ protected:
     {
         window.reset();
         flushDeletions();
-        QApplication::setLayoutDirection(Qt::LeftToRight);
         QApplication::setStyle(QStyleFactory::create("Fusion"));
     }
 
@@ -37,6 +37,7 @@ protected:
         return found;
     }
 
+    const WindowDirection all{Qt::RightToLeft};
     std::unique_ptr<EditorWindow> window;
 };
 
@@ -47,6 +48,12 @@ TEST_F(RightToLeftTest, NamesAndUnitsAreOnTheRightOfTheirColumns)
     }
     EXPECT_GT(label("Current", SettingsGridRow::labelColumn)->x(),
               label("Current", SettingsGridRow::unitsColumn)->x());
+}
+
+TEST_F(RightToLeftTest, ValuesAreOnTheRightOfTheirFields)
+{
+    EXPECT_TRUE(window->lineEdit("Current")->alignment().testFlag(Qt::AlignRight));
+    EXPECT_TRUE(window->lineEdit("Title")->alignment().testFlag(Qt::AlignRight));
 }
 
 TEST_F(RightToLeftTest, NamesKeepTheirDistanceToThePanesEdge)

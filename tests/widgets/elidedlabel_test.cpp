@@ -1,5 +1,6 @@
 #include "widgets/elidedlabel.h"
 
+#include "support/gui/windowdirection.h"
 #include "support/waiting.h"
 #include "widgets/inkedpart.h"
 
@@ -57,10 +58,9 @@ TEST(ElidedLabelTest, IsOnTheRightWithoutTurningItsTextRoundWhereWindowsRunFromR
     label.resize(wide, 24);
     for (const char* text : {"Reading through /dev/ttyUSB0...", "/dev/ttyUSB0", "12 V, 6 cells"}) {
         label.setText(text);
-        label.setLayoutDirection(Qt::LeftToRight);
         const QImage written = inkedPart(label, 0, wide / 2);
         ASSERT_FALSE(written.isNull());
-        label.setLayoutDirection(Qt::RightToLeft);
+        const WindowDirection all(Qt::RightToLeft);
         EXPECT_EQ(inkedPart(label, wide / 2, wide - 1), written) << text;
     }
 }

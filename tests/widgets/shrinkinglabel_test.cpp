@@ -1,5 +1,6 @@
 #include "widgets/shrinkinglabel.h"
 
+#include "support/gui/windowdirection.h"
 #include "widgets/inkedpart.h"
 
 #include <gtest/gtest.h>
@@ -46,13 +47,12 @@ TEST(ShrinkingLabel, DrawsTheWholeTextIntoLess)
 
 TEST(ShrinkingLabel, IsMirroredWithoutTurningItsTextRoundWhereWindowsRunFromRightToLeft)
 {
-    ShrinkingLabel label("Build: v0.99 (12 V)");
+    ShrinkingLabel label("12 V: v0.99...");
     label.setContentsMargins(4, 0, 4, 0);
     const int width = 3 * label.sizeHint().width();
     label.resize(width, 24);
-    label.setLayoutDirection(Qt::LeftToRight);
     const QImage written = inkedPart(label, width / 2, width - 1);
     ASSERT_FALSE(written.isNull());
-    label.setLayoutDirection(Qt::RightToLeft);
+    const WindowDirection all(Qt::RightToLeft);
     EXPECT_EQ(inkedPart(label, 0, width / 2), written);
 }
