@@ -148,8 +148,7 @@ QLabel* MainWindow::addStatus(const QString& objectName, const QString& accessib
     auto* status = new ElidedLabel;
     status->setObjectName(objectName);
     status->setAccessibleName(accessibleName);
-    status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    ui->statusBar->addWidget(status, 1);
+    ui->statusBar->addWidget(status);
     status->hide();
     return status;
 }
@@ -161,6 +160,11 @@ void MainWindow::addListStatus()
                                   [this] { return ui->profileNamesList->count(); },
                                   [this] { return hexManager->getNumProfilesAllowed(); }, this);
     connect(profileRescue, &ProfileRescue::copyKept, status, &ListStatus::update);
+    // The copy is made when the list has been calm for a while; the number of profiles is known at once.
+    const QAbstractItemModel* rows = ui->profileNamesList->model();
+    connect(rows, &QAbstractItemModel::rowsInserted, status, &ListStatus::changed);
+    connect(rows, &QAbstractItemModel::rowsRemoved, status, &ListStatus::changed);
+    connect(rows, &QAbstractItemModel::modelReset, status, &ListStatus::changed);
     connect(xmlManager, &XMLGeneratorParser::XMLManager::listSaved, status, &ListStatus::markSaved);
     connect(uploadDownloadManager, &UploadDownload::UploadDownloadManager::listWritten, status,
             &ListStatus::markWritten);

@@ -7,6 +7,7 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
+#include "transfer/portturn.h"
 #include "xmlformat/xmlmanager.h"
 
 #include <QAction>
@@ -345,4 +346,35 @@ TEST_F(ListCommandsTest, StatusHasRoomInTheSmallestWindowWithLargeText)
     EXPECT_TRUE(saysSoon("not saved yet"));
     EXPECT_TRUE(waitFor([this] { return child<QLabel>("listStatus")->width() >= 80; }));
     QApplication::setFont(before);
+}
+
+TEST_F(ListCommandsTest, StatusCountsTheProfilesAtOnce)
+{
+    const int allowed =
+        window->findChild<HEXGeneratorParser::HEXManager*>()->getNumProfilesAllowed();
+    auto* manager = window->findChild<XMLGeneratorParser::XMLManager*>();
+    while (list()->count() <= allowed) {
+        QApplication::clipboard()->setText(manager->document());
+        press(Qt::Key_V, Qt::ControlModifier);
+    }
+    const QString count = QString("%1 profiles, the charger takes %2");
+    EXPECT_TRUE(status().startsWith(count.arg(list()->count()).arg(allowed)));
+    press(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_TRUE(status().startsWith(count.arg(list()->count()).arg(allowed)));
+    emit manager->deleteAllProfiles();
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(ListCommandsTest, StatusIsWholeWhereThereIsRoom)
+{
+    window->resize(1200, 600);
+    EXPECT_TRUE(saysSoon("not saved yet"));
+    auto* label = child<QLabel>("listStatus");
+    const PortTurn turn("/dev/ttyUSB0", "Writing profiles", nullptr);
+    EXPECT_TRUE(waitFor([&] { return child<QLabel>("transferStatus")->isVisible(); }));
+    for (const QLabel* shown : {label, child<QLabel>("transferStatus")}) {
+        EXPECT_TRUE(waitFor([&] {
+            return shown->width() >= shown->fontMetrics().horizontalAdvance(shown->text());
+        })) << shown->text().toStdString();
+    }
 }
