@@ -42,10 +42,13 @@ bool holdUntil(const QString& key, Condition condition)
     return holds;
 }
 
-/// Moves the pointer to a point of a widget.
+/// Moves the pointer to a point of a widget. The X server knows better than Qt where the window is:
+/// Qt's idea of the frame around it is sometimes late.
 inline void pointAt(const QWidget* widget, const QPoint& point)
 {
-    const QPoint place = widget->mapToGlobal(point) * widget->devicePixelRatioF();
-    doIt({"mousemove", QString::number(place.x()), QString::number(place.y())});
+    const QWidget* window = widget->window();
+    const QPoint place = widget->mapTo(window, point) * widget->devicePixelRatioF();
+    doIt({"mousemove", "--window", QString::number(window->winId()), QString::number(place.x()),
+          QString::number(place.y())});
 }
 } // namespace Hands

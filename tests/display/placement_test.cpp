@@ -1,6 +1,7 @@
 // Where the window manager puts windows with the large texts that a user may have chosen for the whole
 // desktop.
 
+#include "display/frame.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
@@ -29,11 +30,11 @@ protected:
     static void expectPlacedOnScreen(const QWidget* shown)
     {
         ASSERT_NE(shown, nullptr);
-        ASSERT_TRUE(waitFor([&] { return shown->frameGeometry() != shown->geometry(); }));
+        ASSERT_TRUE(waitFor([&] { return shown->isActiveWindow(); }));
         const QSize placed = shown->size();
         const QRect area = shown->screen()->availableGeometry();
-        EXPECT_TRUE(waitFor([&] { return area.contains(shown->frameGeometry()); }))
-            << shown->frameGeometry().x() << ',' << shown->frameGeometry().y();
+        EXPECT_TRUE(waitFor([&] { return area.contains(withFrame(*shown)); }))
+            << shown->x() << ',' << shown->y();
         QCoreApplication::processEvents();
         EXPECT_EQ(shown->size(), placed) << "grown after it was placed";
     }
@@ -58,8 +59,7 @@ TEST_F(PlacementOnDisplayTest, FirmwareToolOpensOverTheMiddleOfTheWindow)
     auto* tool = window->findChild<KelvaronFirmwareToolWindow*>();
     expectPlacedOnScreen(tool);
     const QRect area = window->screen()->availableGeometry();
-    const QPoint away =
-        tool->frameGeometry().center() - window->frameGeometry().intersected(area).center();
+    const QPoint away = withFrame(*tool).center() - withFrame(*window).intersected(area).center();
     constexpr int frames = 40; // pixels, of both windows
     EXPECT_LE(away.manhattanLength(), frames);
     tool->close();

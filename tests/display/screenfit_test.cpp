@@ -1,6 +1,7 @@
 // Every window within the free area of its screen, the window manager's frame included. Run on
 // screens of several sizes and scales.
 
+#include "display/frame.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "mainwindow.h"
 #include "messagedialogs.h"
@@ -32,28 +33,14 @@ protected:
             .toStdString();
     }
 
-    /// The window with its frame. Qt sometimes never learns of a frame: all windows have the same.
-    static QRect outside(const QWidget& shown)
-    {
-        static QMargins frame;
-        const QRect place = shown.geometry();
-        const QRect known = shown.frameGeometry();
-        if (known == place) {
-            return place.marginsAdded(frame);
-        }
-        frame = {place.left() - known.left(), place.top() - known.top(),
-                 known.right() - place.right(), known.bottom() - place.bottom()};
-        return known;
-    }
-
     /// The window, with its frame, as a whole on the screen, and these parts of it in the window.
     static void expectOnScreen(const QWidget* shown, const QStringList& parts)
     {
         ASSERT_NE(shown, nullptr);
         const QRect area = shown->screen()->availableGeometry();
         ASSERT_TRUE(waitFor([&] { return shown->isActiveWindow(); }));
-        const auto isWithin = [&] { return area.contains(outside(*shown)); };
-        EXPECT_TRUE(waitFor(isWithin)) << text(outside(*shown)) << " in " << text(area);
+        const auto isWithin = [&] { return area.contains(withFrame(*shown)); };
+        EXPECT_TRUE(waitFor(isWithin)) << text(withFrame(*shown)) << " in " << text(area);
         for (const QString& name : parts) {
             const auto* part = childNamed<QWidget>(shown, name);
             const QRect place(part->mapTo(shown, QPoint()), part->size());
