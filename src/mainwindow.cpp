@@ -155,10 +155,10 @@ QLabel* MainWindow::addStatus(const QString& objectName, const QString& accessib
 
 void MainWindow::addListStatus()
 {
-    QLabel* label = addStatus(QStringLiteral("listStatus"), QStringLiteral("List"));
-    auto* status = new ListStatus([this] { return xmlManager->document(); },
-                                  [this] { return ui->profileNamesList->count(); },
-                                  [this] { return hexManager->getNumProfilesAllowed(); }, this);
+    listStatus = std::make_unique<ListStatus>(
+        [this] { return xmlManager->document(); }, [this] { return ui->profileNamesList->count(); },
+        [this] { return hexManager->getNumProfilesAllowed(); });
+    const ListStatus* status = listStatus.get();
     connect(profileRescue, &ProfileRescue::copyKept, status, &ListStatus::update);
     // The copy is made when the list has been calm for a while; the number of profiles is known at once.
     const QAbstractItemModel* rows = ui->profileNamesList->model();
@@ -168,6 +168,7 @@ void MainWindow::addListStatus()
     connect(xmlManager, &XMLGeneratorParser::XMLManager::listSaved, status, &ListStatus::markSaved);
     connect(uploadDownloadManager, &UploadDownload::UploadDownloadManager::listWritten, status,
             &ListStatus::markWritten);
+    QLabel* label = addStatus(QStringLiteral("listStatus"), QStringLiteral("List"));
     connect(status, &ListStatus::changed, label,
             [label, status] { showStatus(label, status->text()); });
 }

@@ -10,6 +10,7 @@ class FolderSeat;
 class GlobalSettingsManager;
 class KelvaronBundle;
 class ProfileBackups;
+class ListStatus;
 class ProfileNamesListManager;
 class ProfileRescue;
 class QAction;
@@ -136,6 +137,7 @@ private:
     bool initialised = false;
     bool reloadWaitsForEdit = false;
     std::unique_ptr<COMDeviceWatcher> deviceWatcher;
+    std::unique_ptr<ListStatus> listStatus; ///< goes before the list and the managers that it asks
     std::unique_ptr<FolderSeat> seat; ///< in the working folder
     QString bundleFileName; ///< the bundle in use, to be named when its schema is at fault
 };

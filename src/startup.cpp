@@ -18,6 +18,7 @@
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilebackups.h"
 #include "profiles/profilename.h"
+#include "profiles/liststatus.h"
 #include "profiles/profilenameslistmanager.h"
 #include "profiles/profilerescue.h"
 #include "settingsui/globalsettingsmanager.h"

@@ -3,9 +3,8 @@
 #include <QCryptographicHash>
 #include <QStringList>
 
-ListStatus::ListStatus(Document profileFile, Count profiles, Count allowed, QObject* parent)
-    : QObject(parent), document(std::move(profileFile)), count(std::move(profiles)),
-      limit(std::move(allowed))
+ListStatus::ListStatus(Document profileFile, Count profiles, Count allowed)
+    : document(std::move(profileFile)), count(std::move(profiles)), limit(std::move(allowed))
 {}
 
 QByteArray ListStatus::mark(const QByteArray& text)

@@ -18,7 +18,7 @@ public:
 
     /// `profileFile` returns the text of a profile file that holds the list, `profiles` how many there
     /// are and `allowed` how many the charger takes.
-    ListStatus(Document profileFile, Count profiles, Count allowed, QObject* parent);
+    ListStatus(Document profileFile, Count profiles, Count allowed);
 
     /// For example "14 profiles, the charger takes 13; changed since saved"; empty when there is nothing
     /// to say.

@@ -11,17 +11,26 @@ KeyboardReturn::KeyboardReturn(QWidget* window) : QObject(window), mainWindow(wi
 
 void KeyboardReturn::onFocusWindowChanged(QWindow* window)
 {
-    const bool hasGone = lastWindow != nullptr && !lastWindow->isVisible();
+    constexpr int moment = 500; // milliseconds
     if (lastWindow != nullptr) {
-        disconnect(lastWindow, &QObject::destroyed, this, &KeyboardReturn::checkSoon);
+        disconnect(lastWindow, &QObject::destroyed, this, &KeyboardReturn::onDialogGone);
+        if (!lastWindow->isVisible()) {
+            onDialogGone();
+        }
     }
     lastWindow = window;
     if (window != nullptr) {
         // A window that is destroyed with the focus announces no change of it.
-        connect(window, &QObject::destroyed, this, &KeyboardReturn::checkSoon);
-    } else if (hasGone) {
+        connect(window, &QObject::destroyed, this, &KeyboardReturn::onDialogGone);
+    } else if (sinceGone.isValid() && sinceGone.elapsed() < moment) {
         checkSoon();
     }
+}
+
+void KeyboardReturn::onDialogGone()
+{
+    sinceGone.start();
+    checkSoon();
 }
 
 void KeyboardReturn::checkSoon()

@@ -242,6 +242,21 @@ TEST_F(ListCommandsTest, MenuActsOnTheRowBelowThePointer)
     EXPECT_EQ(titles(), "First Second Third");
 }
 
+TEST_F(ListCommandsTest, MenuKeyOpensTheMenuOfTheSelectedRow)
+{
+    clickRow(0);
+    const QPoint elsewhere(20, 2 * 46 + 20); // the system names some place
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, elsewhere,
+                            list()->viewport()->mapToGlobal(elsewhere));
+    QApplication::sendEvent(list(), &event);
+    auto* menu = list()->findChild<QMenu*>();
+    ASSERT_TRUE(menu->isVisible());
+    EXPECT_EQ(selectedRow(), 0);
+    const QRect row = list()->visualItemRect(list()->item(0));
+    EXPECT_TRUE(row.contains(list()->viewport()->mapFromGlobal(menu->pos())));
+    menu->close();
+}
+
 TEST_F(ListCommandsTest, KeysMoveToTheEndsAndTakeBack)
 {
     clickRow(1);

@@ -2,7 +2,9 @@
 # ondisplay.sh COMMAND [ARGUMENT...]: runs a command on an X display of its own with a window manager,
 # and ends with its status.
 #
-# KELVARON_SCREEN, WIDTHxHEIGHT, is the size of the screen in pixels.
+# KELVARON_SCREEN, WIDTHxHEIGHT, is the size of the screen in pixels. KELVARON_THEME_WINDOW and
+# KELVARON_THEME_TEXT, RRGGBB, are the colours of a desktop theme, which Qt applications get from the
+# qt5ct program.
 
 set -euo pipefail
 
@@ -42,6 +44,18 @@ if ! read -r -t 60 -u 6; then
     echo "ondisplay.sh: the window manager did not start" >&2
     exit 1
 fi
+# The first key of a new device changes the server's keyboard, and the manager then takes the focus away
+# for a moment: that is over before the first window is shown.
+xdotool key Shift_L
 unset WAYLAND_DISPLAY XDG_SESSION_TYPE XDG_CURRENT_DESKTOP
 export QT_QPA_PLATFORM=xcb
+if [[ -n "${KELVARON_THEME_WINDOW:-}" ]]; then
+    mkdir "$folder/qt5ct"
+    templates="$(dirname "${BASH_SOURCE[0]}")/../display/themes"
+    for file in qt5ct.conf colors.conf; do
+        sed -e "s|@folder@|$folder/qt5ct|g" -e "s|@w@|#ff$KELVARON_THEME_WINDOW|g" \
+            -e "s|@t@|#ff$KELVARON_THEME_TEXT|g" "$templates/$file.in" >"$folder/qt5ct/$file"
+    done
+    export XDG_CONFIG_DIRS="$folder" QT_QPA_PLATFORMTHEME=qt5ct
+fi
 "$@" 5>&- 6>&-
