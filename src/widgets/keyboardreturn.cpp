@@ -7,6 +7,26 @@ KeyboardReturn::KeyboardReturn(QWidget* window) : QObject(window), mainWindow(wi
 {
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
             &KeyboardReturn::onFocusWindowChanged);
+    window->installEventFilter(this);
+}
+
+bool KeyboardReturn::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ChildRemoved) { // a dialog has been destroyed, perhaps
+        QMetaObject::invokeMethod(this, &KeyboardReturn::settleActiveWindow, Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+/// A dialog that goes before it was ever given the focus leaves Qt with a window that has the keyboard
+/// but is not active: none of its widgets has the focus then.
+void KeyboardReturn::settleActiveWindow()
+{
+    if (QApplication::activeWindow() == nullptr && QApplication::activeModalWidget() == nullptr
+        && QGuiApplication::focusWindow() != nullptr
+        && QGuiApplication::focusWindow() == mainWindow->windowHandle()) {
+        QApplication::setActiveWindow(mainWindow);
+    }
 }
 
 void KeyboardReturn::onFocusWindowChanged(QWindow* window)

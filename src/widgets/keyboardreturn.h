@@ -20,11 +20,15 @@ public:
     /// `mainWindow` becomes the parent.
     explicit KeyboardReturn(QWidget* mainWindow);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void onFocusWindowChanged(QWindow* window);
     void onDialogGone();
     void checkSoon();
     void returnKeyboard();
+    void settleActiveWindow();
 
     QWidget* mainWindow;
     QPointer<QWindow> lastWindow; ///< that had the keyboard

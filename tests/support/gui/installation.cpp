@@ -99,6 +99,7 @@ void MainWindowTest::makeProfile(const QString& title, int chemistry) const
     typeOver(wizard->findChild<QLineEdit*>("SettingsLineEdit"), title);
     clickOn(next);
     flushDeletions();
+    EXPECT_TRUE(waitFor([this] { return window->isActiveWindow(); }));
 }
 
 QListWidget* MainWindowTest::list() const
