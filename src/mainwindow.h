@@ -138,6 +138,6 @@ private:
     bool reloadWaitsForEdit = false;
     std::unique_ptr<COMDeviceWatcher> deviceWatcher;
     std::unique_ptr<ListStatus> listStatus; ///< goes before the list and the managers that it asks
-    std::unique_ptr<FolderSeat> seat; ///< in the working folder
+    std::unique_ptr<FolderSeat> seat;       ///< in the working folder
     QString bundleFileName; ///< the bundle in use, to be named when its schema is at fault
 };
