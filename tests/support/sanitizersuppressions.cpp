@@ -8,7 +8,5 @@ extern "C" const char* __lsan_default_suppressions()
     return "leak:libfontconfig\n"
            "leak:libQt5XcbQpa\n"
            "leak:libQt5DBus\n"
-           "leak:libdbus-1\n"
-           "leak:libubsan\n"
            "leak:libqoffscreen\n";
 }
