@@ -10,7 +10,7 @@ namespace MemberForm
 /// "num", "bool", "string" and "list".
 QStringList kinds();
 
-/// How many fields such a line has, at least; 0 for what is no kind.
+/// How many fields such a line has, at least; 0 for what is not a kind.
 int numberOfFields(const QString& kind);
 
 /// True when there may be more: the items of a list.

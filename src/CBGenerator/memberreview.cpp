@@ -95,7 +95,7 @@ bool MemberReview::checkKind()
     }
     const QString nearest = nearestWord(kind, MemberForm::kinds());
     add(first.column(), Problem::Severity::Fatal,
-        QStringLiteral("%1 is no kind of setting").arg(quotedText(kind)),
+        QStringLiteral("%1 is not a kind of setting").arg(quotedText(kind)),
         nearest.isEmpty() ? QStringLiteral("num, bool, string or list") : nearest);
     return false;
 }
@@ -232,7 +232,7 @@ void MemberReview::checkSize()
     static const QRegularExpression digits(QStringLiteral("\\A[0-9]+\\z"));
     if (!digits.match(size.text).hasMatch()) {
         add(size.column(), Problem::Severity::Fatal,
-            QStringLiteral("%1 is no size").arg(quotedText(size.text)),
+            QStringLiteral("%1 is not a size").arg(quotedText(size.text)),
             nearestWord(size.text, {QStringLiteral("auto")}).isEmpty()
                 ? QStringLiteral("auto, or a number of bits in digits")
                 : QStringLiteral("auto"));

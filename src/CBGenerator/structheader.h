@@ -20,7 +20,7 @@ public:
     /// Where the line goes wrong, counted from 1.
     int column() const { return place; }
 
-    /// What stands there, and what to write.
+    /// What is there, and what to write.
     QString fault() const { return text; }
     QString advice() const { return remedy; }
 

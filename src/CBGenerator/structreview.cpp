@@ -59,7 +59,7 @@ void StructReview::checkPlaces()
         }
         if (!isWholeNumber) {
             structure.add(member, field, Problem::Severity::Error,
-                          QStringLiteral("the place %1 is no whole number: the setting is lost")
+                          QStringLiteral("the place %1 is not a whole number: the setting is lost")
                               .arg(quotedText(text)),
                           advice);
         } else if (*place >= count) {

@@ -111,7 +111,7 @@ public:
     double number() const;
 
     /// The number that the text of getValue() stands for: as others see this setting, with 6
-    /// significant digits. 0 for a text that is no number.
+    /// significant digits. 0 for a text that is not a number.
     double textAsNumber() const;
 
     /// Writes every field to standard output.

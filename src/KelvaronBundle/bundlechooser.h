@@ -17,7 +17,7 @@ public:
     BundleChooser() = delete;
 
     /// The bundle file ("*.kelvaron") of the highest version in `folder`; of several with that
-    /// version, the first by name ignoring case. A version text that is no dotted version counts as
+    /// version, the first by name ignoring case. A version text that is not a dotted version counts as
     /// "0". Nothing when no bundle has a version above "0".
     static std::optional<Choice> mostRecent(const QString& folder);
 };

@@ -178,7 +178,7 @@ void BundleReview::checkVersions(const QString& fileName)
         }
     } else if (!VersionString::isDottedVersion(version->text)) {
         add(version->line, version->column, Problem::Severity::Error,
-            QStringLiteral("the version %1 is no dotted version").arg(quotedText(version->text)),
+            QStringLiteral("the version %1 is not a dotted version").arg(quotedText(version->text)),
             form);
     }
     const auto minimum = values.constFind(minimumKey);
@@ -186,7 +186,7 @@ void BundleReview::checkVersions(const QString& fileName)
         const QString meant = nearestWord(minimumKey, values.keys());
         if (!meant.isEmpty() && meant != minimumKey) {
             add(values.value(meant).line, values.value(meant).keyColumn, Problem::Severity::Warning,
-                QStringLiteral("%1 is no key that the editor knows").arg(quotedText(meant)),
+                QStringLiteral("%1 is not a key that the editor knows").arg(quotedText(meant)),
                 minimumKey);
         }
         return;
@@ -194,7 +194,7 @@ void BundleReview::checkVersions(const QString& fileName)
     const QString own = QString::fromLatin1(BuildConstants::editorVersion);
     if (!VersionString::isDottedVersion(minimum->text)) {
         add(minimum->line, minimum->column, Problem::Severity::Fatal,
-            QStringLiteral("the version %1 is no dotted version").arg(quotedText(minimum->text)),
+            QStringLiteral("the version %1 is not a dotted version").arg(quotedText(minimum->text)),
             form);
     } else if (VersionString(own).lessThan(VersionString(minimum->text))) {
         add(minimum->line, minimum->column, Problem::Severity::Error,

@@ -21,6 +21,6 @@ signals:
     /// A text that can become no number was refused.
     void refused() const;
 
-    /// A text that is no number was made one.
+    /// A text that is not a number was replaced by one.
     void completed() const;
 };

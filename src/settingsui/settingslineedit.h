@@ -35,7 +35,7 @@ public:
     /// Narrow: the grid gives its editors their width.
     QSize sizeHint() const override;
 
-    /// Stores the text (a text that is no number counts as 0) and shows the stored value.
+    /// Stores the text (a text that is not a number counts as 0) and shows the stored value.
     void saveSetting();
 
 protected:

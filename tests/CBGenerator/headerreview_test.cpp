@@ -89,9 +89,9 @@ TEST(HeaderReviewTest, RefusesTwoChemistriesOfOneName)
 TEST(HeaderReviewTest, RefusesPlacesThatAreLost)
 {
     expectOnly(with(15, "\"Off\", 4", "\"Off\", 10"), "15@10@ error", "the struct has 10 members");
-    expectOnly(with(15, "\"Off\", 4", "\"Off\", 1.5"), "15@1.5@ error", "no whole number");
-    expectOnly(with(15, "\"Off\", 4", "\"Off\", -1.5"), "15@-1.5@ error", "no whole number");
-    expectOnly(with(15, "\"Off\", 4", "\"Off\", last"), "15@last@ error", "no whole number");
+    expectOnly(with(15, "\"Off\", 4", "\"Off\", 1.5"), "15@1.5@ error", "not a whole number");
+    expectOnly(with(15, "\"Off\", 4", "\"Off\", -1.5"), "15@-1.5@ error", "not a whole number");
+    expectOnly(with(15, "\"Off\", 4", "\"Off\", last"), "15@last@ error", "not a whole number");
 }
 
 TEST(HeaderReviewTest, RefusesAPlaceThatIsTaken)
@@ -140,8 +140,8 @@ TEST(HeaderReviewTest, RefusesAChecksumAmongBitFieldsThatAddUpWithIt)
 TEST(HeaderReviewTest, RefusesUnusableSizes)
 {
     expectProblem(with(13, "num, auto", "num, 9"), "13@9, 0@ fatal", "9 bits do not fit");
-    expectProblem(with(13, "num, auto", "num, full"), "13@full@ fatal", "\"full\" is no size");
-    expectProblem(with(13, "num, auto", "num, -8"), "13@-8@ fatal", "is no size");
+    expectProblem(with(13, "num, auto", "num, full"), "13@full@ fatal", "\"full\" is not a size");
+    expectProblem(with(13, "num, auto", "num, -8"), "13@-8@ fatal", "is not a size");
     expectProblem(with(13, "num, auto", "num, 99999999999"), "13@99999@ fatal", "do not fit");
     expectProblem(with(12, "bool, 6", "bool, 14"), "12@14@ fatal",
                   "14 bits do not fit into a bool");
@@ -295,7 +295,8 @@ TEST(HeaderReviewTest, RefusesLinesWithTooFewFields)
     expectOnly(with(13, ", 2, basic", ""), "13:", "fatal 10 fields where a num has 12");
     expectProblem(with(15, ", 4, \"On\", \"Off\", basic", ""),
                   "15:", "5 fields where a list has 7");
-    expectProblem(with(13, "; // num", "; // number"), "13@number@ fatal", "\"number\" is no kind");
+    expectProblem(with(13, "; // num", "; // number"), "13@number@ fatal",
+                  "\"number\" is not a kind");
     expectProblem(with(13, "unsigned char low; ", ""), "13:1 fatal", "a comment line");
     expectProblem(with(13, soundHeader.at(12), "; // num"), "13:1 fatal", "a type and a name");
     expectProblem(with(13, soundHeader.at(12), "unsigned char low;"), "13:19 fatal", "description");

@@ -78,7 +78,7 @@ TEST(HeaderSlipsTest, AMisspeltMemberIsOneProblemHoweverOftenItIsNamed)
 TEST(HeaderSlipsTest, AWrongPlaceIsOneProblemThoughFormulasNameTheSetting)
 {
     expectOnly(with(13, "A, 3, 2", "A, 3, 99"), "13@99@ fatal the place 99 is lost");
-    expectOnly(with(13, "A, 3, 2", "A, 3, two"), "13@two@ fatal the place \"two\" is no whole");
+    expectOnly(with(13, "A, 3, 2", "A, 3, two"), "13@two@ fatal the place \"two\" is not a whole");
     QStringList lines = with(13, "A, 3, 2", "A, 3, 99");
     lines[13].replace("low, 9", "0, 9");
     expectOnly(lines, "13@99@ fatal the place 99 is lost");
@@ -91,9 +91,10 @@ TEST(HeaderSlipsTest, AMissingFlagIsOneProblem)
 
 TEST(HeaderSlipsTest, AdvisesTheNearestWord)
 {
-    expectOnly(with(13, "// num", "// nmu"), "13@nmu@ fatal \"nmu\" is no kind", "| num");
+    expectOnly(with(13, "// num", "// nmu"), "13@nmu@ fatal \"nmu\" is not a kind", "| num");
     expectOnly(with(13, "unsigned char", "unsinged char"), "13:1 fatal", "| unsigned char");
-    expectOnly(with(13, "num, auto", "num, atuo"), "13@atuo@ fatal \"atuo\" is no size", "| auto");
+    expectOnly(with(13, "num, auto", "num, atuo"), "13@atuo@ fatal \"atuo\" is not a size",
+               "| auto");
     expectOnly(with(16, "num, auto", "num, atuo"), "16@atuo@ fatal", "| auto");
     expectOnly(with(13, "2, basic", "2, baisc"), "13@baisc@ warning \"baisc\" makes", "| basic");
     expectOnly(with(15, "\"Off\", 4", "\"Offf\", 4"), "15@\"Offf\"@ error", "| \"Off\"");

@@ -193,6 +193,6 @@ TEST(BundleReviewTest, AMisspeltKeyIsOneProblemAtItsPlace)
     expectOnly(bundle(header, " VERSOIN = 1.2\n"), "2:2 error \"VERSOIN\" is not the key",
                "| VERSION");
     expectOnly(bundle(header, "VERSION = 1.2\nMIN_SOFTWARE_VERSION = 0.9\nMAKER = us\n"),
-               "3:1 warning \"MIN_SOFTWARE_VERSION\" is no key that the editor knows",
+               "3:1 warning \"MIN_SOFTWARE_VERSION\" is not a key that the editor knows",
                "| MIN_SOFTWARE_VERSION_REQUIRED");
 }

@@ -1,4 +1,4 @@
-// Number fields that are left with a text that is no number yet.
+// Number fields that are left with a text that is not a number yet.
 
 #include "CBGenerator/structsetting.h"
 #include "profiles/profilenameslistmanager.h"

@@ -177,9 +177,9 @@ TEST_F(PackCommandTest, RefusesAVersionThatIsNotDotted)
 {
     for (const char* version : {"v1.2", "1..2", "1.2.", "one"}) {
         expectNothingWritten({"--key", QString("VERSION=%1").arg(version)}, 2,
-                             "is no dotted version");
+                             "is not a dotted version");
         expectNothingWritten({"--key", QString("MIN_SOFTWARE_VERSION_REQUIRED=%1").arg(version)}, 2,
-                             "is no dotted version");
+                             "is not a dotted version");
     }
 }
 

@@ -128,7 +128,8 @@ bool PackCommand::addKeys(const CommandOptions& options, BundleWriter& writer, Q
         } else if (writer.hasKey(key)) {
             error = QStringLiteral("key %1 is given twice").arg(key);
         } else if (isVersionKey(key) && !VersionString::isDottedVersion(value)) {
-            error = QStringLiteral("%1 \"%2\" is no dotted version such as 1.2.0").arg(key, value);
+            error =
+                QStringLiteral("%1 \"%2\" is not a dotted version such as 1.2.0").arg(key, value);
         } else {
             writer.addKey(key, value);
             continue;
