@@ -10,7 +10,7 @@
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
 #include "rows.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QCryptographicHash>
 #include <QFile>

@@ -10,7 +10,7 @@
 #include "comparisontable.h"
 #include "mainwindow.h"
 #include "rows.h"
-#include "widgets/contraststyle.h"
+#include "look/contraststyle.h"
 
 #include <QApplication>
 

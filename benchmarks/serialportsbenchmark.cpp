@@ -1,7 +1,7 @@
 // What a look for serial ports costs the window when nothing has changed, beside what it replaces:
 // asking the system for the whole list.
 
-#include "transfer/qextserialenumerator.h"
+#include "serialports/qextserialenumerator.h"
 
 #include <QElapsedTimer>
 #include <QSerialPortInfo>

@@ -2,8 +2,8 @@
 
 #include "mainwindow.h"
 #include "paintedwatch.h"
-#include "widgets/contraststyle.h"
-#include "widgets/screenscaling.h"
+#include "look/contraststyle.h"
+#include "look/screenscaling.h"
 
 #include <QApplication>
 

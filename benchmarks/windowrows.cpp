@@ -7,7 +7,7 @@
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
 #include "rows.h"
-#include "textfile.h"
+#include "base/textfile.h"
 #include "xmlformat/writetoxml.h"
 #include "xmlformat/xmlmanager.h"
 

@@ -2,10 +2,10 @@
 // and read again the same. The review agrees with both.
 
 #include "KelvaronBundle/bundlecheck.h"
-#include "KelvaronBundle/bundlereview.h"
+#include "schemareview/bundlereview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "support/fuzztarget.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QCryptographicHash>
 #include <QStringList>

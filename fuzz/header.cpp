@@ -5,7 +5,7 @@
 // Widgets take their time: only every fourth size of an input has its settings shown in grids.
 
 #include "CBGenerator/generator.h"
-#include "CBGenerator/headerreview.h"
+#include "schemareview/headerreview.h"
 #include "CBGenerator/schemacheck.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
@@ -18,7 +18,7 @@
 #include "settingsui/settingslineedit.h"
 #include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QCheckBox>
 #include <QStringList>

@@ -10,7 +10,7 @@
 #include "IntelHexFile/hexfile.h"
 #include "profileimport/parsedprofile.h"
 #include "support/fuzztarget.h"
-#include "xmlformat/xmlutility.h"
+#include "base/xmlutility.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,7 +1,7 @@
 // Intel HEX files: the areas are never left, and what was loaded is written and loaded the same.
 
 #include "IntelHexFile/hexfile.h"
-#include "stdiofile.h"
+#include "base/stdiofile.h"
 #include "support/fuzztarget.h"
 
 #include <algorithm>

@@ -5,8 +5,8 @@
 #include "applicationglobalmap.h"
 #include "support/fuzztarget.h"
 #include "updatecheck/newfirmwarechecker.h"
-#include "versionstring.h"
-#include "xmlformat/xmlutility.h"
+#include "KelvaronBundle/versionstring.h"
+#include "base/xmlutility.h"
 
 #include <QCoreApplication>
 #include <QDir>

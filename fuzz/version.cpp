@@ -2,7 +2,7 @@
 // ordered.
 
 #include "support/fuzztarget.h"
-#include "versionstring.h"
+#include "KelvaronBundle/versionstring.h"
 
 #include <QStringList>
 

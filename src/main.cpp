@@ -1,6 +1,6 @@
+#include "look/contraststyle.h"
+#include "look/screenscaling.h"
 #include "mainwindow.h"
-#include "widgets/contraststyle.h"
-#include "widgets/screenscaling.h"
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 #include "support/fuzztarget.h"
 
 #include "CBGenerator/generator.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
 #include "fuzzpaths.h"
 
 #include <QFile>

@@ -2,8 +2,8 @@
 
 #include "CBGenerator/formulabuilder.h"
 #include "CBGenerator/structsetting.h"
-#include "fatalassertion.h"
-#include "fatalcontext.h"
+#include "base/fatalassertion.h"
+#include "base/fatalcontext.h"
 
 #include <algorithm>
 

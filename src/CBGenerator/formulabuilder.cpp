@@ -2,7 +2,7 @@
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/structsetting.h"
-#include "standardoutput.h"
+#include "base/standardoutput.h"
 
 #include <algorithm>
 

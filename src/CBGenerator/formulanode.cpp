@@ -2,7 +2,7 @@
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/structsetting.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
 
 namespace HParser
 {

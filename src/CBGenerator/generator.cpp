@@ -3,10 +3,10 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "CBGenerator/visualorder.h"
-#include "fatalassertion.h"
-#include "installedfilescope.h"
-#include "standardoutput.h"
-#include "textfile.h"
+#include "base/fatalassertion.h"
+#include "base/installedfilescope.h"
+#include "base/standardoutput.h"
+#include "base/textfile.h"
 
 #include <QRegExp>
 

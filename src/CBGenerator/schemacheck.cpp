@@ -6,8 +6,8 @@
 #include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "fatalassertion.h"
-#include "fatalcontext.h"
+#include "base/fatalassertion.h"
+#include "base/fatalcontext.h"
 
 #include <QStringList>
 

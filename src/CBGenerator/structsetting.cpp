@@ -13,9 +13,9 @@
 #include "CBGenerator/structsetting.h"
 
 #include "CBGenerator/formula.h"
-#include "fatalassertion.h"
-#include "rounding.h"
-#include "standardoutput.h"
+#include "base/fatalassertion.h"
+#include "base/rounding.h"
+#include "base/standardoutput.h"
 
 #include <QRegExp>
 

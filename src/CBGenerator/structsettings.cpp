@@ -2,7 +2,7 @@
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/visualorder.h"
-#include "standardoutput.h"
+#include "base/standardoutput.h"
 
 #include <algorithm>
 

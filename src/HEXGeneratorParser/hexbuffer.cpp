@@ -2,10 +2,10 @@
 
 #include "HEXGeneratorParser/hexutility.h"
 #include "IntelHexFile/hexfile.h"
-#include "fatalassertion.h"
-#include "standardoutput.h"
-#include "stdiofile.h"
-#include "textfile.h"
+#include "base/fatalassertion.h"
+#include "base/standardoutput.h"
+#include "base/stdiofile.h"
+#include "base/textfile.h"
 
 #include <array>
 #include <functional>

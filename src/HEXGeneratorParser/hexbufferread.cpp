@@ -1,6 +1,6 @@
 #include "HEXGeneratorParser/hexbufferread.h"
 
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
 
 namespace HEXGeneratorParser
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "profiles/replaceguard.h"
+#include "rescue/replaceguard.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -4,8 +4,8 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "fatalassertion.h"
-#include "textfile.h"
+#include "base/fatalassertion.h"
+#include "base/textfile.h"
 
 #include <QByteArray>
 #include <QHash>

@@ -6,12 +6,12 @@
 #include "HEXGeneratorParser/hexbufferread.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "IntelHexFile/hexfile.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
+#include "base/standardoutput.h"
+#include "base/stdiofile.h"
+#include "base/textfile.h"
+#include "base/xmlutility.h"
 #include "profileimport/parsedprofile.h"
-#include "standardoutput.h"
-#include "stdiofile.h"
-#include "textfile.h"
-#include "xmlformat/xmlutility.h"
 
 #include <QFileInfo>
 

@@ -5,9 +5,9 @@
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexutility.h"
-#include "fatalassertion.h"
-#include "fatalcontext.h"
-#include "rounding.h"
+#include "base/fatalassertion.h"
+#include "base/fatalcontext.h"
+#include "base/rounding.h"
 
 #include <QRegularExpression>
 

@@ -1,6 +1,6 @@
 #include "IntelHexFile/hexfile.h"
 
-#include "standardoutput.h"
+#include "base/standardoutput.h"
 
 #include <QString>
 

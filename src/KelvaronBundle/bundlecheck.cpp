@@ -1,10 +1,10 @@
 #include "KelvaronBundle/bundlecheck.h"
 
-#include "CBGenerator/headerreview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "buildconstants.h"
-#include "textfile.h"
-#include "versionstring.h"
+#include "KelvaronBundle/versionstring.h"
+#include "base/buildconstants.h"
+#include "base/textfile.h"
+#include "schemareview/headerreview.h"
 
 #include <QFileInfo>
 

@@ -1,9 +1,9 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 
-#include "fatalassertion.h"
-#include "installedfilescope.h"
-#include "standardoutput.h"
-#include "textfile.h"
+#include "base/fatalassertion.h"
+#include "base/installedfilescope.h"
+#include "base/standardoutput.h"
+#include "base/textfile.h"
 
 #include <QCryptographicHash>
 #include <QFile>

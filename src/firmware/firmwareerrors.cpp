@@ -1,7 +1,7 @@
 #include "firmware/firmwareerrors.h"
 
+#include "base/standardoutput.h"
 #include "messagedialogs.h"
-#include "standardoutput.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 
 #include <QFile>

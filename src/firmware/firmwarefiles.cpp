@@ -2,9 +2,9 @@
 
 #include "KelvaronBundle/bundlecheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
+#include "base/standardoutput.h"
+#include "base/textfile.h"
 #include "firmware/stringmanipulation.h"
-#include "standardoutput.h"
-#include "textfile.h"
 
 #include <QFile>
 #include <QFileInfo>

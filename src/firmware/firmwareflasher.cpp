@@ -1,13 +1,13 @@
 #include "firmware/firmwareflasher.h"
 
+#include "base/standardoutput.h"
 #include "firmware/finishingrun.h"
 #include "firmware/firmwareerrors.h"
 #include "firmware/firmwarefiles.h"
 #include "firmware/stringmanipulation.h"
 #include "messagedialogs.h"
-#include "standardoutput.h"
+#include "serialports/portturn.h"
 #include "transfer/kelvaronresetdialog.h"
-#include "transfer/portturn.h"
 #include "transfer/uploader.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 

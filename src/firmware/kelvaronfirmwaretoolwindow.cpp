@@ -2,19 +2,19 @@
 
 #include "KelvaronBundle/bundlecheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "filedialogs.h"
+#include "KelvaronBundle/versionstring.h"
+#include "filedialogs/filedialogs.h"
 #include "firmware/firmwareerrors.h"
 #include "firmware/firmwarefiles.h"
 #include "firmware/firmwareflasher.h"
 #include "firmware/firmwaremessagedialogs.h"
 #include "firmware/stringmanipulation.h"
+#include "input/menukey.h"
+#include "look/fittedfont.h"
+#include "look/screenfit.h"
+#include "serialports/portdropdown.h"
 #include "transfer/comdevicewatcher.h"
-#include "transfer/portdropdown.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
-#include "versionstring.h"
-#include "widgets/fittedfont.h"
-#include "widgets/menukey.h"
-#include "widgets/screenfit.h"
 
 #include <QCloseEvent>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "transfer/qextportinfo.h"
+#include "serialports/qextportinfo.h"
 
 #include <QDir>
 #include <QList>

@@ -4,9 +4,9 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "base/xmlutility.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
-#include "xmlformat/xmlutility.h"
 
 #include <algorithm>
 

@@ -2,11 +2,11 @@
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
+#include "base/quotedtext.h"
 #include "messagedialogs.h"
 #include "profileimport/importedvalues.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
-#include "quotedtext.h"
 
 #include <QMessageBox>
 

@@ -1,12 +1,12 @@
 #include "profileimport/importreport.h"
 
 #include "CBGenerator/formula.h"
+#include "CBGenerator/storabletext.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "HEXGeneratorParser/storabletext.h"
-#include "countedtext.h"
-#include "quotedtext.h"
-#include "xmlformat/xmlutility.h"
+#include "base/countedtext.h"
+#include "base/quotedtext.h"
+#include "base/xmlutility.h"
 
 #include <QSet>
 

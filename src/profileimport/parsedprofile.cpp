@@ -1,6 +1,6 @@
 #include "profileimport/parsedprofile.h"
 
-#include "standardoutput.h"
+#include "base/standardoutput.h"
 
 void ParsedProfile::print() const
 {

@@ -2,11 +2,11 @@
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
+#include "look/focusframe.h"
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
 #include "ui_profilename.h"
-#include "widgets/focusframe.h"
 
 #include <QAccessible>
 #include <QHelpEvent>

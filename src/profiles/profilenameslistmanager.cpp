@@ -2,7 +2,8 @@
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
+#include "look/plainarea.h"
 #include "messagedialogs.h"
 #include "profiles/profilelistaccessible.h"
 #include "profiles/profilelistkeys.h"
@@ -13,7 +14,6 @@
 #include "profiles/rowdrag.h"
 #include "profiles/seenrows.h"
 #include "settingsui/settingspanemanager.h"
-#include "widgets/plainarea.h"
 
 #include <QListWidget>
 #include <QMessageBox>

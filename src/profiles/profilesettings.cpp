@@ -3,8 +3,8 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "fatalassertion.h"
-#include "standardoutput.h"
+#include "base/fatalassertion.h"
+#include "base/standardoutput.h"
 
 ProfileSettings::ProfileSettings() = default;
 ProfileSettings::~ProfileSettings() = default;

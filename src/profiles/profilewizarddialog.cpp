@@ -2,13 +2,13 @@
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
+#include "look/fittedfont.h"
+#include "look/screenfit.h"
 #include "profiles/profilesettings.h"
 #include "settingsui/focusinsight.h"
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_profilewizarddialog.h"
-#include "widgets/fittedfont.h"
-#include "widgets/screenfit.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

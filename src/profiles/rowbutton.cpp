@@ -1,6 +1,6 @@
 #include "profiles/rowbutton.h"
 
-#include "widgets/focusframe.h"
+#include "look/focusframe.h"
 
 #include <QHelpEvent>
 #include <QPainter>

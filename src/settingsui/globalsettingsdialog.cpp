@@ -1,13 +1,13 @@
 #include "settingsui/globalsettingsdialog.h"
 
+#include "look/fittedfont.h"
+#include "look/screenfit.h"
 #include "messagedialogs.h"
 #include "profiles/profilesettings.h"
 #include "settingsui/focusinsight.h"
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingsgridscroll.h"
 #include "ui_globalsettingsdialog.h"
-#include "widgets/fittedfont.h"
-#include "widgets/screenfit.h"
 
 #include <QMessageBox>
 

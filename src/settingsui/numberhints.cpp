@@ -2,7 +2,7 @@
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/structsetting.h"
-#include "rounding.h"
+#include "base/rounding.h"
 
 #include <QHash>
 

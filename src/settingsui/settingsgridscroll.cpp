@@ -1,6 +1,6 @@
 #include "settingsui/settingsgridscroll.h"
 
-#include "widgets/plainarea.h"
+#include "look/plainarea.h"
 
 #include <QScrollArea>
 

@@ -1,7 +1,7 @@
 #include "settingsui/settingslineedit.h"
 
 #include "CBGenerator/structsetting.h"
-#include "quotedtext.h"
+#include "base/quotedtext.h"
 #include "settingsui/fieldnote.h"
 #include "settingsui/numberhints.h"
 #include "settingsui/numbervalidator.h"

@@ -1,6 +1,6 @@
 #include "settingsui/storabletextvalidator.h"
 
-#include "HEXGeneratorParser/storabletext.h"
+#include "CBGenerator/storabletext.h"
 
 StorableTextValidator::StorableTextValidator(QObject* parent) : QValidator(parent) {}
 

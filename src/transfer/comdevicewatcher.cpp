@@ -1,6 +1,6 @@
 #include "transfer/comdevicewatcher.h"
 
-#include "transfer/qextserialenumerator.h"
+#include "serialports/qextserialenumerator.h"
 
 namespace
 {

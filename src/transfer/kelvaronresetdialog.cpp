@@ -1,8 +1,8 @@
 #include "transfer/kelvaronresetdialog.h"
 
+#include "look/screenfit.h"
 #include "messagedialogs.h"
 #include "transfer/uploader.h"
-#include "widgets/screenfit.h"
 
 #include <QGridLayout>
 #include <QLabel>

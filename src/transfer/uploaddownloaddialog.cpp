@@ -1,12 +1,12 @@
 #include "transfer/uploaddownloaddialog.h"
 
+#include "look/fittedfont.h"
+#include "look/screenfit.h"
 #include "messagedialogs.h"
 #include "transfer/downloadprofiles.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploadprofiles.h"
 #include "ui_uploaddownloaddialog.h"
-#include "widgets/fittedfont.h"
-#include "widgets/screenfit.h"
 
 #include <QPointer>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "serialports/portdropdown.h"
+#include "serialports/qextportinfo.h"
 #include "transfer/comdevicewatcher.h"
-#include "transfer/portdropdown.h"
-#include "transfer/qextportinfo.h"
 
 #include <QByteArray>
 #include <QDialog>

@@ -3,7 +3,7 @@
 #include "HEXGeneratorParser/hexmanager.h"
 #include "HEXGeneratorParser/readfromhex.h"
 #include "messagedialogs.h"
-#include "profiles/profilebackups.h"
+#include "rescue/profilebackups.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QMessageBox>

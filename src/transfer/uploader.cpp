@@ -1,7 +1,7 @@
 #include "transfer/uploader.h"
 
-#include "buildconstants.h"
-#include "transfer/portturn.h"
+#include "base/buildconstants.h"
+#include "serialports/portturn.h"
 
 #include <QCoreApplication>
 

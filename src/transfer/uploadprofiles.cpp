@@ -1,6 +1,6 @@
 #include "transfer/uploadprofiles.h"
 
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QFile>
 

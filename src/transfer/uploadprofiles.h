@@ -1,6 +1,6 @@
 #pragma once
 
-#include "transfer/portturn.h"
+#include "serialports/portturn.h"
 #include "transfer/uploader.h"
 
 #include <QByteArray>

@@ -1,7 +1,7 @@
 #include "xmlformat/readfromxml.h"
 
+#include "base/textfile.h"
 #include "profileimport/parsedprofile.h"
-#include "textfile.h"
 
 #include <QFile>
 #include <QXmlStreamReader>

@@ -2,9 +2,9 @@
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
+#include "base/xmlutility.h"
 #include "profiles/profilesettings.h"
-#include "xmlformat/xmlutility.h"
 
 #include <QTextStream>
 

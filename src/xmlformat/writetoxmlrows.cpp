@@ -1,7 +1,7 @@
 // The half of WriteToXML that knows the rows of the list.
 
+#include "base/textfile.h"
 #include "profiles/profilename.h"
-#include "textfile.h"
 #include "xmlformat/writetoxml.h"
 
 namespace XMLGeneratorParser

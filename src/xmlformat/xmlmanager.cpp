@@ -1,11 +1,11 @@
 #include "xmlformat/xmlmanager.h"
 
 #include "CBGenerator/generator.h"
-#include "filedialogs.h"
+#include "filedialogs/exportfilename.h"
+#include "filedialogs/filedialogs.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
 #include "profiles/profilenamelistwidget.h"
-#include "widgets/exportfilename.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/writetoxml.h"
 

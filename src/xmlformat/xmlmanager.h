@@ -1,7 +1,7 @@
 #pragma once
 
 #include "profileimport/importoccasion.h"
-#include "profiles/replaceguard.h"
+#include "rescue/replaceguard.h"
 
 #include <QList>
 #include <QObject>

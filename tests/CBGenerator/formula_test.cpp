@@ -1,7 +1,7 @@
 #include "CBGenerator/formula.h"
 
-#include "CBGenerator/schematext.h"
-#include "CBGenerator/standardoutputcapture.h"
+#include "support/schematext.h"
+#include "support/standardoutputcapture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "CBGenerator/schemacheck.h"
 
 #include "CBGenerator/formula.h"
-#include "CBGenerator/schematext.h"
-#include "CBGenerator/standardoutputcapture.h"
+#include "support/schematext.h"
+#include "support/standardoutputcapture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "CBGenerator/structsetting.h"
 
 #include "CBGenerator/formula.h"
-#include "CBGenerator/schematext.h"
+#include "support/schematext.h"
 
 #include <gtest/gtest.h>
 

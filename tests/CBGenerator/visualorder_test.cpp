@@ -1,6 +1,6 @@
 #include "CBGenerator/visualorder.h"
 
-#include "CBGenerator/schematext.h"
+#include "support/schematext.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "HEXGeneratorParser/hexbuffer.h"
 
-#include "CBGenerator/standardoutputcapture.h"
 #include "HEXGeneratorParser/hexutility.h"
-#include "HEXGeneratorParser/imagesupport.h"
+#include "support/imagesupport.h"
+#include "support/standardoutputcapture.h"
 
 #include <csignal>
 

@@ -1,6 +1,6 @@
 #include "HEXGeneratorParser/hexbufferread.h"
 
-#include "HEXGeneratorParser/imagesupport.h"
+#include "support/imagesupport.h"
 
 #include <csignal>
 

@@ -1,6 +1,6 @@
 #include "HEXGeneratorParser/hexutility.h"
 
-#include "HEXGeneratorParser/imagesupport.h"
+#include "support/imagesupport.h"
 
 #include <csignal>
 

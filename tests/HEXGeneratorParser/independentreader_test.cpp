@@ -2,7 +2,7 @@
 
 #include "HEXGeneratorParser/hexbuffer.h"
 #include "HEXGeneratorParser/hexutility.h"
-#include "HEXGeneratorParser/imagesupport.h"
+#include "support/imagesupport.h"
 #include "support/waiting.h"
 
 #include <QProcess>

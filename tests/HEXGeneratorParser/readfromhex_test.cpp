@@ -1,10 +1,10 @@
 #include "HEXGeneratorParser/readfromhex.h"
 
-#include "CBGenerator/standardoutputcapture.h"
-#include "HEXGeneratorParser/chargerschema.h"
 #include "HEXGeneratorParser/hexbuffer.h"
-#include "HEXGeneratorParser/imagesupport.h"
 #include "profileimport/parsedprofile.h"
+#include "support/chargerschema.h"
+#include "support/imagesupport.h"
+#include "support/standardoutputcapture.h"
 
 #include <optional>
 

@@ -3,14 +3,14 @@
 // rule that it follows.
 
 #include "CBGenerator/formula.h"
-#include "CBGenerator/standardoutputcapture.h"
-#include "HEXGeneratorParser/chargerschema.h"
 #include "HEXGeneratorParser/hexutility.h"
-#include "HEXGeneratorParser/imagesupport.h"
 #include "HEXGeneratorParser/readfromhex.h"
 #include "HEXGeneratorParser/writetohex.h"
+#include "base/xmlutility.h"
 #include "profileimport/parsedprofile.h"
-#include "xmlformat/xmlutility.h"
+#include "support/chargerschema.h"
+#include "support/imagesupport.h"
+#include "support/standardoutputcapture.h"
 
 #include <cmath>
 #include <map>

@@ -1,8 +1,8 @@
 #include "HEXGeneratorParser/writetohex.h"
 
-#include "HEXGeneratorParser/chargerschema.h"
 #include "HEXGeneratorParser/hexbuffer.h"
-#include "HEXGeneratorParser/imagesupport.h"
+#include "support/chargerschema.h"
+#include "support/imagesupport.h"
 
 #include <cmath>
 #include <csignal>

@@ -1,6 +1,6 @@
 #include "IntelHexFile/hexfile.h"
 
-#include "CBGenerator/standardoutputcapture.h"
+#include "support/standardoutputcapture.h"
 
 #include <gtest/gtest.h>
 

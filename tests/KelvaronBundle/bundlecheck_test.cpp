@@ -1,7 +1,7 @@
 #include "KelvaronBundle/bundlecheck.h"
 
-#include "startup/bundletext.h"
-#include "textfile.h"
+#include "base/textfile.h"
+#include "support/bundletext.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 
-#include "CBGenerator/standardoutputcapture.h"
+#include "support/standardoutputcapture.h"
 
 #include <gtest/gtest.h>
 

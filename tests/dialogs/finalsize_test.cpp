@@ -5,10 +5,10 @@
 #include "profiles/profilewizarddialog.h"
 #include "settingsui/globalsettingsdialog.h"
 #include "settingsui/globalsettingsmanager.h"
+#include "support/fakeports.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
-#include "transfer/fakeports.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"
 

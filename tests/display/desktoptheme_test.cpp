@@ -1,8 +1,8 @@
 // The program's style upon that of a real desktop theme, which may wrap the style that draws. Run once
 // for each theme.
 
+#include "look/contraststyle.h"
 #include "support/gui/contrast.h"
-#include "widgets/contraststyle.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Editing with the keys and the pointer of an X server, under a window manager.
 
-#include "display/hands.h"
 #include "mainwindow.h"
 #include "settingsui/fieldnote.h"
+#include "support/display/hands.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"

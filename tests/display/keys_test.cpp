@@ -1,7 +1,7 @@
 // Keys as the X server sends them, with a window manager that decides which window gets them.
 
-#include "display/hands.h"
 #include "mainwindow.h"
+#include "support/display/hands.h"
 #include "support/gui/installation.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"

@@ -1,11 +1,11 @@
 // Where the window manager puts windows with the large texts that a user may have chosen for the whole
 // desktop.
 
-#include "display/frame.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "support/display/frame.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
-#include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QAction>

@@ -1,7 +1,7 @@
 // What the pointer brings about while it rests, or moves from one thing to another.
 
-#include "display/hands.h"
 #include "mainwindow.h"
+#include "support/display/hands.h"
 #include "support/gui/installation.h"
 #include "xmlformat/xmlmanager.h"
 

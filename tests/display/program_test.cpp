@@ -1,6 +1,6 @@
 // The program itself, as a process of its own.
 
-#include "display/hands.h"
+#include "support/display/hands.h"
 #include "testpaths.h"
 
 #include <gtest/gtest.h>

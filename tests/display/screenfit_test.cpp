@@ -1,14 +1,14 @@
 // Every window within the free area of its screen, the window manager's frame included. Run on
 // screens of several sizes and scales.
 
-#include "display/frame.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "mainwindow.h"
 #include "messagedialogs.h"
 #include "settingsui/globalsettingsmanager.h"
+#include "support/display/frame.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
-#include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QApplication>

@@ -1,9 +1,9 @@
 #include "firmware/finishingrun.h"
 
-#include "firmware/flashertest.h"
-#include "transfer/fakeuploader.h"
-#include "transfer/portturn.h"
-#include "transfer/portturns.h"
+#include "serialports/portturn.h"
+#include "serialports/portturns.h"
+#include "support/fakeuploader.h"
+#include "support/gui/flashertest.h"
 #include "transfer/uploader.h"
 
 #include <QPointer>

@@ -1,7 +1,7 @@
 #include "firmware/firmwareerrors.h"
 
-#include "CBGenerator/standardoutputcapture.h"
-#include "firmware/flashertest.h"
+#include "support/gui/flashertest.h"
+#include "support/standardoutputcapture.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 
 #include <QMessageBox>

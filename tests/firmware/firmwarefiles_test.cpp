@@ -1,8 +1,8 @@
 #include "firmware/firmwarefiles.h"
 
-#include "CBGenerator/standardoutputcapture.h"
-#include "firmware/flashertest.h"
 #include "support/filesizelimit.h"
+#include "support/gui/flashertest.h"
+#include "support/standardoutputcapture.h"
 
 #include <QMap>
 

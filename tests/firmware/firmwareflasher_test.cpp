@@ -1,6 +1,6 @@
 #include "firmware/firmwareflasher.h"
 
-#include "firmware/flashertest.h"
+#include "support/gui/flashertest.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 
 #include <QPushButton>

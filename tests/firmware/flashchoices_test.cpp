@@ -1,9 +1,9 @@
 // What can be chosen in the firmware tool while a flash goes on, and where the tool opens.
 
-#include "firmware/flashertest.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "support/fakeports.h"
+#include "support/gui/flashertest.h"
 #include "support/waiting.h"
-#include "transfer/fakeports.h"
 
 #include <QAction>
 #include <QPointer>

@@ -1,9 +1,9 @@
 // Runs that are given up: with the window, in the middle, while something is open.
 
-#include "firmware/flashertest.h"
+#include "serialports/portturn.h"
+#include "serialports/portturns.h"
+#include "support/gui/flashertest.h"
 #include "support/waiting.h"
-#include "transfer/portturn.h"
-#include "transfer/portturns.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 // Uploaders that print far more than they should during a flash, and a full disk.
 
-#include "firmware/flashertest.h"
 #include "support/filesizelimit.h"
+#include "support/gui/flashertest.h"
 #include "support/gui/flood.h"
 #include "support/gui/memory.h"
 

@@ -1,6 +1,6 @@
 // The log of a run.
 
-#include "firmware/flashertest.h"
+#include "support/gui/flashertest.h"
 #include "support/waiting.h"
 
 #include <QDateTime>

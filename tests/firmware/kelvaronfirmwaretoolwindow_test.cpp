@@ -1,9 +1,9 @@
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 
-#include "firmware/flashertest.h"
+#include "support/fakeports.h"
+#include "support/gui/flashertest.h"
 #include "support/waiting.h"
 #include "transfer/comdevicewatcher.h"
-#include "transfer/fakeports.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 
 #include <QAction>

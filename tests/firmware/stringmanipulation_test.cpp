@@ -1,7 +1,7 @@
 #include "firmware/stringmanipulation.h"
 
-#include "CBGenerator/standardoutputcapture.h"
 #include "support/gui/widgets.h"
+#include "support/standardoutputcapture.h"
 
 #include <climits>
 

@@ -1,6 +1,6 @@
 // A run whose output goes quiet.
 
-#include "firmware/flashertest.h"
+#include "support/gui/flashertest.h"
 
 #include <QTimer>
 

@@ -1,11 +1,11 @@
 // What is kept of the list in "saved_profiles/backups", and when.
 
-#include "folderseat.h"
+#include "installation/folderseat.h"
+#include "serialports/portturns.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
 #include "testpaths.h"
-#include "transfer/fakeports.h"
-#include "transfer/portturns.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"

@@ -2,11 +2,11 @@
 // working folder. The list stays, the user is told, and the memory stays small.
 
 #include "applicationglobalmap.h"
+#include "base/textfile.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/gui/memory.h"
 #include "support/waiting.h"
-#include "textfile.h"
-#include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
 

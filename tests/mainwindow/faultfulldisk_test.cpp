@@ -3,9 +3,9 @@
 
 #include "HEXGeneratorParser/hexmanager.h"
 #include "applicationglobalmap.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
 #include "profileimport/parsedprofile.h"
-#include "profiles/profilerescue.h"
+#include "rescue/profilerescue.h"
 #include "support/filesizelimit.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"

@@ -2,10 +2,10 @@
 // stays, the list stays, and the user is told.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
-#include "startup/bundletext.h"
+#include "support/bundletext.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/gui/readonlyfolder.h"
-#include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
 

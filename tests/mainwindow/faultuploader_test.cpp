@@ -1,11 +1,11 @@
 // Uploaders that misbehave during a transfer from the main window. The list stays, the user is
 // told, the window stays alive, and the memory stays small.
 
+#include "support/fakeports.h"
 #include "support/gui/flood.h"
 #include "support/gui/installation.h"
 #include "support/gui/memory.h"
 #include "support/waiting.h"
-#include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
 

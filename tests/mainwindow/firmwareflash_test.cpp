@@ -3,10 +3,10 @@
 #include "applicationglobalmap.h"
 #include "firmware/firmwareflasher.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
 #include "testpaths.h"
-#include "transfer/fakeports.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -4,10 +4,10 @@
 #include "CBGenerator/structsettings.h"
 #include "profiles/profilename.h"
 #include "profiles/profilesettings.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
 #include "testpaths.h"
-#include "transfer/fakeports.h"
 
 #include <QApplication>
 #include <QFile>

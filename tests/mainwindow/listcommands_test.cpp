@@ -4,10 +4,10 @@
 #include "HEXGeneratorParser/hexmanager.h"
 #include "mainwindow.h"
 #include "profiles/profilename.h"
+#include "serialports/portturn.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
-#include "transfer/portturn.h"
 #include "xmlformat/xmlmanager.h"
 
 #include <QAction>

@@ -9,7 +9,7 @@
 #include "profiles/profilesettings.h"
 #include "settingsui/globalsettingsdialog.h"
 #include "settingsui/globalsettingsmanager.h"
-#include "startup/bundletext.h"
+#include "support/bundletext.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"

@@ -1,8 +1,8 @@
 // What happens to the list when the program dies. Each death is that of a child process.
 
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
 #include "profileimport/parsedprofile.h"
-#include "profiles/profilerescue.h"
+#include "rescue/profilerescue.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
 #include "xmlformat/readfromxml.h"

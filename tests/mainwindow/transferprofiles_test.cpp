@@ -1,10 +1,10 @@
 // "Write Profiles to Kelvaron..." and "Read Profiles from Kelvaron..." as the user does it, with the
 // simulated charger behind the uploader's name.
 
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
 #include "testpaths.h"
-#include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
 

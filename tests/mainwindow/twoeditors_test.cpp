@@ -1,10 +1,10 @@
 // Two editors that work in the same folder. The other one is played by its seat and by what it writes.
 
-#include "folderseat.h"
-#include "profiles/profilerescue.h"
+#include "installation/folderseat.h"
+#include "rescue/profilerescue.h"
+#include "support/fakeports.h"
 #include "support/gui/installation.h"
 #include "support/waiting.h"
-#include "transfer/fakeports.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
 

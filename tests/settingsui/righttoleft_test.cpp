@@ -1,10 +1,10 @@
 // The pane where windows run from right to left.
 
+#include "look/contraststyle.h"
 #include "settingsui/settingsgridrow.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
 #include "support/gui/windowdirection.h"
-#include "widgets/contraststyle.h"
 
 #include <QApplication>
 #include <QGridLayout>

@@ -1,6 +1,6 @@
 // Which of several bundles the editor takes.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 // Installed files that a start cannot live with: it ends abnormally and tells which file to mend.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 // Starts that end before the main window: one message box each, then the process ends.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 // The firmware tool alone, closed around a flash.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 
 #include <csignal>
 

@@ -1,6 +1,6 @@
 // The editor started with "-f": the firmware tool window alone.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 
 namespace
 {

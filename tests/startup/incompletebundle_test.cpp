@@ -1,7 +1,7 @@
 // A newest bundle that lacks a file which the editor needs: the files of the bundle used before stay
 // in use, and the two are never mixed.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // Self-checks that fail: the process ends abnormally, without a message box and before anything of
 // the installation is touched.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 
 namespace
 {

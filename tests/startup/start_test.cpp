@@ -1,6 +1,6 @@
 // Starts that succeed, up to the main window and its end.
 
-#include "installation.h"
+#include "support/scriptedinstallation.h"
 #include "testpaths.h"
 
 namespace

@@ -5,8 +5,8 @@
 // With SCRIPTED_FAILING_CHECK in the environment each check announces itself on standard output, and
 // the one that is named there fails.
 
-#include "fatalassertion.h"
-#include "standardoutput.h"
+#include "base/fatalassertion.h"
+#include "base/standardoutput.h"
 
 #include <QString>
 

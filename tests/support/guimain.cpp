@@ -1,5 +1,5 @@
+#include "look/screenscaling.h"
 #include "support/ownenvironment.h"
-#include "widgets/screenscaling.h"
 
 #include <gtest/gtest.h>
 

@@ -11,8 +11,8 @@
 // is to have instead of its own: tests cannot count on installed locales. With SCRIPTED_REPLACED the
 // executable is replaced before main(), as by an upgrade.
 
+#include "base/standardoutput.h"
 #include "main.cpp" // NOLINT(bugprone-suspicious-include): its main() is the program under test
-#include "standardoutput.h"
 
 #include <QAbstractButton>
 #include <QFile>

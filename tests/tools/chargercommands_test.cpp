@@ -1,7 +1,7 @@
 // read, write and verify, with the simulated charger under the uploader's name.
 
-#include "profilesprogram.h"
-#include "transfer/portlock.h"
+#include "serialports/portlock.h"
+#include "support/profilesprogram.h"
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-#include "profilesprogram.h"
+#include "support/profilesprogram.h"
 
 namespace
 {

@@ -3,8 +3,8 @@
 #include "CBGenerator/schemacheck.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "base/xmlutility.h"
 #include "testpaths.h"
-#include "xmlformat/xmlutility.h"
 
 #include <gtest/gtest.h>
 

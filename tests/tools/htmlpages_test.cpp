@@ -1,6 +1,6 @@
 // The pages of show and diff: what they hold, that texts stay texts, and that they are sound HTML.
 
-#include "profilesprogram.h"
+#include "support/profilesprogram.h"
 
 #include <QRegularExpression>
 #include <QXmlStreamReader>

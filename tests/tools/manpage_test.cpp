@@ -1,4 +1,4 @@
-#include "bundleprogram.h"
+#include "support/bundleprogram.h"
 #include "support/waiting.h"
 
 #include <QRegularExpression>

@@ -1,5 +1,5 @@
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "bundleprogram.h"
+#include "support/bundleprogram.h"
 #include "support/filesizelimit.h"
 
 #include <QCryptographicHash>

@@ -1,4 +1,4 @@
-#include "profilesprogram.h"
+#include "support/profilesprogram.h"
 #include "support/waiting.h"
 
 #include <QJsonArray>

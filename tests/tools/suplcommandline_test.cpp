@@ -1,4 +1,4 @@
-#include "suplprogram.h"
+#include "support/suplprogram.h"
 #include "support/waiting.h"
 
 namespace

@@ -3,7 +3,7 @@
 #include "HEXGeneratorParser/readfromhex.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "profileimport/parsedprofile.h"
-#include "suplprogram.h"
+#include "support/suplprogram.h"
 #include "support/waiting.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "appearance.h"
 
-#include "widgets/contraststyle.h"
+#include "look/contraststyle.h"
 
 #include <QApplication>
 #include <QFont>

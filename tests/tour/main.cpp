@@ -1,9 +1,9 @@
 #include "appearance.h"
+#include "look/screenscaling.h"
 #include "mainwindow.h"
+#include "serialports/qextserialenumerator.h"
 #include "support/ownenvironment.h"
 #include "tour.h"
-#include "transfer/qextserialenumerator.h"
-#include "widgets/screenscaling.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

@@ -1,6 +1,6 @@
 #include "tourpage.h"
 
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QDir>
 #include <QMap>

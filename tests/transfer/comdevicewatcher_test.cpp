@@ -1,8 +1,8 @@
 #include "transfer/comdevicewatcher.h"
 
+#include "support/fakeports.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "transfer/fakeports.h"
 
 #include <QTest>
 #include <QTimer>

@@ -1,8 +1,8 @@
 #include "transfer/downloadprofiles.h"
 
+#include "support/fakeuploader.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "transfer/fakeuploader.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -1,9 +1,9 @@
 #include "transfer/kelvaronresetdialog.h"
 
+#include "support/fakeuploader.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "transfer/fakeuploader.h"
 
 #include <QApplication>
 #include <QLabel>

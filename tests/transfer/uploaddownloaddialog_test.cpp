@@ -1,11 +1,11 @@
 #include "transfer/uploaddownloaddialog.h"
 
+#include "support/fakeports.h"
+#include "support/fakeuploader.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
 #include "transfer/downloadprofiles.h"
-#include "transfer/fakeports.h"
-#include "transfer/fakeuploader.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploadprofiles.h"
 

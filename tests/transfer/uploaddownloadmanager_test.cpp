@@ -2,12 +2,12 @@
 
 #include "HEXGeneratorParser/hexmanager.h"
 #include "profiles/profilenameslistmanager.h"
+#include "support/fakeports.h"
+#include "support/fakeuploader.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "transfer/fakeports.h"
-#include "transfer/fakeuploader.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QFileInfo>

@@ -1,10 +1,10 @@
 #include "transfer/uploader.h"
 
+#include "serialports/portturn.h"
+#include "serialports/portturns.h"
+#include "support/fakeuploader.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "transfer/fakeuploader.h"
-#include "transfer/portturn.h"
-#include "transfer/portturns.h"
 
 #include <QPointer>
 #include <QProcess>

@@ -1,9 +1,9 @@
 #include "transfer/uploadprofiles.h"
 
+#include "serialports/portturns.h"
+#include "support/fakeuploader.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "transfer/fakeuploader.h"
-#include "transfer/portturns.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,12 +1,12 @@
 #include "updatecheck/newfirmwarechecker.h"
 
 #include "applicationglobalmap.h"
-#include "startup/bundletext.h"
+#include "base/textfile.h"
+#include "support/bundletext.h"
 #include "support/filesizelimit.h"
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "textfile.h"
 
 #include <QDir>
 #include <QFile>

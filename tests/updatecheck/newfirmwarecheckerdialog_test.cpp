@@ -3,7 +3,7 @@
 #include "updatecheck/newfirmwarecheckerdialog.h"
 
 #include "applicationglobalmap.h"
-#include "startup/bundletext.h"
+#include "support/bundletext.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/httpserver.h"
 #include "support/gui/widgets.h"

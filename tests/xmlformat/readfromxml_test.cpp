@@ -1,7 +1,7 @@
 #include "xmlformat/readfromxml.h"
 
 #include "profileimport/parsedprofile.h"
-#include "xmlformat/xmlfile.h"
+#include "support/gui/xmlfile.h"
 
 #include <memory>
 

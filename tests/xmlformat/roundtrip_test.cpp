@@ -6,8 +6,8 @@
 #include "CBGenerator/structsettings.h"
 #include "profileimport/importprofilesmain.h"
 #include "settingsui/settingspanemanager.h"
+#include "support/gui/xmlfile.h"
 #include "testpaths.h"
-#include "xmlformat/xmlfile.h"
 
 #include <QListWidget>
 #include <QProcess>

@@ -1,6 +1,6 @@
 // The name that the save dialog offers.
 
-#include "xmlformat/xmlfile.h"
+#include "support/gui/xmlfile.h"
 
 #include <QFileDialog>
 #include <QLineEdit>

@@ -3,7 +3,7 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "xmlformat/xmlfile.h"
+#include "support/gui/xmlfile.h"
 
 #include <csignal>
 

@@ -5,10 +5,10 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "base/textfile.h"
 #include "profileimport/parsedprofile.h"
-#include "textfile.h"
+#include "support/gui/xmlfile.h"
 #include "xmlformat/readfromxml.h"
-#include "xmlformat/xmlfile.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

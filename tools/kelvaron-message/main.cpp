@@ -1,4 +1,4 @@
-#include "widgets/screenscaling.h"
+#include "look/screenscaling.h"
 
 #include <QApplication>
 #include <QIcon>

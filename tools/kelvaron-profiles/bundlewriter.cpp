@@ -13,8 +13,8 @@
 
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "bundleformat.h"
-#include "fatalassertion.h"
-#include "textfile.h"
+#include "base/fatalassertion.h"
+#include "base/textfile.h"
 
 void BundleWriter::addKey(const QString& key, const QString& value)
 {

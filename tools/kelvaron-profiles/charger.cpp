@@ -1,6 +1,6 @@
 #include "charger.h"
 
-#include "buildconstants.h"
+#include "base/buildconstants.h"
 #include "commandoptions.h"
 #include "console.h"
 #include "editorfolder.h"

@@ -1,10 +1,10 @@
 #include "checkedfile.h"
 
-#include "CBGenerator/headerreview.h"
-#include "KelvaronBundle/bundlereview.h"
+#include "schemareview/headerreview.h"
+#include "schemareview/bundlereview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "inputfile.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "problem.h"
+#include "schemareview/problem.h"
 
 /// A bundle or a settings header with all its problems.
 class CheckedFile

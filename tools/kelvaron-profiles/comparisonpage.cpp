@@ -3,7 +3,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "comparison.h"
-#include "countedtext.h"
+#include "base/countedtext.h"
 #include "htmlpage.h"
 #include "profilefile.h"
 #include "profiles/profilesettings.h"

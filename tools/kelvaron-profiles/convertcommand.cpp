@@ -3,7 +3,7 @@
 #include "CBGenerator/structsettings.h"
 #include "commandoptions.h"
 #include "console.h"
-#include "countedtext.h"
+#include "base/countedtext.h"
 #include "profilefile.h"
 #include "profileoutput.h"
 #include "profiles/profilesettings.h"

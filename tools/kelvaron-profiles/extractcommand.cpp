@@ -5,7 +5,7 @@
 #include "console.h"
 #include "inspectedbundle.h"
 #include "problemreport.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QDir>
 #include <QFileInfo>

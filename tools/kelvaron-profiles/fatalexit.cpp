@@ -1,7 +1,7 @@
 #include "fatalexit.h"
 
 #include "console.h"
-#include "fatalassertion.h"
+#include "base/fatalassertion.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 #include "inputfile.h"
 
 #include "console.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,9 +1,9 @@
 #include "inspectedbundle.h"
 
-#include "KelvaronBundle/bundlereview.h"
+#include "schemareview/bundlereview.h"
 #include "bundleformat.h"
 #include "inputfile.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QFileInfo>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "problem.h"
+#include "schemareview/problem.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,7 +1,7 @@
 #include "commandline.h"
 #include "console.h"
 #include "fatalexit.h"
-#include "linecapture.h"
+#include "base/linecapture.h"
 
 #include <QCoreApplication>
 

@@ -5,10 +5,10 @@
 #include "checkedfile.h"
 #include "commandoptions.h"
 #include "console.h"
-#include "countedtext.h"
+#include "base/countedtext.h"
 #include "problemreport.h"
 #include "textinput.h"
-#include "versionstring.h"
+#include "KelvaronBundle/versionstring.h"
 
 #include <QFileInfo>
 #include <QList>

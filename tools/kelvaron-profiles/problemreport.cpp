@@ -1,7 +1,7 @@
 #include "problemreport.h"
 
 #include "console.h"
-#include "countedtext.h"
+#include "base/countedtext.h"
 
 #include <QJsonObject>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "problem.h"
+#include "schemareview/problem.h"
 
 #include <QJsonArray>
 #include <QStringList>

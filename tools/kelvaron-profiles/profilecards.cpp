@@ -3,7 +3,7 @@
 #include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "countedtext.h"
+#include "base/countedtext.h"
 #include "htmlpage.h"
 #include "profilefile.h"
 #include "profiles/profilesettings.h"

@@ -5,16 +5,16 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/readfromhex.h"
-#include "countedtext.h"
+#include "base/countedtext.h"
 #include "inputfile.h"
-#include "linecapture.h"
+#include "base/linecapture.h"
 #include "profileimport/importedvalues.h"
 #include "profileimport/importreport.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
-#include "quotedtext.h"
+#include "base/quotedtext.h"
 #include "xmlformat/readfromxml.h"
-#include "xmlformat/xmlutility.h"
+#include "base/xmlutility.h"
 
 #include <QFile>
 

@@ -3,12 +3,12 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexutility.h"
-#include "HEXGeneratorParser/storabletext.h"
+#include "CBGenerator/storabletext.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "commandoptions.h"
-#include "countedtext.h"
+#include "base/countedtext.h"
 #include "profiles/profilesettings.h"
-#include "textfile.h"
+#include "base/textfile.h"
 #include "xmlformat/writetoxml.h"
 
 #include <QFileInfo>

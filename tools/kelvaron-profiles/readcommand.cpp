@@ -8,7 +8,7 @@
 #include "profileoutput.h"
 #include "profilesource.h"
 #include "schemafile.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QFile>
 

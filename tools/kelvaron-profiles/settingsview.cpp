@@ -3,7 +3,7 @@
 #include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "xmlformat/xmlutility.h"
+#include "base/xmlutility.h"
 
 using HParser::StructSetting;
 using HParser::StructSettings;

@@ -9,7 +9,7 @@
 #include "profiles/profilesettings.h"
 #include "schemafile.h"
 #include "settingsview.h"
-#include "xmlformat/xmlutility.h"
+#include "base/xmlutility.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -2,7 +2,7 @@
 
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "bundleformat.h"
-#include "textfile.h"
+#include "base/textfile.h"
 
 #include <QFile>
 #include <QFileInfo>

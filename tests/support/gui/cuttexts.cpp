@@ -1,7 +1,7 @@
 #include "support/gui/cuttexts.h"
 
-#include "widgets/elidedlabel.h"
-#include "widgets/shrinkinglabel.h"
+#include "look/elidedlabel.h"
+#include "look/shrinkinglabel.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "base/fatalcontext.h"
+
+/// While it lives, a fatal assertion blames this installed file, and the line that was set last.
+class InstalledFileScope : public FatalContext
+{
+public:
+    explicit InstalledFileScope(QString fileName);
+
+    /// The line being worked on: its number, counted from 1, and its text.
+    void setLine(int number, const QString& text);
+
+    /// From here on no single line is to blame.
+    void clearLine();
+
+protected:
+    QString describe() const override;
+    QString file() const override { return fileName; }
+
+private:
+    QString fileName;
+    int lineNumber = 0;
+    QString lineText;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "schemareview/problem.h"
+
+#include <QMap>
+#include <QStringList>
+#include <QVector>
+
+/// Finds everything that is wrong with a bundle (see docs/file-formats/bundle.md), its settings header
+/// included. Where KelvaronBundle ends the program at a malformed line, this goes on.
+class BundleReview
+{
+public:
+    /// The problems of a bundle's text in the order of its lines. `fileName` may hold the bundle's
+    /// version. REQUIRES: a text without carriage returns (what TextFile reads).
+    static Problems problems(const QString& text, const QString& fileName);
+
+    /// Only those of its sections and their checksums.
+    static Problems sectionProblems(const QString& text);
+
+    /// Only those of its keys.
+    static Problems keyProblems(const QString& text, const QString& fileName);
+
+private:
+    struct Section
+    {
+        int firstLine = 1; ///< of its text, counted from 1
+        QStringList lines;
+    };
+
+    explicit BundleReview(const QString& text);
+
+    void checkSections();
+    void checkChecksums();
+    void checkKeys(const QString& fileName);
+    void checkKeyLine(int index);
+    void checkVersions(const QString& fileName);
+    void checkHeader();
+    QString textOf(const Section& section) const;
+    void add(int line, int column, Problem::Severity severity, const QString& text,
+             const QString& advice);
+    Problems sorted() const;
+
+    struct Value
+    {
+        int line = 0;
+        int keyColumn = 0;
+        int column = 0;
+        QString text;
+    };
+
+    QStringList lines;
+    QList<Section> sections;
+    int openMarkerLine = 0;      ///< of a section that is never closed; 0 for none
+    QMap<QString, Value> values; ///< by their keys
+    Problems found;
+};

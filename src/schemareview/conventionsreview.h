@@ -1,0 +1,25 @@
+#pragma once
+
+#include "schemareview/reviewedstruct.h"
+
+namespace HParser
+{
+/// Looks for the settings that the editor and the charger rely on: "type", "checksum" and, in a
+/// chemistry, the flags, a title and a subtitle.
+class ConventionsReview
+{
+public:
+    explicit ConventionsReview(ReviewedStruct& reviewedStruct) : structure(reviewedStruct) {}
+
+    /// False when a flag has no member: the bits of the struct do not count then.
+    bool check();
+
+private:
+    bool checkFlags();
+    const ReviewedStruct::Member* memberMeant(const QString& name) const;
+    void checkTypeMember();
+    void checkChecksum();
+
+    ReviewedStruct& structure;
+};
+} // namespace HParser

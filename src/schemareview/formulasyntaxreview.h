@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+namespace HParser
+{
+/// Finds what keeps a formula from being built or evaluated, with its place. What it accepts
+/// FormulaBuilder builds; it refuses what FormulaBuilder does, and formulas of more than 1000 operators
+/// or 400 levels of parentheses.
+class FormulaSyntaxReview
+{
+public:
+    struct Fault
+    {
+        int position = 0; ///< in the text, counted from 0; its size for what is missing at the end
+        QString text;
+        QString advice;
+        bool isHarmless = false; ///< the formula can be built and evaluated all the same
+    };
+
+    /// What is wrong with a name that the formula uses; an empty text for nothing.
+    using JudgeName = std::function<Fault(const QString& name)>;
+
+    /// The first fault of the grammar, if any, and a fault for each wrong name before it.
+    static QList<Fault> faults(const QString& text, const JudgeName& judge);
+
+private:
+    FormulaSyntaxReview(const QString& text, const JudgeName& judge);
+
+    bool readExpression(int first, int last, int depth);
+    bool readOperand(int& position, int last, int depth);
+    bool readGroup(int& position, int last, int depth);
+    void readName(int position, int end);
+    bool refuse(int position, const QString& text, const QString& advice);
+    bool refuseOperand(int position, int last);
+    bool refuseOperator(int position);
+    int groupEnd(int opening, int last) const;
+
+    const JudgeName& judgeName;
+    QString compact;      ///< the formula without blanks
+    QList<int> positions; ///< of each character of `compact`, and of the end
+    QList<Fault> found;
+    int operators = 0;
+};
+} // namespace HParser

@@ -1,0 +1,105 @@
+#include "schemareview/mendedline.h"
+
+#include "base/countedtext.h"
+#include "base/quotedtext.h"
+#include "schemareview/memberform.h"
+
+namespace HParser
+{
+namespace
+{
+const QLatin1Char quote('"');
+const QLatin1Char comma(',');
+constexpr int mostMended = 10; // texts of a line: each takes a look at the whole line
+
+/// The index of the piece that closes the text which this piece opens; -1 when none does.
+int closingPiece(const QList<MemberLine::Piece>& pieces, int opening)
+{
+    const QString& first = pieces.at(opening).text;
+    const bool isOpen = first.startsWith(quote) && first.count(quote) == 1;
+    for (int i = opening + 1; isOpen && i < pieces.size(); ++i) {
+        const QString& text = pieces.at(i).text;
+        if (text.contains(quote)) {
+            return text.endsWith(quote) && text.count(quote) == 1 ? i : -1;
+        }
+    }
+    return -1;
+}
+} // namespace
+
+MendedLine::MendedLine(const QString& lineText, int lineNumber) : line(lineText), number(lineNumber)
+{
+    mendSemicolon();
+    mendQuotedCommas();
+}
+
+void MendedLine::mendSemicolon()
+{
+    const int comment = line.indexOf(QLatin1String("//"));
+    const QString declaration = line.left(comment).trimmed();
+    const bool isMissing = comment > 0 && !line.contains(QLatin1Char(';'))
+                           && declaration.contains(QLatin1Char(' '))
+                           && line.at(comment - 1).isSpace();
+    if (!isMissing) {
+        return;
+    }
+    int end = comment; // behind the name
+    while (line.at(end - 1).isSpace()) {
+        --end;
+    }
+    line[end] = QLatin1Char(';');
+    add(end + 1, Problem::Severity::Fatal, QStringLiteral("no \";\" behind the name"),
+        declaration.section(QLatin1Char(' '), -1) + QLatin1Char(';'));
+}
+
+/// A line with a number of fields of its own is left alone when it has no field too many: there a quote
+/// is missing.
+void MendedLine::mendQuotedCommas()
+{
+    for (int i = 0; i < mostMended; ++i) {
+        const MemberLine pieces(line);
+        const QString kind = pieces.field(0).text;
+        const int wanted = MemberForm::numberOfFields(kind);
+        const bool mayBeCut = MemberForm::mayHaveMore(kind) || pieces.fields().size() > wanted;
+        if (wanted == 0 || !mayBeCut || !mendNextText(pieces, wanted)) {
+            return;
+        }
+    }
+}
+
+/// Puts the first text that is cut together again. False when none is.
+bool MendedLine::mendNextText(const MemberLine& pieces, int wanted)
+{
+    const QList<MemberLine::Piece> fields = pieces.fields();
+    for (int i = 0; i < fields.size(); ++i) {
+        const int last = closingPiece(fields, i);
+        if (last < 0) {
+            continue;
+        }
+        const int begin = fields.at(i).column() - 1;
+        const int first = line.indexOf(comma, begin);
+        const QString kind = fields.first().text;
+        const bool isItem = MemberForm::mayHaveMore(kind) && i >= wanted - 1;
+        const QString counts = isItem ? QString()
+                                      : QStringLiteral(": %1 where a %2 has %3")
+                                            .arg(countedText(fields.size(), QStringLiteral("field"),
+                                                             QStringLiteral("fields")),
+                                                 kind, QString::number(wanted));
+        const int size = fields.at(last).columns.last() - begin;
+        const QString whole = line.mid(begin, size).remove(comma).simplified();
+        line.replace(begin, size, line.mid(begin, size).remove(comma).leftJustified(size));
+        add(first + 1, isItem ? Problem::Severity::Error : Problem::Severity::Fatal,
+            QStringLiteral("a comma cuts %1").arg(quotedText(QString(whole).remove(quote)))
+                + counts,
+            whole);
+        return true;
+    }
+    return false;
+}
+
+void MendedLine::add(int column, Problem::Severity severity, const QString& text,
+                     const QString& advice)
+{
+    found.append({number, column, severity, text, advice});
+}
+} // namespace HParser

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "schemareview/memberline.h"
+#include "schemareview/problem.h"
+
+#include <QHash>
+#include <QPair>
+#include <QSet>
+
+#include <memory>
+#include <vector>
+
+namespace HParser
+{
+class StructSetting;
+class StructSettings;
+
+/// A struct of the schema header while it is looked at: its lines, what could be made of them, and where
+/// its problems go.
+class ReviewedStruct
+{
+public:
+    struct Member
+    {
+        int line = 0;
+        MemberLine pieces;
+        StructSetting* setting = nullptr; ///< none for a line that cannot be parsed
+    };
+
+    /// Places of a member line; the fields are those of a num.
+    enum Field : int
+    {
+        nameOfLine = -1, ///< the C name, before the fields
+        kindField = 0,
+        sizeField = 1,
+        lowerField = 2,
+        upperField = 3,
+        scaleField = 4,
+        decimalsField = 5,
+        defaultField = 9
+    };
+
+    /// Problems are appended to `problems`. The struct's header stands at `headerLine`.
+    ReviewedStruct(int headerLine, const QString& structName, bool isGlobal, Problems& problems);
+    ~ReviewedStruct();
+    ReviewedStruct(const ReviewedStruct&) = delete;
+    ReviewedStruct& operator=(const ReviewedStruct&) = delete;
+
+    /// Looks at the line by itself and keeps it.
+    void addMember(const QString& lineText, int lineNumber);
+
+    /// Puts the members into their orders. Called once, after the last one.
+    void close();
+
+    int line() const { return headerLine; }
+    QString name() const { return structName; }
+    bool isGlobal() const { return global; }
+
+    /// True when every line could be parsed.
+    bool isWhole() const { return everyLineParsed; }
+
+    const std::vector<Member>& members() const { return lines; }
+    StructSettings& settings() const { return *structSettings; }
+
+    /// True for a setting that the editor shows. Lines that cannot be parsed count as settings.
+    bool isShown(const StructSetting* setting) const { return shown.contains(setting); }
+
+    /// nullptr when there is none.
+    const Member* memberOf(const StructSetting* setting) const;
+    const Member* memberNamed(const QString& descriptiveName) const;
+    const Member* memberOfVariable(const QString& variableName) const;
+
+    /// True when a line that cannot be parsed may have been meant for this setting.
+    bool mayHoldName(const QString& descriptiveName) const;
+
+    /// The fields of the descriptive name and of the place on screen.
+    static int labelField(const StructSetting& setting);
+    static int placeField(const StructSetting& setting);
+
+    /// A problem at a field of a member, at a column of its line, or of the struct as a whole. What
+    /// follows from an error at the same place only makes that one as severe.
+    void add(const Member& member, int field, Problem::Severity severity, const QString& text,
+             const QString& advice = {});
+    void addAt(const Member& member, int column, Problem::Severity severity, const QString& text,
+               const QString& advice);
+    void addForStruct(Problem::Severity severity, const QString& text, const QString& advice = {});
+
+private:
+    int errorAt(int line, int column);
+    QList<StructSetting*> shownAmong(const QList<StructSetting*>& all) const;
+
+    int headerLine;
+    QString structName;
+    bool global;
+    Problems& found;
+    int indexed;                        ///< of these are in `errors`, or of earlier structs
+    QHash<QPair<int, int>, int> errors; ///< by line and column
+    std::unique_ptr<StructSettings> structSettings; ///< owns the settings
+    std::vector<Member> lines;
+    QHash<QString, int> firstOfVariable; ///< index of the first member of that C name
+    QSet<const StructSetting*> shown;
+    bool everyLineParsed = true;
+};
+} // namespace HParser

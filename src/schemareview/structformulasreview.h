@@ -1,0 +1,36 @@
+#pragma once
+
+#include "schemareview/formulasyntaxreview.h"
+#include "schemareview/reviewedstruct.h"
+
+#include <QSet>
+#include <QString>
+
+namespace HParser
+{
+/// Looks at the formulas of a struct: each by itself, the names that it uses, and what follows what.
+class StructFormulasReview
+{
+public:
+    explicit StructFormulasReview(ReviewedStruct& reviewedStruct) : structure(reviewedStruct) {}
+
+    /// Looks at them and builds their trees. False when they cannot all be evaluated.
+    bool check();
+
+private:
+    void checkFormulas();
+    bool checkFormula(const ReviewedStruct::Member& member, int field);
+    FormulaSyntaxReview::Fault judgeName(const QString& formulaName);
+    FormulaSyntaxReview::Fault judgeHidden(const ReviewedStruct::Member& member);
+    QString nearestVariable(const QString& formulaName) const;
+    void buildTrees();
+    void checkDependencies();
+    void tellLoop(const QList<const StructSetting*>& loop);
+    static QList<int> fieldsThatFollow(const ReviewedStruct::Member& member,
+                                       const StructSetting* followed);
+
+    ReviewedStruct& structure;
+    QSet<QString> refusedNames; ///< that no formula may use, reported at their first use
+    bool canEvaluate = true;
+};
+} // namespace HParser

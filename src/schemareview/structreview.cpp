@@ -1,0 +1,136 @@
+#include "schemareview/structreview.h"
+
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "HEXGeneratorParser/hexutility.h"
+#include "base/countedtext.h"
+#include "base/quotedtext.h"
+#include "schemareview/conventionsreview.h"
+#include "schemareview/namesreview.h"
+#include "schemareview/numbersreview.h"
+#include "schemareview/structformulasreview.h"
+
+#include <QMap>
+
+#include <cmath>
+
+using HEXGeneratorParser::HexUtility;
+
+namespace HParser
+{
+StructReview::StructReview(int headerLine, const QString& structName, bool isGlobalStruct,
+                           Problems& problems)
+    : structure(headerLine, structName, isGlobalStruct, problems)
+{}
+
+void StructReview::finish()
+{
+    structure.close();
+    checkPlaces();
+    const bool isComplete = ConventionsReview(structure).check();
+    NamesReview(structure).check();
+    if (isComplete) {
+        checkBits();
+    }
+    const bool canEvaluate = StructFormulasReview(structure).check();
+    if (canEvaluate && structure.isWhole()) {
+        NumbersReview numbers(structure);
+        numbers.check();
+        typeNumber = numbers.type();
+    }
+}
+
+void StructReview::checkPlaces()
+{
+    const int count = static_cast<int>(structure.members().size());
+    QMap<int, const ReviewedStruct::Member*> taken;
+    for (const ReviewedStruct::Member& member : structure.members()) {
+        if (member.setting == nullptr) {
+            continue;
+        }
+        const int field = ReviewedStruct::placeField(*member.setting);
+        const QString text = member.pieces.field(field).text;
+        const std::optional<double> place = member.setting->visualPosition();
+        const bool isWholeNumber = place && *place == std::floor(*place);
+        const QString advice =
+            QStringLiteral("a number from 0 to %1, or -1 to hide it").arg(count - 1);
+        if (isWholeNumber && *place < 0) {
+            continue; // hidden on purpose
+        }
+        if (!isWholeNumber) {
+            structure.add(member, field, Problem::Severity::Error,
+                          QStringLiteral("the place %1 is not a whole number: the setting is lost")
+                              .arg(quotedText(text)),
+                          advice);
+        } else if (*place >= count) {
+            structure.add(member, field, Problem::Severity::Error,
+                          QStringLiteral("the place %1 is lost: the struct has %2 members")
+                              .arg(text, QString::number(count)),
+                          advice);
+        } else if (const ReviewedStruct::Member* first = taken.value(static_cast<int>(*place))) {
+            structure.add(
+                member, field, Problem::Severity::Error,
+                QStringLiteral("the place %1 is taken by \"%2\" in line %3")
+                    .arg(text, first->setting->descriptiveName, QString::number(first->line)),
+                QStringLiteral("a place of its own"));
+        } else {
+            taken.insert(static_cast<int>(*place), &member);
+        }
+    }
+}
+
+void StructReview::checkBits()
+{
+    if (!structure.isWhole()) {
+        return;
+    }
+    int bits = 0;
+    int firstLine = structure.line(); // of the bit fields that stand together
+    bool isEven = true;
+    const auto text = [&] {
+        return QStringLiteral("the bit fields from line %1 on have %2, no whole bytes")
+            .arg(QString::number(firstLine),
+                 countedText(bits, QStringLiteral("bit"), QStringLiteral("bits")));
+    };
+    const auto advice = [&] {
+        const QString more =
+            countedText(8 - bits % 8, QStringLiteral("more bit"), QStringLiteral("more bits"));
+        return QStringLiteral("fields of %1, or of %2 fewer").arg(more).arg(bits % 8);
+    };
+    for (const ReviewedStruct::Member& member : structure.members()) {
+        const bool isChecksum = member.setting->descriptiveName == QLatin1String("checksum");
+        if (member.setting->size != QLatin1String("auto") && !isChecksum) {
+            firstLine = bits == 0 ? member.line : firstLine;
+            bits += member.setting->size.toInt();
+            continue;
+        }
+        if (bits % 8 != 0) {
+            structure.add(member, ReviewedStruct::sizeField, Problem::Severity::Fatal,
+                          text() + QStringLiteral(", before this member"), advice());
+            isEven = false;
+        }
+        bits = 0;
+    }
+    if (bits % 8 != 0) {
+        structure.addForStruct(
+            Problem::Severity::Fatal,
+            text() + QStringLiteral(", at the end of \"%1\"").arg(structure.name()), advice());
+        isEven = false;
+    }
+    if (isEven) {
+        size = HexUtility::getChemistrySize(&structure.settings());
+    }
+}
+
+int StructReview::typeLine() const
+{
+    return structure.members().empty() ? structure.line() : structure.members().front().line;
+}
+
+int StructReview::typeColumn() const
+{
+    return structure.members().empty()
+               ? 0
+               : structure.members().front().pieces.field(ReviewedStruct::defaultField).column();
+}
+} // namespace HParser

@@ -1,0 +1,45 @@
+#include "serialports/portlock.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QUrl>
+
+namespace
+{
+/// One name for a device, however it was named: "ttyUSB0", "/dev/ttyUSB0" and the links to it.
+QString deviceOf(const QString& portName)
+{
+#ifdef Q_OS_WIN
+    return portName.toUpper();
+#else
+    const QString path = QDir(QStringLiteral("/dev")).absoluteFilePath(portName);
+    const QString canonical = QFileInfo(path).canonicalFilePath(); // empty when there is none
+    return canonical.isEmpty() ? QDir::cleanPath(path) : canonical;
+#endif
+}
+} // namespace
+
+PortLock::PortLock(const QString& portName) : lock(std::make_unique<QLockFile>(path(portName)))
+{
+    lock->setStaleLockTime(0);                          // however long a transfer takes
+    const bool hasFolder = !QDir::tempPath().isEmpty(); // which it is when the folder is missing
+    if (!hasFolder || lock->tryLock(0) || lock->error() != QLockFile::LockFailedError) {
+        return;
+    }
+    free = false;
+    qint64 process = 0;
+    QString host;
+    program = lock->getLockInfo(&process, &host, &program)
+                  ? QStringLiteral("%1 (process %2)").arg(program, QString::number(process))
+                  : QStringLiteral("another program");
+}
+
+PortLock::~PortLock() = default;
+
+QString PortLock::path(const QString& portName)
+{
+    const QByteArray device = QUrl::toPercentEncoding(deviceOf(portName), QByteArray(), "~");
+    return QDir::temp().filePath(
+        QStringLiteral("kelvaron_port_%1.lock").arg(QString::fromLatin1(device)));
+}

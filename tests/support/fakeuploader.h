@@ -1,0 +1,86 @@
+#pragma once
+
+#include "base/buildconstants.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QList>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// A shell script under the uploader's name that records how it was called. It stands in a
+/// temporary folder, which is the working folder as long as this object lives.
+class FakeUploader
+{
+public:
+    /// `behaviour` is what the script does after recording its arguments.
+    explicit FakeUploader(const QByteArray& behaviour = "exit 0") : oldFolder(QDir::currentPath())
+    {
+        EXPECT_TRUE(folder.isValid());
+        EXPECT_TRUE(QDir::setCurrent(folder.path()));
+        setBehaviour(behaviour);
+    }
+
+    ~FakeUploader() { QDir::setCurrent(oldFolder); }
+
+    FakeUploader(const FakeUploader&) = delete;
+    FakeUploader& operator=(const FakeUploader&) = delete;
+
+    void setBehaviour(const QByteArray& behaviour)
+    {
+        write(BuildConstants::uploaderFileName,
+              "#!/bin/sh\n"
+              "{ echo '--- run'; printf '%s\\n' \"$@\"; } >> runs.txt\n"
+                  + behaviour + "\n");
+        EXPECT_TRUE(QFile::setPermissions(BuildConstants::uploaderFileName,
+                                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+
+    /// Ends by a signal, as a crashing program does, without leaving a core file.
+    static QByteArray crash() { return "ulimit -c 0; kill -ABRT $$"; }
+
+    /// Waits until the file "go" appears.
+    static QByteArray waitForGo() { return "while [ ! -e go ]; do sleep 0.01; done"; }
+
+    static void remove() { EXPECT_TRUE(QFile::remove(BuildConstants::uploaderFileName)); }
+
+    static void makeNotExecutable()
+    {
+        EXPECT_TRUE(QFile::setPermissions(BuildConstants::uploaderFileName,
+                                          QFile::ReadOwner | QFile::WriteOwner));
+    }
+
+    /// The arguments of every run so far.
+    static QList<QStringList> runs()
+    {
+        QList<QStringList> found;
+        const QStringList lines = QString::fromUtf8(read("runs.txt")).split('\n');
+        for (const QString& line : lines.mid(0, lines.size() - 1)) {
+            if (line == "--- run") {
+                found.append(QStringList());
+            } else {
+                found.last().append(line);
+            }
+        }
+        return found;
+    }
+
+    static void write(const QString& name, const QByteArray& content)
+    {
+        QFile file(name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    static QByteArray read(const QString& name)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private:
+    QTemporaryDir folder;
+    QString oldFolder;
+};

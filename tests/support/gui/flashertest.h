@@ -1,0 +1,180 @@
+#pragma once
+
+#include "firmware/finishingrun.h"
+#include "firmware/firmwareflasher.h"
+#include "support/bundletext.h"
+#include "support/gui/dialogscript.h"
+#include "support/gui/steppeduploader.h"
+#include "support/gui/widgets.h"
+#include "support/standardoutputcapture.h"
+#include "support/waiting.h"
+#include "ui_kelvaronfirmwaretoolwindow.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+/// A firmware file with all its parts.
+inline BundleText firmwareBundle(const QByteArray& schema = Samples::schema())
+{
+    return BundleText()
+        .key("VERSION", "1.5")
+        .section("overwrite = yes\n")
+        .section(schema)
+        .section(":020000040000FA\n:00000001FF\n")
+        .section("overwrite = no\n");
+}
+
+/// The error that names the log of a quiet run.
+inline QString frozenText(const QString& logName)
+{
+    return "Please make sure you selected a valid Kelvaron firmware file, the correct COM port, "
+           "<br>and it is in bootloader mode.<br><br>"
+           + QString(19, ' ') + "The log file \"logs/" + logName
+           + "\"<br>will contain more information";
+}
+
+/// A working folder of its own, in which the process stays while the test runs.
+class WorkingFolder
+{
+public:
+    WorkingFolder() : before(QDir::currentPath()) { EXPECT_TRUE(QDir::setCurrent(folder.path())); }
+    ~WorkingFolder() { QDir::setCurrent(before); }
+
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+
+    QString path() const { return folder.path(); }
+
+private:
+    QTemporaryDir folder;
+    QString before;
+};
+
+inline void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+/// "(none)" when there is no such file.
+inline std::string bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(none)";
+}
+
+/// The names of the logs in the working folder.
+inline QStringList logNames()
+{
+    return QDir("logs").entryList(QDir::Files, QDir::Name);
+}
+
+/// What the form shows of the four stages: "busy" or value and maximum, and the mark.
+inline QStringList stagesOf(const Ui::KelvaronFirmwareToolWindow& form)
+{
+    const auto stage = [](const QProgressBar* bar, const QLabel* mark) {
+        const QString progress = bar->minimum() == 0 && bar->maximum() == 0
+                                     ? QString("busy")
+                                     : QString("%1/%2").arg(bar->value()).arg(bar->maximum());
+        return mark->isHidden() ? progress : progress + ' ' + mark->text();
+    };
+    return {stage(form.eraseFlashPB, form.eraseFlashCM), stage(form.loadFilePB, form.loadFileCM),
+            stage(form.uploadPB, form.uploadCM), stage(form.verifyPB, form.verifyCM)};
+}
+
+/// The flasher on the form of its window, with an uploader that prints what the test says.
+class FlasherTest : public ::testing::Test
+{
+protected:
+    FlasherTest() : uploader(folder.path())
+    {
+        window = std::make_unique<QMainWindow>();
+        form.setupUi(window.get());
+        flasher = new FirmwareTool::FirmwareFlasher(window.get(), &form);
+        flasher->setClock([this] { return now; });
+        flasher->setComPort("/dev/ttyUSB7");
+        useFirmware(firmwareBundle().bytes());
+        window->show();
+        QApplication::setActiveWindow(window.get());
+    }
+
+    ~FlasherTest() override
+    {
+        window.reset();
+        if (!qApp->findChildren<FirmwareTool::FinishingRun*>().isEmpty()) {
+            uploader.run("exit"); // it has told its result and may end by itself
+        }
+        EXPECT_TRUE(uploader.waitForEnd()) << "the uploader was left behind";
+        expectNoWindowLeft();
+    }
+
+    void useFirmware(const QByteArray& bytes)
+    {
+        const QString path = firmwareFolder.filePath("v1.5.kelvaron");
+        writeFile(path, bytes);
+        flasher->setHexPath(path);
+    }
+
+    /// Presses the start button, as far as the flasher sees it.
+    void start()
+    {
+        form.submitButton->setEnabled(false);
+        const QStringList before = logNames();
+        flasher->startFlashing();
+        const QStringList after = logNames();
+        for (const QString& name : after) {
+            if (!before.contains(name)) {
+                logName = name; // unless the run before it began in the same second
+            }
+        }
+        arguments = uploader.waitForStart();
+    }
+
+    /// Has the uploader print a chunk and waits until the flasher has logged it.
+    void send(const QByteArray& chunk)
+    {
+        const auto target = log().size() + static_cast<std::size_t>(chunk.size());
+        uploader.print(chunk);
+        EXPECT_TRUE(waitFor([&] { return log().size() >= target; }))
+            << "not read: " << chunk.constData();
+    }
+
+    /// A run that has come to this stage.
+    void startAndReach(int stage)
+    {
+        start();
+        const QList<QByteArray> milestones = {"All flash above bldr erased\n", "hex file loaded\n",
+                                              "Flash Write success\n"};
+        for (const QByteArray& milestone : milestones.mid(0, stage - 1)) {
+            send(milestone);
+        }
+    }
+
+    /// Waits until the end of the run was reported.
+    void waitForReport() const
+    {
+        EXPECT_TRUE(waitFor([this] { return form.submitButton->isEnabled(); }));
+    }
+
+    /// The stages' display.
+    QStringList stages() const { return stagesOf(form); }
+
+    /// The bytes of the log of the last run. The names of logs do not sort by time.
+    std::string log() const { return bytesOf("logs/" + logName); }
+
+    WorkingFolder folder;
+    QTemporaryDir firmwareFolder;
+    SteppedUploader uploader;
+    QStringList arguments; ///< of the last run
+    QString logName;       ///< of the last run
+    std::unique_ptr<QMainWindow> window;
+    Ui::KelvaronFirmwareToolWindow form;
+    FirmwareTool::FirmwareFlasher* flasher = nullptr;
+    std::time_t now = 1000000; ///< the flasher's clock
+};
