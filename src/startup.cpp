@@ -312,6 +312,8 @@ void MainWindow::createManagers()
     newFirmwareCheckerManager = new NewFirmwareCheckerManager(this);
     connect(ui->actionCheckNewFirmware, &QAction::triggered, newFirmwareCheckerManager,
             &NewFirmwareCheckerManager::on_checkFirmwareButtonPressed);
+    connect(newFirmwareCheckerManager, &NewFirmwareCheckerManager::bundleDownloaded, this,
+            &MainWindow::reloadBundle);
 }
 
 void MainWindow::connectCommands()

@@ -77,9 +77,7 @@ void NewFirmwareCheckerDialog::onFirmwareInfoDownloaded(const QMap<QString, QStr
 void NewFirmwareCheckerDialog::onFirmwareDownloaded()
 {
     const QPointer<NewFirmwareCheckerDialog> self(this); // a reload may show messages
-    if (parent() != nullptr) {
-        QMetaObject::invokeMethod(parent(), "reloadBundle", Qt::DirectConnection);
-    }
+    emit bundleDownloaded();
     if (self == nullptr) {
         return;
     }

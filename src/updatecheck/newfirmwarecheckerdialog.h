@@ -26,8 +26,7 @@ class NewFirmwareCheckerDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// `parent` is the main window. Its slot reloadBundle() is called by name, so that this folder
-    /// does not know the window's class.
+    /// `parent` is the main window.
     explicit NewFirmwareCheckerDialog(QWidget* parent);
     ~NewFirmwareCheckerDialog() override;
 
@@ -36,13 +35,17 @@ public slots:
     /// error.
     void onFirmwareInfoDownloaded(const QMap<QString, QString>& info);
 
-    /// The newer bundle is in the working folder: takes it into use, then tells so.
+    /// The newer bundle is in the working folder: has it taken into use, then reports it.
     void onFirmwareDownloaded();
 
     void onError();
 
     /// Closes the dialog.
     void onMainButtonPressed();
+
+signals:
+    /// A newer bundle is in the working folder. Whoever takes it into use does so before it returns.
+    void bundleDownloaded();
 
 private:
     void fixTextSize();

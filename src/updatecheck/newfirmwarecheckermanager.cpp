@@ -8,6 +8,9 @@ NewFirmwareCheckerManager::NewFirmwareCheckerManager(QObject* parent) : QObject(
 
 void NewFirmwareCheckerManager::on_checkFirmwareButtonPressed()
 {
-    new NewFirmwareCheckerDialog(qobject_cast<QWidget*>(parent())); // deletes itself when closed
+    // Deletes itself when closed.
+    auto* dialog = new NewFirmwareCheckerDialog(qobject_cast<QWidget*>(parent()));
+    connect(dialog, &NewFirmwareCheckerDialog::bundleDownloaded, this,
+            &NewFirmwareCheckerManager::bundleDownloaded);
 }
 } // namespace NewFirmwareChecker

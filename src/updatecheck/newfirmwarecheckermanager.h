@@ -16,5 +16,9 @@ public:
 public slots:
     /// Opens the dialog that does the check.
     void on_checkFirmwareButtonPressed();
+
+signals:
+    /// A newer bundle is in the working folder. Whoever takes it into use does so before it returns.
+    void bundleDownloaded();
 };
 } // namespace NewFirmwareChecker
