@@ -2,57 +2,75 @@
 
 #include "CBGenerator/generator.h"
 #include "HEXGeneratorParser/hexbuffer.h"
-#include "HEXGeneratorParser/hexmanager.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "KelvaronBundle/versionstring.h"
-#include "base/buildconstants.h"
+#include "applicationglobalmap.h"
 #include "base/fatalassertion.h"
+#include "base/standardoutput.h"
 #include "firmware/finishingrun.h"
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "input/filedrop.h"
 #include "input/keyboardreturn.h"
 #include "input/menukey.h"
 #include "input/promptshortcuts.h"
-#include "installation/folderseat.h"
-#include "look/elidedlabel.h"
+#include "installation/installationmessages.h"
 #include "look/fittedfont.h"
 #include "look/screenfit.h"
-#include "look/shrinkinglabel.h"
 #include "messagedialogs.h"
-#include "profileimport/importprofilesmain.h"
-#include "profiles/liststatus.h"
 #include "profiles/profilelistactions.h"
 #include "profiles/profilenameslistmanager.h"
-#include "rescue/profilebackups.h"
-#include "rescue/profilerescue.h"
-#include "serialports/portturns.h"
-#include "settingsui/globalsettingsmanager.h"
 #include "settingsui/settingspanemanager.h"
 #include "transfer/comdevicewatcher.h"
 #include "transfer/uploaddownloadmanager.h"
 #include "ui_mainwindow.h"
+#include "updatecheck/newfirmwarecheckermanager.h"
+#include "window/listsafety.h"
+#include "window/statusarea.h"
 #include "xmlformat/profileclipboard.h"
-#include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
 #include <QLabel>
-#include <QMessageBox>
 #include <QResizeEvent>
 #include <QStyle>
+#include <QTimer>
 
-namespace
+#include <cstdlib>
+
+using FirmwareTool::KelvaronFirmwareToolWindow;
+using UploadDownload::UploadDownloadManager;
+using XMLGeneratorParser::XMLManager;
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent), ui(std::make_unique<Ui::MainWindow>())
 {
-/// An empty status leaves its room to the others; one with a text has some room in every window.
-void showStatus(QLabel* label, const QString& text)
-{
-    constexpr int most = 160; // pixels
-    label->setText(text);
-    label->setMinimumWidth(qMin(most, label->fontMetrics().horizontalAdvance(text)));
-    label->setVisible(!text.isEmpty());
+    runTests(); // a failing check ends the process without a message box
+    FatalAssertion::setLastStep(
+        [this](const FatalAssertion::Report& report) { endOnFatalAssertion(report); });
+    setWorkingDirectory();
+    createRequiredFiles();
+    installationChecks();
+    initialised = true;
+    loadSchema();
+    buildWindow();
+    managers.make(ui.get(), generator, this);
+    listSafety = std::make_unique<ListSafety>(managers, ui->profileNamesList, this);
+    extraUIAdditions();
+    connectCommands();
+    printCurrentEnvironmentValues();
+    startDeviceWatcher();
+    if (!listSafety->isOnlyEditor()) { // over the window
+        QTimer::singleShot(
+            0, this, [this] { InstallationMessages::otherEditor(this, listSafety->backupFile()); });
+    }
+    if (QCoreApplication::arguments().contains(QStringLiteral("-f"))) {
+        runFirmwareToolOnly();
+    }
 }
-} // namespace
 
 MainWindow::~MainWindow()
 {
@@ -70,6 +88,81 @@ void MainWindow::runTests()
     VersionString::runTests();
 }
 
+void MainWindow::setWorkingDirectory()
+{
+    if (!Installation::enter()) {
+        MessageDialogs::mainFolderNotFound(this);
+        endProcess(EXIT_FAILURE);
+    }
+}
+
+bool MainWindow::createRequiredFiles()
+{
+    printLine(QStringLiteral("Bundle file being used in current dir: ")
+              + getMostRecentKelvaronBundle());
+    switch (installation.extract()) {
+    case Installation::Outcome::EXTRACTED:
+        break;
+    case Installation::Outcome::EDITOR_TOO_OLD:
+        MessageDialogs::currentSoftwareTooOld(this, VersionString(installation.bundleVersion()),
+                                              installation.requiredVersion());
+        endProcess(EXIT_SUCCESS); // an orderly refusal, not an installation error
+    case Installation::Outcome::BUNDLE_NOT_READ:
+        InstallationMessages::bundleNotRead(this, installation);
+        break;
+    case Installation::Outcome::FILES_NOT_WRITTEN:
+        InstallationMessages::filesNotWritten(this, installation);
+        break;
+    }
+    return true;
+}
+
+QString MainWindow::getMostRecentKelvaronBundle()
+{
+    if (!installation.chooseBundle()) {
+        MessageDialogs::noBundlesFound(this);
+        endProcess(EXIT_FAILURE);
+    }
+    ApplicationGlobalMap::putString(QStringLiteral("bundle_version"), installation.bundleVersion());
+    return installation.bundleFileName();
+}
+
+void MainWindow::installationChecks()
+{
+    const Installation::File missing = Installation::firstMissing();
+    if (missing != Installation::File::SCHEMA) {
+        Installation::makeSavedProfilesFolder();
+    }
+    switch (missing) {
+    case Installation::File::NONE:
+        return;
+    case Installation::File::SCHEMA:
+        MessageDialogs::cbFileMissing(this);
+        break;
+    case Installation::File::UPLOADER:
+        MessageDialogs::suplMissing(this);
+        break;
+    case Installation::File::DEVICE:
+        MessageDialogs::deviceTxtMissing(this);
+        break;
+    }
+    endProcess(EXIT_FAILURE);
+}
+
+void MainWindow::loadSchema()
+{
+    generator = installation.loadSchema().release();
+    generator->setParent(this);
+}
+
+void MainWindow::buildWindow()
+{
+    printLine(QStringLiteral("Starting the UI"));
+    ui->setupUi(this);
+    setWindowTitle(QStringLiteral("Kelvaron Profile Editor")
+                   + QStringLiteral(" FOR FIRMWARE VERSION 0.9x ONLY"));
+}
+
 void MainWindow::extraUIAdditions()
 {
     MenuKey::install(ui->menuBar);
@@ -81,12 +174,9 @@ void MainWindow::extraUIAdditions()
     ui->mainToolBar->setFloatable(false);
     ui->mainToolBar->setMovable(false);
     setWindowIcon(QIcon(QStringLiteral(":/new/images/upload_download.png")));
-    addListStatus();
-    addTransferStatus();
+    statusArea =
+        std::make_unique<StatusArea>(ui->statusBar, managers, *listSafety, ui->profileNamesList);
     addListActions();
-    ui->statusBar->addPermanentWidget(
-        new ShrinkingLabel(QStringLiteral("Kelvaron Profile Editor for Mac OS: ")
-                           + QString::fromLatin1(BuildConstants::buildText)));
     ui->actionEditGlobalSettings->setEnabled(false); // not offered in this version
     new FittedFont(this);
     new ScreenFit(this);
@@ -143,43 +233,12 @@ void MainWindow::addToolbarTitle()
     ui->mainToolBar->addWidget(logo);
 }
 
-QLabel* MainWindow::addStatus(const QString& objectName, const QString& accessibleName)
-{
-    auto* status = new ElidedLabel;
-    status->setObjectName(objectName);
-    status->setAccessibleName(accessibleName);
-    ui->statusBar->addWidget(status);
-    status->hide();
-    return status;
-}
-
-void MainWindow::addListStatus()
-{
-    listStatus = std::make_unique<ListStatus>(
-        [this] { return xmlManager->document(); }, [this] { return ui->profileNamesList->count(); },
-        [this] { return hexManager->getNumProfilesAllowed(); });
-    const ListStatus* status = listStatus.get();
-    connect(profileRescue, &ProfileRescue::copyKept, status, &ListStatus::update);
-    // The copy is made when the list has been calm for a while; the number of profiles is known at once.
-    const QAbstractItemModel* rows = ui->profileNamesList->model();
-    connect(rows, &QAbstractItemModel::rowsInserted, status, &ListStatus::changed);
-    connect(rows, &QAbstractItemModel::rowsRemoved, status, &ListStatus::changed);
-    connect(rows, &QAbstractItemModel::modelReset, status, &ListStatus::changed);
-    connect(xmlManager, &XMLGeneratorParser::XMLManager::listSaved, status, &ListStatus::markSaved);
-    connect(uploadDownloadManager, &UploadDownload::UploadDownloadManager::listWritten, status,
-            &ListStatus::markWritten);
-    QLabel* label = addStatus(QStringLiteral("listStatus"), QStringLiteral("List"));
-    connect(status, &ListStatus::changed, label,
-            [label, status] { showStatus(label, status->text()); });
-}
-
 void MainWindow::addListActions()
 {
-    auto* actions = new ProfileListActions(ui.get(), profileNamesListManager);
-    connect(settingsPaneManager, &SettingsPaneManager::editing, actions,
-            &ProfileListActions::setEditing);
-    profileClipboard = new XMLGeneratorParser::ProfileClipboard(
-        profileNamesListManager, importProfilesMain, generator, this);
+    auto* actions = new ProfileListActions(ui.get(), managers.list);
+    connect(managers.pane, &SettingsPaneManager::editing, actions, &ProfileListActions::setEditing);
+    profileClipboard =
+        new XMLGeneratorParser::ProfileClipboard(managers.list, managers.importer, generator, this);
     connect(actions, &ProfileListActions::duplicateWanted, profileClipboard,
             &XMLGeneratorParser::ProfileClipboard::duplicate);
     connect(actions, &ProfileListActions::copyWanted, profileClipboard,
@@ -188,18 +247,59 @@ void MainWindow::addListActions()
             &XMLGeneratorParser::ProfileClipboard::paste);
 
     auto* fileDrop = new FileDrop(this);
-    connect(fileDrop, &FileDrop::dropped, xmlManager, &XMLGeneratorParser::XMLManager::loadFile);
-    connect(settingsPaneManager, &SettingsPaneManager::editing, fileDrop,
+    connect(fileDrop, &FileDrop::dropped, managers.xml, &XMLManager::loadFile);
+    connect(managers.pane, &SettingsPaneManager::editing, fileDrop,
             [fileDrop](bool on) { fileDrop->setEnabled(!on); });
 }
 
-void MainWindow::addTransferStatus()
+void MainWindow::connectCommands()
 {
-    QLabel* status = addStatus(QStringLiteral("transferStatus"), QStringLiteral("Transfers"));
-    // A transfer goes on when its dialog is closed; here is where it still can be seen.
-    connect(&PortTurns::ofApplication(), &PortTurns::changed, status, [status] {
-        showStatus(status, PortTurns::ofApplication().descriptions().join(QStringLiteral("; ")));
-    });
+    connect(ui->actionHelp, &QAction::triggered, this, &MainWindow::on_actionHelp);
+    connect(ui->actionHelp_2, &QAction::triggered, this, &MainWindow::on_actionHelp);
+    connect(ui->actionAbout, &QAction::triggered, this, &MainWindow::on_actionAbout);
+    connect(ui->actionExit, &QAction::triggered, this, &MainWindow::on_actionExit);
+    connect(managers.pane, &SettingsPaneManager::editing, this, &MainWindow::disableToolbarActions);
+    connect(managers.updateCheck, &NewFirmwareChecker::NewFirmwareCheckerManager::bundleDownloaded,
+            this, &MainWindow::reloadBundle);
+    connect(ui->actionFlashFirmware, &QAction::triggered, this, &MainWindow::on_flashFirmware);
+    connect(readFromDeviceAction, &QAction::triggered, managers.transfers,
+            &UploadDownloadManager::on_readButtonPressed);
+    connect(writeToDeviceAction, &QAction::triggered, managers.transfers,
+            &UploadDownloadManager::on_writeButtonPressed);
+    connect(loadFromFileAction, &QAction::triggered, managers.xml,
+            &XMLManager::on_importFromXMLButtonClicked);
+    connect(saveToFileAction, &QAction::triggered, managers.xml,
+            &XMLManager::on_exportAsXMLButtonClicked);
+    connect(ui->actionDeleteAllProfiles, &QAction::triggered, managers.list,
+            &ProfileNamesListManager::deleteAllProfilesAskConfirmation);
+    connect(deleteAllAction, &QAction::triggered, managers.list,
+            &ProfileNamesListManager::deleteAllProfilesAskConfirmation);
+}
+
+void MainWindow::printCurrentEnvironmentValues()
+{
+    printLine(QStringLiteral("Current working directory : ") + QDir::currentPath());
+    printLine(QStringLiteral("CB File Location : ")
+              + QFileInfo(Installation::schemaFile).absoluteFilePath());
+}
+
+void MainWindow::startDeviceWatcher()
+{
+    // A list of all ports takes as long as the whole window, which need not wait for it.
+    constexpr int firstLook = 200; // milliseconds
+    deviceWatcher = std::make_unique<COMDeviceWatcher>(nullptr);
+    QTimer::singleShot(firstLook, deviceWatcher.get(), &COMDeviceWatcher::startWatching);
+}
+
+void MainWindow::runFirmwareToolOnly()
+{
+    KelvaronFirmwareToolWindow tool(this);
+    tool.setAttribute(Qt::WA_DeleteOnClose, false); // it stands on the stack
+    QEventLoop loop;
+    connect(&tool, &KelvaronFirmwareToolWindow::closing, &loop, &QEventLoop::quit);
+    connect(&tool, &KelvaronFirmwareToolWindow::flashed, this, &MainWindow::reloadBundle);
+    loop.exec();
+    endProcess(EXIT_SUCCESS);
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)
@@ -250,60 +350,54 @@ void MainWindow::on_actionExit()
 
 void MainWindow::on_flashFirmware()
 {
-    auto* tool = new FirmwareTool::KelvaronFirmwareToolWindow(this); // deletes itself when closed
-    connect(tool, &FirmwareTool::KelvaronFirmwareToolWindow::flashed, this,
-            &MainWindow::reloadBundle);
+    auto* tool = new KelvaronFirmwareToolWindow(this); // deletes itself when closed
+    connect(tool, &KelvaronFirmwareToolWindow::flashed, this, &MainWindow::reloadBundle);
 }
 
 void MainWindow::reloadBundle()
 {
-    const QString backupFile = seat->ownName(QStringLiteral("backup_fw_update.xml"));
-    reloadWaitsForEdit = settingsPaneManager->getEditMode();
+    reloadWaitsForEdit = managers.pane->getEditMode();
     if (reloadWaitsForEdit) {
         return;
     }
-    if (!backUpProfiles(backupFile)) {
+    if (!listSafety->saveForReload()) {
         MessageDialogs::backupFailed(this);
         return;
     }
-    profileBackups->keep(ProfileBackups::Occasion::RELOADED);
     createRequiredFiles();
-    if (!hasSchemaFile()) {
+    if (!Installation::hasSchemaFile()) {
         MessageDialogs::cbFileMissing(this);
         return; // the schema in use goes on
     }
     loadSchema();
-    handOverGenerator();
-    profileNamesListManager->deleteAllProfilesNoConfirmation();
-    xmlManager->importFromXML(backupFile, ImportOccasion::BUNDLE_RELOAD);
-}
-
-bool MainWindow::backUpProfiles(const QString& fileName)
-{
-    if (!xmlManager->exportToXML(fileName)) {
-        return false;
-    }
-    XMLGeneratorParser::ReadFromXML reader;
-    return reader.readProfiles(fileName)
-           && reader.getProfiles().size() == hexManager->getCurrentNumProfiles();
-}
-
-/// False when the list could not be saved and the user would rather keep it.
-bool MainWindow::backUpBeforeReplacing()
-{
-    profileBackups->keep(ProfileBackups::Occasion::REPLACED);
-    const QString backupFile = seat->ownName(QStringLiteral("backup_before_replace.xml"));
-    return backUpProfiles(backupFile)
-           || MessageDialogs::askReplaceWithoutBackup(this, backupFile) == QMessageBox::Yes;
-}
-
-void MainWindow::handOverGenerator()
-{
-    settingsPaneManager->setAllSettings(generator);
-    profileNamesListManager->setAllSettings(generator);
-    importProfilesMain->setAllSettings(generator);
-    xmlManager->setAllSettings(generator);
-    hexManager->setAllSettings(generator);
-    globalSettingsManager->setAllSettings(generator);
+    managers.setAllSettings(generator);
     profileClipboard->setAllSettings(generator);
+    managers.list->deleteAllProfilesNoConfirmation();
+    listSafety->reload();
+}
+
+void MainWindow::endProcess(int exitCode)
+{
+    FatalAssertion::setLastStep({});
+    FirmwareTool::FinishingRun::waitForAll();
+    listSafety.reset(); // leaves its seat: exit() does not destroy this window
+    std::exit(exitCode);
+}
+
+void MainWindow::endOnFatalAssertion(const FatalAssertion::Report& report)
+{
+    const QString rescueFile = listSafety != nullptr ? listSafety->rescue() : QString();
+    QString details = report.assertion;
+    if (!report.context.isEmpty()) {
+        details += QLatin1Char('\n') + report.context;
+    }
+    if (!report.installedFile.isEmpty()) {
+        const QString advice =
+            QStringLiteral("To see every problem of this file with its line and what to write "
+                           "instead, run: kelvaron-profiles check \"%1\"")
+                .arg(QDir::toNativeSeparators(QFileInfo(report.installedFile).absoluteFilePath()));
+        printLine(advice);
+        details += QLatin1Char('\n') + advice;
+    }
+    MessageDialogs::fatalError(nullptr, report.installedFile, details, rescueFile);
 }

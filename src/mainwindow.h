@@ -1,55 +1,34 @@
 #pragma once
 
+#include "installation/installation.h"
+#include "window/managers.h"
+
 #include <QMainWindow>
 #include <QString>
 
 #include <memory>
 
 class COMDeviceWatcher;
-class FolderSeat;
-class GlobalSettingsManager;
-class KelvaronBundle;
-class ProfileBackups;
-class ListStatus;
-class ProfileNamesListManager;
-class ProfileRescue;
+class ListSafety;
 class QAction;
-class QLabel;
-class SettingsPaneManager;
+class StatusArea;
 
 namespace FatalAssertion
 {
 struct Report;
 }
-namespace HEXGeneratorParser
-{
-class HEXManager;
-}
 namespace HParser
 {
 class Generator;
-}
-namespace ImportProfiles
-{
-class ImportProfilesMain;
-}
-namespace NewFirmwareChecker
-{
-class NewFirmwareCheckerManager;
 }
 namespace Ui
 {
 class MainWindow;
 }
-namespace UploadDownload
-{
-class UploadDownloadManager;
-}
 namespace XMLGeneratorParser
 {
 class ProfileClipboard;
-class XMLManager;
-} // namespace XMLGeneratorParser
+}
 
 /// The application's one main window. Its construction is the whole start-up; afterwards it only
 /// routes commands to the managers that own the features.
@@ -82,52 +61,30 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    // The steps of start-up, in their order.
     void runTests();
-
-    // The steps of start-up, in their order (startup.cpp).
     void setWorkingDirectory();
     bool createRequiredFiles();
-    void extract(const KelvaronBundle& bundle);
-    void reportBundleNotRead();
-    static bool hasSchemaFile();
-    static bool hasDeviceFile();
     QString getMostRecentKelvaronBundle();
     void installationChecks();
     void loadSchema();
     void buildWindow();
-    void createManagers();
     void extraUIAdditions();
-    void growForLargeTexts();
-    void addToolbarActions();
-    void addToolbarTitle();
-    void addTransferStatus();
-    QLabel* addStatus(const QString& objectName, const QString& accessibleName);
-    void addListStatus();
-    void addListActions();
     void connectCommands();
     void printCurrentEnvironmentValues();
     void startDeviceWatcher();
     void runFirmwareToolOnly();
+
+    void growForLargeTexts();
+    void addToolbarActions();
+    void addToolbarTitle();
+    void addListActions();
     [[noreturn]] void endProcess(int exitCode);
     void endOnFatalAssertion(const FatalAssertion::Report& report);
 
-    void reportOtherEditor();
-    bool backUpProfiles(const QString& fileName);
-    bool backUpBeforeReplacing();
-    void handOverGenerator();
-
     std::unique_ptr<Ui::MainWindow> ui;
-    ProfileNamesListManager* profileNamesListManager = nullptr;
-    SettingsPaneManager* settingsPaneManager = nullptr;
-    ImportProfiles::ImportProfilesMain* importProfilesMain = nullptr;
-    XMLGeneratorParser::XMLManager* xmlManager = nullptr;
+    Managers managers;
     XMLGeneratorParser::ProfileClipboard* profileClipboard = nullptr;
-    ProfileRescue* profileRescue = nullptr;
-    ProfileBackups* profileBackups = nullptr;
-    HEXGeneratorParser::HEXManager* hexManager = nullptr;
-    GlobalSettingsManager* globalSettingsManager = nullptr;
-    UploadDownload::UploadDownloadManager* uploadDownloadManager = nullptr;
-    NewFirmwareChecker::NewFirmwareCheckerManager* newFirmwareCheckerManager = nullptr;
     HParser::Generator* generator = nullptr; ///< a child of this window; older ones stay alive too
     QAction* loadFromFileAction = nullptr;
     QAction* saveToFileAction = nullptr;
@@ -136,8 +93,8 @@ private:
     QAction* readFromDeviceAction = nullptr;
     bool initialised = false;
     bool reloadWaitsForEdit = false;
+    Installation installation;
     std::unique_ptr<COMDeviceWatcher> deviceWatcher;
-    std::unique_ptr<ListStatus> listStatus; ///< goes before the list and the managers that it asks
-    std::unique_ptr<FolderSeat> seat;       ///< in the working folder
-    QString bundleFileName; ///< the bundle in use, to be named when its schema is at fault
+    std::unique_ptr<ListSafety> listSafety; ///< these two are destroyed before the list and the
+    std::unique_ptr<StatusArea> statusArea; ///< managers that they ask
 };
