@@ -3,10 +3,10 @@
 
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "applicationglobalmap.h"
+#include "base/xmlutility.h"
 #include "support/fuzztarget.h"
 #include "updatecheck/newfirmwarechecker.h"
-#include "KelvaronBundle/versionstring.h"
-#include "base/xmlutility.h"
+#include "versionstring.h"
 
 #include <QCoreApplication>
 #include <QDir>

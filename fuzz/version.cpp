@@ -2,7 +2,7 @@
 // ordered.
 
 #include "support/fuzztarget.h"
-#include "KelvaronBundle/versionstring.h"
+#include "versionstring.h"
 
 #include <QStringList>
 

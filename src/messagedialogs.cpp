@@ -1,10 +1,10 @@
 #include "messagedialogs.h"
 
-#include "KelvaronBundle/versionstring.h"
 #include "applicationglobalmap.h"
 #include "base/buildconstants.h"
 #include "base/countedtext.h"
 #include "serialports/portlock.h"
+#include "versionstring.h"
 
 #include <QDir>
 #include <QFontInfo>

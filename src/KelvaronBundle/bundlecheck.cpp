@@ -1,10 +1,10 @@
 #include "KelvaronBundle/bundlecheck.h"
 
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "KelvaronBundle/versionstring.h"
 #include "base/buildconstants.h"
 #include "base/textfile.h"
 #include "schemareview/headerreview.h"
+#include "versionstring.h"
 
 #include <QFileInfo>
 

@@ -1,7 +1,7 @@
 #include "KelvaronBundle/bundlechooser.h"
 
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "KelvaronBundle/versionstring.h"
+#include "versionstring.h"
 
 #include <QDir>
 #include <QFileInfo>

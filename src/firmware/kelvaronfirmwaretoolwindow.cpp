@@ -2,7 +2,6 @@
 
 #include "KelvaronBundle/bundlecheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "KelvaronBundle/versionstring.h"
 #include "filedialogs/filedialogs.h"
 #include "firmware/firmwareerrors.h"
 #include "firmware/firmwarefiles.h"
@@ -15,6 +14,7 @@
 #include "serialports/portdropdown.h"
 #include "transfer/comdevicewatcher.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
+#include "versionstring.h"
 
 #include <QCloseEvent>
 #include <QFileInfo>

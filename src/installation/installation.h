@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KelvaronBundle/versionstring.h"
+#include "versionstring.h"
 
 #include <QString>
 

@@ -1,13 +1,13 @@
 #include "schemareview/bundlereview.h"
 
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "KelvaronBundle/versionstring.h"
 #include "base/buildconstants.h"
 #include "base/countedtext.h"
 #include "base/quotedtext.h"
 #include "base/textfile.h"
 #include "schemareview/headerreview.h"
 #include "schemareview/nearestword.h"
+#include "versionstring.h"
 
 #include <QRegularExpression>
 

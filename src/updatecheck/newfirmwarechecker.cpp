@@ -2,10 +2,10 @@
 
 #include "KelvaronBundle/bundlecheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "KelvaronBundle/versionstring.h"
 #include "applicationglobalmap.h"
 #include "base/buildconstants.h"
 #include "base/textfile.h"
+#include "versionstring.h"
 
 #include <QBuffer>
 #include <QTemporaryFile>

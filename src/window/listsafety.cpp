@@ -15,7 +15,8 @@
 #include <QMessageBox>
 
 ListSafety::ListSafety(const Managers& windowManagers, QListWidget* profileList, QWidget* window)
-    : managers(windowManagers), parentWidget(window), list(profileList), seat(QStringLiteral(".")),
+    : QObject(window), managers(windowManagers), parentWidget(window), list(profileList),
+      seat(QStringLiteral(".")),
       profileRescue(new ProfileRescue(
           list, [this] { return managers.xml->document(); }, Installation::savedProfilesFolder,
           seat.ownName(QStringLiteral("rescued_profiles")), this)),

@@ -1,9 +1,9 @@
 #include "messagedialogs.h"
 
-#include "KelvaronBundle/versionstring.h"
 #include "applicationglobalmap.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
+#include "versionstring.h"
 
 #include <QAbstractButton>
 #include <QLabel>

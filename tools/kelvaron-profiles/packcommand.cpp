@@ -1,14 +1,14 @@
 #include "packcommand.h"
 
+#include "base/countedtext.h"
 #include "bundleformat.h"
 #include "bundlewriter.h"
 #include "checkedfile.h"
 #include "commandoptions.h"
 #include "console.h"
-#include "base/countedtext.h"
 #include "problemreport.h"
 #include "textinput.h"
-#include "KelvaronBundle/versionstring.h"
+#include "versionstring.h"
 
 #include <QFileInfo>
 #include <QList>

@@ -1,4 +1,4 @@
-#include "KelvaronBundle/versionstring.h"
+#include "versionstring.h"
 
 #include "base/fatalassertion.h"
 #include "base/standardoutput.h"
