@@ -30,7 +30,7 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
 
 ProfileWizardDialog::~ProfileWizardDialog()
 {
-    clearForm(); // the editors let go of the profile before it goes
+    clearForm(); // the editors must release the profile before it is deleted
 }
 
 void ProfileWizardDialog::askTitlesWizard()
@@ -116,7 +116,7 @@ void ProfileWizardDialog::clearForm()
     chemistryBox = nullptr;
     for (int i = 0; i < ui->containerLayout->count(); ++i) {
         if (QWidget* widget = ui->containerLayout->itemAt(i)->widget()) {
-            widget->hide(); // the next page is shown before it goes
+            widget->hide(); // the next page is shown before this one is deleted
             widget->deleteLater();
         }
     }

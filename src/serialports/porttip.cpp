@@ -15,7 +15,7 @@
 
 namespace
 {
-/// A text that the device itself brings along, which may be anything.
+/// A text provided by the device, which may contain anything.
 QString shortened(const QString& text)
 {
     constexpr int longest = 80;
@@ -23,7 +23,7 @@ QString shortened(const QString& text)
 }
 
 #ifdef Q_OS_UNIX
-/// Without opening the device: that may reset what is attached to it.
+/// Checks without opening the device: opening may reset whatever is attached to it.
 bool mayBeUsed(const QString& path)
 {
     return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK, AT_EACCESS) == 0;
@@ -33,8 +33,8 @@ QString permissionAdvice(const QFileInfo& device)
 {
     const QString problem = QStringLiteral("You have no permission to use this port. ");
     constexpr QFile::Permissions groupMay = QFile::ReadGroup | QFile::WriteGroup;
-    const bool isForGroup =
-        (device.permissions() & groupMay) == groupMay && device.groupId() != 0; // administrators
+    const bool isForGroup = (device.permissions() & groupMay) == groupMay
+                            && device.groupId() != 0; // 0: the administrators
     if (!isForGroup || device.group().isEmpty()) {
         return problem + QStringLiteral("Please ask the administrator of this computer.");
     }
@@ -46,7 +46,7 @@ QString permissionAdvice(const QFileInfo& device)
 }
 #endif
 
-/// The name of another program that has the device open, as far as this user may see it.
+/// Returns the name of another program that has the device open, if this user may see it.
 QString programUsing(const QString& path)
 {
 #ifdef Q_OS_LINUX

@@ -51,7 +51,8 @@ QString readableSign(QChar sign)
     }
 }
 
-/// The formula with the settings' own names for their variables; empty when it names none.
+/// Returns the formula with the names of settings in place of variables; empty if it names no
+/// setting.
 QString readable(const Formula& formula)
 {
     if (formula.isPlainNumber()) {
