@@ -27,7 +27,7 @@ const char installationError[] = "Installation Error";
 const char hexImportStatus[] = "Import from HEX status";
 const char xmlImportStatus[] = "Import from XML status";
 
-/// The lines that fit into a box on the screen.
+/// Returns the lines that fit into a box on the screen.
 QString shortened(const QStringList& lines)
 {
     constexpr int mostShown = 25;
@@ -48,7 +48,7 @@ QMessageBox* textBox(QWidget* parent, const QString& title, const QString& text,
     return box;
 }
 
-/// The height of a text that is wrapped at this width.
+/// Returns the height of a text wrapped at this width.
 int heightAt(int width, const QString& text, const QFont& font)
 {
     QLabel label(text);
@@ -57,7 +57,7 @@ int heightAt(int width, const QString& text, const QFont& font)
     return label.heightForWidth(width);
 }
 
-/// The width in pixels that a box never exceeds by itself.
+/// Returns the width in pixels that a box never exceeds by itself.
 int widestBox(int screenWidth)
 {
     constexpr int smallScreen = 1024;
@@ -66,7 +66,7 @@ int widestBox(int screenWidth)
     return screenWidth <= smallScreen ? screenWidth : qMin(screenWidth - margin, widest);
 }
 
-/// All that a box has to say.
+/// Returns the whole text of a box.
 QString wholeText(const QMessageBox& box)
 {
     return box.informativeText().isEmpty()
@@ -74,8 +74,8 @@ QString wholeText(const QMessageBox& box)
                : box.text() + QStringLiteral("\n\n") + box.informativeText();
 }
 
-/// A box wraps its text into a narrow column, which a long text in large letters makes higher than
-/// the screen. Such a text gets a wider column, and smaller letters where that is not enough.
+/// A box wraps its text into a narrow column; a long text in a large font makes it higher than the
+/// screen. Such a text gets a wider column, and a smaller font if that is not enough.
 void keepOnScreen(QMessageBox* box)
 {
     constexpr int usualWidth = 500; // pixels, the box's own on a screen with room
@@ -103,7 +103,8 @@ void keepOnScreen(QMessageBox* box)
     }
 }
 
-/// Shows a box and deletes it. On the heap: while it is open, its parent may go and take it along.
+/// Shows a box and deletes it. It is on the heap because its parent may be deleted, and the box
+/// with it, while it is open.
 int run(QMessageBox* box)
 {
     keepOnScreen(box);
@@ -158,7 +159,7 @@ QString aboutText()
         .arg(latin1(BuildConstants::buildText),
              ApplicationGlobalMap::getString(QStringLiteral("bundle_version")).toHtmlEscaped(),
              latin1(BuildConstants::productPage),
-             // The whole address would be broken after its slashes where letters are large.
+             // With a large font, the whole address would be broken after its slashes.
              QUrl(latin1(BuildConstants::productPage)).host());
 }
 } // namespace

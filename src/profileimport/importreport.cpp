@@ -19,7 +19,7 @@ using XMLGeneratorParser::XMLUtility;
 
 namespace
 {
-constexpr int mostChanges = 15; // the box must fit the screen
+constexpr int mostChanges = 15; // the message box must fit the screen
 constexpr int mostProfiles = 3;
 
 QString numberText(double number)
@@ -27,7 +27,7 @@ QString numberText(double number)
     return QString::number(number, 'g', 6);
 }
 
-/// What a missing or unusable value becomes.
+/// Returns the value that replaces a missing or unusable one.
 QString nothing(const StructSetting& setting)
 {
     switch (setting.settingType) {
@@ -79,7 +79,7 @@ QString complaintAboutText(const StructSetting& setting, const QString& value)
     return {};
 }
 
-/// What is wrong with a value; empty when nothing is.
+/// Returns what is wrong with a value; empty if it is valid.
 QString complaintAbout(const StructSetting& setting, const QString& value)
 {
     switch (setting.settingType) {
