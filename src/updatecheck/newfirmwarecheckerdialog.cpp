@@ -76,7 +76,7 @@ void NewFirmwareCheckerDialog::onFirmwareInfoDownloaded(const QMap<QString, QStr
 
 void NewFirmwareCheckerDialog::onFirmwareDownloaded()
 {
-    const QPointer<NewFirmwareCheckerDialog> self(this); // a reload may show messages
+    const QPointer<NewFirmwareCheckerDialog> self(this); // reloading may show messages
     emit bundleDownloaded();
     if (self == nullptr) {
         return;

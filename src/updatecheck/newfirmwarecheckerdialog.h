@@ -35,7 +35,7 @@ public slots:
     /// an error.
     void onFirmwareInfoDownloaded(const QMap<QString, QString>& info);
 
-    /// The newer bundle is in the working folder: has it taken into use, then reports it.
+    /// Handles a newer bundle in the working folder: has it loaded, then reports this.
     void onFirmwareDownloaded();
 
     void onError();
