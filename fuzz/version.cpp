@@ -1,8 +1,8 @@
-// Version strings, three lines an input: exactly the dotted ones are versions, and they are totally
+// Version strings, three lines per input: only the dotted ones are versions, and they are totally
 // ordered.
 
-#include "support/fuzztarget.h"
 #include "KelvaronBundle/versionstring.h"
+#include "support/fuzztarget.h"
 
 #include <QStringList>
 

@@ -16,7 +16,8 @@ using UploadDownload::UploadProfiles;
 
 namespace
 {
-/// Has the process work in a folder while it lives: the uploader finds its device description there.
+/// Makes a folder the working folder while this object exists: the uploader finds its device
+/// description there.
 class WorkingFolder
 {
 public:
@@ -66,7 +67,7 @@ QString Charger::name() const
 
 bool Charger::read(const QString& hexFile) const
 {
-    QObject owner; // of the worker and its processes
+    QObject owner; // the parent of the worker and its processes
     return run(new DownloadProfiles(port, hexFile, &owner), &DownloadProfiles::errorDownloading,
                QStringLiteral("the charger's profiles could not be read"));
 }

@@ -1,9 +1,9 @@
 #include "convertcommand.h"
 
 #include "CBGenerator/structsettings.h"
+#include "base/countedtext.h"
 #include "commandoptions.h"
 #include "console.h"
-#include "base/countedtext.h"
 #include "profilefile.h"
 #include "profileoutput.h"
 #include "profiles/profilesettings.h"
@@ -12,7 +12,7 @@
 
 namespace
 {
-/// What the output does not hold as the input has it.
+/// Describes what differs between the output and the input.
 QStringList losses(const ProfileFile& input, ProfileFile& output, HParser::Generator& schema)
 {
     output.read();

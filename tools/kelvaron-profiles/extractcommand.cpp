@@ -1,11 +1,11 @@
 #include "extractcommand.h"
 
+#include "base/textfile.h"
 #include "bundleformat.h"
 #include "commandoptions.h"
 #include "console.h"
 #include "inspectedbundle.h"
 #include "problemreport.h"
-#include "base/textfile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,7 +13,7 @@
 
 namespace
 {
-/// The file that a section becomes: its own name, unless that is unusable as one.
+/// Returns the file name for a section: its own name, if that is a valid file name.
 QString fileName(const InspectedBundle& bundle, int index)
 {
     const QString sectionName = bundle.sectionName(index);

@@ -1,14 +1,14 @@
 #include "packcommand.h"
 
+#include "KelvaronBundle/versionstring.h"
+#include "base/countedtext.h"
 #include "bundleformat.h"
 #include "bundlewriter.h"
 #include "checkedfile.h"
 #include "commandoptions.h"
 #include "console.h"
-#include "base/countedtext.h"
 #include "problemreport.h"
 #include "textinput.h"
-#include "KelvaronBundle/versionstring.h"
 
 #include <QFileInfo>
 #include <QList>
@@ -22,7 +22,7 @@ QCommandLineOption option(const char* name, const char* description, const char*
                               QLatin1String(value));
 }
 
-/// "NAME=PATH" or "PATH", which is then named after its file.
+/// "NAME=PATH", or "PATH", whose section is named after the file.
 QPair<QString, QString> nameAndPath(const QString& argument)
 {
     const int equals = argument.indexOf(QLatin1Char('='));

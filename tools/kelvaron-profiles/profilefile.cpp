@@ -6,15 +6,15 @@
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/readfromhex.h"
 #include "base/countedtext.h"
-#include "inputfile.h"
 #include "base/linecapture.h"
+#include "base/quotedtext.h"
+#include "base/xmlutility.h"
+#include "inputfile.h"
 #include "profileimport/importedvalues.h"
 #include "profileimport/importreport.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
-#include "base/quotedtext.h"
 #include "xmlformat/readfromxml.h"
-#include "base/xmlutility.h"
 
 #include <QFile>
 
@@ -59,7 +59,7 @@ ExitCode ProfileFile::read()
     return problems.isEmpty() ? ExitCode::Ok : ExitCode::ProblemsFound;
 }
 
-/// By what stands first in the file, else by its name.
+/// Judges by the first characters of the file, otherwise by its name.
 void ProfileFile::findFormat()
 {
     QFile file(filePath);
@@ -113,7 +113,7 @@ void ProfileFile::readHex()
     } catch (int code) {
         refuseHex(code);
     }
-    // Of what the reader says by itself, all but what the message said already.
+    // Returns the reader's own messages, except those that repeat the error.
     for (const QString& line : traces.lines()) {
         if (line != QLatin1String("Error! Invalid type")) {
             tell(note, line.simplified());
@@ -172,7 +172,7 @@ void ProfileFile::addProfile(const ParsedProfile& parsed)
     tellHiddenValues(parsed, profile);
 }
 
-/// Settings that are not shown keep their defaults, as in the editor.
+/// Hidden settings keep their defaults, as in the editor.
 void ProfileFile::tellHiddenValues(const ParsedProfile& parsed, const ProfileSettings& profile)
 {
     const QMap<QString, QString> properties = parsed.getProperties();

@@ -1,5 +1,6 @@
 #include "readcommand.h"
 
+#include "base/textfile.h"
 #include "charger.h"
 #include "commandoptions.h"
 #include "console.h"
@@ -8,13 +9,12 @@
 #include "profileoutput.h"
 #include "profilesource.h"
 #include "schemafile.h"
-#include "base/textfile.h"
 
 #include <QFile>
 
 namespace
 {
-/// The very bytes that the uploader has read, also where they hold no profiles.
+/// Copies exactly the bytes that the uploader has read, even if there are no profiles in them.
 bool copyBytes(const QString& from, const QString& to)
 {
     QFile file(from);

@@ -77,7 +77,7 @@ void SchemaFile::generate(const QString& path)
     schema.generate();
 }
 
-/// Reports what the editor would end for: nothing here could go on with it either.
+/// Reports the errors that would end the editor; no command could continue with them either.
 std::optional<ExitCode> SchemaFile::refuse(const QString& path)
 {
     const CheckedFile file(path);

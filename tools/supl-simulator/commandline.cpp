@@ -7,7 +7,7 @@
 
 namespace
 {
-/// Fills in an address written as 0x9C00.
+/// Reads an address in the form 0x9C00 into `address`.
 bool readAddress(const QString& text, quint32& address)
 {
     static const QRegularExpression form(QStringLiteral("\\A0[xX]([0-9A-Fa-f]{1,6})\\z"));

@@ -13,7 +13,7 @@ namespace
 struct Key
 {
     const char* name;
-    const char* form; ///< of the value, a regular expression
+    const char* form; ///< regular expression for the value
 };
 
 constexpr Key keys[] = {
@@ -44,7 +44,7 @@ bool isStep(const QString& text)
                        [&](const char* name) { return text == QLatin1String(name); });
 }
 
-/// What is wrong with an entry; empty when nothing is.
+/// Returns the error in an entry; empty if there is none.
 QString complaint(const QString& step, const QString& name, const QString& value)
 {
     if (!step.isEmpty() && !isStep(step)) {
