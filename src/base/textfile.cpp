@@ -108,7 +108,7 @@ bool TextFile::writeTogether(const QVector<Content>& files, QString* error)
     };
     for (const Content& content : files) {
         if (content.bytes.size() > largestFile) {
-            return fail(QStringLiteral("The file would be too large to be read again"));
+            return fail(QStringLiteral("The file would be too large to read again"));
         }
         written.push_back(std::make_unique<QSaveFile>(content.path));
         QSaveFile& file = *written.back();

@@ -77,9 +77,9 @@ bool ProfileBackups::keep(Occasion occasion, const QString& profileFile)
         return true;
     }
     const QString path = newPath(occasion);
-    QString error = QStringLiteral("the folder cannot be made");
+    QString error = QStringLiteral("the folder cannot be created");
     if (!QDir().mkpath(folder) || !TextFile::writeBytes(path, bytes, &error)) {
-        emit notKept(QStringLiteral("No copy of the profiles was kept in %1: %2")
+        emit notKept(QStringLiteral("No copy of the profiles could be saved in %1: %2")
                          .arg(QDir::toNativeSeparators(folder), error));
         return false;
     }

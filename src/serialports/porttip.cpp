@@ -40,7 +40,7 @@ QString permissionAdvice(const QFileInfo& device)
     }
     return problem
            + QStringLiteral(
-                 "Members of the group %1 have it: run \"sudo usermod -aG %1 $USER\", then "
+                 "Members of the group %1 have permission: run \"sudo usermod -aG %1 $USER\", then "
                  "log in again.")
                  .arg(device.group());
 }
@@ -106,6 +106,6 @@ QString PortTip::text(const QextPortInfo& port)
         lines.append(QStringLiteral("The system does not list this port."));
     }
     lines.removeAll({});
-    return lines.isEmpty() ? QStringLiteral("The system knows nothing more of this port.")
+    return lines.isEmpty() ? QStringLiteral("The system has no more information about this port.")
                            : lines.join(QLatin1Char('\n'));
 }

@@ -110,9 +110,9 @@ QString NumberHints::correction(const StructSetting& setting, std::optional<doub
     const double wanted = typed.value_or(0);
     QString change;
     if (wanted > shown && shownText == numberText(most(setting))) {
-        change = QStringLiteral("%1 is the most allowed here").arg(shownText);
+        change = QStringLiteral("%1 is the maximum here").arg(shownText);
     } else if (wanted < shown && shownText == numberText(least(setting))) {
-        change = QStringLiteral("%1 is the least allowed here").arg(shownText);
+        change = QStringLiteral("%1 is the minimum here").arg(shownText);
     } else if (wanted != shown) {
         const bool areDigitsCut = setting.number() != shown;
         change = QStringLiteral("Rounded to ")

@@ -74,7 +74,7 @@ SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid, QWidge
     if (kind == ADVANCED_TOGGLE) {
         label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
         setName(QStringLiteral("Edit Advanced Settings"));
-        editor->setAccessibleDescription(QStringLiteral("Opens the settings below it for changes"));
+        editor->setAccessibleDescription(QStringLiteral("Makes the settings below it editable"));
     }
 }
 

@@ -226,14 +226,16 @@ bool SettingsLineEdit::isTextCut() const
 
 void SettingsLineEdit::showTextHint(const QString& characters)
 {
-    showHint(QStringLiteral("The Kelvaron holds plain English letters, digits and signs (ASCII) "
-                            "only, not %1.")
-                 .arg(quotedText(characters)));
+    showHint(
+        QStringLiteral(
+            "The Kelvaron can only store plain English letters, digits and punctuation (ASCII), "
+            "not %1.")
+            .arg(quotedText(characters)));
 }
 
 void SettingsLineEdit::showNumberHint()
 {
-    showHint(QStringLiteral("Numbers are written with digits and a decimal point alone: 1500.5"));
+    showHint(QStringLiteral("Use only digits and a decimal point, such as 1500.5"));
 }
 
 void SettingsLineEdit::showHint(const QString& hint)

@@ -54,7 +54,7 @@ void UploadDownloadDialog::setUpTexts()
     ui->dialogTitleLabel->setText(title);
     ui->okButton->setText(isWriteMode ? QStringLiteral("Write Profiles")
                                       : QStringLiteral("Read Profiles"));
-    ui->okButton->setAccessibleDescription(QStringLiteral("Through the chosen port"));
+    ui->okButton->setAccessibleDescription(QStringLiteral("Uses the chosen port"));
 }
 
 void UploadDownloadDialog::setFileLocation(const QString& path)
@@ -123,7 +123,7 @@ void UploadDownloadDialog::uploadDownloadSuccess()
     }
     isDone = true;
     ui->okButton->setText(QStringLiteral("Close Window"));
-    ui->okButton->setAccessibleDescription(QStringLiteral("The transfer is over"));
+    ui->okButton->setAccessibleDescription(QStringLiteral("The transfer has ended"));
     ui->okButton->setEnabled(true);
     auto* resetDialog = new KelvaronResetDialog(
         isWriteMode ? QStringLiteral("Profiles successfully written to the Kelvaron!")

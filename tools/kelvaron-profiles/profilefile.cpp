@@ -89,9 +89,9 @@ void ProfileFile::readXml()
     const bool isWhole = reader.errorText().isEmpty();
     if (!isWhole) {
         tell(error,
-             QStringLiteral("the file breaks off after %1: %2")
-                 .arg(countedText(reader.getProfiles().size(), QStringLiteral("whole profile"),
-                                  QStringLiteral("whole profiles")),
+             QStringLiteral("the file is damaged after %1: %2")
+                 .arg(countedText(reader.getProfiles().size(), QStringLiteral("complete profile"),
+                                  QStringLiteral("complete profiles")),
                       reader.errorText()));
     } else if (reader.getProfiles().isEmpty() && !reader.isProfileFile()) {
         tell(error, QStringLiteral("this is not a file of profiles"));
@@ -128,11 +128,10 @@ void ProfileFile::refuseHex(int code)
         tell(error, QStringLiteral("a profile is damaged: its checksum does not match"));
         break;
     case ReadFromHEX::TYPE_ERROR:
-        tell(error,
-             QStringLiteral("a profile is of a type that the settings header does not have"));
+        tell(error, QStringLiteral("a profile has a type that is not in the settings header"));
         break;
     default:
-        tell(error, QStringLiteral("this is no HEX file with profiles of this charger"));
+        tell(error, QStringLiteral("this is not a HEX file with profiles of this charger"));
         break;
     }
 }
@@ -160,7 +159,9 @@ void ProfileFile::addProfile(const ParsedProfile& parsed)
     setFlag(profile, "active", parsed.getActiveStatus());
     setFlag(profile, "default", parsed.getDefaultStatus() && !hasDefault);
     if (parsed.getDefaultStatus() && hasDefault) {
-        tell(warning, name + QStringLiteral(": a profile before it is the default, it is none"));
+        tell(warning, name
+                          + QStringLiteral(
+                              ": an earlier profile is already the default, so this one is not"));
     }
     hasDefault = hasDefault || parsed.getDefaultStatus();
 
@@ -186,7 +187,7 @@ void ProfileFile::tellHiddenValues(const ParsedProfile& parsed, const ProfileSet
         if (!isOwn && properties.contains(tag) && !shown.contains(setting)
             && properties.value(tag) != setting->getValue()) {
             tell(warning, describe(static_cast<int>(list.size()) - 1, profile)
-                              + QStringLiteral(": %1 is not shown, its value %2 gets lost")
+                              + QStringLiteral(": %1 is a hidden setting; its value %2 is lost")
                                     .arg(name, quotedText(properties.value(tag))));
         }
     }

@@ -27,9 +27,10 @@ ExitCode ReadCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         name(),
-        QStringLiteral("Reads the charger's profiles into a file, as the editor does. A HEX file "
-                       "is what the uploader has read, an XML file what the editor would import "
-                       "of it. The charger has to be in bootloader mode, and stays so."));
+        QStringLiteral(
+            "Reads the charger's profiles into a file, as the editor does. A HEX file contains "
+            "exactly what the uploader has read, an XML file what the editor would import from it. "
+            "The charger must be in bootloader mode and stays in it."));
     SchemaFile::addOptions(options);
     Charger::addPortOption(options);
     ProfileOutput::addOption(options);
