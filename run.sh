@@ -31,7 +31,8 @@ if [[ "${1:-}" != --tour ]]; then
     progress "No display here (DISPLAY and WAYLAND_DISPLAY are empty): making a tour instead"
 fi
 
-# The tour's windows stay out of the way on a display of their own, where there can be one.
+# The tour uses a separate display if there is a virtual one, so that its windows stay out of the
+# way.
 display=()
 if command -v xvfb-run >/dev/null; then
     export QT_QPA_PLATFORM=xcb
@@ -46,7 +47,7 @@ pictures=build/screenshots
 mkdir -p "$pictures"
 rm -f "$pictures"/*.png "$pictures/index.html"
 
-# A tour takes seconds; one that waits for a dialog for ever must not.
+# A tour takes seconds; the limit ends one that waits for a dialog for ever.
 limit=()
 if command -v timeout >/dev/null; then
     limit=(timeout --kill-after=10 180)

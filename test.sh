@@ -89,7 +89,7 @@ check_formatting() {
         progress "clang-format is not installed: formatting not checked"
         return 0
     fi
-    # Versions differ in what they make of the same rules; only one can be the judge.
+    # Versions format the same rules differently, so only this one is used.
     major="$("$clang_format" --version | sed -E 's/.*version ([0-9]+).*/\1/')"
     if [[ "$major" != 14 ]]; then
         progress "clang-format is version $major, the judge is version 14: formatting not checked"
@@ -117,8 +117,8 @@ check_formatting() {
     fi
 }
 
-# fuzz TARGET: searches for the given time; false when something was found. The paths are absolute,
-# for a target may change its working folder.
+# fuzz TARGET: searches for the given time and fails if something was found. The paths are absolute,
+# because a target may change its working folder.
 fuzz() {
     local target="$1" folder seeds=() options=()
     local corpus="$PWD/build/fuzz/corpus/$target" log="$PWD/build/fuzz/logs/$target.log"
@@ -162,8 +162,8 @@ fuzz_all() {
     return "$status"
 }
 
-# list_failed: what failed in the last run, a line each, with the command that runs it alone from the
-# project's root.
+# list_failed: prints the tests that failed in the last run, one per line, with the command that
+# runs each alone from the project's root.
 list_failed() {
     local test
     echo "Failed; each line runs one of them alone:"
@@ -173,7 +173,7 @@ list_failed() {
 }
 
 export QT_QPA_PLATFORM=offscreen
-# One locale for everybody, so that file names and texts are UTF-8 everywhere.
+# One locale for every program, so that file names and texts are UTF-8 everywhere.
 export LC_ALL=C.UTF-8
 
 if [[ -n "$long_life" ]]; then

@@ -28,7 +28,7 @@ void registerHalf(const std::string& name, const ComparisonTable::Function& func
 {
     benchmark::internal::Benchmark* half =
         benchmark::RegisterBenchmark(name.c_str(), [function](benchmark::State& state) {
-            CALLGRIND_TOGGLE_COLLECT; // only what is measured is counted
+            CALLGRIND_TOGGLE_COLLECT; // only the measured code is counted
             function(state);
             CALLGRIND_TOGGLE_COLLECT;
         });
@@ -107,7 +107,7 @@ void ComparisonTable::print() const
         const double ours = value(measuredName, row);
         const double floor = value(measuredName + floorSuffix, row);
         if (ours <= 0 || floor <= 0) {
-            continue; // left out by the filter
+            continue; // excluded by the filter
         }
         std::printf("| %s | %s | %.3g %s | %.3g %s | %.2f | ", row.name.c_str(),
                     row.floorName.c_str(), floor, row.unit.c_str(), ours, row.unit.c_str(),

@@ -7,8 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
-/// What the program does, each time beside its floor: the least that any program would have to do
-/// for it. Both are measured in one run, in turns, and told with their ratio.
+/// Compares what the program does with its floor: the least that any program would have to do for
+/// the same result. Both are measured in one run, alternately, and reported with their ratio.
 class ComparisonTable : public benchmark::BenchmarkReporter
 {
 public:
@@ -20,21 +20,21 @@ public:
         std::string floorName;
         Function ours;
         Function floor;
-        double aim = 0;             ///< the ratio to stay below; 0: as low as it goes
-        std::string counter = {};   ///< the counter to compare; empty: the time
-        std::string unit = "ms";    ///< of what is compared: "ms", "us" or "MB"
-        int iterations = 0;         ///< in each repetition; 0: as many as the time allows
-        int repetitions = 0;        ///< 0: as the command line says
-        bool isTimedByHand = false; ///< the functions set their iteration times
+        double aim = 0;             ///< the ratio to stay below; 0: as low as possible
+        std::string counter = {};   ///< counter to compare; empty: the time
+        std::string unit = "ms";    ///< unit of the compared values: "ms", "us" or "MB"
+        int iterations = 0;         ///< per repetition; 0: as many as the time allows
+        int repetitions = 0;        ///< 0: set by the command line
+        bool isTimedByHand = false; ///< the functions measure their own iteration times
     };
 
-    /// Fixes how many iterations each repetition of the rows added from here on has.
+    /// Sets the number of iterations per repetition for the rows added afterwards.
     void setIterations(int count) { fixedIterations = count; }
 
     /// Registers both halves of a row under the names "NAME" and "NAME (floor)".
     void add(Row row);
 
-    /// Adds a row that compares another counter of a row that stands already.
+    /// Adds a row that compares another counter of an existing row.
     void addCounterOf(const std::string& measuredRow, const Row& row);
 
     bool ReportContext(const Context&) override { return true; }

@@ -6,11 +6,11 @@
 #include "HEXGeneratorParser/readfromhex.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "KelvaronBundle/kelvaronbundle.h"
+#include "base/textfile.h"
 #include "comparisontable.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
 #include "rows.h"
-#include "base/textfile.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -99,7 +99,7 @@ QString bundleText()
            + QLatin1Char('\n');
 }
 
-/// What the rows of this file work on.
+/// The data that the rows of this file work on.
 struct Desk
 {
     Desk()
@@ -242,7 +242,7 @@ void addEdit(ComparisonTable& table, const SharedDesk& desk)
         for (auto iteration : state) {
             static_cast<void>(iteration);
             for (int i = 0; i < dependents; ++i) {
-                // A setting enters a formula through its text, with 6 significant digits.
+                // A formula uses a setting's text, which has 6 significant digits.
                 const double named = QString::number(value, 'g', 6).toDouble();
                 bounds[static_cast<std::size_t>(i)] = named * 2 + i;
             }

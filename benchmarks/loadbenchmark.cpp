@@ -1,5 +1,5 @@
-// How long loading a large profile file keeps the user waiting, beside its floor: reading the same
-// file into plain texts. Run in a folder of its own beside the demo installation.
+// Measures how long the user waits while a large profile file is loaded, and its floor: reading the
+// same file into plain texts. Run it in a folder of its own next to the demo installation.
 
 #include "mainwindow.h"
 #include "xmlformat/readfromxml.h"

@@ -1,10 +1,10 @@
-// A long life in one run: transfers to and from the simulated charger, lists replaced from a file,
-// and bundle reloads, with the memory that the process holds at intervals. Works in an installation
-// of its own, copied from the demo's. Ends with a failure when an operation keeps more than what is
-// kept on purpose; under the sanitizers the leak checker has the last word.
+// Simulates long use in one run: transfers to and from the simulated charger, lists replaced from a
+// file, and bundle reloads, and reports the memory in use at intervals. Works in its own copy of
+// the demo installation. Fails if an operation keeps more memory than intended; under the
+// sanitizers the leak checker decides.
 //
 //     long_life                                      1000 transfers, 1000 replacements, 200 reloads
-//     long_life TRANSFERS REPLACEMENTS RELOADS       so many
+//     long_life TRANSFERS REPLACEMENTS RELOADS       these numbers
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
@@ -56,7 +56,7 @@ void require(bool condition, const char* what)
     }
 }
 
-/// The resident memory of this process in KiB.
+/// Returns the resident memory of this process in KiB.
 long residentMemory()
 {
     QFile file(QStringLiteral("/proc/self/statm"));
@@ -64,7 +64,7 @@ long residentMemory()
     return file.readAll().split(' ').value(1).toLong() * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-// The bytes that are allocated.
+// Returns the number of allocated bytes.
 #ifdef __SANITIZE_ADDRESS__
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 
@@ -80,14 +80,14 @@ std::size_t heapBytes()
 }
 #endif
 
-/// Figures go to standard error: what the editor prints on standard output is of no interest here.
+/// Writes to standard error, because the editor's standard output is discarded here.
 template <typename... Arguments>
 void tell(const char* format, Arguments... arguments)
 {
     std::fprintf(stderr, format, arguments...);
 }
 
-/// Presses what every dialog of these operations needs to go on.
+/// Answers every dialog of these operations.
 class Answerer : public QObject
 {
 public:
@@ -138,7 +138,7 @@ private:
     QPointer<QWidget> answered;
 };
 
-/// The demo installation beside this program, with a simulated charger that does not dawdle.
+/// The demo installation next to this program, with a simulated charger without pauses.
 void install()
 {
     const QDir here(QCoreApplication::applicationDirPath());
@@ -170,8 +170,9 @@ public:
         require(files->exportToXML(answerer.fileToLoad), "the list cannot be saved");
     }
 
-    /// `most` is what one operation may keep, in bytes: a transfer its worker and its processes, a
-    /// reload the generator before, and a QListWidget some 30 bytes for each row that it ever had.
+    /// `most` is the number of bytes that one operation may keep: a transfer keeps its worker and
+    /// its processes, a reload the previous generator, and a QListWidget some 30 bytes for each row
+    /// that it ever had.
     struct Phase
     {
         const char* name;
@@ -203,7 +204,7 @@ private:
         if (phase.count <= 0) {
             return true;
         }
-        for (int i = 0; i < warmUp; ++i) { // what is made once and kept
+        for (int i = 0; i < warmUp; ++i) { // objects created once and kept
             once(phase.operation, i);
         }
         const std::size_t before = heapBytes();
@@ -216,7 +217,7 @@ private:
         }
         const double each =
             (static_cast<double>(heapBytes()) - static_cast<double>(before)) / phase.count;
-        constexpr double atOnce = 40000; // what comes and goes, whatever the count
+        constexpr double atOnce = 40000; // memory that varies independently of the count
         const bool isGood = each <= phase.most + atOnce / phase.count;
         tell("  kept by each: %.0f bytes, %s %.0f\n", each, isGood ? "within" : "MORE THAN",
              phase.most);
@@ -244,7 +245,7 @@ private:
         require(list->count() == profileCount, "the list is not what it was");
     }
 
-    /// What a reload keeps on purpose: the generator that was in use.
+    /// What a reload keeps intentionally: the previous generator.
     static void tellGeneratorSize()
     {
         const std::size_t before = heapBytes();
@@ -293,7 +294,7 @@ int main(int argc, char** argv)
     const auto count = [&](int number, int usual) {
         return argc == 1 ? usual : std::atoi(argv[number]);
     };
-    QPixmapCache::setCacheLimit(0); // it is bounded, but its ups and downs would hide what is kept
+    QPixmapCache::setCacheLimit(0); // its size is bounded, but varies more than what is kept
     install();
     bool isGood = false;
     {

@@ -1,16 +1,16 @@
-// How fast the editor is, each row beside its floor in the same run. See docs/speed.md.
+// Measures how fast the editor is, each row next to its floor in the same run. See docs/speed.md.
 //
 //   editor_benchmarks [--idle] [--iterations=N] [Google Benchmark's options]
 //
 //   --idle           measure idle minutes too
-//   --iterations=N   as many iterations in each repetition, for counting instructions
+//   --iterations=N   number of iterations per repetition, for counting instructions
 //
-// Runs on the demo installation beside it, with a display or with QT_QPA_PLATFORM=offscreen.
+// Uses the demo installation next to it, with a display or with QT_QPA_PLATFORM=offscreen.
 
 #include "comparisontable.h"
+#include "look/contraststyle.h"
 #include "mainwindow.h"
 #include "rows.h"
-#include "look/contraststyle.h"
 
 #include <QApplication>
 
@@ -18,7 +18,7 @@
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0"); // paint at once: waiting is not measured
+    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0"); // paint at once, so that no waiting is measured
     const QApplication application(argc, argv);
     QApplication::setStyle(new ContrastStyle); // the application owns it
 
@@ -48,7 +48,7 @@ int main(int argc, char** argv)
         BenchmarkRows::addIdle(table);
     }
     benchmark::RunSpecifiedBenchmarks(&table);
-    benchmark::ClearRegisteredBenchmarks(); // they hold widgets
+    benchmark::ClearRegisteredBenchmarks(); // they own widgets
     table.print();
     return EXIT_SUCCESS;
 }

@@ -4,7 +4,7 @@
 
 #include <sys/types.h>
 
-/// A program with a window, started beside this one, that tells of its first paint (see
+/// A program with a window, started next to this one, that reports its first paint (see
 /// PaintedWatch). It is ended with this object.
 class MeasuredProcess
 {
@@ -15,21 +15,21 @@ public:
     MeasuredProcess(const MeasuredProcess&) = delete;
     MeasuredProcess& operator=(const MeasuredProcess&) = delete;
 
-    /// Waits for the first paint; false when the program ended before.
+    /// Waits for the first paint; returns false if the program ended before.
     bool waitForPaint();
 
-    /// From the start to the first paint.
+    /// Returns the time from the start to the first paint.
     double secondsToPaint() const { return paintSeconds; }
 
-    /// The peak of its memory up to the first paint.
+    /// Returns the program's peak memory up to the first paint.
     double megabytes() const { return peakMegabytes; }
 
-    /// The processor time that it has taken so far, all threads.
+    /// Returns the processor time used so far by all threads.
     double processorSeconds() const;
 
 private:
     pid_t process = -1;
-    int report = -1; ///< where the program's line arrives
+    int report = -1; ///< receives the program's line
     double startSeconds = 0;
     double paintSeconds = 0;
     double peakMegabytes = 0;

@@ -35,7 +35,7 @@ bool PaintedWatch::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Paint && !isReported) {
         isReported = true;
-        // Behind this paint: the window's children are painted together with it.
+        // After this paint: the window's children are painted together with it.
         QTimer::singleShot(0, this, &PaintedWatch::report);
     }
     return QObject::eventFilter(watched, event);

@@ -2,9 +2,9 @@
 
 #include <QObject>
 
-/// Waits for a window's first paint and then tells the program that started this one: it writes the
-/// peak of this process's memory, in kB, as a line to file descriptor 3. With "--quit" among the
-/// arguments it ends the process then; otherwise the window stays.
+/// Waits for a window's first paint and reports it to the program that started this one, by writing
+/// the peak of this process's memory, in kB, as a line to file descriptor 3. With the argument
+/// "--quit" it then ends the process; otherwise the window stays open.
 class PaintedWatch : public QObject
 {
     Q_OBJECT

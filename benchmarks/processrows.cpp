@@ -48,7 +48,7 @@ void sleepSeconds(int seconds)
     nanosleep(&duration, nullptr);
 }
 
-constexpr int settlingSeconds = 5; // until fonts, icons and the first looks for ports are done
+constexpr int settlingSeconds = 5; // until fonts, icons and the first checks for ports are done
 constexpr int idleSeconds = 60;
 
 ComparisonTable::Function idle(const char* name, int portLists)

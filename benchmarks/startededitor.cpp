@@ -1,9 +1,9 @@
-// The editor, started as its own main() starts it, which tells of its first paint.
+// The editor, started as by its own main(), which reports its first paint.
 
-#include "mainwindow.h"
-#include "paintedwatch.h"
 #include "look/contraststyle.h"
 #include "look/screenscaling.h"
+#include "mainwindow.h"
+#include "paintedwatch.h"
 
 #include <QApplication>
 

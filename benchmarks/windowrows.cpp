@@ -1,13 +1,13 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "base/textfile.h"
 #include "comparisontable.h"
 #include "mainwindow.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilesettings.h"
 #include "rows.h"
-#include "base/textfile.h"
 #include "xmlformat/writetoxml.h"
 #include "xmlformat/xmlmanager.h"
 
@@ -31,7 +31,7 @@ using XMLGeneratorParser::WriteToXML;
 
 namespace
 {
-/// Runs the event loop until a window has been painted and nothing more is to be painted.
+/// Runs the event loop until a window has been painted and no paint event is pending.
 class Paint : public QObject
 {
 public:
@@ -67,7 +67,7 @@ private:
     bool isBusy = false;
 };
 
-/// What the benchmarks act on, shared by all rows: the editor's window and, beside it, a bare one.
+/// The objects that the benchmarks use, shared by all rows: the editor's window and a bare one.
 struct Stage
 {
     explicit Stage(MainWindow& editorWindow)
@@ -106,7 +106,8 @@ struct Stage
     QTemporaryDir folder;
 };
 
-/// A file of profiles that differ in their titles and numbers, of one chemistry or of all in turns.
+/// Returns a file of profiles with different titles and numbers, of one chemistry or of all in
+/// turn.
 QString Stage::profileFile(int count, bool mixed)
 {
     const QString file =
@@ -177,7 +178,7 @@ QWidget* newBareRow(const QString& title, const QString& subtitle)
     return row;
 }
 
-/// All items first: a row that is attached has the list lay itself out.
+/// All items first: attaching a row triggers a layout of the list.
 void addBareRows(Stage& stage, const QList<ProfileName*>& rows)
 {
     QListWidget& list = *stage.bareList;
@@ -203,7 +204,7 @@ QList<ProfileName*> rowsOf(const QListWidget& list)
     return rows;
 }
 
-/// The labels and editors of a profile, of the toolkit's plain kinds.
+/// The labels and editors of a profile, as plain Qt widgets.
 QWidget* newBareGrid(const HParser::StructSettings& settings)
 {
     const QFont font(QStringLiteral("Lucida Grande"), 11);
@@ -234,7 +235,7 @@ QWidget* newBareGrid(const HParser::StructSettings& settings)
     return container;
 }
 
-/// Selects the rows in turns, as clicks do.
+/// Selects the rows in turn, as clicks do.
 ComparisonTable::Function selecting(const std::shared_ptr<Stage>& stage, bool mixed)
 {
     return [stage, mixed](benchmark::State& state) {

@@ -1,4 +1,4 @@
-# What every target of ours is compiled with. Sanitizers and coverage are switched by the presets.
+# The compiler options of every target of ours. Presets switch sanitizers and coverage on.
 option(KELVARON_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(KELVARON_COVERAGE "Build with coverage counters" OFF)
 option(KELVARON_FUZZ "Build the fuzz targets with libFuzzer and the sanitizers; needs Clang" OFF)
@@ -27,7 +27,7 @@ if(KELVARON_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 if(KELVARON_FUZZ)
-    # The fuzzer's own main function is linked to the fuzz targets alone.
+    # The fuzzer's own main function is linked only to the fuzz targets.
     add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
         -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)

@@ -1,6 +1,6 @@
-// Writes the demo's firmware as an Intel HEX file: a program, and one profile of each chemistry of the
-// settings header for chargers whose profiles are to be replaced. No charger could run the program:
-// it is made up, of the size and the shape of a real one.
+// Writes the demo's firmware as an Intel HEX file: a program, and one profile of each chemistry of
+// the settings header for updates that replace the charger's profiles. No charger could run the
+// program: it is made up, with the size and structure of a real one.
 //
 //   demo-firmware SETTINGS-HEADER OUTPUT
 
@@ -36,7 +36,7 @@ QByteArray word(quint32 value)
 QByteArray program()
 {
     QByteArray bytes;
-    quint32 state = 1; // of a generator whose numbers are the same everywhere
+    quint32 state = 1; // seed of a generator with the same numbers everywhere
     for (quint32 address = programStart; address < programEnd; address += 2) {
         state = state * 1664525U + 1013904223U;
         bytes += word(state >> 8);
@@ -49,7 +49,7 @@ void switchOn(const HParser::StructSettings& profile, const QString& flag)
     profile.getStructSettingByDescriptiveName(flag)->setValue(true);
 }
 
-/// A profile of each chemistry, all active and the first one the default.
+/// Returns a profile of each chemistry, all active and the first one the default.
 QByteArray defaultProfiles(const HParser::Generator& generator)
 {
     using namespace HEXGeneratorParser;

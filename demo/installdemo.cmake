@@ -9,7 +9,7 @@
 
 file(MAKE_DIRECTORY ${FOLDER})
 
-# The editor takes the newest bundle that it finds, so an older demo must not stay beside this one.
+# The editor uses the newest bundle, so the bundle of an older demo must be removed.
 file(GLOB old_bundles ${FOLDER}/*.kelvaron)
 if(old_bundles)
     file(REMOVE ${old_bundles})
@@ -38,7 +38,7 @@ if(NOT result EQUAL 0)
     message(FATAL_ERROR "The demo bundle could not be made (${result}). ${output}")
 endif()
 
-# The simulated charger answers at any port; a machine may have none of its own to choose.
+# The simulated charger answers on any port; the machine may have no port of its own.
 file(COPY_FILE ${SOURCE}/serial_ports.txt ${FOLDER}/serial_ports.txt)
 file(COPY_FILE ${SIMULATOR} ${FOLDER}/${UPLOADER})
 file(TOUCH ${FOLDER}/${UPLOADER}) # or the build would find it out of date forever

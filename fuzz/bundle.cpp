@@ -1,11 +1,11 @@
-// Bundle files: a file that the check lets pass never ends the program, and what was read is written
-// and read again the same. The review agrees with both.
+// Bundle files: a file that passes the check never ends the program, and a bundle that was read is
+// the same after writing and reading it again. The review agrees with both.
 
 #include "KelvaronBundle/bundlecheck.h"
-#include "schemareview/bundlereview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "support/fuzztarget.h"
 #include "base/textfile.h"
+#include "schemareview/bundlereview.h"
+#include "support/fuzztarget.h"
 
 #include <QCryptographicHash>
 #include <QStringList>
@@ -23,7 +23,7 @@ QStringList sectionsOf(const KelvaronBundle& bundle)
     return sections;
 }
 
-/// With the right checksums in the last section, which hardly any input has by itself.
+/// Puts the right checksums into the last section, which hardly any input has by itself.
 QStringList withChecksums(QStringList sections)
 {
     QString checksums;

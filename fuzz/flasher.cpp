@@ -1,6 +1,6 @@
-// The uploader's output as the flasher takes it: chunks, apart by a byte 0x1E. Each is put to the
-// searches; two or more, when the input's size allows it, are also printed by a real process to a
-// flasher at work, which has to show and log what a second, simple reading of the stages says.
+// The uploader's output as read by the flasher: chunks separated by a byte 0x1E. Each chunk is
+// searched. Two or more, for some sizes of the input, are also printed by a real process to a
+// running flasher, which has to show and log what a second, simpler reading of the stages expects.
 
 #include "firmware/firmwareflasher.h"
 #include "firmware/stringmanipulation.h"
@@ -82,7 +82,7 @@ void checkComparisons(const char* chunk, const std::string& text)
 void checkHelpers(const QByteArray& bytes)
 {
     const char* chunk = bytes.constData();
-    const std::string text(chunk); // up to the first zero, as the flasher takes it
+    const std::string text(chunk); // up to the first zero, as the flasher reads it
     checkSearches(chunk, text);
     checkTimeoutPattern(chunk, text);
     checkPercentage(chunk, text);
@@ -93,7 +93,7 @@ void checkHelpers(const QByteArray& bytes)
     FUZZ_EXPECT(StringManipulation::getComPort(name).startsWith(QStringLiteral("\\\\.\\COM")));
 }
 
-/// What a run has come to after the chunks taken.
+/// The state of a run after the chunks read so far.
 class ExpectedRun
 {
 public:
@@ -126,7 +126,7 @@ public:
 
     bool hasEnded() const { return !report.isEmpty(); }
 
-    QString report; ///< the one dialog shown; empty as long as the run goes on
+    QString report; ///< the one dialog shown; empty while the run is in progress
     int upload = 0;
     int verify = 0;
 
@@ -162,7 +162,7 @@ private:
     int stage = 1;
 };
 
-/// The folder of the runs, with an uploader that prints what is written into a pipe.
+/// The folder of the runs, with an uploader that prints whatever is written to a pipe.
 class Bench
 {
 public:
@@ -182,7 +182,7 @@ public:
         QFile firmware(QStringLiteral("firmware"));
         FUZZ_EXPECT(firmware.open(QIODevice::WriteOnly));
         const QByteArray marker = QByteArrayLiteral("/\\/\\/\\/\\/\\/\\\n");
-        firmware.write((marker + "part\n" + marker).repeated(5)); // any parts will do
+        firmware.write((marker + "part\n" + marker).repeated(5)); // any content is valid
         form.setupUi(&window);
     }
 
@@ -191,7 +191,7 @@ public:
         FuzzGui::DialogAnswers answers;
         FirmwareFlasher flasher(&window, &form);
         flasher.setHexPath(QStringLiteral("firmware"));
-        flasher.setClock([] { return 0; }); // nothing is ever too quiet
+        flasher.setClock([] { return 0; }); // the watchdog never fires
         form.submitButton->setEnabled(false);
         flasher.startFlashing();
         const QByteArray header = log();
@@ -226,7 +226,7 @@ private:
                     == chunk.size());
     }
 
-    /// An uploader that has told its result waits for more from the pipe otherwise.
+    /// An uploader that has reported its result would wait for more from the pipe.
     static void endUploaders()
     {
         const QList<QProcess*> processes = qApp->findChildren<QProcess*>();
@@ -245,7 +245,7 @@ private:
         }
     }
 
-    /// The bytes of the one log.
+    /// Returns the content of the only log.
     static QByteArray log()
     {
         const QDir folder(QStringLiteral("logs"));
@@ -263,10 +263,10 @@ private:
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     constexpr char separator = '\x1E';
-    constexpr std::size_t runsEvery = 4; // a run takes its time: those of every fourth size
+    constexpr std::size_t runsEvery = 4; // a run is slow: only every fourth size has one
     constexpr int mostAtOnce = 4096;     // a longer chunk might arrive in pieces
     FuzzGui::startApplication();
-    static Bench& bench = *new Bench; // lives as long as the process
+    static Bench& bench = *new Bench; // exists as long as the process
     const QList<QByteArray> chunks = FuzzTarget::bytesOf(data, size).split(separator);
     for (const QByteArray& chunk : chunks) {
         checkHelpers(chunk);

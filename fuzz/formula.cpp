@@ -1,5 +1,5 @@
-// Formulas: what follows the grammar has the value that a second, simple evaluator finds; everything
-// else has no tree or names an unknown setting.
+// Formulas: a formula of the grammar has the value that a second, simple evaluator computes; any
+// other text has no tree or names an unknown setting.
 
 #include "CBGenerator/formula.h"
 
@@ -41,7 +41,7 @@ class Evaluator
 public:
     explicit Evaluator(const QString& formulaText) : text(formulaText) {}
 
-    /// Nothing for a text that the grammar does not allow, or for one nested too deep to say.
+    /// Returns nothing for a text that the grammar does not allow or that is nested too deeply.
     std::optional<double> value()
     {
         constexpr int mostOperations = 1000;
@@ -108,7 +108,7 @@ private:
         return isDoubled ? std::nullopt : result;
     }
 
-    /// Behind the group that opens at the position.
+    /// Returns the position after the group that opens at this position.
     int groupEnd(int opening) const
     {
         int open = 0;
@@ -177,7 +177,8 @@ bool sameNumber(double one, double other)
     return one == other || (std::isnan(one) && std::isnan(other));
 }
 
-/// What a schema with this formula would give; nothing where it would end.
+/// Returns the value of this formula in a schema; nothing if loading the schema would end the
+/// program.
 std::optional<double> valueOf(const QString& text)
 {
     Formula formula(text, nullptr);

@@ -1,24 +1,24 @@
-// The schema header: whatever it says, loading it ends well or with a fatal assertion, and a schema
-// that was loaded never stops the program later. A header in which the review finds nothing fatal is
+// The schema header: whatever it contains, loading it succeeds or ends with a fatal assertion, and
+// a loaded schema never ends the program later. A header in which the review finds nothing fatal is
 // loaded, and its profiles are packed and read.
 //
-// Widgets take their time: only every fourth size of an input has its settings shown in grids.
+// Widgets are slow: only every fourth size of an input has its settings shown in grids.
 
 #include "CBGenerator/generator.h"
-#include "schemareview/headerreview.h"
 #include "CBGenerator/schemacheck.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "HEXGeneratorParser/readfromhex.h"
 #include "HEXGeneratorParser/writetohex.h"
+#include "base/textfile.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
+#include "schemareview/headerreview.h"
 #include "settingsui/settingsgridlayout.h"
 #include "settingsui/settingslineedit.h"
 #include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
-#include "base/textfile.h"
 
 #include <QCheckBox>
 #include <QStringList>
@@ -70,7 +70,7 @@ void edit(StructSetting& setting)
     setting.updateValue();
 }
 
-/// The values that an edit may change, in order.
+/// Returns the values that an edit may change, in order.
 QStringList valuesOf(const StructSettings& settings)
 {
     QStringList values;
@@ -98,7 +98,7 @@ void useEveryEditor(const QWidget& pane, const QString& text)
     }
 }
 
-/// One edit that is saved, and one that is taken back.
+/// Makes one edit that is saved and one that is cancelled.
 void editInGrid(StructSettings& settings)
 {
     constexpr int mostRows = 40;
@@ -119,7 +119,7 @@ void editInGrid(StructSettings& settings)
     FUZZ_EXPECT(valuesOf(settings) == saved);
 }
 
-/// Whether the review finds that the editor cannot use the header.
+/// Returns whether the review finds the header unusable for the editor.
 bool isRefused(const QString& path)
 {
     const Problems problems =
@@ -158,7 +158,7 @@ void useProfile(Generator& generator, const StructSettings& chemistry, bool show
     }
     profile.getTitle();
     profile.getSubtitle();
-    // What the charger cannot hold is told when it is packed.
+    // Packing reports what the charger cannot hold.
     const QString path = FuzzTarget::scratchPath(QStringLiteral("image.hex"));
     const bool isPacked = FuzzTarget::runsToItsEnd([&] {
         WriteToHEX().write(path, {profile.settings}, generator.getGlobalSettings(),

@@ -8,9 +8,9 @@
 #include "HEXGeneratorParser/readfromhex.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "IntelHexFile/hexfile.h"
+#include "base/xmlutility.h"
 #include "profileimport/parsedprofile.h"
 #include "support/fuzztarget.h"
-#include "base/xmlutility.h"
 
 #include <algorithm>
 #include <vector>
@@ -24,16 +24,18 @@ using HParser::StructSettings;
 
 namespace
 {
-constexpr int repairsChecksums = 1; // an option: else hardly any structure would be read whole
+constexpr int repairsChecksums =
+    1; // an option: otherwise hardly any structure would be read completely
 const QString checksumName = QStringLiteral("checksum");
 
-/// Where data byte `index` of a structure lies: every fourth byte of the image is padding.
+/// Returns the position of data byte `index` of a structure: every fourth byte of the image is
+/// padding.
 int imageOffset(int index)
 {
     return index / 3 * 4 + index % 3;
 }
 
-/// Data bytes of a structure before its checksum.
+/// Returns the number of data bytes of a structure before its checksum.
 int bytesBeforeChecksum(const StructSettings& layout)
 {
     int bits = 0;
@@ -51,7 +53,7 @@ int bytesBeforeChecksum(const StructSettings& layout)
 
 void repairChecksums(QByteArray& image)
 {
-    static ReadFromHEX reader; // looks for the types once
+    static ReadFromHEX reader; // determines the types once
     int start = 0;
     while (start < image.size()) {
         const StructSettings* layout = reader.getProfileFromType(
@@ -114,8 +116,8 @@ QString valueOf(const ParsedProfile& parsed, const StructSetting& setting)
         XMLGeneratorParser::XMLUtility::xmlTagFromDescriptiveName(setting.descriptiveName));
 }
 
-/// The profile with the values read; none for what an import leaves out and for texts that the
-/// image cannot hold again: beyond ASCII, or without room for the closing zero.
+/// Returns the profile with the values read; nothing for a profile that an import leaves out or
+/// whose texts the image cannot hold: beyond ASCII, or without room for the terminating zero.
 std::unique_ptr<StructSettings> profileOf(const ParsedProfile& parsed)
 {
     std::unique_ptr<StructSettings> profile = FuzzTarget::demoSchema().getProfileSettings(
@@ -144,7 +146,7 @@ void checkSame(const ParsedProfile& one, const ParsedProfile& other)
 {
     QMap<QString, QString> expected = one.getProperties();
     QMap<QString, QString> found = other.getProperties();
-    expected.remove(checksumName); // it also covers what lies behind a text's zero
+    expected.remove(checksumName); // it also covers the bytes after a text's zero
     found.remove(checksumName);
     FUZZ_EXPECT(found == expected);
     FUZZ_EXPECT(one.getActiveStatus() == other.getActiveStatus());
@@ -165,7 +167,7 @@ void checkSameWhenWrittenAgain(const QList<ParsedProfile*>& profiles)
         }
     }
     if (writable.isEmpty()) {
-        return; // the file of no profiles holds no image, not an erased one
+        return; // a file without profiles has no image, not an erased one
     }
     Generator& schema = FuzzTarget::demoSchema();
     const QString path = FuzzTarget::scratchPath(QStringLiteral("again.hex"));
@@ -175,7 +177,7 @@ void checkSameWhenWrittenAgain(const QList<ParsedProfile*>& profiles)
     FUZZ_EXPECT(reader.read(path, schema.getProfileStartWordAddress()));
     const int count = writable.size();
     if (count > HexUtility::numProfilesAllowed(&schema)) {
-        return; // behind so many the image has no end mark
+        return; // after this many the image has no end mark
     }
     const QList<ParsedProfile*> again = reader.parseProfiles(&schema);
     FUZZ_EXPECT(again.size() == count);

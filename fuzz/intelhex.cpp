@@ -1,4 +1,5 @@
-// Intel HEX files: the areas are never left, and what was loaded is written and loaded the same.
+// Intel HEX files: reading never leaves the areas, and data that was loaded is the same after
+// writing and loading it again.
 
 #include "IntelHexFile/hexfile.h"
 #include "base/stdiofile.h"
@@ -55,7 +56,7 @@ void checkSameWhenWrittenAgain(const Loaded& loaded)
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QByteArray text = FuzzTarget::bytesOf(data, size);
-    load(text, 0x100, 0x2200); // larger than the area
+    load(text, 0x100, 0x2200); // longer than the area
     load(text, -1, -1);
     const Loaded loaded = load(text, 0, 0);
     FUZZ_EXPECT(loaded.eepromFound == 0);

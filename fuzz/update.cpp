@@ -1,12 +1,16 @@
-// The update server's answer: only a dotted version is ever compared or made a file's name, and what
-// was read flat is written and read the same.
+// The update server's answer: only a dotted version is ever compared or used in a file name, and
+// the values read are the same after writing and reading them again.
 
 #include "KelvaronBundle/kelvaronbundle.h"
+#include "KelvaronBundle/versionstring.h"
 #include "applicationglobalmap.h"
 #include "base/xmlutility.h"
 #include "support/fuzztarget.h"
 #include "updatecheck/newfirmwarechecker.h"
+<<<<<<< HEAD
 #include "versionstring.h"
+=======
+>>>>>>> 053b44f0488b1ba4f51f10efdb3db5be80e86dce
 
 #include <QCoreApplication>
 #include <QDir>
@@ -22,7 +26,7 @@ void startApplication()
     static char name[] = "fuzz_update";
     static char* arguments[] = {name, nullptr};
     if (QCoreApplication::instance() == nullptr) {
-        new QCoreApplication(count, arguments); // lives as long as the process
+        new QCoreApplication(count, arguments); // exists as long as the process
         const QString folder = FuzzTarget::scratchPath(QStringLiteral("work"));
         FUZZ_EXPECT(QDir().mkpath(folder));
         FUZZ_EXPECT(QDir::setCurrent(folder));
@@ -97,7 +101,7 @@ void checkSavedName(Checker& checker, const QString& version)
         FUZZ_EXPECT(FuzzTarget::contentOf(file) == bundle);
         FUZZ_EXPECT(folder.remove(file));
     }
-    constexpr int longestVersion = 200; // a longer name is not one of a file
+    constexpr int longestVersion = 200; // too long for a file name
     FUZZ_EXPECT(!isUsable || version.size() > longestVersion || files.size() == 1);
 }
 } // namespace

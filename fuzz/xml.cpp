@@ -1,6 +1,7 @@
-// Profile files under the demo's schema: what an import takes in is saved and loaded the same.
+// Profile files under the demo's schema: imported profiles are the same after saving and loading
+// them.
 //
-// Message boxes take their time: only every eighth size of an input has them shown.
+// Message boxes are slow: only every eighth size of an input has them shown.
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
@@ -25,7 +26,7 @@ using XMLGeneratorParser::WriteToXML;
 namespace
 {
 constexpr std::size_t boxesEvery = 8;
-constexpr int mostRows = 50; // widgets are slow to make
+constexpr int mostRows = 50; // widgets are slow to create
 
 void resetGlobalSettings(Generator& schema)
 {
@@ -46,7 +47,7 @@ Generator& schemaWithGlobalSettings()
     return schema;
 }
 
-/// The profiles of one import, each in a row like those of the list.
+/// The profiles of one import, each in a row as in the list.
 class ImportedList
 {
 public:
@@ -74,7 +75,7 @@ public:
         importer.importProfiles(parsed, QStringLiteral("profiles.xml"));
     }
 
-    /// The file that saving the list gives.
+    /// Returns the file that saving the list writes.
     QString document() const
     {
         QList<ProfileName*> list;

@@ -1,4 +1,4 @@
-# Read by CPack once for each kind of package.
+# CPack reads this file once for each kind of package.
 if(CPACK_GENERATOR STREQUAL "DEB")
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 else()

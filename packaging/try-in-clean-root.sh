@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Installs the .deb in a bare Debian and lets a user without rights do the main job with it.
+# Installs the .deb in a bare Debian and performs the main task with it as an ordinary user.
 #
 #   packaging/try-in-clean-root.sh [DEB]      DEB is by default the one of build/package/packages
 #
-# The editor is driven through its windows on a display of its own; the pictures are left in
-# build/package/pictures. Everything else is gone afterwards. It needs to be root, and debootstrap,
-# xvfb, openbox, xdotool and imagemagick; scripts/check-packages.sh makes the .deb.
+# The script operates the editor's windows on a separate display and saves pictures in
+# build/package/pictures. Everything else is removed afterwards. It must run as root and needs
+# debootstrap, xvfb, openbox, xdotool and imagemagick; scripts/check-packages.sh builds the .deb.
 
 set -euo pipefail
 
@@ -13,7 +13,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 work="$PWD/build/package"
 deb="${1:-$(echo "$work"/packages/*.deb)}"
 
-# Mounts and processes of the trial live in namespaces of their own and end with them.
+# The trial has its own namespaces; its mounts and processes end with them.
 if [[ "${IN_NAMESPACE:-}" != yes ]]; then
     for tool in debootstrap Xvfb openbox xdotool import unshare; do
         command -v "$tool" >/dev/null || {
@@ -87,7 +87,7 @@ in_root() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UT
 
 install_deb() {
     cp "$1" "$root/kelvaron.deb"
-    # A desktop has some font; a bare Debian has none.
+    # A desktop has fonts; a bare Debian has none.
     in_root DEBIAN_FRONTEND=noninteractive sh -c 'apt-get -qq update &&
         apt-get -qq install --yes --no-install-recommends /kelvaron.deb fonts-dejavu-core' \
         >"$work/install.log" 2>&1 || { tail "$work/install.log"; exit 1; }
@@ -106,7 +106,7 @@ as_user() {
 
 # --- the screen
 
-# A number that nobody else has: servers in other namespaces would take our lock for one left over.
+# An unused number: servers in other namespaces would consider our lock stale.
 start_display() {
     local i number="$((1000 + RANDOM))"
     export DISPLAY=":$number"

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Measures how fast the editor is and prints one table, each row beside its floor in the same run.
+# Measures how fast the editor is and prints one table, each row next to its floor in the same run.
 #
 #   scripts/benchmark.sh [--idle] [--benchmark_filter=REGEX]
 #
-#   --idle   measure an idle minute as well, which takes two minutes more
+#   --idle   measure an idle minute as well, which takes two more minutes
 #
-# Wants a machine with nothing else to do. docs/speed.md tells what the rows are.
+# Run it on an otherwise idle machine. docs/speed.md explains the rows.
 
 set -euo pipefail
 
@@ -19,7 +19,7 @@ build release editor_benchmarks
 processor="$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo 2>/dev/null | head -n 1)"
 echo "${processor:-$(uname -m)}, $(processors) processors, $(uname -sr), load $(cut -d' ' -f1 /proc/loadavg 2>/dev/null)"
 echo
-# What the editor itself writes is not part of the table.
+# The editor's own output is not part of the table.
 export LC_ALL=C.UTF-8
 QT_QPA_PLATFORM=xcb xvfb-run --auto-servernum --server-args="-dpi 96 -screen 0 1280x900x24 -nolisten tcp" \
     build/release/bin/editor_benchmarks "$@" </dev/null | grep '^|'

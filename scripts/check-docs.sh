@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Looks whether the documentation is true as far as a script can tell: that every file and picture
-# it refers to exists, that every picture kept for it is used, that the texts in bold in the user
-# guide are texts of the program, and that the guide names every shortcut of the main window.
+# Checks the documentation as far as a script can: that every file and picture it refers to exists,
+# that every picture kept for it is used, that the texts in bold in the user guide are texts of the
+# program, and that the guide lists every shortcut of the main window.
 
 set -euo pipefail
 export LC_ALL=C.UTF-8
@@ -15,7 +15,7 @@ fault() {
     faults=$((faults + 1))
 }
 
-# The headings of a file as the anchors that links to them use.
+# Prints the headings of a file as the anchors used in links.
 anchors() {
     sed -nE 's/^#+ +//p' "$1" | tr '[:upper:]' '[:lower:]' | sed -E 's/[^a-z0-9 _-]//g; s/ /-/g'
 }
@@ -45,13 +45,13 @@ check_pictures_are_used() {
     done
 }
 
-# All texts of the forms and sources on one line, pieces of a literal joined.
+# Prints all texts of the forms and sources on one line, with adjacent literals joined.
 program_texts() {
     find src demo \( -name '*.ui' -o -name '*.cpp' -o -name '*.cb' \) -exec cat {} + | tr '\n' ' ' |
         sed -E 's/"[[:space:]]+"//g; s/&lt;/</g; s/&gt;/>/g; s/&amp;/\&/g; s/&([A-Za-z])/\1/g'
 }
 
-# Sentences in bold end with a full stop; they are the guide's own.
+# Sentences in bold end with a full stop; they are not texts of the program.
 check_quoted_texts() {
     local texts quoted count=0
     texts="$(program_texts)"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the packages for this system and has the distribution's own checkers look at them.
+# Builds the packages for this system and runs the distribution's own checkers on them.
 #
 # The packages are left in build/package/packages.
 
@@ -13,7 +13,7 @@ unpacked="$(mktemp -d)"
 trap 'rm -rf "$unpacked"' EXIT
 status=0
 
-# check WHAT COMMAND...: runs all checks, also after one that failed.
+# check WHAT COMMAND...: runs a check and continues after a failure.
 check() {
     local what="$1"
     shift
@@ -33,7 +33,7 @@ man_page_is_clean() {
     [[ -z "$complaints" ]] && mandoc -T lint -W warning "$1"
 }
 
-# What can be checked of the other systems' packages without these systems.
+# The checks of the other systems' packages that are possible on this system.
 
 # shellcheck disable=SC2317 # called through check
 windows_resources_compile() {
@@ -77,8 +77,8 @@ dpkg-deb --extract "${deb[0]}" "$unpacked/deb"
 tar --extract --gzip --file "${archive[0]}" --directory "$unpacked" --strip-components=1 \
     --one-top-level=archive
 
-# The first entry of Debian's change log has to close a report in Debian's own tracker only for a
-# package that enters its archive.
+# Only a package for Debian's archive has to close a report in Debian's bug tracker with the first
+# entry of its change log.
 check "the .deb" lintian --allow-root --fail-on error,warning \
     --suppress-tags initial-upload-closes-no-bugs "${deb[0]}"
 check "the desktop file" desktop-file-validate "$unpacked"/deb/usr/share/applications/*.desktop

@@ -3,13 +3,13 @@
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
 
-# Progress goes to standard error, so that standard output stays the program's.
+# Progress is written to standard error; standard output is left to the program.
 progress() { printf '==> %s\n' "$*" >&2; }
 
 processors() { nproc 2>/dev/null || sysctl -n hw.ncpu 2>/dev/null || echo 2; }
 
-# configure PRESET: unless it has been done and the presets have not changed since. Changes of the
-# CMakeLists are noticed by the build itself.
+# configure PRESET: configures the build unless this has been done and the presets have not changed
+# since. The build itself notices changes of a CMakeLists.txt.
 configure() {
     local ninja_file="build/$1/build.ninja"
     if [[ -f "$ninja_file" && ! CMakePresets.json -nt "$ninja_file" ]]; then

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Installs what building, testing or checking the editor needs and this machine lacks.
+# Installs what is missing on this machine for building, testing or checking the editor.
 #
-# Debian and Ubuntu: with apt-get (through sudo when not root). Does nothing, and says nothing,
-# when everything is there. Elsewhere it only looks whether the tools are present, and ends with
-# status 1 and a list when they are not.
+# Debian and Ubuntu: with apt-get (through sudo when not root). Does nothing, and prints nothing, if
+# everything is installed. On other systems it only checks whether the tools are present; if not, it
+# prints a list and exits with status 1.
 
 set -euo pipefail
 
@@ -48,7 +48,7 @@ while (($# > 0)); do
     esac
 done
 
-# The tree is configured as a whole, its tests included: what they look for belongs to every purpose.
+# CMake configures the tests, too, so their dependencies are needed for every purpose.
 packages=(g++ cmake ninja-build ccache qtbase5-dev libqt5serialport5-dev libgtest-dev libxml2-utils)
 case "$purpose" in
     run)
@@ -92,7 +92,7 @@ missing_packages() {
 }
 
 has_qt5() {
-    # Whoever names the Qt folder to CMake knows where it is.
+    # A user who passes the Qt folder to CMake has Qt.
     [[ -n "${Qt5_DIR:-}${CMAKE_PREFIX_PATH:-}" ]] && return 0
     if command -v pkg-config >/dev/null && pkg-config --exists Qt5Widgets Qt5SerialPort; then
         return 0
@@ -106,7 +106,7 @@ has_qt5() {
     return 1
 }
 
-# Ends with status 1 and a list when a tool that the build cannot do without is absent.
+# Prints a list and exits with status 1 if a tool required by the build is missing.
 require_tools() {
     local absent=()
     command -v cmake >/dev/null || absent+=("CMake 3.21 or newer")
@@ -152,7 +152,8 @@ apt() {
 say "Installing: ${missing[*]}"
 log="$(mktemp)"
 trap 'rm -f "$log"' EXIT
-# An update may fail for one source of many; what counts is whether the packages can be had.
+# An update may fail for one of several sources; all that matters is whether the packages are
+# available.
 apt update >"$log" 2>&1 || true
 if ! apt install --yes --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
     cat "$log" >&2

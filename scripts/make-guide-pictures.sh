@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Makes the pictures of the documentation anew: takes the tour and keeps those of its pictures that
-# the texts show, by name. Look at them before you commit them.
+# Renews the pictures of the documentation: runs the tour and keeps the pictures that the texts use,
+# by name. Look at them before you commit them.
 #
 # It needs ImageMagick (Debian: imagemagick), and a virtual display, so that the pictures do not
-# depend on your desktop (xvfb). Pages are shown by Chromium; without it their pictures stay as they are.
+# depend on your desktop (xvfb). Chromium shows the pages; without it, the pictures of pages are not
+# renewed.
 
 set -euo pipefail
 
@@ -17,17 +18,18 @@ for tool in convert xvfb-run; do
     fi
 done
 
-# FILE NAME: the picture NAME of the documentation, small.
+# FILE NAME: saves the picture NAME of the documentation, compressed.
 keep() {
     convert "$1" -strip +dither -colors 256 -define png:compression-level=9 \
         -define png:exclude-chunks=date,time "PNG8:docs/images/$2"
     printf '%s\n' "docs/images/$2"
 }
 
-# HTML NAME WIDTH: a picture of a page, without the empty space below it.
+# HTML NAME WIDTH: saves a picture of a page, without the empty space below it.
 keep_page() {
     local picture="$folder/$2"
-    # Without its sandbox, which wants rights that a container may not give: the page is our own.
+    # Without its sandbox, which needs permissions that a container may not have: the page is our
+    # own.
     "$browser" --headless --no-sandbox --disable-gpu --hide-scrollbars --force-device-scale-factor=1 \
         --user-data-dir="$folder/browser" --window-size="$3,2000" --screenshot="$picture" \
         "file://$1" >"$folder/browser.log" 2>&1
@@ -35,7 +37,7 @@ keep_page() {
     keep "$picture" "$2"
 }
 
-# The companion's pages of the list that the tour saved, and of what it was before a change.
+# Saves the companion's pages of the list from the tour, and of the list before a change.
 keep_pages() {
     local profiles="$PWD/build/dev/bin/kelvaron-profiles" status=0
     folder="$(mktemp -d)"
@@ -59,7 +61,7 @@ build dev kelvaron-profiles
 mapfile -t names < <(grep -hoE 'images/[a-z0-9-]+\.png' README.md docs/*.md | grep -v /page- | sort -u)
 find docs/images -name '*.png' -not -name 'page-*' -delete
 for name in "${names[@]#images/}"; do
-    # Some steps come more than once; their first picture will do.
+    # Some steps occur more than once; their first picture is used.
     found=(build/screenshots/[0-9]*-"$name")
     if [[ ! -f "${found[0]}" ]]; then
         echo "make-guide-pictures.sh: the tour takes no picture called $name" >&2

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Draws the pictures of src/images and packaging/icons from their sources in src/images/source.
-# With --check it only looks whether they are as it would draw them.
+# Draws the pictures of src/images and packaging/icons from their sources in src/images/source. With
+# --check it only checks that they are up to date.
 #
-# The drawn pictures are kept in the repository, so building needs none of this. Run it after a
-# change to a source. It needs rsvg-convert (Debian: librsvg2-bin), and for the icons of Windows and
-# macOS icotool and png2icns (Debian: icoutils, icnsutils).
+# The drawn pictures are kept in the repository, so the build does not need this script. Run it
+# after a change to a source. It needs rsvg-convert (Debian: librsvg2-bin), and for the icons of
+# Windows and macOS icotool and png2icns (Debian: icoutils, icnsutils).
 
 set -euo pipefail
 export LC_ALL=C
@@ -28,8 +28,8 @@ for tool in rsvg-convert icotool png2icns; do
     fi
 done
 
-# draw SOURCE PICTURE: at the source's own size and, under the names that Qt looks for on dense
-# screens, at twice and three times that size.
+# draw SOURCE PICTURE: draws at the source's own size and, under the names that Qt expects for
+# high-resolution screens, at twice and three times that size.
 draw() {
     local zoom name
     for zoom in 1 2 3; do
@@ -79,5 +79,5 @@ if [[ "$target" != "$root" ]]; then
     exit
 fi
 
-# A test compares these, so that no source is changed without its pictures.
+# A test compares these checksums, so that no source is changed without its pictures.
 (cd "$images" && sha256sum source/*.svg ./*.png ./*.PNG) | sed 's| \./| |' >"$images/drawn.sha256"

@@ -2,10 +2,10 @@
 
 #include <QString>
 
-/// The few values that unrelated features share, as texts under text keys.
+/// The few values shared by unrelated features, stored as texts by key.
 ///
-/// One map for the whole process, used from the GUI thread only. Key in use: "bundle_version", the
-/// version of the bundle chosen at start-up.
+/// There is one map for the whole process, used on the GUI thread only. The only key in use is
+/// "bundle_version", the version of the bundle in use.
 class ApplicationGlobalMap
 {
 public:
@@ -13,18 +13,18 @@ public:
 
     static void putString(const QString& key, const QString& value);
 
-    /// The value; a missing key is inserted with an empty value.
+    /// Returns the value; inserts a missing key with an empty value.
     static QString getString(const QString& key);
 
     /// Stores the number as text with 6 significant digits.
     static void putDouble(const QString& key, double value);
 
-    /// The text as a number; 0 when it is none.
+    /// Returns the text as a number; 0 if it is not a number.
     static double getDouble(const QString& key);
 
     /// Stores the number as decimal text.
     static void putInt64(const QString& key, long long value);
 
-    /// The text as an integer; 0 when it is none.
+    /// Returns the text as an integer; 0 if it is not an integer.
     static long long getInt64(const QString& key);
 };

@@ -27,7 +27,7 @@ const char installationError[] = "Installation Error";
 const char hexImportStatus[] = "Import from HEX status";
 const char xmlImportStatus[] = "Import from XML status";
 
-/// The lines that fit into a box on the screen.
+/// Returns the lines that fit into a box on the screen.
 QString shortened(const QStringList& lines)
 {
     constexpr int mostShown = 25;
@@ -48,7 +48,7 @@ QMessageBox* textBox(QWidget* parent, const QString& title, const QString& text,
     return box;
 }
 
-/// The height of a text that is wrapped at this width.
+/// Returns the height of a text wrapped at this width.
 int heightAt(int width, const QString& text, const QFont& font)
 {
     QLabel label(text);
@@ -57,7 +57,7 @@ int heightAt(int width, const QString& text, const QFont& font)
     return label.heightForWidth(width);
 }
 
-/// The width in pixels that a box never exceeds by itself.
+/// Returns the width in pixels that a box never exceeds by itself.
 int widestBox(int screenWidth)
 {
     constexpr int smallScreen = 1024;
@@ -66,7 +66,7 @@ int widestBox(int screenWidth)
     return screenWidth <= smallScreen ? screenWidth : qMin(screenWidth - margin, widest);
 }
 
-/// All that a box has to say.
+/// Returns the whole text of a box.
 QString wholeText(const QMessageBox& box)
 {
     return box.informativeText().isEmpty()
@@ -74,8 +74,8 @@ QString wholeText(const QMessageBox& box)
                : box.text() + QStringLiteral("\n\n") + box.informativeText();
 }
 
-/// A box wraps its text into a narrow column, which a long text in large letters makes higher than
-/// the screen. Such a text gets a wider column, and smaller letters where that is not enough.
+/// A box wraps its text into a narrow column; a long text in a large font makes it higher than the
+/// screen. Such a text gets a wider column, and a smaller font if that is not enough.
 void keepOnScreen(QMessageBox* box)
 {
     constexpr int usualWidth = 500; // pixels, the box's own on a screen with room
@@ -103,7 +103,8 @@ void keepOnScreen(QMessageBox* box)
     }
 }
 
-/// Shows a box and deletes it. On the heap: while it is open, its parent may go and take it along.
+/// Shows a box and deletes it. It is on the heap because its parent may be deleted, and the box
+/// with it, while it is open.
 int run(QMessageBox* box)
 {
     keepOnScreen(box);
@@ -158,7 +159,7 @@ QString aboutText()
         .arg(latin1(BuildConstants::buildText),
              ApplicationGlobalMap::getString(QStringLiteral("bundle_version")).toHtmlEscaped(),
              latin1(BuildConstants::productPage),
-             // The whole address would be broken after its slashes where letters are large.
+             // With a large font, the whole address would be broken after its slashes.
              QUrl(latin1(BuildConstants::productPage)).host());
 }
 } // namespace
@@ -351,15 +352,17 @@ int MessageDialogs::profilesLeftOut(QWidget* parent, const QStringList& profiles
 
 int MessageDialogs::askUnstorableTexts(QWidget* parent, const QStringList& texts)
 {
-    return question(parent, QStringLiteral("Texts Do Not Fit"),
-                    QStringLiteral("The Kelvaron holds plain English letters, digits and signs "
-                                   "(ASCII) only. With other characters its profiles may become "
-                                   "unreadable. %1:\n\n%2\n\nNothing has been written yet. Do you "
-                                   "want to go on all the same?")
-                        .arg(texts.size() == 1 ? QStringLiteral("This text has such characters")
-                                               : QStringLiteral("These texts have such characters"),
-                             shortened(texts)),
-                    Qt::PlainText);
+    return question(
+        parent, QStringLiteral("Texts Do Not Fit"),
+        QStringLiteral(
+            "The Kelvaron can only store plain English letters, digits and punctuation (ASCII). "
+            "With other characters its profiles may become "
+            "unreadable. %1:\n\n%2\n\nNothing has been written yet. Do you want to continue "
+            "anyway?")
+            .arg(texts.size() == 1 ? QStringLiteral("This text has such characters")
+                                   : QStringLiteral("These texts have such characters"),
+                 shortened(texts)),
+        Qt::PlainText);
 }
 
 int MessageDialogs::importChanges(QWidget* parent, const QString& changes)
@@ -377,7 +380,7 @@ int MessageDialogs::reloadChanges(QWidget* parent, const QString& changes, const
     return message(parent, QStringLiteral("Reloaded With Changes"),
                    QStringLiteral("A newer Kelvaron Bundle is in use. The list does not match its "
                                   "settings:\n\n%1\n\nPlease check this before you write to the "
-                                  "Kelvaron. The list as it was before is in the file %2.")
+                                  "Kelvaron. The previous list is in the file %2.")
                        .arg(changes, fileName),
                    Qt::PlainText);
 }
@@ -387,15 +390,16 @@ int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int pro
     const QString outcome =
         profilesRead == 0
             ? QStringLiteral(
-                "No profile was read, and the list is as it was. Please choose another "
+                "No profile was read, and the list is unchanged. Please choose another "
                 "file.")
-            : QStringLiteral("%1 read before that. Please check the list, or load another copy of "
-                             "the file.")
+            : QStringLiteral(
+                  "%1 read before the error. Please check the list, or load another copy of "
+                  "the file.")
                   .arg(countedText(profilesRead, QStringLiteral("profile was"),
                                    QStringLiteral("profiles were")));
     return message(
         parent, latin1(xmlImportStatus),
-        QStringLiteral("The XML file could not be read to its end: %1.\n\n%2").arg(error, outcome),
+        QStringLiteral("The XML file could not be read completely: %1.\n\n%2").arg(error, outcome),
         Qt::PlainText);
 }
 
@@ -403,7 +407,7 @@ int MessageDialogs::xmlFileHoldsNoProfiles(QWidget* parent)
 {
     return plainMessage(
         parent, xmlImportStatus,
-        "The XML file holds no profiles. The list is as it was. Please choose another "
+        "The XML file contains no profiles. The list is unchanged. Please choose another "
         "file.");
 }
 
@@ -416,12 +420,14 @@ int MessageDialogs::backupFailed(QWidget* parent)
 
 int MessageDialogs::askReplaceWithoutBackup(QWidget* parent, const QString& backupFile)
 {
-    return question(parent, QStringLiteral("Replace Without Backup?"),
-                    QStringLiteral("The current profiles could not be saved to the file %1 before "
-                                   "they are replaced. If you go on, they are lost. Do you want to "
-                                   "replace them all the same?")
-                        .arg(backupFile),
-                    Qt::PlainText);
+    return question(
+        parent, QStringLiteral("Replace Without Backup?"),
+        QStringLiteral(
+            "The current profiles could not be saved to the file %1 before "
+            "they are replaced. If you continue, they will be lost. Do you want to replace them "
+            "anyway?")
+            .arg(backupFile),
+        Qt::PlainText);
 }
 
 int MessageDialogs::portInUse(QWidget* parent, const QString& portName, const QString& holder)
@@ -439,11 +445,13 @@ int MessageDialogs::portInUse(QWidget* parent, const QString& portName, const QS
 int MessageDialogs::fatalError(QWidget* parent, const QString& installedFile,
                                const QString& details, const QString& rescueFile)
 {
-    QString text = installedFile.isEmpty()
-                       ? QStringLiteral("The program has found a fault in itself and has to end.")
-                       : QStringLiteral("The installed file %1 is damaged and the program has to "
-                                        "end. Please replace the file or reinstall the program.")
-                             .arg(installedFile);
+    QString text =
+        installedFile.isEmpty()
+            ? QStringLiteral("An internal error has occurred and the program has to close.")
+            : QStringLiteral(
+                  "The installed file %1 is damaged and the program has to close. Please replace "
+                  "the file or reinstall the program.")
+                  .arg(installedFile);
     if (!rescueFile.isEmpty()) {
         text += QStringLiteral("\n\nYour profiles were saved to %1.").arg(rescueFile);
     }

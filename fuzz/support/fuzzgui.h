@@ -3,20 +3,20 @@
 #include <QStringList>
 #include <QTimer>
 
-/// What the fuzz targets of widgets share.
+/// Helpers for the fuzz targets with widgets.
 namespace FuzzGui
 {
-/// Makes the application object, without a display; it lives as long as the process.
+/// Creates the application object, without a display; it exists as long as the process.
 void startApplication();
 
-/// Answers every dialog that is opened as long as this lives: a message box with Yes where that is
-/// offered, everything else by closing it.
+/// Answers every dialog that opens while this object exists: a message box with Yes if it has that
+/// button, everything else by closing it.
 class DialogAnswers
 {
 public:
     DialogAnswers();
 
-    /// The texts of the message boxes and the titles of the other dialogs, in order.
+    /// Returns the texts of the message boxes and the titles of the other dialogs, in order.
     QStringList texts() const { return answered; }
 
 private:

@@ -1,5 +1,5 @@
-// Runs a fuzz target once over every file of the folders named on the command line: the inputs of a
-// corpus, and those that once found something, in builds without a fuzzer.
+// Runs a fuzz target once for every file in the folders given on the command line: the inputs of a
+// corpus and those that once found a fault, in builds without a fuzzer.
 
 #include "support/fuzztarget.h"
 #include "support/ownenvironment.h"

@@ -1,5 +1,5 @@
-# Run by CPack on the tree that becomes the .deb: Debian wants its own change log, and this and the
-# manual pages compressed.
+# Run by CPack on the files of the .deb: Debian requires its own change log, and compresses it and
+# the manual pages.
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
     return()
 endif()

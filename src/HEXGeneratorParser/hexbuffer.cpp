@@ -27,7 +27,7 @@ constexpr int rowSize = 256;
 constexpr int recordSize = 16;
 constexpr long blankWord = static_cast<long>(0xFFFFFF00U);
 
-/// The image in the byte order of the file, followed by blank words to the end of a row.
+/// Returns the image in the byte order of the file, filled up with blank words to the end of a row.
 std::vector<unsigned char> fileImage(const QByteArray& image)
 {
     static constexpr std::array<unsigned char, bytesPerWord> blank = {0xFF, 0xFF, 0xFF, 0x00};
@@ -210,7 +210,7 @@ void HEXBuffer::runTests()
 
     const QByteArray closedEmpty = contentOf([](HEXBuffer& buffer) {
         buffer.finishWritingStruct();
-        buffer.finishWritingStruct(); // appends nothing
+        buffer.finishWritingStruct(); // must append nothing
     });
     KELVARON_ASSERT(closedEmpty == bytes({0xFF, 0xFF, 0xFF, 0x00}));
 

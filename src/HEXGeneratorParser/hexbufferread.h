@@ -8,10 +8,11 @@
 
 namespace HEXGeneratorParser
 {
-/// A read cursor over a profile image that steps over the padding byte of every word (see
-/// HEXBuffer for the layout).
+/// A read cursor over a profile image that skips the padding byte of every word (see HEXBuffer for
+/// the layout).
 ///
-/// It never leaves the image: what would lie behind its end reads as zero, and isPastEnd() tells.
+/// It never leaves the image: anything past the end reads as zero, and isPastEnd() then returns
+/// true.
 class HexBufferRead : public QObject
 {
     Q_OBJECT
@@ -21,31 +22,31 @@ public:
     HexBufferRead(const unsigned char* imageBytes, QObject* parent,
                   int imageSize = HexUtility::imageSize);
 
-    /// The next byte. REQUIRES: no incomplete run of bits before it (fatal assertion).
+    /// Returns the next byte. REQUIRES: no incomplete run of bits before it (fatal assertion).
     unsigned char readByte();
 
-    /// The next value of a C type of the charger, without a sign; 0 for an unknown type, which
-    /// reads nothing.
+    /// Returns the next value of a C type of the charger as an unsigned number; for an unknown type
+    /// returns 0 and reads nothing.
     quint64 readData(const QString& dataType);
 
-    /// The text up to the first zero in the next `length` bytes, in UTF-8.
+    /// Returns the text up to the first zero in the next `length` bytes, in UTF-8.
     QString readString(int length);
 
     bool readBit();
 
-    /// The next bits, eight to a byte, least significant first.
+    /// Returns the next bits, eight per byte, least significant first.
     QByteArray readBits(int count);
 
-    /// The sum of the structure's bytes read so far, padding bytes included.
+    /// Returns the sum of the structure's bytes read so far, padding bytes included.
     int sumBytesStruct() const;
 
-    /// Goes on at the next whole word, where the next structure starts.
+    /// Moves on to the next word, where the next structure starts.
     void finishReadingStruct();
 
-    /// True when the image has no further byte.
+    /// Returns true if the image has no more bytes.
     bool atEnd() const { return byteIndex >= size; }
 
-    /// True when something that was read did not lie in the image, or not whole.
+    /// Returns true if anything was read that is not completely within the image.
     bool isPastEnd() const { return pastEnd; }
 
 private:
@@ -55,7 +56,7 @@ private:
 
     const unsigned char* image;
     int byteIndex = 0;
-    int bitIndex = 0; ///< of the next bit in the current byte
+    int bitIndex = 0; ///< index of the next bit in the current byte
     int structStart = 0;
     int size;
     bool pastEnd = false;

@@ -22,8 +22,8 @@ class ImportProfilesMain;
 
 namespace HEXGeneratorParser
 {
-/// The user's "Export as HEX..." and "Import from HEX...", and the files that travel to the charger
-/// and back.
+/// Implements "Export as HEX..." and "Import from HEX...", and writes and reads the files exchanged
+/// with the charger.
 class HEXManager : public QObject
 {
     Q_OBJECT
@@ -37,36 +37,36 @@ public:
     /// Replaces the schema.
     void setAllSettings(HParser::Generator* newGenerator);
 
-    /// What is asked before a file replaces the list; nothing is asked without one.
+    /// Sets the function called before a file replaces the list; without one the list is replaced.
     void setReplaceGuard(ReplaceGuard guard) { replaceGuard = std::move(guard); }
 
-    /// The number of profiles in the list.
+    /// Returns the number of profiles in the list.
     int getCurrentNumProfiles() const;
 
-    /// The number of profiles that fit into one image.
+    /// Returns the number of profiles that fit into one image.
     int getNumProfilesAllowed() const;
 
-    /// Adds the file's profiles to the list. Throws an int, with the list unchanged: a
-    /// ReadFromHEX::Error.
+    /// Adds the file's profiles to the list. On failure throws a ReadFromHEX::Error as an int and
+    /// leaves the list unchanged.
     void importProfiles(const QString& fileName);
 
-    /// What exportProfiles() writes into a file; null when it fails.
+    /// Returns what exportProfiles() writes to the file; null on failure.
     QByteArray image() const;
 
-    /// Whether the list may go into an image: when it holds texts that an image cannot hold, the
-    /// user is told of them and asked.
+    /// Returns whether to write the list to an image. If the list has texts that an image cannot
+    /// hold, shows them and asks the user.
     bool confirmTexts() const;
 
-    /// The next dialog opens in this file's folder.
+    /// Makes the next dialog open in this file's folder.
     void updateLastUsedDirectory(const QString& fileName);
 
 signals:
-    /// The list is to be emptied without a question, before a file replaces it.
+    /// Emitted to empty the list without asking, before a file replaces it.
     void deleteAllProfiles();
 
 public slots:
-    /// Writes the list to a file; false when it could not be written, an older one is then
-    /// untouched. REQUIRES: no more profiles than are allowed (fatal assertion).
+    /// Writes the list to a file; on failure returns false and leaves an existing file unchanged.
+    /// REQUIRES: no more profiles than are allowed (fatal assertion).
     bool exportProfiles(const QString& fileName);
 
     void on_exportAsHEXButtonClicked();

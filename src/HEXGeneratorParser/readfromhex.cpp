@@ -32,7 +32,7 @@ const QString checksumName = QStringLiteral("checksum");
 
 bool loadFlash(FILE* file, std::vector<unsigned char>& flash)
 {
-    // The range of the EEPROM is empty: every byte lands in the flash area.
+    // The EEPROM range is empty: every byte goes into the flash area.
     std::vector<unsigned char> eeprom(IntelHexFile::eepromAreaSize);
     unsigned char eepromFound = 0;
     unsigned long eepromMaxIndex = 0;
@@ -91,7 +91,7 @@ QString readValue(HexBufferRead& buffer, const StructSetting& setting)
                                                  : readBitsValue(buffer, setting);
 }
 
-/// Stores a flag in the profile; false when the setting is none.
+/// Stores a flag in the profile; returns false if the setting is not one of its flags.
 bool storeFlag(ParsedProfile& profile, const QString& name, const QString& value)
 {
     const bool flag = value == QLatin1String("true");
@@ -168,7 +168,7 @@ QList<ParsedProfile*> ReadFromHEX::parseProfiles(const Generator* generator)
     return profiles;
 }
 
-/// nullptr when the structure does not lie in the image whole.
+/// Returns nullptr if the structure is not completely within the image.
 ParsedProfile* ReadFromHEX::parseProfile(HexBufferRead& buffer, const StructSettings& layout)
 {
     auto profile = std::make_unique<ParsedProfile>();
@@ -215,14 +215,15 @@ StructSettings* ReadFromHEX::getProfileFromType(const Generator* generator, int 
     return nullptr;
 }
 
-/// The value of the layout's first setting; -1, which is no type, for a layout without settings.
+/// Returns the value of the layout's first setting; -1, which is not a valid type, for a layout
+/// without settings.
 int ReadFromHEX::typeOf(const StructSettings* layout)
 {
     const auto known = types.constFind(layout);
     if (known != types.constEnd()) {
         return *known;
     }
-    // A chemistry is a template without values: a copy gets them.
+    // A chemistry is a template without values; only a copy has them.
     const std::unique_ptr<StructSettings> copy = layout->deepCopy();
     copy->buildFormulaTrees();
     const QList<StructSetting*> members = copy->getOriginalOrderStructSettings();

@@ -169,7 +169,7 @@ QByteArray WriteToHEX::encode(const StructSetting& setting)
         return getBinaryRep(setting.isOn());
     case StructSetting::STRING:
     case StructSetting::LIST:
-        // An array beyond the image is refused when it is full, not when the memory is.
+        // Limited, so that an array larger than the image is reported before memory runs out.
         return getBinaryRep(setting.getValue(), qMin(setting.arraySize, HexUtility::imageSize + 1));
     case StructSetting::UNKNOWN:
         break;
@@ -196,7 +196,7 @@ QByteArray WriteToHEX::getBinaryRep(bool flag)
 
 QByteArray WriteToHEX::getBinaryRep(const QString& text, int arrayLength)
 {
-    const QString cut = text.left(arrayLength - 1); // -1 takes it all
+    const QString cut = text.left(arrayLength - 1); // -1 takes the whole text
     return cut.toUtf8() + QByteArray(qMax(0, arrayLength - cut.size()), '\0');
 }
 

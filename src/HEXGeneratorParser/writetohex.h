@@ -23,33 +23,33 @@ class WriteToHEX : public QObject
 public:
     explicit WriteToHEX(QObject* parent = nullptr) : QObject(parent) {}
 
-    /// Writes the profiles, in list order, as an Intel HEX file, whole or not at all; false when
-    /// the file could not be written, an older one is then untouched. The charger keeps its global
-    /// settings elsewhere: they are deliberately not in the image.
-    /// REQUIRES: the image holds them all (fatal assertion).
+    /// Writes the profiles, in list order, as an Intel HEX file, completely or not at all; on
+    /// failure returns false and leaves an existing file unchanged. The image deliberately excludes
+    /// the global settings, which the charger keeps elsewhere. REQUIRES: all profiles fit into the
+    /// image (fatal assertion).
     bool write(const QString& fileName, const QList<HParser::StructSettings*>& profiles,
                const HParser::StructSettings* globalSettings, int startWordAddress) const;
 
-    /// What write() writes into the file; null when it cannot be made.
-    /// REQUIRES: the image holds all profiles (fatal assertion).
+    /// Returns what write() writes to the file; null on failure. REQUIRES: all profiles fit into
+    /// the image (fatal assertion).
     QByteArray hexFile(const QList<HParser::StructSettings*>& profiles, int startWordAddress) const;
 
-    /// Appends one structure. What the schema gets wrong about it (unknown types or sizes, a
-    /// checksum inside a byte) is a fatal assertion that names the setting.
+    /// Appends one structure. Errors of the schema (unknown types or sizes, a checksum inside a
+    /// byte) are fatal assertions that name the setting.
     void serializeProfile(HEXBuffer* buffer, const HParser::StructSettings* settings) const;
 
-    /// The value in counts of the scale factor, rounded and cut to the bytes of the type,
-    /// little-endian. REQUIRES: a known type (fatal assertion).
+    /// Returns the value divided by the scale factor, rounded and truncated to the bytes of the
+    /// type, little-endian. REQUIRES: a known type (fatal assertion).
     static QByteArray getBinaryRep(const QString& dataType, double value, double scaleFactor);
 
-    /// One byte: 1 or 0.
+    /// Returns one byte: 1 or 0.
     static QByteArray getBinaryRep(bool flag);
 
-    /// The first arrayLength - 1 characters in UTF-8, filled up with zeros to arrayLength counted
-    /// in characters. An array length of 0 takes the whole text and no zero.
+    /// Returns the first arrayLength - 1 characters in UTF-8, filled up with zeros to arrayLength
+    /// counted in characters. With an array length of 0, returns the whole text without a zero.
     static QByteArray getBinaryRep(const QString& text, int arrayLength);
 
-    /// The known answers of the encodings, checked at every start; a wrong one is a fatal
+    /// Checks the encodings against known results, at every start; a wrong result is a fatal
     /// assertion.
     static void runTests();
 

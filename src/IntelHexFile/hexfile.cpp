@@ -17,7 +17,7 @@ enum RecordType : unsigned int
 };
 
 constexpr long recordDataBytes = 16;
-constexpr long upperAddressStep = 65535; // not 65536, see the class
+constexpr long upperAddressStep = 65535; // not 65536, see writehex()
 constexpr unsigned long segmentSize = 65536;
 
 QString hex(unsigned long number)
@@ -86,7 +86,7 @@ bool isPossible(unsigned int length, int wordSize, long rowSize, long recordSize
            && static_cast<long long>(startAddress) + length + rowSize <= highestAddress;
 }
 
-/// Where loaded data goes, and how far it reached.
+/// The areas that receive loaded data, and how far the data reaches.
 struct Loader
 {
     unsigned char* flash;

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What is fixed when the program is built.
+/// Constants fixed at build time.
 namespace BuildConstants
 {
 /// The editor's own version, compared with what a bundle requires.
@@ -18,6 +18,6 @@ inline constexpr char uploaderFileName[] = "supl.mac";
 
 /// The maker's web pages.
 inline constexpr char productPage[] = "http://www.kelvaron.example/";
-inline constexpr char downloadServer[] = "http://www.kelvaron.example"; ///< of bundles
+inline constexpr char downloadServer[] = "http://www.kelvaron.example"; ///< serves the bundles
 inline constexpr char editorDownloadPage[] = "http://www.kelvaron.example/downloads/editor/MacOS";
 } // namespace BuildConstants

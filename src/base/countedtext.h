@@ -2,5 +2,5 @@
 
 #include <QString>
 
-/// A number and what it counts, as messages show them: "1 profile", "3 profiles".
+/// A number with the word for what it counts, as shown in messages: "1 profile", "3 profiles".
 QString countedText(int number, const QString& one, const QString& several);

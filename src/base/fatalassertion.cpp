@@ -47,7 +47,7 @@ void FatalAssertion::fail(const char* condition, const char* file, int line)
         printLine(report.context);
     }
 
-    // Taken out first: a failure inside the last step must not start it again.
+    // Cleared first: a failure inside the last step must not run it again.
     const LastStep lastStep = std::exchange(registeredLastStep(), LastStep());
     if (lastStep) {
         lastStep(report);

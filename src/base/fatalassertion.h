@@ -6,16 +6,16 @@
 
 /// Fatal assertions: broken invariants and malformed installed files.
 ///
-/// They are on in every build type. A failing one prints
-/// `ASSERT: "CONDITION" in file FOLDER/file.cpp, line N` on standard error and what was being worked
-/// on (see FatalContext) on standard output, runs the registered last step and aborts the process.
+/// They are on in every build type. A failing one prints `ASSERT: "CONDITION" in file
+/// FOLDER/file.cpp, line N` to standard error, writes what the program was working on (see
+/// FatalContext) to standard output, runs the registered last step and aborts the process.
 namespace FatalAssertion
 {
-/// What failed and what was being worked on, for the last step.
+/// What failed and what the program was working on, for the last step.
 struct Report
 {
     QString assertion;     ///< the line printed on standard error
-    QString context;       ///< what was being worked on, innermost last; may be empty
+    QString context;       ///< what the program was working on, innermost last; may be empty
     QString installedFile; ///< the installed file to blame; empty when there is none
 };
 
@@ -33,11 +33,12 @@ void setLastStep(LastStep lastStep);
 #define KELVARON_ASSERT(condition)                                                                 \
     ((condition) ? static_cast<void>(0) : FatalAssertion::fail(#condition, __FILE__, __LINE__))
 
-/// The same with the text to print, where the code of the condition is not what readers should see.
+/// Like KELVARON_ASSERT, but prints `text` where the code of the condition would not help the
+/// reader.
 #define KELVARON_ASSERT_TEXT(condition, text)                                                      \
     ((condition) ? static_cast<void>(0) : FatalAssertion::fail(text, __FILE__, __LINE__))
 
-/// The element at `index` of a list; an index out of range is a fatal assertion.
+/// Returns the element at `index` of a list; an index out of range is a fatal assertion.
 #define KELVARON_AT(container, index)                                                              \
     (FatalAssertion::checkedAt((container), (index), __FILE__, __LINE__))
 

@@ -2,30 +2,32 @@
 
 #include <QString>
 
-/// Tells a fatal assertion what the program was working on.
+/// Describes what the program is working on, for the report of a fatal assertion.
 ///
-/// An object on the stack counts while it lives; contexts nest. Used on the GUI thread only.
+/// A context is active while the object, on the stack, exists; contexts nest. Used on the GUI
+/// thread only.
 class FatalContext
 {
 public:
     FatalContext(const FatalContext&) = delete;
     FatalContext& operator=(const FatalContext&) = delete;
 
-    /// The descriptions of all living contexts, outermost first, a line each.
+    /// Returns the descriptions of all active contexts, outermost first, one per line.
     static QString describeAll();
 
-    /// The outermost file that a living context blames: what came out of it can only be mended
-    /// there. Empty when there is none.
+    /// The outermost file named by an active context; whatever was read from it has to be fixed
+    /// there. Empty if no context names a file.
     static QString blamedFile();
 
 protected:
     FatalContext();
     virtual ~FatalContext();
 
-    /// One line for the reader of the failure: what was being worked on.
+    /// Describes in one line what the program is working on.
     virtual QString describe() const = 0;
 
-    /// The installed file that is at fault if something fails here; empty for none.
+    /// The installed file that is at fault if something fails in this context; empty if there is
+    /// none.
     virtual QString file() const { return {}; }
 
 private:

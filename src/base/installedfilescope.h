@@ -2,16 +2,17 @@
 
 #include "base/fatalcontext.h"
 
-/// While it lives, a fatal assertion blames this installed file, and the line that was set last.
+/// While this object exists, a fatal assertion blames this installed file and the line that was set
+/// last.
 class InstalledFileScope : public FatalContext
 {
 public:
     explicit InstalledFileScope(QString fileName);
 
-    /// The line being worked on: its number, counted from 1, and its text.
+    /// Sets the line being worked on: its number, counted from 1, and its text.
     void setLine(int number, const QString& text);
 
-    /// From here on no single line is to blame.
+    /// Ends the blame of a single line; the file is still blamed.
     void clearLine();
 
 protected:

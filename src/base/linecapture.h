@@ -2,9 +2,9 @@
 
 #include <QStringList>
 
-/// While it lives, what printLine() is given is kept here and not written to standard output: for a
-/// program whose standard output belongs to its results. Captures nest; the innermost one takes the
-/// lines. Used on the GUI thread only.
+/// While this object exists, the lines passed to printLine() are kept here instead of being written
+/// to standard output. This is for programs that reserve standard output for their results.
+/// Captures nest; the innermost one receives the lines. Used on the GUI thread only.
 class LineCapture
 {
 public:
@@ -13,10 +13,11 @@ public:
     LineCapture(const LineCapture&) = delete;
     LineCapture& operator=(const LineCapture&) = delete;
 
-    /// The first lines; a damaged file may cause very many.
+    /// Returns the captured lines. Only the first ones are kept: a damaged file may cause very
+    /// many.
     QStringList lines() const { return kept; }
 
-    /// Gives a line to the innermost living capture; false when there is none.
+    /// Passes a line to the innermost active capture; returns false if there is none.
     static bool take(const QString& line);
 
 private:

@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// A text that comes from a user or a file as messages show it: on one line, in quotes, and cut
+/// Returns a text from a user or a file as shown in messages: on one line, in quotes, and cut off
 /// after 40 characters.
 QString quotedText(const QString& text);

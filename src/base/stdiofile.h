@@ -8,7 +8,7 @@
 
 class QString;
 
-/// C streams in Qt's terms.
+/// C streams with Qt types.
 namespace StdioFile
 {
 struct Close
@@ -17,9 +17,9 @@ struct Close
 };
 using Pointer = std::unique_ptr<FILE, Close>;
 
-/// The file in text mode; none when it cannot be opened.
+/// Opens the file in text mode; returns null if it cannot be opened.
 Pointer openForReading(const QString& path);
 
-/// What `write` writes into a stream; null when it returns false or the stream fails.
+/// Returns what `write` writes to a stream; a null array if it returns false or the stream fails.
 QByteArray written(const std::function<bool(FILE*)>& write);
 } // namespace StdioFile

@@ -56,7 +56,7 @@ std::optional<QByteArray> TextFile::readUtf8(const QString& path)
     if (text->startsWith(byteOrderMark) || !isUtf8(*text)) {
         text = decodedStart(*text).toUtf8();
     }
-    // The C library looks through many bytes at once.
+    // The C library searches many bytes at once.
     if (std::memchr(text->constData(), '\r', static_cast<std::size_t>(text->size())) != nullptr) {
         text->replace("\r", "");
     }
@@ -99,7 +99,7 @@ bool TextFile::writeBytes(const QString& path, const QByteArray& bytes, QString*
 bool TextFile::writeTogether(const QVector<Content>& files, QString* error)
 {
     std::vector<std::unique_ptr<QSaveFile>>
-        written; // an uncommitted one removes what it has written
+        written; // without commit() it removes what it has written
     const auto fail = [error](const QString& reason) {
         if (error != nullptr) {
             *error = reason;
@@ -108,15 +108,15 @@ bool TextFile::writeTogether(const QVector<Content>& files, QString* error)
     };
     for (const Content& content : files) {
         if (content.bytes.size() > largestFile) {
-            return fail(QStringLiteral("The file would be too large to be read again"));
+            return fail(QStringLiteral("The file would be too large to read again"));
         }
         written.push_back(std::make_unique<QSaveFile>(content.path));
         QSaveFile& file = *written.back();
         if (!file.open(QIODevice::WriteOnly)) {
             return fail(file.errorString());
         }
-        // commit() does not notice when what it still has to flush finds the disk full, and the file
-        // does not keep the reason.
+        // commit() does not notice a full disk while flushing its last bytes, and the file does not
+        // keep the reason.
         if (file.write(content.bytes) != content.bytes.size() || !file.flush()) {
             return fail(qt_error_string(errno));
         }

@@ -6,45 +6,46 @@
 
 #include <optional>
 
-/// Text files of this program: UTF-8 in every locale, lines ended by a line feed.
+/// Reads and writes the program's text files: UTF-8 in every locale, lines ended by a line feed.
 namespace TextFile
 {
-/// The largest file that is read or written, in bytes; nothing that belongs here comes near it.
+/// The largest file that is read or written, in bytes; no legitimate file comes near it.
 constexpr qint64 largestFile = 16 * 1024 * 1024;
 
-/// The whole text of a file with carriage returns dropped; nothing when it cannot be opened or is
-/// larger than `largestFile`.
+/// Returns the whole text of a file without its carriage returns; nothing if the file cannot be
+/// opened or is larger than `largestFile`.
 std::optional<QString> read(const QString& path);
 
-/// The same text as UTF-8 bytes, without a byte order mark; what was no UTF-8 stands as U+FFFD. For
-/// large files: nothing is converted that need not be.
+/// Returns the same text as UTF-8 bytes, without a byte order mark; invalid UTF-8 is replaced by
+/// U+FFFD. Meant for large files: valid bytes are not converted.
 std::optional<QByteArray> readUtf8(const QString& path);
 
-/// The text of UTF-8 bytes, what stands behind a zero byte included. A byte order mark is a character
-/// like others.
+/// Decodes UTF-8 bytes, including those after a zero byte. A byte order mark is kept as a
+/// character.
 QString decoded(const QByteArray& bytes);
 
-/// The same at the start of a file, where one byte order mark does not belong to the text.
+/// Like decoded(), for the start of a file: a byte order mark there is dropped.
 QString decodedStart(const QByteArray& bytes);
 
-/// The lines of a text; a line feed at the very end does not open another line.
+/// Splits a text into lines; a line feed at the very end does not begin another line.
 QStringList splitLines(const QString& text);
 
-/// Writes a file whole or not at all: on false an older file of that name is untouched, and `error`, if
-/// given, receives the reason. A text larger than `largestFile` is not written.
+/// Writes a file completely or not at all. On failure returns false, leaves an existing file of
+/// that name unchanged, and writes the reason to `error`, if given. A text larger than
+/// `largestFile` is not written.
 bool write(const QString& path, const QString& text, QString* error = nullptr);
 
-/// The same with unchanged bytes.
+/// Like write(), but writes the bytes as they are.
 bool writeBytes(const QString& path, const QByteArray& bytes, QString* error = nullptr);
 
-/// A file to be written.
+/// A file to write.
 struct Content
 {
     QString path;
     QByteArray bytes;
 };
 
-/// Writes several files, all of them or none: no file is replaced before all of them have found room
-/// on the disk.
+/// Writes several files, all of them or none: no file is replaced until all of them have been
+/// written to the disk under temporary names.
 bool writeTogether(const QVector<Content>& files, QString* error = nullptr);
 } // namespace TextFile

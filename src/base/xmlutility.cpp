@@ -6,7 +6,7 @@ namespace XMLGeneratorParser
 {
 namespace
 {
-/// The characters of XML 1.0; halves of surrogate pairs count only as a pair.
+/// The characters of XML 1.0; surrogates are valid only in pairs.
 QString withoutInvalidCharacters(const QString& text)
 {
     QString valid;
@@ -42,7 +42,7 @@ QString XMLUtility::xmlTagFromDescriptiveName(const QString& descriptiveName)
 
 bool XMLUtility::isTag(const QString& tag)
 {
-    // Asked of the reader that has to read it.
+    // The XML reader itself decides what is a valid name.
     QXmlStreamReader xml(QStringLiteral("<%1>x</%1>").arg(tag));
     const bool isElement = xml.readNextStartElement() && xml.name() == tag;
     return isElement && xml.readElementText() == QLatin1String("x") && !xml.hasError();

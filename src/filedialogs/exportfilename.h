@@ -6,8 +6,8 @@ class QWidget;
 /// The name of the file that an export writes.
 namespace ExportFileName
 {
-/// The name chosen in a save dialog, with the suffix ("xml") where the user typed none. The dialog
-/// has asked about the name as typed: when the completed one exists, this asks. Empty when the user
-/// does not want to replace that file.
+/// Returns the name chosen in a save dialog, with the suffix ("xml") added if the user typed none.
+/// The dialog has only asked about the name as typed, so this asks before the completed name
+/// replaces an existing file. Empty if the user declines.
 QString complete(QWidget* parent, const QString& chosen, const QString& suffix);
 } // namespace ExportFileName

@@ -7,9 +7,9 @@
 
 namespace
 {
-/// Lets a typed path count. While it is typed, Qt's dialog marks in its list what the text names and
-/// may keep a folder on the way marked; the dialog would then enter that folder instead of taking the
-/// file. So each change of the text begins without marks.
+/// Accepts a path that is typed quickly. While the user types, Qt's dialog selects matching entries
+/// in its list and may keep a folder on the way selected; it would then enter that folder instead
+/// of accepting the file. So each change of the text clears the selection.
 void clearMarksWhileTyping(QFileDialog* dialog)
 {
     auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -19,7 +19,7 @@ void clearMarksWhileTyping(QFileDialog* dialog)
     }
 }
 
-/// Puts a name into the dialog, ready to be typed over.
+/// Puts a name into the dialog, selected so that typing replaces it.
 void offer(QFileDialog* dialog, const QString& fileName)
 {
     dialog->selectFile(fileName);
@@ -28,7 +28,7 @@ void offer(QFileDialog* dialog, const QString& fileName)
     }
 }
 
-/// Takes over the dialog and deletes it.
+/// Takes ownership of the dialog and deletes it.
 QString askFileName(QFileDialog* shown)
 {
     const QPointer<QFileDialog> dialog(shown);
@@ -36,7 +36,7 @@ QString askFileName(QFileDialog* shown)
     clearMarksWhileTyping(dialog);
     const bool isAccepted = dialog->exec() == QDialog::Accepted;
     if (dialog == nullptr) {
-        return {}; // the parent went away with it
+        return {}; // the dialog was deleted with its parent
     }
     const QString path = isAccepted ? dialog->selectedFiles().value(0) : QString();
     delete dialog;

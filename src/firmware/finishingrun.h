@@ -10,9 +10,9 @@ class QProcess;
 
 namespace FirmwareTool
 {
-/// The end of an uploader's run whose result is known: the uploader closes the port and ends by itself,
-/// and what it still prints goes into the log of the run. One that takes too long or prints too much is
-/// killed.
+/// Waits for the end of an uploader's run whose result is already known: the uploader closes the
+/// port and exits by itself, and its remaining output goes into the log of the run. An uploader
+/// that takes too long or prints too much is killed.
 class FinishingRun : public QObject
 {
     Q_OBJECT
@@ -21,14 +21,14 @@ public:
     static constexpr int patience = 10000;         ///< milliseconds
     static constexpr int mostOutput = 1024 * 1024; ///< bytes
 
-    /// Takes over all of them and deletes them, and itself, when the process has ended. `log` may be
-    /// closed; `turn`, the run's use of the port, may be nullptr. The process is killed after
-    /// `milliseconds`.
+    /// Takes ownership of all arguments and deletes them, and itself, when the process has ended.
+    /// `log` may be closed; `turn`, the run's use of the port, may be nullptr. The process is
+    /// killed after `milliseconds`.
     FinishingRun(QProcess* process, PortTurn* turn, std::unique_ptr<QFile> log,
                  int milliseconds = patience);
     ~FinishingRun() override;
 
-    /// Waits for the end of all such runs, before the program ends.
+    /// Waits for the end of all such runs; called before the program ends.
     static void waitForAll();
 
 private:

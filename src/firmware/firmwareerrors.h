@@ -10,21 +10,21 @@ namespace Ui
 class KelvaronFirmwareToolWindow;
 }
 
-/// The numbered errors of a flash, a function each. It prints "Error" and its number on standard
-/// output, changes the stages that the form shows where it takes one, and shows a modal message box
-/// over `parent`. Enabling the form's button afterwards is left to the caller.
+/// The numbered errors of a flash, one function each. A function prints "Error" with its number to
+/// standard output, updates the stages on the form if it has one, and shows a modal message box
+/// over `parent`. The caller enables the form's button afterwards.
 class FirmwareErrors
 {
 public:
     FirmwareErrors() = delete;
 
-    /// The charger does not answer while its flash is to be erased.
+    /// The charger does not answer when its flash is about to be erased.
     static void error1(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
-    /// The uploader finds no firmware image.
+    /// The uploader does not find the firmware image.
     static void error2(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
-    /// The uploader finds no description of the charger.
+    /// The uploader does not find the device description.
     static void error3(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
     /// The uploader cannot open the port.
@@ -38,19 +38,19 @@ public:
     static void error7(QWidget* parent);
     static void error8(QWidget* parent);
 
-    /// The uploader has gone quiet. `logFileName` stands without its directory.
+    /// The uploader has stopped printing. `logFileName` has no directory.
     static void error9(QWidget* parent, const QString& logFileName);
 
-    /// An exception ended the start of a flash.
+    /// The start of a flash failed with an exception.
     static void error10(QWidget* parent);
 
     // Errors of an installation; none is raised in this version.
     static void error11(QWidget* parent);
     static void error12(QWidget* parent);
 
-    /// The charger sends nothing that can be understood.
+    /// The charger's answers cannot be understood.
     static void error13(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
-    /// The file's name without its directory; empty for nullptr.
+    /// Returns the file's name without its directory; empty for nullptr.
     static QString getFileName(const QFile* file);
 };

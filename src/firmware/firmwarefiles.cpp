@@ -28,14 +28,14 @@ void remove(const QString& path)
     }
 }
 
-/// False as well for an empty part: an empty image would leave the charger erased.
+/// Returns false for an empty part, too: an empty image would leave the charger erased.
 bool hasPart(const KelvaronBundle& bundle, KelvaronBundle::Section part)
 {
     return part < bundle.getNumEmbedded() && !bundle.bytesOf(part).isEmpty();
 }
 
-/// The description for transfers waits under another name for the end of the flash. The one in use
-/// stays there when the bundle's own cannot be written.
+/// Renames the device description for transfers until the flash has ended. If the bundle's own
+/// description cannot be written, the one in use is kept under the other name.
 void setDeviceDescriptionAside()
 {
     if (QFileInfo::exists(overwriteFile)) {

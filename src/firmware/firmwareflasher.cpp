@@ -45,8 +45,8 @@ void showMark(QLabel* mark)
     mark->show();
 }
 
-/// Whether "Bootloader Version is.*Timeout" matches; a regular expression would take minutes over a
-/// chunk that is full of its beginning.
+/// Returns whether "Bootloader Version is.*Timeout" matches. A regular expression would take
+/// minutes on a chunk that repeats the beginning of the pattern.
 bool hasTimedOut(const char* chunk)
 {
     const char* version = std::strstr(chunk, "Bootloader Version is");
@@ -60,7 +60,7 @@ FirmwareFlasher::FirmwareFlasher(QObject* parent, Ui::KelvaronFirmwareToolWindow
 
 FirmwareFlasher::~FirmwareFlasher()
 {
-    // The form may be gone by now.
+    // The form may have been deleted by now.
     release();
 }
 
@@ -91,7 +91,7 @@ void FirmwareFlasher::refuse(const QString& holder)
 
 void FirmwareFlasher::beginRun()
 {
-    // Not before the port is free: what uses it may still need the device description for transfers.
+    // Not before the port is free: a transfer that uses it may still need its device description.
     try {
         if (!extractRequiredFiles()) {
             giveUp();
@@ -142,7 +142,7 @@ bool FirmwareFlasher::extractRequiredFiles()
 
 void FirmwareFlasher::initializeSuplLogFile()
 {
-    // English names in every locale: they are part of a file's name.
+    // English names in every locale, because they are part of a file name.
     const QString time = QLocale::c().toString(QDateTime::currentDateTime(),
                                                QStringLiteral("ddd-MMMM-d-yyyy--h-m-s-ap"));
     const QString name = QStringLiteral("outputlog-") + time + QStringLiteral(".txt");
@@ -179,7 +179,7 @@ void FirmwareFlasher::readStream()
     }
     lastChunk = process->readAllStandardOutput();
     if (logFile->isOpen()) {
-        logFile->write(lastChunk); // bytes: what is no text is logged unchanged too
+        logFile->write(lastChunk); // bytes: output that is not text is logged unchanged, too
         logFile->flush();
     }
     switch (stage) {
@@ -320,7 +320,7 @@ void FirmwareFlasher::release()
 
 void FirmwareFlasher::report(const std::function<void()>& show)
 {
-    // Not from inside the process's own signal: a dialog's event loop would see its end.
+    // Not from within the process's own signal: its end would be handled in a dialog's event loop.
     QMetaObject::invokeMethod(
         this,
         [this, show] {
@@ -346,7 +346,7 @@ void FirmwareFlasher::stopWatchdog()
 {
     if (watchdog != nullptr) {
         watchdog->stop();
-        watchdog->deleteLater(); // it may be its own signal that stops it
+        watchdog->deleteLater(); // this may be called from its own signal
         watchdog = nullptr;
     }
 }
@@ -356,7 +356,7 @@ void FirmwareFlasher::chargingCompleteDialogueBox()
     const QPointer<KelvaronResetDialog> dialog = new KelvaronResetDialog(
         QStringLiteral("Firmware Successfully Flashed!"), comPort, window());
     dialog->exec();
-    delete dialog; // unless the window has taken it along
+    delete dialog; // unless it was deleted with the window
 }
 
 void FirmwareFlasher::cleanUI()

@@ -23,10 +23,10 @@ class KelvaronFirmwareToolWindow;
 
 namespace FirmwareTool
 {
-/// Writes the firmware of a bundle file into the charger: one run of the uploader erases, programs
-/// and verifies, and its standard output alone tells how far it has come. The flasher shows that on
-/// the form of the firmware tool window. Known failures in the output end the run with an error; so
-/// does a watchdog when the output has gone quiet.
+/// Writes the firmware of a bundle file to the charger: one run of the uploader erases, programs
+/// and verifies. Its progress is known only from its standard output; the flasher shows it on the
+/// form of the firmware tool window. Known failures in the output end the run with an error, and so
+/// does a watchdog when the output stops.
 ///
 /// Each run writes a log file in the folder "logs". Everything happens in the working folder.
 class FirmwareFlasher : public QObject
@@ -37,64 +37,65 @@ public:
     /// Seconds since the epoch.
     using Clock = std::function<std::time_t()>;
 
-    /// `parent` is the firmware tool window; message boxes stand over it. `form` is borrowed and has
-    /// to live as long as the window takes events.
+    /// `parent` is the firmware tool window; the parent of message boxes. `form` is borrowed and
+    /// must exist as long as the window receives events.
     FirmwareFlasher(QObject* parent, Ui::KelvaronFirmwareToolWindow* form);
     ~FirmwareFlasher() override;
 
-    /// The firmware file; an empty path counts as none, "NOPATH".
+    /// Sets the firmware file; an empty path means none and becomes "NOPATH".
     void setHexPath(const QString& path);
     QString getHexPath() const { return hexPath; }
 
-    /// "Path : " and the path.
+    /// Returns "Path : " and the path.
     QString toString() const;
 
     void setComPort(const QString& port) { comPort = port; }
 
-    /// Whether the profiles stored in the charger are replaced.
+    /// Sets whether the profiles stored in the charger are replaced.
     void setDeleteProfiles(bool overwrite) { overwritesProfiles = overwrite; }
 
-    /// Replaces the system's clock by which the watchdog counts.
+    /// Replaces the system's clock for the watchdog.
     void setClock(Clock newClock) { clock = std::move(newClock); }
 
-    /// Starts a run when the port is free; one that is still going on is given up. Throws
-    /// std::runtime_error when a file of an earlier run is in the way; of a run that had to wait, error
-    /// 10 is shown and the window closed instead.
+    /// Starts a run when the port is free; abandons a run that is still going on. Throws
+    /// std::runtime_error if a file of an earlier run cannot be replaced. If the run had to wait,
+    /// error 10 is shown and the window is closed instead.
     void startFlashing();
 
-    /// Ends a run that is still going on, without a message.
+    /// Ends a run in progress without a message.
     void giveUp();
 
 signals:
-    /// A flash was verified; once a run.
+    /// Emitted once per run when the flash was verified.
     void flashed();
 
-    /// A run is over, successful or not, and the user has seen its result. Not emitted for a run that
-    /// was given up.
+    /// Emitted when a run, successful or not, is over and the user has seen its result. Not emitted
+    /// for an abandoned run.
     void ended();
 
 public slots:
-    /// Takes in what the uploader has printed.
+    /// Reads what the uploader has printed.
     void readStream();
 
-    /// Ends the run when it has been quiet for too long.
+    /// Ends the run if the uploader has printed nothing for too long.
     void checkAppFrozen();
 
-    /// Shows that the stage of this moment was entered.
+    /// Shows that the current stage was entered.
     void updateGUI();
 
-    /// Shows a run that has not begun.
+    /// Resets the form to its state before a run.
     void cleanUI();
 
     void initializeSuplLogFile();
 
-    /// False, with the fitting error and nothing changed, when the firmware file is missing or lacks
-    /// a part that the flash needs. A part that could not be written is reported by the uploader.
+    /// Extracts the files that the flash needs. If the firmware file or one of its parts is
+    /// missing, shows the error, changes nothing and returns false. The uploader reports a part
+    /// that could not be written.
     bool extractRequiredFiles();
 
     void startTimeoutTimer();
 
-    /// Asks whether the charger is to be reset.
+    /// Asks whether to reset the charger.
     void chargingCompleteDialogueBox();
 
 private:
@@ -132,11 +133,12 @@ private:
     QString comPort;
     bool overwritesProfiles = false;
     QPointer<PortTurn> turn;
-    QPointer<QProcess> process; ///< a child of this object's parent; none while the port is in use
+    QPointer<QProcess>
+        process; ///< a child of this object's parent; null while waiting for the port
     QByteArray lastChunk;
     Ui::KelvaronFirmwareToolWindow* ui;
     int stage = ERASING;
-    bool isStarting = false; ///< the caller of startFlashing() takes its exceptions
+    bool isStarting = false; ///< startFlashing() can still throw to its caller
     std::time_t lastActivity = 0;
     QTimer* watchdog = nullptr; ///< a child of this object
     Clock clock;

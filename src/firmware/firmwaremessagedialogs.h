@@ -2,22 +2,23 @@
 
 class QWidget;
 
-/// The messages of the firmware tool window, a function each. Every function shows a modal message
-/// box over `parent` and returns its result, the button pressed.
+/// The messages of the firmware tool window, one function each. Every function shows a modal
+/// message box over `parent` and returns its result, the button pressed.
 class FirmwareMessageDialogs
 {
 public:
     FirmwareMessageDialogs() = delete;
 
-    /// How firmware is updated, step by step.
+    /// Explains step by step how to update the firmware.
     static int firmwareToolHelp(QWidget* parent);
 
-    /// A flash was to be started without a file.
+    /// A flash was requested without a file.
     static int noFileSpecified(QWidget* parent);
 
-    /// The chosen file is no bundle, or a damaged one.
+    /// The chosen file is not a bundle, or it is damaged.
     static int notAFirmwareFile(QWidget* parent);
 
-    /// Yes or No, No the default: the chosen firmware replaces the charger's profiles.
+    /// Asks whether to go on although the chosen firmware replaces the charger's profiles. Returns
+    /// Yes or No; No is the default.
     static int askReplaceProfiles(QWidget* parent);
 };

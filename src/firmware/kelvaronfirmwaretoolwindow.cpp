@@ -28,7 +28,7 @@ namespace
 constexpr int collapsedHeight = 245; // pixels
 constexpr int expandedHeight = 273;
 
-/// Hides a widget that keeps its place.
+/// Hides a widget but keeps its space in the layout.
 void hideInPlace(QWidget* widget)
 {
     QSizePolicy policy = widget->sizePolicy();
@@ -37,7 +37,7 @@ void hideInPlace(QWidget* widget)
     widget->hide();
 }
 
-/// Whether this firmware replaces the profiles in the charger by its own.
+/// Returns whether this firmware replaces the charger's profiles with its own.
 bool replacesProfiles(const QString& path)
 {
     const QString text = KelvaronBundle::getBundleVersion(path);
@@ -138,7 +138,7 @@ void KelvaronFirmwareToolWindow::on_submitButton_clicked()
     }
 }
 
-/// What is flashed, and through which port, is settled while a flash goes on.
+/// The file and the port cannot be changed during a flash.
 void KelvaronFirmwareToolWindow::setChoicesEnabled(bool enabled)
 {
     ui->fileInputBox->setEnabled(enabled);
@@ -216,7 +216,7 @@ void KelvaronFirmwareToolWindow::removePortFromDropdown(const QextPortInfo& port
 
 void KelvaronFirmwareToolWindow::closeEvent(QCloseEvent* event)
 {
-    flasher->giveUp(); // before the files that its uploader reads change
+    flasher->giveUp(); // before the files that its uploader reads are changed
     FirmwareFiles::restoreDeviceDescription();
     emit closing();
     QMainWindow::closeEvent(event);

@@ -21,8 +21,8 @@ namespace FirmwareTool
 class FirmwareFlasher;
 
 /// The window that updates the charger's firmware: the user picks a firmware bundle and a port,
-/// chooses whether the charger's stored profiles are overwritten and starts the flash. It shows
-/// itself and deletes itself when closed; closing it ends a flash.
+/// chooses whether the charger's stored profiles are overwritten and starts the flash. The window
+/// shows itself and deletes itself when closed; closing it ends a flash in progress.
 class KelvaronFirmwareToolWindow : public QMainWindow
 {
     Q_OBJECT
@@ -32,14 +32,14 @@ public:
     ~KelvaronFirmwareToolWindow() override;
 
 signals:
-    /// New firmware is in the charger.
+    /// Emitted when new firmware is in the charger.
     void flashed();
 
-    /// The window is about to close.
+    /// Emitted when the window is about to close.
     void closing();
 
 public slots:
-    // Connected to the form's widgets by their names.
+    // Connected by name to the form's widgets.
     void on_selectFileButton_clicked();
     void on_fileInputBox_textEdited(const QString& path);
     void on_submitButton_clicked();

@@ -18,23 +18,24 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop) {
         return QObject::eventFilter(watched, event);
     }
-    auto* drop = static_cast<QDropEvent*>(event); // the base class of both
+    auto* drop = static_cast<QDropEvent*>(event); // the base class of drag and drop events
     const QString fileName = fileOf(drop->mimeData());
     if (fileName.isEmpty()) {
         event->ignore();
         return true;
     }
-    drop->setDropAction(Qt::CopyAction); // the file stays where it is
+    drop->setDropAction(Qt::CopyAction); // the source must not remove the file
     drop->accept();
     if (event->type() == QEvent::Drop) {
-        // Queued: a question would keep the other program waiting.
+        // Queued: a message box would block the program from which the file was dragged.
         QMetaObject::invokeMethod(
             this, [this, fileName] { emit dropped(fileName); }, Qt::QueuedConnection);
     }
     return true;
 }
 
-/// The one file that is dragged; empty when there is none, more than one, or it cannot be taken now.
+/// Returns the dragged file; empty if there is none or more than one, or if no file is accepted
+/// now.
 QString FileDrop::fileOf(const QMimeData* data) const
 {
     const QList<QUrl> urls = data->urls();

@@ -5,7 +5,7 @@
 class QMimeData;
 class QWidget;
 
-/// Lets the user drop a file on a window. While a dialog is open nothing is taken.
+/// Lets the user drop a file on a window. While a dialog is open, no file is accepted.
 class FileDrop : public QObject
 {
     Q_OBJECT
@@ -15,11 +15,11 @@ public:
     explicit FileDrop(QWidget* window);
 
 public slots:
-    /// Whether files are taken; they are from the start.
+    /// Sets whether files are accepted; they are by default.
     void setEnabled(bool on) { isEnabled = on; }
 
 signals:
-    /// The file, by its path, after the program that it was dragged from has been answered.
+    /// Emitted with the path of the file, after the source of the drag has got its answer.
     void dropped(const QString& fileName);
 
 protected:

@@ -12,14 +12,14 @@ KeyboardReturn::KeyboardReturn(QWidget* window) : QObject(window), mainWindow(wi
 
 bool KeyboardReturn::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::ChildRemoved) { // a dialog has been destroyed, perhaps
+    if (event->type() == QEvent::ChildRemoved) { // a destroyed object may have been a dialog
         QMetaObject::invokeMethod(this, &KeyboardReturn::settleActiveWindow, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
 }
 
-/// A dialog that goes before it was ever given the focus leaves Qt with a window that has the keyboard
-/// but is not active: none of its widgets has the focus then.
+/// A dialog that closes before it had the focus leaves Qt with a window that has the keyboard focus
+/// but is not active; none of its widgets has the focus then.
 void KeyboardReturn::settleActiveWindow()
 {
     if (QApplication::activeWindow() == nullptr && QApplication::activeModalWidget() == nullptr
@@ -40,7 +40,7 @@ void KeyboardReturn::onFocusWindowChanged(QWindow* window)
     }
     lastWindow = window;
     if (window != nullptr) {
-        // A window that is destroyed with the focus announces no change of it.
+        // No change of focus is reported when a window is destroyed while it has the focus.
         connect(window, &QObject::destroyed, this, &KeyboardReturn::onDialogGone);
     } else if (sinceGone.isValid() && sinceGone.elapsed() < moment) {
         checkSoon();
@@ -55,7 +55,7 @@ void KeyboardReturn::onDialogGone()
 
 void KeyboardReturn::checkSoon()
 {
-    // The window below may be the next to close.
+    // The window below may be about to close, too.
     QMetaObject::invokeMethod(this, &KeyboardReturn::returnKeyboard, Qt::QueuedConnection);
 }
 

@@ -7,11 +7,12 @@
 
 class QWidget;
 
-/// Gives the keyboard back to the main window when the last dialog has gone. Some window managers hand
-/// it to a dialog that is just closing when two close at once, and then nobody has it.
+/// Returns the keyboard focus to the main window when the last dialog has closed. When two dialogs
+/// close at once, some window managers give the focus to the one that is just closing, and then no
+/// window has it.
 ///
-/// A user who has turned to another program is left there, unless that was at the very moment of the
-/// dialog's end: then it is thought to be the window manager's doing.
+/// If the user has switched to another program, the focus stays there, unless the switch happened
+/// in the moment when the dialog closed: it is then taken to be the window manager's doing.
 class KeyboardReturn : public QObject
 {
     Q_OBJECT
@@ -31,6 +32,6 @@ private:
     void settleActiveWindow();
 
     QWidget* mainWindow;
-    QPointer<QWindow> lastWindow; ///< that had the keyboard
-    QElapsedTimer sinceGone;      ///< since the last dialog has gone
+    QPointer<QWindow> lastWindow; ///< the dialog that had the keyboard focus
+    QElapsedTimer sinceGone;      ///< since the last dialog closed
 };

@@ -3,9 +3,9 @@
 class QMenuBar;
 
 /// The key F10, which opens the first menu of a window on most desktops. The titles of our menus
-/// have no letters of their own to press with Alt.
+/// have no mnemonics.
 namespace MenuKey
 {
-/// For the window that `menuBar` belongs to.
+/// Adds the key to the window that contains `menuBar`.
 void install(QMenuBar* menuBar);
 } // namespace MenuKey

@@ -4,14 +4,14 @@
 
 class QWidget;
 
-/// Makes the shortcuts of a window's buttons click at once. A button itself shows itself pressed for a
-/// tenth of a second first, and swallows what is pressed meanwhile.
+/// Makes the shortcuts of a window's buttons click at once. By default a button first appears
+/// pressed for a tenth of a second and ignores keys pressed in the meantime.
 class PromptShortcuts : public QObject
 {
     Q_OBJECT
 
 public:
-    /// For the buttons with a shortcut that `window`, which becomes the parent, has now.
+    /// Handles the buttons with a shortcut that `window` has now. `window` becomes the parent.
     explicit PromptShortcuts(QWidget* window);
 
 protected:

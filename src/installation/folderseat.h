@@ -6,24 +6,24 @@
 
 class QLockFile;
 
-/// This program's seat among the editors that work in one folder, taken while the object lives. Each seat
-/// has file names of its own for what must not be overwritten by another editor.
+/// The number of this editor among those that work in one folder, reserved while the object exists.
+/// Each seat has its own names for files that another editor must not overwrite.
 class FolderSeat
 {
 public:
-    /// Takes the first free seat of `folder`. A seat left by a program that crashed is free.
+    /// Takes the first free seat in `folder`. The seat of a crashed program is free.
     explicit FolderSeat(const QString& folder);
     ~FolderSeat();
 
     FolderSeat(const FolderSeat&) = delete;
     FolderSeat& operator=(const FolderSeat&) = delete;
 
-    /// Whether no other editor was in the folder. Also true where no seat can be taken because the
-    /// folder is read-only: nothing can be overwritten there.
+    /// Returns whether this is the first editor in the folder. Also true if no seat could be taken
+    /// because the folder is read-only: nothing can be overwritten there.
     bool isFirst() const { return number == 1; }
 
-    /// The file's name for this seat: unchanged for the first one, else with its number before the
-    /// suffix ("backup_2.xml").
+    /// Returns the file's name for this seat: unchanged for the first one, otherwise with the
+    /// seat's number before the suffix ("backup_2.xml").
     QString ownName(const QString& fileName) const;
 
 private:

@@ -97,7 +97,7 @@ bool ContrastStyle::isNeeded(const QStyleOption& option) const
 
 bool ContrastStyle::isCheckBoxSeen(const QPalette& palette) const
 {
-    constexpr double legible = 3; // what guidelines ask of the parts of a control
+    constexpr double legible = 3; // the minimum that guidelines require for the parts of a control
     const QColor background = palette.color(QPalette::Window);
     QStyleOptionButton option;
     option.palette = palette;

@@ -5,19 +5,19 @@
 #include <QHash>
 
 /// The desktop's style, made visible on dark backgrounds. Some styles frame their fields, boxes and
-/// buttons with a shade that is darker than the window: on a dark one the empty check box can hardly
-/// be seen, on a black one not at all. Such a style is known by what it draws, not by its name: a
-/// desktop may have wrapped it in another.
+/// buttons with a shade that is darker than the window: an empty check box is hardly visible on a
+/// dark window and invisible on a black one. Such a style is detected by what it draws, not by its
+/// name: a desktop may have wrapped it in another.
 class ContrastStyle : public TextStyle
 {
     Q_OBJECT
 
 public:
-    /// Around the desktop's style, or the one of this name.
+    /// Wraps the desktop's style, or the style of the given name.
     ContrastStyle() = default;
     explicit ContrastStyle(const QString& styleName);
 
-    /// Gives links a colour that can be read.
+    /// Gives links a readable colour.
     void polish(QPalette& palette) override;
     using TextStyle::polish;
 
@@ -33,6 +33,7 @@ private:
     bool isCheckBoxSeen(const QPalette& palette) const;
     void outline(const QStyleOption& option, QPainter* painter) const;
 
-    /// Whether an empty check box is seen, by the colours of the window and of its texts.
+    /// Returns whether an empty check box is visible, judged by the colours of the window and its
+    /// texts.
     mutable QHash<QPair<QRgb, QRgb>, bool> seenBoxes;
 };

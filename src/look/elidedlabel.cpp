@@ -22,10 +22,10 @@ bool ElidedLabel::event(QEvent* event)
         return QLabel::event(event);
     }
     if (shownText() == text()) {
-        event->ignore(); // what is around the label may have a tooltip
+        event->ignore(); // a widget around the label may have a tooltip
         return false;
     }
-    // Of no widget: a tooltip of this one would take over the style sheets around it.
+    // Without a widget: a tooltip of this one would inherit the style sheets around it.
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
                        Qt::convertFromPlainText(text()));
     return true;
@@ -34,7 +34,7 @@ bool ElidedLabel::event(QEvent* event)
 void ElidedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // that of the text
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // the text's own width
     style()->drawItemText(
         &painter, contentsRect(),
         QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter), palette(),

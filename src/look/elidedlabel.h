@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// A plain-text label of one line that shows "…" where its text does not fit; the whole text is then
-/// its tooltip. A whole text leaves the tooltip to the widget around it.
+/// A plain-text label of one line that shows "…" where its text does not fit; the whole text is
+/// then its tooltip. A label whose text fits leaves the tooltip to the widget around it.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT

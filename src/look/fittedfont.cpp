@@ -15,7 +15,7 @@ const char scaleProperty[] = "textScale";
 constexpr double smallest = 6; // points
 constexpr double step = 1;
 
-/// Layouts do not count how high a text is that is wrapped.
+/// Layouts do not take the height of wrapped texts into account.
 bool areWrappedTextsWhole(const QWidget& window)
 {
     const QList<QLabel*> labels = window.findChildren<QLabel*>();
@@ -85,7 +85,7 @@ void FittedFont::use(double pointSize)
             child->setFont(scaled);
         }
     }
-    // The need of a widget reaches the layouts around it by these events.
+    // These events report to the surrounding layouts that a widget needs another size.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 

@@ -5,9 +5,9 @@
 
 class QWidget;
 
-/// Keeps the texts of a window as large as the system wants them while the window has room for
-/// them, and makes them smaller while it has not, so that none is cut off. Widgets with a dynamic
-/// property `textScale` have texts this many times as large.
+/// Keeps the texts of a window at the system's font size while there is room for them, and reduces
+/// the size otherwise, so that no text is cut off. The dynamic property `textScale` of a widget
+/// multiplies its font size.
 class FittedFont : public QObject
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
     /// Watches `window`, which has a layout and owns this object.
     explicit FittedFont(QWidget* window);
 
-    /// The size in points that the system wants.
+    /// Returns the system's font size in points.
     static double wantedSize();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -28,7 +28,7 @@ private:
 
     QWidget* window;
     double size = 0;   ///< in points
-    bool busy = false; ///< a change of the font makes events of its own
-    QSize fittedTo;    ///< the window's size and need when it was fitted last
+    bool busy = false; ///< a change of the font causes further events
+    QSize fittedTo;    ///< the window's size, and the size it needed, when it was last fitted
     QSize fittedNeed;
 };

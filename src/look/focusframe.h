@@ -3,8 +3,8 @@
 class QPainter;
 class QRect;
 
-/// The mark of the keyboard focus on the light rows of the profile list, whose style sheets leave
-/// the style no room for its own.
+/// The focus frame on the light rows of the profile list; their style sheets keep the style from
+/// drawing its own.
 namespace FocusFrame
 {
 /// Draws it along the inside of `area`.

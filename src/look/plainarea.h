@@ -2,13 +2,14 @@
 
 class QAbstractScrollArea;
 
-/// The look of the two scroll areas of the main window. Their own background takes the native look of the
-/// scroll bars away, and the native frame has gaps at fractional scales.
+/// The appearance of the main window's two scroll areas. A background of their own deprives the
+/// scroll bars of their native appearance, and the native frame has gaps at fractional scale
+/// factors.
 namespace PlainArea
 {
 /// Gives an area a plain frame and flat scroll bars.
 void dress(QAbstractScrollArea* area);
 
-/// Gives it no frame and the native scroll bars.
+/// Removes the frame and restores the native scroll bars.
 void undress(QAbstractScrollArea* area);
 } // namespace PlainArea

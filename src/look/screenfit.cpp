@@ -39,7 +39,8 @@ QMargins expectedFrame(const QWidget& window)
     return {border, titleBar, border, border};
 }
 
-/// The place nearest to `wanted` that lies within `area` as a whole, or begins at its top left.
+/// Returns the position nearest to `wanted` at which the whole window is within `area`, or the
+/// area's top left if the window is too large.
 QRect movedInto(const QRect& area, QRect wanted)
 {
     wanted.moveRight(qMin(wanted.right(), area.right()));
@@ -69,7 +70,7 @@ void ScreenFit::centre(QWidget* window)
     if (owner == nullptr || !owner->window()->isVisible()) {
         return;
     }
-    // As large as it will be: what it shows may need more room than it has been given.
+    // The size it will have: its content may need more room than it has been given.
     window->ensurePolished();
     window->layout()->activate();
     QRect place = QRect(QPoint(), window->size()).marginsAdded(expectedFrame(*window));
@@ -84,7 +85,7 @@ bool ScreenFit::eventFilter(QObject* watched, QEvent* event)
         fit();
         break;
     case QEvent::WindowActivate:
-        if (isFrameGuessed) { // the system has drawn it by now
+        if (isFrameGuessed) { // by now the system has drawn the frame
             isFrameGuessed = false;
             fit();
             moveOntoScreen();
@@ -105,7 +106,8 @@ bool ScreenFit::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-/// A user makes a window larger than its minimum; a layout as large as that.
+/// A window larger than its minimum was resized by the user; a layout makes
+/// it exactly that large.
 bool ScreenFit::hasGrownByLayout(const QResizeEvent* event) const
 {
     const QSize now = event->size();
@@ -135,14 +137,14 @@ void ScreenFit::fitMinimum()
         return;
     }
     const bool wasPushed = isLarger(window->minimumSize(), most);
-    // An explicit minimum holds, whatever the layout needs.
+    // An explicit minimum size takes precedence over the layout's.
     if (need.width() > most.width() && ownMinimum.width() == 0) {
         window->setMinimumWidth(qMin(most.width(), window->maximumWidth()));
     }
     if (need.height() > most.height() && ownMinimum.height() == 0) {
         window->setMinimumHeight(qMin(most.height(), window->maximumHeight()));
     }
-    if (wasPushed) { // a widget that is shown may have the layout done at once
+    if (wasPushed) { // setting the minimum of a visible widget may activate the layout at once
         window->resize(window->size().boundedTo(most));
     }
 }

@@ -6,26 +6,27 @@
 class QResizeEvent;
 class QWidget;
 
-/// Keeps a window within the free area of its screen, the frame that the system draws around it included.
+/// Keeps a window within the free area of its screen, the frame that the system draws around it
+/// included.
 ///
-/// A window that needs more room than there is gets the size of the room: a FittedFont then makes its
-/// texts smaller. A window whose layout fixes its size gets a smaller font here. A window that the user
-/// makes larger is left alone.
+/// A window that needs more room than the screen has gets the size of the free area; its FittedFont
+/// then reduces the font size. A window whose layout fixes its size gets a smaller font here. A
+/// window that the user enlarges is left alone.
 class ScreenFit : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Watches `window`, which has a layout and owns this object. To be made after the window's
-    /// FittedFont, if it has one.
+    /// Watches `window`, which has a layout and owns this object. REQUIRES: the window's
+    /// FittedFont, if any, was created before.
     explicit ScreenFit(QWidget* window);
 
-    /// The largest size, without its frame, that the window may have on its screen. As long as the window
-    /// has no frame, that of the window it belongs to counts, or else a generous guess.
+    /// Returns the largest size, without the frame, that the window may have on its screen. Until
+    /// the window has a frame, the frame of its parent window is used, or else a generous guess.
     static QSize room(const QWidget& window);
 
-    /// Moves a window with a layout that is about to be shown over the middle of the window it belongs to, as far as
-    /// the screen has room there. Without a visible one the system chooses the place.
+    /// Centres a window with a layout, about to be shown, over its parent window, as far as the
+    /// screen has room there. Without a visible parent window the system chooses the position.
     static void centre(QWidget* window);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -38,6 +39,6 @@ private:
     void moveOntoScreen();
 
     QWidget* window;
-    QSize ownMinimum; ///< which is never made larger
+    QSize ownMinimum; ///< never enlarged
     bool isFrameGuessed = true;
 };

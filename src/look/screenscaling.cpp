@@ -10,9 +10,9 @@
 
 void ScreenScaling::roundIfMeasured(std::vector<char*> arguments)
 {
-#ifdef Q_OS_LINUX // the other systems have settings
+#ifdef Q_OS_LINUX // the other systems have a setting for it
     constexpr char rule[] = "QT_SCALE_FACTOR_ROUNDING_POLICY";
-    constexpr double leastSetting = 0.1; // nobody sets less than this beside a whole factor
+    constexpr double leastSetting = 0.1; // users choose coarser factors
     const QScreen* screen = QGuiApplication::primaryScreen();
     const double factor = screen != nullptr ? screen->devicePixelRatio() : 1;
     const double rest = std::abs(factor - std::round(factor));
@@ -20,7 +20,7 @@ void ScreenScaling::roundIfMeasured(std::vector<char*> arguments)
         qputenv(rule, "Round");
         arguments.push_back(nullptr);
         execv("/proc/self/exe", arguments.data());
-        qunsetenv(rule); // it goes on as it is
+        qunsetenv(rule); // if this fails, the program continues unchanged
     }
 #else
     Q_UNUSED(arguments)

@@ -4,11 +4,11 @@
 
 #include <vector>
 
-/// How the program follows the scale factor of a screen.
+/// Applies the scale factor of the screen.
 namespace ScreenScaling
 {
-/// Takes the factor as it is: rounded, 150% would become 200% and the window larger than many
-/// screens. To be called before the application object is made.
+/// Uses the exact factor: rounding would turn 150% into 200% and make the window larger than many
+/// screens. Call this before the application object is created.
 inline void use()
 {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
@@ -17,10 +17,11 @@ inline void use()
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 
-/// To be called right after the application object was made, with the arguments that it was given.
+/// Call this right after the application object is created, with the same arguments.
 ///
-/// An X server without a setting of its own is measured in millimetres, and comes out at 1.001 or 1.04
-/// instead of 1: lines of a pixel then get lost. Such a factor is rounded: the program starts itself
-/// anew, for Qt takes another rule only before the first screen.
+/// For an X server without a setting of its own, Qt computes the factor from the screen's size in
+/// millimetres and may arrive at 1.001 or 1.04 instead of 1; lines one pixel wide then disappear.
+/// Such a factor is rounded. The program restarts itself for this, because Qt accepts another
+/// rounding policy only before the first screen exists.
 void roundIfMeasured(std::vector<char*> arguments);
 } // namespace ScreenScaling

@@ -25,7 +25,7 @@ void ShrinkingLabel::paintEvent(QPaintEvent*)
     }
     QPainter painter(this);
     painter.setFont(fitting);
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // that of the text
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // the text's own width
     style()->drawItemText(
         &painter, contentsRect(),
         QStyle::visualAlignment(layoutDirection(), Qt::AlignRight | Qt::AlignVCenter), palette(),

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-/// A plain-text label of one line whose letters get smaller where its text does not fit.
+/// A plain-text label of one line that reduces its font size where its text does not fit.
 class ShrinkingLabel : public QLabel
 {
     Q_OBJECT
@@ -10,7 +10,7 @@ class ShrinkingLabel : public QLabel
 public:
     explicit ShrinkingLabel(const QString& text, QWidget* parent = nullptr);
 
-    /// As narrow as anyone likes.
+    /// Allows any width down to 0.
     QSize minimumSizeHint() const override;
 
 protected:

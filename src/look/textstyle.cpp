@@ -7,15 +7,15 @@
 
 namespace
 {
-/// The parts of a menu item's text, with marks that keep their signs in order among the letters.
+/// The parts of a menu item's text, with direction marks that keep the punctuation in its place.
 QString inOwnDirection(const QString& text)
 {
     const QChar mark = text.isRightToLeft() ? QChar(0x200F) : QChar(0x200E);
-    const QChar tab = QLatin1Char('\t'); // between the command and its key
+    const QChar tab = QLatin1Char('\t'); // separates the command from its shortcut
     return mark + QString(text).replace(tab, mark + QString(tab) + mark) + mark;
 }
 
-/// Labels and fields align a text by its own direction, which would leave it on the left.
+/// Labels and fields align a text by the text's own direction, which would keep it on the left.
 template <typename Widget>
 void alignRight(Widget* widget)
 {
@@ -61,7 +61,7 @@ void TextStyle::drawControl(ControlElement element, const QStyleOption* option, 
 void TextStyle::drawComboBoxLabel(const QStyleOptionComboBox& option, QPainter* painter,
                                   const QWidget* widget) const
 {
-    constexpr int margins = 2;   // pixels beside the text, as styles draw it
+    constexpr int margins = 2;   // pixels beside the text, as drawn by most styles
     constexpr int iconSpace = 4; // between icon and text
     int room = proxy()->subControlRect(CC_ComboBox, &option, SC_ComboBoxEditField, widget).width()
                - margins;
@@ -69,10 +69,10 @@ void TextStyle::drawComboBoxLabel(const QStyleOptionComboBox& option, QPainter* 
         room -= option.iconSize.width() + iconSpace;
     }
     QStyleOptionComboBox fitted(option);
-    // Ports and chemistries are told apart by their ends.
+    // The ends of ports and chemistries distinguish them.
     fitted.currentText = option.fontMetrics.elidedText(option.currentText, Qt::ElideMiddle, room);
     painter->save();
-    painter->setLayoutDirection(Qt::LayoutDirectionAuto); // that of the text
+    painter->setLayoutDirection(Qt::LayoutDirectionAuto); // the text's own width
     QProxyStyle::drawControl(CE_ComboBoxLabel, &fitted, painter, widget);
     painter->restore();
 }

@@ -4,20 +4,20 @@
 
 class QStyleOptionComboBox;
 
-/// The desktop's style with texts that can be read. The text of a drop-down box that has too little
-/// room is cut in its middle, with "…". Where windows run from right to left, labels and fields have
-/// their texts on the right, and the texts of drop-down boxes and menus run as their own letters do: a
+/// The desktop's style with readable texts. A drop-down box that is too narrow for its text elides
+/// the middle of the text. In right-to-left windows, the texts of labels and fields are aligned
+/// right, and the texts of drop-down boxes and menus keep the direction of their own characters: a
 /// path begins with its slash.
 class TextStyle : public QProxyStyle
 {
     Q_OBJECT
 
 public:
-    /// Around the desktop's style, or the one of this name.
+    /// Wraps the desktop's style, or the style of the given name.
     TextStyle() = default;
     explicit TextStyle(const QString& styleName);
 
-    /// Aligns the text of a label or field when it is first shown.
+    /// Sets the alignment of a label or field when it is first shown.
     void polish(QWidget* widget) override;
     using QProxyStyle::polish;
 

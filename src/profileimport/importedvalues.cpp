@@ -70,7 +70,7 @@ bool ImportedValues::differsFromDefault(const StructSetting& setting)
     case StructSetting::NUM: {
         const double value = std::get<HParser::Formula*>(setting.defaultValue)->toDouble();
         const double standard = setting.setInBoundsAndDecPlaces(value);
-        // Shifted by one, since a relative comparison with 0 is never fuzzy.
+        // Both are shifted by 1: the relative comparison with 0 would be exact.
         return !qFuzzyCompare(setting.number() + 1, standard + 1);
     }
     case StructSetting::BOOL:

@@ -17,32 +17,32 @@ class StructSettings;
 
 namespace ImportProfiles
 {
-/// Makes settings of the texts of a file. Values are stored as the file has them; a missing one becomes
-/// 0, false or empty.
+/// Creates settings from the texts of a file. Values are stored as they are in the file; a missing
+/// one becomes 0, false or empty.
 class ImportedValues
 {
 public:
     ImportedValues() = delete;
 
-    /// A profile with its modifiable flag; the others are the caller's.
-    /// REQUIRES: a chemistry that the schema holds (fatal assertion).
+    /// Returns a profile with its modifiable flag; the caller sets the other flags. REQUIRES: a
+    /// chemistry of the schema (fatal assertion).
     static std::unique_ptr<ProfileSettings> makeProfile(const ParsedProfile& parsed,
                                                         HParser::Generator* generator);
 
-    /// The chemistry that the file names.
+    /// Returns the chemistry named in the file.
     static QString chemistryOf(const ParsedProfile& parsed);
 
-    /// Stores the texts of all visible settings and marks edited advanced ones.
+    /// Stores the texts of all visible settings and marks advanced settings that were edited.
     static void store(const ParsedProfile& parsed, HParser::StructSettings* settings);
 
-    /// The value for a setting's name; empty when it is missing.
+    /// Returns the value for a setting's name; empty if it is missing.
     static QString valueFor(const QMap<QString, QString>& properties,
                             const QString& descriptiveName);
 
-    /// True when a visible advanced setting differs from its default.
+    /// Returns true if a visible advanced setting differs from its default.
     static bool hasEditedAdvancedSettings(const HParser::StructSettings& settings);
 
-    /// True when every visible setting's text is exactly the file's.
+    /// Returns true if every visible setting has exactly the text in the file.
     static bool equal(const ParsedProfile& parsed, const HParser::StructSettings& settings);
 
 private:

@@ -1,8 +1,8 @@
 #pragma once
 
-/// Why profiles are read into the list, which messages about them have to name.
+/// The reason why profiles are read into the list; messages about them depend on it.
 enum class ImportOccasion
 {
-    USER_IMPORT,  ///< the user has chosen a file or reads the charger
-    BUNDLE_RELOAD ///< the same list comes back, read against a newer bundle
+    USER_IMPORT,  ///< the user has chosen a file or is reading the charger
+    BUNDLE_RELOAD ///< the same list is read again with a newer bundle
 };

@@ -19,7 +19,7 @@ namespace ImportProfiles
 {
 namespace
 {
-/// How a message names a profile: its title, where it has one, and its chemistry.
+/// Returns the name of a profile in messages: its title, if any, and its chemistry.
 QString shownName(const ParsedProfile& parsed)
 {
     const QString title = parsed.getProperties().value(QStringLiteral("title"));

@@ -20,9 +20,9 @@ class StructSettings;
 
 namespace ImportProfiles
 {
-/// Turns what a file holds into live profiles and global settings. Values are stored as the file
-/// has them; a missing one becomes 0, false or empty. What the file does not match the schema in is
-/// reported afterwards in one message.
+/// Turns the content of a file into profiles and global settings. Values are stored as they are in
+/// the file; a missing one becomes 0, false or empty. Deviations from the schema are reported
+/// afterwards in one message.
 class ImportProfilesMain : public QObject
 {
     Q_OBJECT
@@ -35,29 +35,29 @@ public:
     /// Replaces the schema.
     void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
 
-    /// Makes every profile and emits it, in list order. Profiles of a chemistry that the schema
-    /// does not hold are left out; one message names them afterwards, and the file that has them.
+    /// Creates every profile and emits it, in list order. Profiles of a chemistry that the schema
+    /// does not have are left out; one message afterwards names them and the file.
     void importProfiles(const QList<ParsedProfile*>& parsedProfiles, const QString& fileName = {},
                         ImportOccasion occasion = ImportOccasion::USER_IMPORT);
 
-    /// True when the schema holds the chemistry of at least one of the profiles.
+    /// Returns true if the schema has the chemistry of at least one of the profiles.
     bool canImportAny(const QList<ParsedProfile*>& parsedProfiles) const;
 
-    /// Asks, when they differ from the current ones, whether to take over the global settings.
+    /// If the global settings differ from the current ones, asks whether to use them.
     void importGlobalSettings(const ParsedProfile* parsed);
 
-    /// The value for a setting's name; empty when it is missing.
+    /// Returns the value for a setting's name; empty if it is missing.
     static QString getValueFromMapAndDescriptiveName(const QMap<QString, QString>& properties,
                                                      const QString& descriptiveName);
 
-    /// True when a visible advanced setting differs from its default.
+    /// Returns true if a visible advanced setting differs from its default.
     static bool getAdvancedSettingsEdited(const HParser::StructSettings* settings);
 
-    /// True when every global setting's text is exactly the imported one.
+    /// Returns true if every global setting has exactly the imported text.
     bool getGlobalSettingsSameAsCurrentOnes(const ParsedProfile* parsed) const;
 
 signals:
-    /// Before the first and after the last profile of one import.
+    /// Emitted before the first and after the last profile of an import.
     void importStarted();
     void importFinished();
 
@@ -71,6 +71,6 @@ private:
 
     QWidget* parentWidget;
     HParser::Generator* generator;
-    ImportReport report; ///< of the import that is going on
+    ImportReport report; ///< of the import in progress
 };
 } // namespace ImportProfiles

@@ -19,7 +19,7 @@ using XMLGeneratorParser::XMLUtility;
 
 namespace
 {
-constexpr int mostChanges = 15; // the box must fit the screen
+constexpr int mostChanges = 15; // the message box must fit the screen
 constexpr int mostProfiles = 3;
 
 QString numberText(double number)
@@ -27,7 +27,7 @@ QString numberText(double number)
     return QString::number(number, 'g', 6);
 }
 
-/// What a missing or unusable value becomes.
+/// Returns the value that replaces a missing or unusable one.
 QString nothing(const StructSetting& setting)
 {
     switch (setting.settingType) {
@@ -45,7 +45,7 @@ QString complaintAboutNumber(const StructSetting& setting, const QString& value)
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(number)) {
-        return QStringLiteral("%1 is not a number and became 0").arg(quotedText(value));
+        return QStringLiteral("%1 is not a number; 0 is used").arg(quotedText(value));
     }
     const double lower = setting.lowerBound->toDouble();
     const double upper = setting.upperBound->toDouble();
@@ -58,7 +58,7 @@ QString complaintAboutNumber(const StructSetting& setting, const QString& value)
     if (!isOutside || !isAway(setting.setInBoundsAndDecPlaces(number))) {
         return {};
     }
-    return QStringLiteral("%1 is not within %2 and %3")
+    return QStringLiteral("%1 is not between %2 and %3")
         .arg(numberText(number), numberText(lower), numberText(upper));
 }
 
@@ -69,7 +69,7 @@ QString complaintAboutText(const StructSetting& setting, const QString& value)
         return QStringLiteral("the charger cannot hold %1").arg(quotedText(characters));
     }
     if (setting.settingType == StructSetting::LIST && !setting.list.contains(value)) {
-        return QStringLiteral("%1 is none of the choices").arg(quotedText(value));
+        return QStringLiteral("%1 is not one of the choices").arg(quotedText(value));
     }
     if (setting.arraySize > 0 && value.size() > setting.arraySize - 1) {
         return QStringLiteral("%1 is longer than %2")
@@ -79,7 +79,7 @@ QString complaintAboutText(const StructSetting& setting, const QString& value)
     return {};
 }
 
-/// What is wrong with a value; empty when nothing is.
+/// Returns what is wrong with a value; empty if it is valid.
 QString complaintAbout(const StructSetting& setting, const QString& value)
 {
     switch (setting.settingType) {
@@ -88,7 +88,8 @@ QString complaintAbout(const StructSetting& setting, const QString& value)
     case StructSetting::BOOL:
         return value == QLatin1String("true") || value == QLatin1String("false")
                    ? QString()
-                   : QStringLiteral("%1 became off").arg(quotedText(value));
+                   : QStringLiteral("%1 is neither true nor false; off is used")
+                         .arg(quotedText(value));
     case StructSetting::STRING:
     case StructSetting::LIST:
         return complaintAboutText(setting, value);
@@ -107,7 +108,7 @@ void ImportReport::examine(const QString& profileName, const QMap<QString, QStri
         const QString name = setting->descriptiveName;
         const auto value = properties.constFind(XMLUtility::xmlTagFromDescriptiveName(name));
         if (value == properties.cend()) {
-            add(QStringLiteral("%1 is missing and became %2").arg(name, nothing(*setting)),
+            add(QStringLiteral("%1 is missing and is now %2").arg(name, nothing(*setting)),
                 profileName);
             continue;
         }

@@ -12,30 +12,30 @@ class StructSetting;
 class StructSettings;
 } // namespace HParser
 
-/// Collects what an import could not take over as the file has it: settings that the schema does not
-/// know or that the file lacks, and values that a setting does not allow.
+/// Collects the differences between a file and what was imported: settings that the schema does not
+/// know or that are missing in the file, and values that a setting does not allow.
 class ImportReport
 {
 public:
-    /// Looks through one profile. `properties` are the file's texts by tag, `settings` holds what
-    /// was made of them.
+    /// Checks one profile. `properties` are the file's texts by tag, `settings` are the values that
+    /// were imported.
     void examine(const QString& profileName, const QMap<QString, QString>& properties,
                  const HParser::StructSettings& settings);
 
     bool isEmpty() const { return changes.isEmpty(); }
     void clear();
 
-    /// A line for each change without the profiles; all of them.
+    /// Returns one line per change, all of them, without the profiles concerned.
     QStringList lines() const;
 
-    /// A line for each change with the profiles that it concerns, shortened to fit a message box.
+    /// Returns one line per change with the profiles concerned, shortened to fit a message box.
     QString text() const;
 
 private:
     struct Change
     {
         QString what;
-        QStringList firstProfiles; ///< as many as are named
+        QStringList firstProfiles; ///< only as many as are named
         int numProfiles;
     };
 
@@ -44,5 +44,5 @@ private:
                         const HParser::StructSettings& settings);
 
     QList<Change> changes;
-    QHash<QString, int> indexOfChange; ///< by what changed; a hostile file may hold very many
+    QHash<QString, int> indexOfChange; ///< by the change; a hostile file may cause very many
 };

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QString>
 
-/// One profile (or the block of global settings) as a file holds it: plain texts, nothing checked.
+/// One profile (or the block of global settings) as read from a file: plain texts, unchecked.
 class ParsedProfile : public QObject
 {
     Q_OBJECT
@@ -12,7 +12,8 @@ class ParsedProfile : public QObject
 public:
     explicit ParsedProfile(QObject* parent = nullptr) : QObject(parent) {}
 
-    /// Position in the file as its "id" tells; profiles of a charger image have none (0).
+    /// The position in the file given by its "id"; 0 for profiles of a charger image, which have
+    /// none.
     int getID() const { return id; }
     void setID(int newId) { id = newId; }
 
@@ -25,11 +26,10 @@ public:
     bool getModifiableStatus() const { return modifiable; }
     void setModifiableStatus(bool status) { modifiable = status; }
 
-    /// Value texts by key: the XML tag of a setting's name, or "chemistry".
+    /// The values' texts by key: the XML tag of a setting's name, or "chemistry".
     QMap<QString, QString> getProperties() const { return properties; }
     void setProperties(const QMap<QString, QString>& newProperties) { properties = newProperties; }
 
-    /// Writes everything to standard output.
     void print() const;
 
 private:

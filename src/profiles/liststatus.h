@@ -6,8 +6,8 @@
 
 #include <functional>
 
-/// How the profile list compares with what was saved and what the charger holds, in a few words for the
-/// status bar.
+/// Describes for the status bar, in a few words, how the profile list differs from what was saved
+/// and from what the charger holds.
 class ListStatus : public QObject
 {
     Q_OBJECT
@@ -16,24 +16,24 @@ public:
     using Document = std::function<QString()>;
     using Count = std::function<int()>;
 
-    /// `profileFile` returns the text of a profile file that holds the list, `profiles` how many there
-    /// are and `allowed` how many the charger takes.
+    /// `profileFile` returns the list as the text of a profile file, `profiles` the number of
+    /// profiles, and `allowed` the number that the charger takes.
     ListStatus(Document profileFile, Count profiles, Count allowed);
 
-    /// For example "14 profiles, the charger takes 13; changed since saved"; empty when there is nothing
-    /// to say.
+    /// Returns, for example, "14 profiles, the charger takes 13; changed since saved"; empty if
+    /// there is nothing to report.
     QString text() const;
 
 public slots:
-    /// The list as it is now is a file's content, or the charger's.
+    /// Records that a file, or the charger, now holds the list as it is.
     void markSaved();
     void markWritten();
 
-    /// The list may have changed; `profileFile` is its text now.
+    /// Call this when the list may have changed; `profileFile` is its text now.
     void update(const QByteArray& profileFile);
 
 signals:
-    /// text() may have changed.
+    /// Emitted when text() may have changed.
     void changed();
 
 private:
@@ -42,7 +42,7 @@ private:
     Document document;
     Count count;
     Count limit;
-    QByteArray current; ///< marks of the list's text now, when it was saved and when it was written
+    QByteArray current; ///< hashes of the list's text: current, last saved, last written
     QByteArray saved;
     QByteArray written;
 };

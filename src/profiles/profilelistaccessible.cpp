@@ -26,7 +26,7 @@ public:
 
     int childCount() const override
     {
-        row->makeForm(); // a reader looks at rows that are not on the screen, too
+        row->makeForm(); // screen readers also read rows that are out of view
         return QAccessibleWidget::childCount();
     }
 
@@ -117,7 +117,8 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 void ProfileListAccessible::install(QListWidget* list)
 {
     QAccessible::installFactory(makeInterface);
-    // A reader that runs already has been given Qt's own interface when the form named the list.
+    // A screen reader that is already running was given Qt's own interface when the form named the
+    // list.
     QAccessible::deleteAccessibleInterface(
         QAccessible::uniqueId(QAccessible::queryAccessibleInterface(list)));
 }

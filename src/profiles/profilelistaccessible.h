@@ -2,11 +2,11 @@
 
 class QListWidget;
 
-/// What a screen reader is told of the profile list. Qt's own interface of a list knows the items,
-/// which have no texts here, and not the row widgets upon them.
+/// The profile list as screen readers see it. Qt's own interface exposes the list items, which have
+/// no text here, and not the row widgets on top of them.
 namespace ProfileListAccessible
 {
-/// From now on `list`, which ProfileNameListWidget::qlistWidget points at, is a list of its rows;
-/// each row has a name made of its texts and flags, and its buttons within.
+/// Exposes `list`, to which ProfileNameListWidget::qlistWidget points, as a list of its rows. Each
+/// row has a name made of its texts and flags, and contains its buttons.
 void install(QListWidget* list);
 } // namespace ProfileListAccessible

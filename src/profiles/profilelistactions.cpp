@@ -31,7 +31,7 @@ ProfileListActions::ProfileListActions(const Ui::MainWindow* form,
     QAction* end = add(QStringLiteral("Move to the End"), Qt::ALT | Qt::Key_End);
     connect(end, &QAction::triggered, list, &ProfileNamesListManager::moveToEnd);
     menu->addSeparator();
-    QAction* remove = add(QStringLiteral("Delete...\tDel")); // the list itself listens to the key
+    QAction* remove = add(QStringLiteral("Delete...\tDel")); // the list itself handles the key
     connect(remove, &QAction::triggered, list, &ProfileNamesListManager::deleteSelected);
     undo = add(QStringLiteral("Undo Delete or Move"), QKeySequence::Undo);
     connect(undo, &QAction::triggered, list, &ProfileNamesListManager::undo);
@@ -44,7 +44,8 @@ ProfileListActions::ProfileListActions(const Ui::MainWindow* form,
     connect(list, &ProfileNamesListManager::noMoreProfilesLeft, this, &ProfileListActions::enable);
     enable();
 
-    ui->profileNamesList->installEventFilter(this); // has the focus: the Menu key
+    ui->profileNamesList->installEventFilter(
+        this); // has the keyboard focus and receives the Menu key
     ui->profileNamesList->viewport()->installEventFilter(this);
     connect(ui->profileNamesList, &QListWidget::itemDoubleClicked, this,
             [this] { ui->editProfileButton->click(); });
@@ -54,11 +55,11 @@ QAction* ProfileListActions::add(const QString& text, const QKeySequence& key)
 {
     QAction* action = menu->addAction(text);
     action->setShortcut(key);
-    ui->profileNamesList->addAction(action); // a menu's keys are asleep while it is closed
+    ui->profileNamesList->addAction(action); // a closed menu's shortcuts are inactive
     return action;
 }
 
-/// A command that has a button: the menu shows the button's key, to which the button itself listens.
+/// A command that has a button. The menu only shows the button's key; the button itself handles it.
 void ProfileListActions::addOfButton(const QString& text, QPushButton* button)
 {
     QAction* action = menu->addAction(text + QLatin1Char('\t')

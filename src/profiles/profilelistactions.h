@@ -15,8 +15,8 @@ namespace Ui
 class MainWindow;
 }
 
-/// What can be done with the profiles of the list beside its buttons: the list's context menu, and keys
-/// that hold in the whole window. A double click on a row edits its profile.
+/// The commands on profiles that have no button: the list's context menu, and shortcuts that work
+/// in the whole window. A double click on a row edits its profile.
 class ProfileListActions : public QObject
 {
     Q_OBJECT
@@ -26,12 +26,12 @@ public:
     ProfileListActions(const Ui::MainWindow* form, ProfileNamesListManager* profileList);
 
 public slots:
-    /// Disables what must not happen while a profile is being edited.
+    /// Disables the commands that are not allowed while a profile is being edited.
     void setEditing(bool on);
 
 signals:
-    /// The selected profile is to be copied below itself, or to the clipboard; what the clipboard holds
-    /// is to be added below it.
+    /// Emitted to copy the selected profile below itself, to copy it to the clipboard, or to add
+    /// the clipboard's content below it.
     void duplicateWanted();
     void copyWanted();
     void pasteWanted();
@@ -50,8 +50,8 @@ private:
     const Ui::MainWindow* ui;
     ProfileNamesListManager* list;
     QMenu* menu;               ///< a child of the list
-    QList<QAction*> changes;   ///< not during an edit
-    QList<QAction*> ofProfile; ///< not without a selected profile
+    QList<QAction*> changes;   ///< disabled while a profile is being edited
+    QList<QAction*> ofProfile; ///< disabled when no profile is selected
     QAction* undo = nullptr;
     QAction* active = nullptr;
     QAction* isDefault = nullptr;

@@ -6,29 +6,29 @@
 
 class QListWidget;
 
-/// Makes steps through the profile list of the keys that a user expects for it, of the Delete key a
-/// deletion, and of letters a search. The list itself selects nothing (its rows show the selection), so its own arrow
-/// keys would move a mark that nobody sees.
+/// Maps the arrow, Home, End and Page keys to steps through the profile list, the Delete key to a
+/// deletion, and typed characters to a search. The list itself selects nothing (its rows show the
+/// selection), so its own arrow keys would move an invisible current item.
 class ProfileListKeys : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Watches `profileList`, which owns it from now on.
+    /// Watches `profileList`, which becomes the parent.
     explicit ProfileListKeys(QListWidget* profileList);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
-    /// The user wants the row that is this far below the selected one, above it when negative. It
-    /// may lie beyond the ends of the list, which then stand for it.
+    /// Requests the row this far below the selected one, or above it if negative. A row beyond an
+    /// end of the list means the row at that end.
     void stepped(int rows);
 
-    /// The user wants the selected row gone.
+    /// Requests the deletion of the selected row.
     void deletionWanted();
 
-    /// The user wants the profile whose title has this text: the letters typed so far, one soon after
-    /// the other.
+    /// Requests the profile whose title contains this text: the characters typed so far in quick
+    /// succession.
     void titleTyped(const QString& text);
 
 private:

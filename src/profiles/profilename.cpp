@@ -39,7 +39,8 @@ void ProfileName::makeForm()
     }
     ui = std::make_unique<Ui::ProfileName>();
     ui->setupUi(this);
-    // The row is light in every theme. A palette would be lost with each change of the row's style.
+    // The row is light in every theme. A palette would be lost whenever the row's style sheet
+    // changes.
     ui->profileTitle->setStyleSheet(QStringLiteral("color: black;"));
     ui->profileSubtitle->setStyleSheet(QStringLiteral("color: rgb(70,70,70);"));
     ui->line->setStyleSheet(QStringLiteral("color: rgb(150,150,150);"));
@@ -62,7 +63,7 @@ void ProfileName::makeForm()
     connect(ui->deleteProfileButton, &QPushButton::clicked, this, &ProfileName::requestDeletion);
     const QList<QWidget*> parts = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* part : parts) {
-        part->show(); // the row itself may be on the screen already
+        part->show(); // the row itself may already be visible
     }
 }
 
@@ -85,7 +86,7 @@ void ProfileName::showTexts()
     }
     ui->profileTitle->setText(title);
     ui->profileSubtitle->setText(subtitle);
-    // The buttons of all rows look alike; who hears them has to be told of which row each is.
+    // The buttons of all rows have the same texts; a screen reader also has to name the row.
     ui->activeProfileButton->setAccessibleName(QStringLiteral("Active: ") + title);
     ui->defaultProfileButton->setAccessibleName(QStringLiteral("Default: ") + title);
     ui->deleteProfileButton->setAccessibleName(QStringLiteral("Delete: ") + title);
@@ -274,7 +275,7 @@ void ProfileName::requestDeletion()
 bool ProfileName::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
-        // Of no widget: a tooltip of this one would have the row's background.
+        // Without a widget: a tooltip of this one would have the row's background.
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
                            Qt::convertFromPlainText(describeChemistry()));
         return true;
@@ -284,7 +285,7 @@ bool ProfileName::event(QEvent* event)
 
 void ProfileName::enterEvent(QEvent* event)
 {
-    makeForm(); // a row that comes up below a resting pointer is entered before it is painted
+    makeForm(); // a row that appears below a resting pointer is entered before it is painted
     showCross(true);
     QWidget::enterEvent(event);
 }
@@ -298,7 +299,7 @@ void ProfileName::leaveEvent(QEvent* event)
 void ProfileName::moveEvent(QMoveEvent* event)
 {
     QWidget::moveEvent(event);
-    // A row that is scrolled away from a resting pointer is not left in the window system's eyes.
+    // The window system sends no leave event when a row is scrolled away from a resting pointer.
     if (isCrossAlert && !rect().contains(mapFromGlobal(QCursor::pos()))) {
         showCross(false);
     }
@@ -325,7 +326,7 @@ void ProfileName::fitTexts()
     if (ui == nullptr) {
         return;
     }
-    // All rows have one height, however large the system's letters are.
+    // All rows have the same height, whatever the system's font size.
     constexpr int room = 38; // pixels of the 46, without margins and the line between rows
     QFont titleFont = ui->profileTitle->font();
     QFont subtitleFont = ui->profileSubtitle->font();

@@ -25,8 +25,8 @@ class ProfileName : public QWidget
     Q_OBJECT
 
 public:
-    /// When a row gets its labels and buttons. Most rows of a long list are never looked at, and
-    /// their widgets would take the greater part of loading it.
+    /// When a row gets its labels and buttons. Most rows of a long list are never seen, and
+    /// creating their widgets would take most of the time of loading it.
     enum class FormTime
     {
         NOW,
@@ -37,7 +37,7 @@ public:
     ProfileName(ProfileNameListWidget* item, QWidget* parent, FormTime formTime = FormTime::NOW);
     ~ProfileName() override;
 
-    /// Makes the labels and buttons unless they are there already.
+    /// Creates the labels and buttons if they do not exist yet.
     void makeForm();
 
     void setTitle(const QString& title);
@@ -49,7 +49,7 @@ public:
     void setProfileSettings(ProfileSettings* settings);
     ProfileSettings* getProfileSettings() const { return profileSettings; }
 
-    /// Points at no profile from here on; for a row that was taken out of the list.
+    /// Clears the pointer to the profile; for a row that was taken out of the list.
     void forgetProfile();
 
     /// Show a flag and store it in the profile's settings.
@@ -59,8 +59,8 @@ public:
     bool getActiveStatus() const;
     bool getDefaultStatus() const;
 
-    /// The look of the selected row, and back. The Tab key stops at the selected row's buttons
-    /// alone: a long list would be hard to leave otherwise.
+    /// Sets the look of the selected row, or resets it. The Tab key stops only at the buttons of
+    /// the selected row; otherwise a long list would be hard to leave.
     void highlight();
     void dehighlight();
     bool isHighlighted() const { return highlighted; }
@@ -68,18 +68,18 @@ public:
     /// True for the selected row while the list has the keyboard focus.
     bool hasListFocus() const;
 
-    /// The row's texts and flags in one line.
+    /// Returns the row's texts and flags in one line.
     QString describe() const;
 
-    /// "Chemistry: " and its name; empty without a profile.
+    /// Returns "Chemistry: " with its name; empty without a profile.
     QString describeChemistry() const;
 
-    /// Makes the Tab key reach this row's buttons between these two widgets.
+    /// Places this row's buttons between these two widgets in the tab order.
     void placeInTabOrder(QWidget* before, QWidget* after);
 
     ProfileNameListWidget* getListItem() const { return listItem; }
 
-    /// What a click on the light, on the mark or on the cross does: ask for the change.
+    /// Handle a click on the light, the mark or the cross by requesting the change.
     void requestActiveChange();
     void requestDefaultChange();
     void requestDeletion();
@@ -110,7 +110,7 @@ private:
     void setTextsItalic(bool italic);
     void setButtonsFocusPolicy(Qt::FocusPolicy policy);
 
-    std::unique_ptr<Ui::ProfileName> ui; ///< none in a row that was not seen yet
+    std::unique_ptr<Ui::ProfileName> ui; ///< null until the row is seen
     QString title = QStringLiteral("Title");
     QString subtitle = QStringLiteral("Subtitle");
     ProfileNameListWidget* listItem = nullptr;

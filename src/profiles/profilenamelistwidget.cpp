@@ -51,7 +51,7 @@ void ProfileNameListWidget::attachRow()
 
 ProfileNameListWidget* ProfileNameListWidget::clone() const
 {
-    // Read first: the copy's setProfileSettings() clears the flags of the shared profile.
+    // Read first: setProfileSettings() of the copy clears the flags of the shared profile.
     const bool active = profileName->getActiveStatus();
     const bool isDefault = profileName->getDefaultStatus();
     auto* copy = new ProfileNameListWidget(nullptr, type());

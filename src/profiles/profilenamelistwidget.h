@@ -7,17 +7,17 @@
 
 /// The list item that carries the row of one profile.
 ///
-/// The item makes its row. Once the item stands in the list the row belongs to the list widget,
+/// The item creates its row. Once the item is in the list, the row belongs to the list widget,
 /// which deletes it when the item is taken out; a taken item can therefore not be put back, only
 /// cloned.
 class ProfileNameListWidget : public QListWidgetItem
 {
 public:
-    /// `listWidget` (may be nullptr) and `type` are handed to the base class: a list given here
-    /// holds the item at once, without its row.
+    /// `listWidget` (may be nullptr) and `type` are passed to the base class: a list given here
+    /// contains the item at once, without its row.
     explicit ProfileNameListWidget(QListWidget* listWidget = nullptr, int type = UserType);
 
-    /// An item of no list whose row gets its labels and buttons at this time.
+    /// Creates an item that is in no list; `form` decides when its row gets its labels and buttons.
     explicit ProfileNameListWidget(ProfileName::FormTime formTime);
     ~ProfileNameListWidget() override;
 
@@ -26,15 +26,15 @@ public:
 
     ProfileName* getProfileName() const { return profileName; }
 
-    /// Put this item into `qlistWidget` and attach its row.
+    /// Put this item into `qlistWidget`, at the end or at a row, and attach its row widget.
     void appendToList();
     void prependToList();
     void insertInList(int row);
 
-    /// Attaches the row of an item that stands in `qlistWidget` already.
+    /// Attaches the row of an item that is already in `qlistWidget`.
     void attachRow();
 
-    /// A new item around the same profile with the same texts and flags; the caller owns it.
+    /// Returns a new item for the same profile with the same texts and flags; the caller owns it.
     ProfileNameListWidget* clone() const override;
 
 private:

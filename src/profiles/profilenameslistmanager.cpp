@@ -54,7 +54,7 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
             forgetHistory();
         }
     });
-    upButton->setAutoRepeat(true); // held, each goes on moving
+    upButton->setAutoRepeat(true); // a held key keeps moving the row
     downButton->setAutoRepeat(true);
     connect(upButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushUp);
     connect(downButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushDown);
@@ -112,7 +112,8 @@ void ProfileNamesListManager::selectByTitle(const QString& text)
         return;
     }
     const int count = listWidget->count();
-    // The first letter goes on to the next title, each further one may fit the selected one as well.
+    // The first character moves on to the next title; further ones may match the selected title,
+    // too.
     const int from = listWidget->row(currentItem) + (text.size() == 1 ? 1 : 0);
     int containing = -1;
     for (int step = 0; step < count; ++step) {
@@ -250,7 +251,7 @@ void ProfileNamesListManager::showHeldBackRows()
 
 void ProfileNamesListManager::showHeldItems()
 {
-    // All items first: a row that is attached has the list lay itself out.
+    // All items first: attaching a row triggers a layout of the list.
     const int first = insertionRow < 0 ? listWidget->count() : insertionRow;
     insertionRow = -1;
     for (int i = 0; i < heldItems.size(); ++i) {
@@ -318,7 +319,7 @@ void ProfileNamesListManager::deleteProfile(ProfileName* row)
                                                "this profile."));
         return;
     }
-    const QPointer<ProfileName> asked(row); // the question runs an event loop of its own
+    const QPointer<ProfileName> asked(row); // the question runs its own event loop
     const int answer = MessageDialogs::question(
         parentWidget, QStringLiteral("Deleting Profile"),
         QStringLiteral("Do you really want to delete the profile <b>\"%1\"</b>?")
@@ -353,7 +354,7 @@ void ProfileNamesListManager::deleteProfile(ProfileNameListWidget* item)
         on_listWidgetClicked(listWidget->item(row == 0 ? 0 : row - 1));
     }
 
-    // Only now: until the neighbour was selected the pane showed this profile.
+    // Not earlier: the pane showed this profile until the neighbour was selected.
     const ProfileSettings* profile = item->getProfileName()->getProfileSettings();
     item->getProfileName()->forgetProfile();
     delete item;
@@ -386,7 +387,7 @@ void ProfileNamesListManager::deleteAllRows()
     listWidget->clear();
     setMoveButtonsEnabled(false);
     emit noMoreProfilesLeft();
-    profiles.clear(); // only now: the pane has let go of its profile
+    profiles.clear(); // not earlier: the pane no longer shows its profile
     forgetHistory();
 }
 

@@ -47,10 +47,11 @@ public:
     /// The item of the default profile; nullptr when there is none.
     ProfileNameListWidget* getDefaultItem() const { return defaultItem; }
 
-    /// How many profiles were added since the start, deleted ones included.
+    /// Returns how many profiles were added since the program started, including deleted ones.
     int getProfilesAdded() const { return profilesAdded; }
 
-    /// A new item, in no list yet, whose row's requests go to this manager. The caller owns it.
+    /// Returns a new item, in no list yet, whose row sends its requests to this manager. The caller
+    /// owns it.
     ProfileNameListWidget* makeProfileName();
 
     void connectProfileNameSignals(ProfileNameListWidget* item);
@@ -60,25 +61,26 @@ public:
     void prependProfile(ProfileNameListWidget* item);
     void insertProfile(int row, ProfileNameListWidget* item);
 
-    /// Takes an item out of the list and deletes it, without a question; a neighbour is selected.
+    /// Takes an item out of the list and deletes it without asking; a neighbour is selected.
     void deleteProfile(ProfileNameListWidget* item);
 
     /// Moves a row to another place. The selection stays with its profile.
     /// REQUIRES: `from` and `to` are rows of the list; otherwise nothing is moved.
     void moveRow(int from, int to);
 
-    /// Runs an import whose profiles go below the selected row instead of the end of the list.
+    /// Runs an import that adds its profiles below the selected row instead of at the end of the
+    /// list.
     void importBelowSelected(const std::function<void()>& import);
 
-    /// Selects the next profile, from the selected one on, whose title begins with this text, or else
-    /// contains it; upper and lower case are the same. Nothing is selected in edit mode.
+    /// Selects the next profile, starting with the selected one, whose title begins with this text,
+    /// or else contains it. The search ignores case. Does nothing in edit mode.
     void selectByTitle(const QString& text);
 
-    /// Whether there is a deletion or a move that undo() takes back.
+    /// Returns whether there is a deletion or move for undo() to revert.
     bool canUndo() const { return !history.empty(); }
 
 signals:
-    /// Another profile is selected: the pane is to be rebuilt.
+    /// Another profile was selected; the pane has to be rebuilt.
     void settingsPaneUpdateNeeded(ProfileName* row);
 
     /// The selected profile's flags have changed.
@@ -87,7 +89,7 @@ signals:
     /// The list has become empty.
     void noMoreProfilesLeft();
 
-    /// The user has agreed to delete all profiles, which are still there.
+    /// The user has agreed to delete all profiles; they have not been deleted yet.
     void aboutToDeleteAll();
 
     /// What canUndo() returns may have changed.
@@ -100,13 +102,13 @@ public slots:
     /// Appends and selects a profile and takes ownership of it.
     void addNewProfile(ProfileSettings* profile);
 
-    /// The same for a profile from a file or the charger, with the flags that it has there. A
-    /// default flag counts only while the list has no default profile.
+    /// Like the above, for a profile from a file or the charger, with its flags. A default flag is
+    /// honoured only while the list has no default profile.
     void on_profileReadyForImport(ProfileSettings* profile, bool active, bool isDefault);
 
     /// Between these two calls, which nest, imported profiles are only collected; at the end they
-    /// appear together and the last one is selected. One by one each of them would have the list and
-    /// the pane built anew, which takes long for hundreds of profiles.
+    /// appear together and the last one is selected. Adding them one by one would rebuild the list
+    /// and the pane each time, which is slow for hundreds of profiles.
     void holdBackRows();
     void showHeldBackRows();
 
@@ -114,10 +116,10 @@ public slots:
     void deleteProfile(ProfileName* row);
     void deleteSelected();
 
-    /// True when the list was emptied; false, without a message, in edit mode.
+    /// Returns true if the list was emptied; returns false, without a message, in edit mode.
     bool deleteAllProfilesNoConfirmation();
 
-    /// Asks first; true when the answer was Yes.
+    /// Asks first; returns true if the answer was Yes.
     bool deleteAllProfilesAskConfirmation();
 
     void profilePushUp();
@@ -125,8 +127,8 @@ public slots:
     void moveToTop();
     void moveToEnd();
 
-    /// Takes back the last deletion or move; nothing in edit mode. All are forgotten when a profile is
-    /// added or edited, and when the list is emptied.
+    /// Reverts the last deletion or move; does nothing in edit mode. The history is cleared when a
+    /// profile is added or edited, and when the list is emptied.
     void undo();
 
     void on_activeStatusChangeRequest(ProfileName* row, bool active);
@@ -170,8 +172,8 @@ private:
     ProfileNameListWidget* defaultItem = nullptr;
     int profilesAdded = 0;
     int rowHolds = 0;
-    int insertionRow = -1;                   ///< of the next imported profiles; -1: the end
-    QList<ProfileNameListWidget*> heldItems; ///< in no list yet
+    int insertionRow = -1;                   ///< for the next imported profiles; -1: at the end
+    QList<ProfileNameListWidget*> heldItems; ///< not yet in the list
     std::vector<std::unique_ptr<ProfileSettings>> profiles;
     std::vector<Change> history;
 };

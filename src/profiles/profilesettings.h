@@ -23,19 +23,19 @@ public:
     ProfileSettings(const ProfileSettings&) = delete;
     ProfileSettings& operator=(const ProfileSettings&) = delete;
 
-    /// Makes this a fresh, modifiable profile with the chemistry's default values.
-    /// REQUIRES: the schema holds the chemistry, and the chemistry a "modifiable" setting.
+    /// Makes this a new, modifiable profile with the chemistry's default values. REQUIRES: the
+    /// schema holds the chemistry, and the chemistry a "modifiable" setting.
     void setChemistry(const QString& chemistryName, HParser::Generator* generator);
 
     /// Makes this the block of global settings of the generator's schema, with default values. The
-    /// settings stay the generator's.
+    /// generator keeps ownership of the settings.
     void makeGlobalSettings(HParser::Generator* generator);
 
-    /// REQUIRES (both): a profile, not the global block.
+    /// REQUIRES: both objects are profiles, not the global block.
     void setModifiable(bool modifiable);
     bool getModifiable() const;
 
-    /// The texts of the first two visible settings. A missing one is a fatal assertion.
+    /// Return the texts of the first two visible settings. A missing one is a fatal assertion.
     QString getTitle() const;
     QString getSubtitle() const;
 
@@ -45,10 +45,10 @@ public:
     /// All values. A profile's struct belongs to it, the global block's to the generator.
     HParser::StructSettings* settings = nullptr;
 
-    /// The chemistry's descriptive name; empty for the global block.
+    /// Returns the chemistry's descriptive name; empty for the global block.
     QString chemistry;
 
-    /// The "modifiable" flag, a member of `settings`; none for the global block.
+    /// The "modifiable" flag, a member of `settings`; null for the global block.
     HParser::StructSetting* modifiableSetting = nullptr;
 
 private:

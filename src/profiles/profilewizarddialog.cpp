@@ -30,7 +30,7 @@ ProfileWizardDialog::ProfileWizardDialog(HParser::Generator* settingsGenerator, 
 
 ProfileWizardDialog::~ProfileWizardDialog()
 {
-    clearForm(); // the editors let go of the profile before it goes
+    clearForm(); // the editors must release the profile before it is deleted
 }
 
 void ProfileWizardDialog::askTitlesWizard()
@@ -41,7 +41,7 @@ void ProfileWizardDialog::askTitlesWizard()
     ui->backButton->setEnabled(false);
     ui->nextButton->setText(QStringLiteral("Next >"));
     ui->nextButton->setAccessibleName(QStringLiteral("Next"));
-    ui->nextButton->setAccessibleDescription(QStringLiteral("On to the settings"));
+    ui->nextButton->setAccessibleDescription(QStringLiteral("Continues with the settings"));
     ui->chemistryLabel->clear();
 
     chemistryBox = new QComboBox;
@@ -52,7 +52,7 @@ void ProfileWizardDialog::askTitlesWizard()
     auto* chemistryPrompt = new QLabel(QStringLiteral("Chemistry:"));
     chemistryPrompt->setBuddy(chemistryBox);
     chemistryBox->setAccessibleName(QStringLiteral("Chemistry"));
-    chemistryBox->setAccessibleDescription(QStringLiteral("The kind of battery to be charged"));
+    chemistryBox->setAccessibleDescription(QStringLiteral("The type of battery to charge"));
     chemistryBox->view()->setAccessibleName(chemistryBox->accessibleName());
     ui->containerLayout->addWidget(chemistryPrompt);
     ui->containerLayout->addWidget(chemistryBox);
@@ -116,7 +116,7 @@ void ProfileWizardDialog::clearForm()
     chemistryBox = nullptr;
     for (int i = 0; i < ui->containerLayout->count(); ++i) {
         if (QWidget* widget = ui->containerLayout->itemAt(i)->widget()) {
-            widget->hide(); // the next page is shown before it goes
+            widget->hide(); // the next page is shown before this one is deleted
             widget->deleteLater();
         }
     }

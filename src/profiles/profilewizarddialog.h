@@ -20,7 +20,7 @@ class ProfileWizardDialog;
 /// Makes a new profile in two pages: first the chemistry, then its settings.
 ///
 /// The dialog shows itself, is application-modal and deletes itself when closed. Cancelling it, or
-/// going back, drops the profile under construction.
+/// going back, discards the unfinished profile.
 class ProfileWizardDialog : public QDialog
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ signals:
     void newProfileMade(ProfileSettings* profile);
 
 public slots:
-    // Connected to the form's buttons by their names.
+    // Connected by name to the form's buttons.
     void on_nextButton_clicked();
     void on_backButton_clicked();
     void on_cancelButton_clicked();

@@ -11,7 +11,8 @@ RowButton::RowButton(QWidget* parent) : QPushButton(parent) {}
 bool RowButton::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
-        // Of no widget: a tooltip of this one would take over the style sheets of button and row.
+        // Without a widget: a tooltip of this one would inherit the style sheets of the button and
+        // the row.
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), toolTip());
         return true;
     }

@@ -2,8 +2,8 @@
 
 #include <QPushButton>
 
-/// A button of a row in the profile list: without a border, but with a frame while it has the
-/// keyboard focus.
+/// A button of a row in the profile list. It has no border, but a frame while it has the keyboard
+/// focus.
 class RowButton : public QPushButton
 {
     Q_OBJECT

@@ -11,7 +11,7 @@ RowDrag::RowDrag(QListWidget* profileList)
 {
     constexpr int thickness = 4; // pixels
     line->setFixedHeight(thickness);
-    line->setStyleSheet(QStringLiteral("background-color: rgb(220,110,0);")); // no row has it
+    line->setStyleSheet(QStringLiteral("background-color: rgb(220,110,0);")); // not a valid row
     line->setAttribute(Qt::WA_TransparentForMouseEvents);
     line->hide();
     list->viewport()->installEventFilter(this);
@@ -31,7 +31,7 @@ bool RowDrag::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonRelease:
         isTaken = release(*static_cast<QMouseEvent*>(event));
         break;
-    case QEvent::ShortcutOverride: // Escape is a shortcut while a profile is edited
+    case QEvent::ShortcutOverride: // Escape is a shortcut while a profile is being edited
     case QEvent::KeyPress:
         isTaken = isDragging && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
         if (isTaken) {
@@ -102,7 +102,7 @@ void RowDrag::end()
     line->hide();
 }
 
-/// The gap between rows that is nearest: 0 above the first row, the number of rows below the last.
+/// Returns the nearest gap between rows: 0 above the first row, the number of rows below the last.
 int RowDrag::gapAt(int y) const
 {
     const QListWidgetItem* item = list->itemAt(list->viewport()->width() / 2, y);

@@ -8,8 +8,9 @@ class QListWidget;
 class QMouseEvent;
 class QWidget;
 
-/// Lets the user drag a row of the profile list to another place. A line shows where it would go; near
-/// the list's ends the list scrolls. Escape, or letting go outside the list, leaves the row where it is.
+/// Lets the user drag a row of the profile list to another place. A line shows where it would go;
+/// the list scrolls near its ends. Pressing Escape, or releasing the button outside the list,
+/// leaves the row where it is.
 class RowDrag : public QObject
 {
     Q_OBJECT
@@ -19,7 +20,7 @@ public:
     explicit RowDrag(QListWidget* profileList);
 
 signals:
-    /// The row `from` is to become the row `to`.
+    /// Requests that the row `from` become the row `to`.
     void dropped(int from, int to);
 
 protected:
@@ -38,7 +39,7 @@ private:
     QWidget* line; ///< in the list's viewport
     QPoint pressedAt;
     QPoint pointer;
-    int row = -1; ///< that the pointer was pressed on; -1: none
+    int row = -1; ///< on which the button was pressed; -1: none
     bool isDragging = false;
     QBasicTimer scrolling;
 };

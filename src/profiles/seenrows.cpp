@@ -13,7 +13,7 @@ SeenRows::SeenRows(QListWidget* profileList) : QObject(profileList), list(profil
 bool SeenRows::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Paint) {
-        makeForms(); // the rows are painted after the viewport below them
+        makeForms(); // the viewport is painted before the rows on it
     } else if (event->type() == QEvent::Resize) {
         fitRows(*static_cast<QResizeEvent*>(event));
     }
@@ -25,7 +25,7 @@ void SeenRows::fitRows(const QResizeEvent& resize)
     const bool wasInSight = keptRow != nullptr && keptRow->geometry().top() >= 0
                             && keptRow->geometry().bottom() < resize.oldSize().height();
     if (resize.size().width() != resize.oldSize().width()) {
-        // The list itself lays its items out for the widest it has been, and the rows with them.
+        // The list itself lays out its items and rows for the greatest width it has had.
         list->doItemsLayout();
     }
     if (wasInSight) {

@@ -7,8 +7,8 @@ class ProfileName;
 class QListWidget;
 class QResizeEvent;
 
-/// What the profile list needs of the rows that are in sight: their labels and buttons when they come
-/// into it, the width of the list in every size of the window, and the selected row where it was seen.
+/// Prepares the visible rows of the profile list: creates their labels and buttons when they come
+/// into view, fits the list to the window's width, and keeps the selected row in view.
 class SeenRows : public QObject
 {
     Q_OBJECT
@@ -17,10 +17,11 @@ public:
     /// The list becomes the parent.
     explicit SeenRows(QListWidget* profileList);
 
-    /// Makes the forms of the rows that lie in the part of the list that is shown.
+    /// Creates the forms of the rows in the visible part of the list.
     void makeForms();
 
-    /// The row that a smaller list goes on showing when it was in sight before. Not owned.
+    /// Sets the row that stays in view when the list becomes smaller, if it was in view before. Not
+    /// owned.
     void keepInSight(ProfileName* row) { keptRow = row; }
 
 protected:

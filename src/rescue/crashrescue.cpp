@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QString>
 
-#ifdef Q_OS_UNIX // signals and the calls that their handlers may make are POSIX
+#ifdef Q_OS_UNIX // signals and the calls allowed in their handlers are POSIX
 #include <array>
 #include <atomic>
 #include <csignal>
@@ -20,7 +20,7 @@ struct Copy
 {
     QByteArray path;
     QByteArray bytes;
-    QByteArray announcement; ///< what is printed when it was written
+    QByteArray announcement; ///< printed after it was written
 };
 
 constexpr std::array<int, 8> signalNumbers = {SIGSEGV, SIGBUS,  SIGFPE, SIGILL,
@@ -32,7 +32,7 @@ std::unique_ptr<const Copy>& ownedCopy()
     return copy;
 }
 
-// What the handler reads; exchanged whole, so that it never sees half a copy.
+// Read by the handler; replaced as a whole, so that the handler never sees half a copy.
 std::atomic<const Copy*> readyCopy = nullptr;
 
 std::array<struct sigaction, signalNumbers.size()> usualActions = {};
@@ -61,7 +61,7 @@ void writeCopy(const Copy& copy)
     if (writeAll(descriptor, copy.bytes)) {
         writeAll(STDOUT_FILENO, copy.announcement);
     } else if (lseek(descriptor, 0, SEEK_CUR) == 0) {
-        // On a full disk the beginning of the list is better than none, an empty file is not.
+        // On a full disk, the beginning of the list is better than nothing; an empty file is not.
         unlink(copy.path.constData());
     }
     close(descriptor);
@@ -69,7 +69,7 @@ void writeCopy(const Copy& copy)
 
 void onSignal(int number)
 {
-    // Taken out first: a crash in here must not come back here.
+    // Cleared first: a crash in this function must not call it again.
     const Copy* copy = readyCopy.exchange(nullptr);
     if (copy != nullptr) {
         writeCopy(*copy);
@@ -79,10 +79,10 @@ void onSignal(int number)
             sigaction(number, &usualActions.at(i), nullptr);
         }
     }
-    raise(number); // takes effect when this handler returns
+    raise(number); // delivered when this handler returns
 }
 
-/// A crash by a full stack leaves the handler no room on it.
+/// A stack overflow leaves no room for the handler on the ordinary stack.
 void useStackOfItsOwn()
 {
     static std::array<char, 64 * 1024> memory;
@@ -108,7 +108,8 @@ void CrashRescue::install()
     for (std::size_t i = 0; i < signalNumbers.size(); ++i) {
         sigaction(signalNumbers.at(i), &action, &usualActions.at(i));
         if (usualActions.at(i).sa_handler == SIG_IGN) {
-            sigaction(signalNumbers.at(i), &usualActions.at(i), nullptr); // it ends nothing
+            sigaction(signalNumbers.at(i), &usualActions.at(i),
+                      nullptr); // an ignored signal does not end the process
         }
     }
 }
@@ -119,7 +120,7 @@ void CrashRescue::keep(const QString& absolutePath, const QByteArray& bytes)
         Copy{QFile::encodeName(absolutePath), bytes,
              "The profiles were saved to " + absolutePath.toUtf8() + '\n'});
     readyCopy = copy.get();
-    ownedCopy() = std::move(copy); // frees the one before
+    ownedCopy() = std::move(copy); // frees the previous one
 }
 
 void CrashRescue::forget()

@@ -3,21 +3,22 @@
 class QByteArray;
 class QString;
 
-/// Saves the user's work when a signal ends the process: a crash, or the system that asks for the
-/// end.
+/// Saves the user's work when a signal ends the process: a crash, or a termination request by the
+/// system.
 ///
-/// A signal handler may do next to nothing, so the bytes and the name of their file are made ready
-/// while all is well; the handler only writes them and tells where on standard output. On systems
-/// without such signals nothing happens.
+/// A signal handler may call very few functions. So the bytes and the name of their file are
+/// prepared in advance; the handler only writes them and prints the path to standard output. Does
+/// nothing on systems without such signals.
 namespace CrashRescue
 {
-/// From now on these signals write what is kept, then have their usual effect. Those that are
-/// ignored already stay ignored. Further calls do nothing.
+/// Installs the signal handlers: they write the kept bytes, then the signal has its usual effect.
+/// Signals that are already ignored stay ignored. Further calls do nothing.
 void install();
 
-/// What is to be written, in place of what was kept before. The file must not exist yet.
+/// Keeps these bytes for the handler to write, in place of those kept before. The file must not
+/// exist yet.
 void keep(const QString& absolutePath, const QByteArray& bytes);
 
-/// Nothing is to be written.
+/// Discards the kept bytes; the handler then writes nothing.
 void forget();
 } // namespace CrashRescue

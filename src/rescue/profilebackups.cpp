@@ -31,8 +31,8 @@ QString wordFor(ProfileBackups::Occasion occasion)
     return {};
 }
 
-/// The names of copies, of every editor in the folder. Captures the time and the number among the copies
-/// of one second.
+/// Matches the names of copies made by any editor in the folder. Captures the time, and the number
+/// that distinguishes copies of the same second.
 const QRegularExpression& copyName()
 {
     static const QRegularExpression pattern(QRegularExpression::anchoredPattern(
@@ -42,7 +42,7 @@ const QRegularExpression& copyName()
     return pattern;
 }
 
-/// What the copies are sorted by, the oldest first: the time, then the number within the second.
+/// The key that sorts copies from the oldest on: the time, then the number within the second.
 using Age = std::pair<QString, int>;
 
 Age ageOf(const QString& fileName)
@@ -77,9 +77,9 @@ bool ProfileBackups::keep(Occasion occasion, const QString& profileFile)
         return true;
     }
     const QString path = newPath(occasion);
-    QString error = QStringLiteral("the folder cannot be made");
+    QString error = QStringLiteral("the folder cannot be created");
     if (!QDir().mkpath(folder) || !TextFile::writeBytes(path, bytes, &error)) {
-        emit notKept(QStringLiteral("No copy of the profiles was kept in %1: %2")
+        emit notKept(QStringLiteral("No copy of the profiles could be saved in %1: %2")
                          .arg(QDir::toNativeSeparators(folder), error));
         return false;
     }
@@ -115,7 +115,7 @@ QString ProfileBackups::newPath(Occasion occasion) const
                        : QStringLiteral("%1_%2.xml").arg(base).arg(number);
 }
 
-/// The newest is kept also when the clock was put back.
+/// The newest copy is kept even if the clock was set back.
 void ProfileBackups::deleteOldest(const QString& newest) const
 {
     QStringList others = copies();

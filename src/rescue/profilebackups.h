@@ -15,39 +15,39 @@ class ProfileBackups : public QObject
     Q_OBJECT
 
 public:
-    /// What happened to the list that is kept, or is about to happen to it.
+    /// The event for which a copy is kept: what has happened to the list, or is about to happen.
     enum class Occasion
     {
         WRITTEN,  ///< to the charger
         READ,     ///< from the charger
-        REPLACED, ///< by a file or by what the charger holds
+        REPLACED, ///< by a file or by the charger's profiles
         DELETED,  ///< with "Delete all"
-        RELOADED  ///< against a newer bundle
+        RELOADED  ///< for a newer bundle
     };
 
-    /// The text of a profile file that holds the list; empty for an empty list.
+    /// Returns the list as the text of a profile file; empty for an empty list.
     using Document = std::function<QString()>;
 
     /// How many copies are kept.
     static constexpr int mostCopies = 20;
 
-    /// `backupFolder` is made when the first copy is. The names of copies begin with `fileName`, by which
-    /// the editors in one folder are told apart ("profiles", "profiles_2").
+    /// `backupFolder` is created with the first copy. The names of copies begin with `fileName`,
+    /// which is different for each editor in one folder ("profiles", "profiles_2").
     ProfileBackups(Document profileFile, const QString& backupFolder, const QString& fileName,
                    QObject* parent);
 
-    /// The list of this moment, to be kept later.
+    /// Returns the current list, to be kept later.
     QString current() const { return document(); }
 
-    /// Keeps the list of this moment. Returns false and emits notKept() when it could not be written. An
-    /// empty list, and one that is the newest copy already, count as kept.
+    /// Keeps a copy of the current list. Returns false and emits notKept() if it could not be
+    /// written. An empty list, and one that is the newest copy already, count as kept.
     bool keep(Occasion occasion);
 
-    /// The same with a list of an earlier moment.
+    /// The same for a list taken earlier with document().
     bool keep(Occasion occasion, const QString& profileFile);
 
 signals:
-    /// A copy could not be written. `text` says so to the user.
+    /// Emitted when a copy could not be written. `text` is a message for the user.
     void notKept(const QString& text);
 
 private:

@@ -15,7 +15,7 @@
 
 namespace
 {
-constexpr int calmDown = 500; // milliseconds without a change until the copy is made
+constexpr int calmDown = 500; // milliseconds without a change before the copy is made
 }
 
 ProfileRescue::ProfileRescue(QListWidget* profileList, Document profileFile,
@@ -51,7 +51,7 @@ bool ProfileRescue::eventFilter(QObject* watched, QEvent* event)
 QString ProfileRescue::save()
 {
     isLastWord = true;
-    CrashRescue::forget(); // it would be saved twice
+    CrashRescue::forget(); // otherwise the list would be saved twice
     if (list->count() == 0) {
         return {};
     }
@@ -68,7 +68,7 @@ QString ProfileRescue::save()
 void ProfileRescue::keepCopy()
 {
     if (isLastWord) {
-        return; // the box that tells of the end may stay open for long
+        return; // the box that reports the end may stay open for a long time
     }
     QByteArray copy;
     if (list->count() == 0) {

@@ -8,11 +8,11 @@
 
 class QListWidget;
 
-/// Saves the profile list when the program has to end out of turn: as its last step after a fatal
+/// Saves the profile list when the program ends unexpectedly: as its last step after a fatal
 /// assertion, or when a signal ends it (see CrashRescue).
 ///
-/// For signals a copy of the list is kept ready, made anew shortly after each change and after
-/// whatever the user does.
+/// A copy of the list is kept ready for signals; it is renewed shortly after each change and after
+/// each key or mouse button.
 class ProfileRescue : public QObject
 {
     Q_OBJECT
@@ -20,21 +20,22 @@ class ProfileRescue : public QObject
 public:
     using Document = std::function<QString()>;
 
-    /// `profileList` is borrowed; `profileFile` gives the text of a profile file that holds it.
-    /// Files are made in `rescueFolder`, or in the system's folder for temporary files when that
-    /// one takes none. Their names begin with `fileName`.
+    /// `profileList` is borrowed; `profileFile` returns the list as the text of a profile file.
+    /// Files are written to `rescueFolder`, or to the system's temporary folder if that fails.
+    /// Their names begin with `fileName`.
     ProfileRescue(QListWidget* profileList, Document profileFile, const QString& rescueFolder,
                   const QString& fileName, QObject* parent);
     ~ProfileRescue() override;
 
-    /// Saves the list under a name with date and time and prints where, before the program ends.
-    /// Returns that path, empty when there was nothing to be saved or it could not be saved.
+    /// Saves the list before the program ends, under a name with date and time, and prints the
+    /// path. Returns the path; empty if there was nothing to save or saving failed.
     QString save();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
-    /// The copy for signals is up to date: this text of a profile file, empty for an empty list.
+    /// Emitted when the copy for signals was renewed: the text of a profile file, empty for an
+    /// empty list.
     void copyKept(const QByteArray& copy);
 
 private:
@@ -46,5 +47,5 @@ private:
     QString folder;
     QString name;
     QTimer copyTimer;
-    bool isLastWord = false; ///< the list has been saved, the program ends
+    bool isLastWord = false; ///< the list has been saved and the program is ending
 };

@@ -2,6 +2,6 @@
 
 #include <functional>
 
-/// Asked before a file or the charger replaces the profile list, while the list still stands: it
-/// saves a copy. False keeps the list, and nothing is imported.
+/// Called before a file or the charger replaces the profile list; saves a copy of the list. If it
+/// returns false, the list is kept and nothing is imported.
 using ReplaceGuard = std::function<bool()>;

@@ -4,22 +4,22 @@
 
 class QComboBox;
 
-/// A drop-down list of the serial ports by name, as every window that talks to the charger shows it.
+/// The drop-down list of serial ports in every window that talks to the charger.
 class PortDropdown
 {
 public:
     /// `comboBox` is borrowed and must outlive this object.
     explicit PortDropdown(QComboBox* comboBox);
 
-    /// Lists the ports of this moment, the last one found on top and selected.
+    /// Lists the current ports, the last one found on top and selected.
     void fill();
 
-    /// Lists all ports anew when `port` is not listed, and selects it when its place lies within
-    /// the number of ports listed before. In an empty list nothing is selected here: the combo
-    /// box's own choice stays.
+    /// Lists all ports again if `port` is not listed, and selects it if its index is less than the
+    /// number of ports listed before. Into an empty list nothing is selected here; the combo box's
+    /// own choice stays.
     void add(const QextPortInfo& port);
 
-    /// Takes `port` off the list when it is listed.
+    /// Removes `port` from the list if it is listed.
     void remove(const QextPortInfo& port);
 
 private:

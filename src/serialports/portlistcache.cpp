@@ -7,7 +7,7 @@ PortListCache::PortListCache(Look lookAtSystem, Enumeration askSystem, int settl
 
 QList<QextPortInfo> PortListCache::ports()
 {
-    // Looked at first: a change during the enumeration is then seen at the next look.
+    // Read first: a change during the enumeration is then noticed at the next call.
     const QByteArray state = look();
     if (!listHolds(state)) {
         knownPorts = enumerate();

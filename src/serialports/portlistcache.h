@@ -8,21 +8,21 @@
 
 #include <functional>
 
-/// Keeps the system's list of serial ports as long as a cheap look says that it still holds: asking
-/// for the list takes long on a system with many terminals.
+/// Keeps the system's list of serial ports while a cheap fingerprint shows that it is still valid:
+/// enumerating the ports is slow on a system with many terminals.
 class PortListCache
 {
 public:
     using Look = std::function<QByteArray()>;
     using Enumeration = std::function<QList<QextPortInfo>()>;
 
-    /// `look` gives equal texts as long as nothing changes, and an empty one when it cannot tell;
-    /// `enumerate` gives the list. After a change the list is asked for each time until
-    /// `settlingTime` milliseconds have passed: a new device is set up in steps, and some of them
-    /// may fall into one tick of the clock that stamps files.
+    /// `look` returns the same bytes as long as nothing changes, and none if it cannot detect
+    /// changes; `enumerate` returns the list. For `settlingTime` milliseconds after a change every
+    /// call enumerates: a new device is set up in steps, and several of them may get the same time
+    /// stamp.
     PortListCache(Look look, Enumeration enumerate, int settlingTime);
 
-    /// The ports of this moment.
+    /// Returns the current ports.
     QList<QextPortInfo> ports();
 
 private:

@@ -19,7 +19,7 @@ QString tipFor(const QString& portName)
             return PortTip::text(port);
         }
     }
-    return {}; // it has just gone
+    return {}; // the port has just disappeared
 }
 QString asRichText(const QString& text)
 {

@@ -4,15 +4,15 @@
 
 class QComboBox;
 
-/// The items of a drop-down list of serial ports: their names, and tooltips that say what the system knows
-/// of them at the moment at which they are shown. The closed box shows the tooltip of its port, and screen
-/// readers find it in the description of the box that has the focus.
+/// The items of a drop-down list of serial ports: their names, and tooltips that show what the
+/// system knows about them when the tooltip opens. The closed box has the tooltip of its port; for
+/// screen readers the same text is in the box's description while the box has the focus.
 class PortListModel : public QStandardItemModel
 {
     Q_OBJECT
 
 public:
-    /// `comboBox` is to use this model, and owns it.
+    /// Sets this model on `comboBox`, which owns it.
     explicit PortListModel(QComboBox* comboBox);
 
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
@@ -22,5 +22,5 @@ private:
     void describe();
 
     QComboBox* box;
-    QString purpose; ///< what the box is for, its accessible description without the port
+    QString purpose; ///< the purpose of the box: its accessible description without the port
 };

@@ -7,7 +7,8 @@
 
 namespace
 {
-/// One name for a device, however it was named: "ttyUSB0", "/dev/ttyUSB0" and the links to it.
+/// Returns one name for a device, whichever name was used: "ttyUSB0", "/dev/ttyUSB0" or a link to
+/// it.
 QString deviceOf(const QString& portName)
 {
 #ifdef Q_OS_WIN
@@ -22,8 +23,8 @@ QString deviceOf(const QString& portName)
 
 PortLock::PortLock(const QString& portName) : lock(std::make_unique<QLockFile>(path(portName)))
 {
-    lock->setStaleLockTime(0);                          // however long a transfer takes
-    const bool hasFolder = !QDir::tempPath().isEmpty(); // which it is when the folder is missing
+    lock->setStaleLockTime(0);                          // never stale: transfers may be long
+    const bool hasFolder = !QDir::tempPath().isEmpty(); // empty if it does not exist
     if (!hasFolder || lock->tryLock(0) || lock->error() != QLockFile::LockFailedError) {
         return;
     }

@@ -6,31 +6,32 @@
 
 class QLockFile;
 
-/// A serial port taken from other programs that go through the uploader, the editor and
-/// kelvaron-profiles, while the object lives: two runs at once would mix their work in the charger.
+/// Reserves a serial port among the programs that use the uploader, the editor and
+/// kelvaron-profiles, while the object exists: two runs at once would mix their data in the
+/// charger.
 ///
-/// The lock is a file in the temporary folder. What a program that crashed has left does not count.
+/// The lock is a file in the temporary folder. A lock left by a crashed program is ignored.
 class PortLock
 {
 public:
-    /// Takes the port unless another program has it. A device and its links are one port.
+    /// Locks the port unless another program has it. A device and the links to it are one port.
     explicit PortLock(const QString& portName);
 
-    /// Gives the port back, if it was taken.
+    /// Releases the port if it was locked.
     ~PortLock();
 
     PortLock(const PortLock&) = delete;
     PortLock& operator=(const PortLock&) = delete;
 
-    /// False when another program has the port. Also true where no lock can be written, as on a full
-    /// disk: a transfer must not depend on it.
+    /// Returns false if another program has the port. Returns true if no lock can be written, as on
+    /// a full disk: a transfer must not depend on it.
     bool isFree() const { return free; }
 
-    /// The program that has the port, for the user: "kelvaron-profiles (process 4711)". Empty when the
-    /// port was free.
+    /// Returns the program that has the port, for a message: "kelvaron-profiles (process 4711)".
+    /// Empty if the port was free.
     QString holder() const { return program; }
 
-    /// Where the lock of a port lies.
+    /// Returns the path of a port's lock file.
     static QString path(const QString& portName);
 
 private:

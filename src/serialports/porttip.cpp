@@ -15,7 +15,7 @@
 
 namespace
 {
-/// A text that the device itself brings along, which may be anything.
+/// A text provided by the device, which may contain anything.
 QString shortened(const QString& text)
 {
     constexpr int longest = 80;
@@ -23,7 +23,7 @@ QString shortened(const QString& text)
 }
 
 #ifdef Q_OS_UNIX
-/// Without opening the device: that may reset what is attached to it.
+/// Checks without opening the device: opening may reset whatever is attached to it.
 bool mayBeUsed(const QString& path)
 {
     return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK, AT_EACCESS) == 0;
@@ -33,20 +33,20 @@ QString permissionAdvice(const QFileInfo& device)
 {
     const QString problem = QStringLiteral("You have no permission to use this port. ");
     constexpr QFile::Permissions groupMay = QFile::ReadGroup | QFile::WriteGroup;
-    const bool isForGroup =
-        (device.permissions() & groupMay) == groupMay && device.groupId() != 0; // administrators
+    const bool isForGroup = (device.permissions() & groupMay) == groupMay
+                            && device.groupId() != 0; // 0: the administrators
     if (!isForGroup || device.group().isEmpty()) {
         return problem + QStringLiteral("Please ask the administrator of this computer.");
     }
     return problem
            + QStringLiteral(
-                 "Members of the group %1 have it: run \"sudo usermod -aG %1 $USER\", then "
+                 "Members of the group %1 have permission: run \"sudo usermod -aG %1 $USER\", then "
                  "log in again.")
                  .arg(device.group());
 }
 #endif
 
-/// The name of another program that has the device open, as far as this user may see it.
+/// Returns the name of another program that has the device open, if this user may see it.
 QString programUsing(const QString& path)
 {
 #ifdef Q_OS_LINUX
@@ -106,6 +106,6 @@ QString PortTip::text(const QextPortInfo& port)
         lines.append(QStringLiteral("The system does not list this port."));
     }
     lines.removeAll({});
-    return lines.isEmpty() ? QStringLiteral("The system knows nothing more of this port.")
+    return lines.isEmpty() ? QStringLiteral("The system has no more information about this port.")
                            : lines.join(QLatin1Char('\n'));
 }

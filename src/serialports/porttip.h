@@ -2,10 +2,11 @@
 
 #include "serialports/qextportinfo.h"
 
-/// What the system knows of a serial port.
+/// Describes what the system knows about a serial port.
 namespace PortTip
 {
-/// Plain text for the user, a line each: the device and its maker, who uses the port, and what to do when
-/// the user may not use it. Takes some milliseconds, so it is asked for when it is to be shown.
+/// Returns plain text for the user, one line each: the device and its manufacturer, the program
+/// that uses the port, and what to do if the user has no permission to use it. Takes a few
+/// milliseconds, so call it only when the text is about to be shown.
 QString text(const QextPortInfo& port);
 } // namespace PortTip

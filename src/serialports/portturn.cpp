@@ -13,7 +13,7 @@ PortTurn::PortTurn(const QString& portName, const QString& what, QObject* parent
 
 PortTurn::~PortTurn()
 {
-    lock.reset(); // before the next turn is told
+    lock.reset(); // before the next turn is notified
     if (turns != nullptr) {
         turns->remove(this);
     }
@@ -44,7 +44,7 @@ void PortTurn::beginWhenFirst()
     }
     emit turns->changed();
     if (next) {
-        next(); // last: it may end this turn
+        next(); // last, because it may delete this turn
     }
 }
 

@@ -43,7 +43,7 @@ void PortTurns::remove(PortTurn* turn)
         return other->getPort() == turn->getPort();
     });
     if (next != turns.cend()) {
-        // From the event loop: the end of the earlier run may still be being handled.
+        // From the event loop: the end of the earlier run may not be handled completely yet.
         QMetaObject::invokeMethod(*next, &PortTurn::beginWhenFirst, Qt::QueuedConnection);
     }
     emit changed();

@@ -6,8 +6,8 @@
 
 class PortTurn;
 
-/// Who uses which serial port in this program, and who waits for one. There is one such object, a child
-/// of the application object: a port is shared by everything that the process does.
+/// Keeps track of the serial ports that this program uses or waits for. There is one such object, a
+/// child of the application object, because a port is shared by everything the process does.
 class PortTurns : public QObject
 {
     Q_OBJECT
@@ -16,14 +16,15 @@ public:
     /// REQUIRES: an application object.
     static PortTurns& ofApplication();
 
-    /// What is being done and what waits, a text for the user each, in the order of their requests.
+    /// Returns a text for the user for each running and waiting turn, in the order of their
+    /// requests.
     QStringList descriptions() const;
 
-    /// Whether this program uses the port, or is about to.
+    /// Returns whether this program uses the port or waits for it.
     bool isInUse(const QString& portName) const;
 
 signals:
-    /// descriptions() has changed.
+    /// Emitted when descriptions() has changed.
     void changed();
 
 private:

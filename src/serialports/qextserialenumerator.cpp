@@ -46,7 +46,7 @@ QList<QextPortInfo> systemPorts()
     return cache.ports();
 }
 
-/// Adds the ports that the installation names because the system does not list them.
+/// Adds the ports named in the installation's file of ports that the system does not list.
 void appendNamedPorts(QList<QextPortInfo>& ports)
 {
     const QString text = TextFile::read(QStringLiteral("serial_ports.txt")).value_or(QString());

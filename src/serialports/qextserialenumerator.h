@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// The one place that asks the system for its serial ports.
+/// Enumerates the system's serial ports; nothing else in the program does.
 class QextSerialEnumerator
 {
 public:
@@ -14,10 +14,10 @@ public:
 
     QextSerialEnumerator() = delete;
 
-    /// The ports of this moment, in the system's order; then those that the file "serial_ports.txt"
-    /// of the working folder names, one a line. Cheap as long as nothing changes.
+    /// Returns the current ports in the system's order, followed by those listed in the file
+    /// "serial_ports.txt" in the working folder, one per line. Cheap as long as nothing changes.
     static QList<QextPortInfo> getPorts();
 
-    /// Replaces the whole list, for machines without ports; an empty function brings it back.
+    /// Replaces the whole list, for machines without ports; an empty function restores it.
     static void setSource(Source source);
 };

@@ -21,7 +21,7 @@ void append(QByteArray& text, const T& number)
     text.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
 
-/// Where the link leads: to another place when the cable was moved to another socket.
+/// The target of the link, which changes when the cable is moved to another socket.
 void appendTarget(QByteArray& text, int folder, const char* name)
 {
     char target[PATH_MAX];
@@ -29,7 +29,7 @@ void appendTarget(QByteArray& text, int folder, const char* name)
     text.append(target, static_cast<int>(qMax(length, ssize_t(0))));
 }
 
-/// The device file, which is made after the link and gets its owner and rights later still.
+/// The device file, which is created after the link and gets its owner and permissions even later.
 void appendFile(QByteArray& text, int folder, const char* name)
 {
     struct stat file = {};
@@ -44,7 +44,7 @@ void appendFile(QByteArray& text, int folder, const char* name)
     append(text, file.st_ctim.tv_nsec);
 }
 
-/// What is behind a terminal of the mainboard, or that nothing is. It can be set at run time.
+/// The type of chip behind a terminal of the mainboard, if any. It can be set at run time.
 void appendUartType(QByteArray& text, int folder, const char* name)
 {
     if (std::strncmp(name, "ttyS", 4) != 0) {
@@ -62,9 +62,9 @@ void appendUartType(QByteArray& text, int folder, const char* name)
 }
 } // namespace
 
-// The kernel has a link for every terminal here. The time stamps of that folder do not follow what
-// is in it, so its entries are read. The number of a link tells it from an earlier one of the same
-// name.
+// The kernel has a link for every terminal here. The time stamp of that folder does not change with
+// its content, so its entries are read. The inode number distinguishes a link from an earlier one
+// of the same name.
 QByteArray SerialDevices::fingerprint()
 {
     return fingerprint("/sys/class/tty", "/dev");
@@ -99,8 +99,8 @@ QByteArray SerialDevices::fingerprint(const char* classFolder, const char* fileF
     return text;
 }
 #else
-// Elsewhere the system answers a question for its ports from its own device tree, in a call or two;
-// there is nothing cheaper to look at.
+// Other systems enumerate their ports from their own device tree in one or two calls; nothing
+// cheaper is available.
 QByteArray SerialDevices::fingerprint()
 {
     return {};

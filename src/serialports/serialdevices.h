@@ -2,11 +2,12 @@
 
 #include <QByteArray>
 
-/// A cheap look at what the system's list of serial ports follows from.
+/// A cheap fingerprint of what determines the system's list of serial ports.
 namespace SerialDevices
 {
-/// Bytes that change whenever a serial device comes, goes, is replaced or changes its device file.
-/// Only good for a comparison with others. Empty when this system cannot tell.
+/// Returns bytes that change whenever a serial device appears, disappears, is replaced or changes
+/// its device file. They are only meant to be compared. Empty if this system offers no such
+/// information.
 QByteArray fingerprint();
 
 /// The same for the devices that are symbolic links in `classFolder` and have files of the same

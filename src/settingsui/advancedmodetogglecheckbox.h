@@ -23,10 +23,10 @@ public:
     void bindSettings(const QList<HParser::StructSetting*>& boundSettings,
                       HParser::StructSettings* boundStruct);
 
-    /// Shows the state and hands it to every setting.
+    /// Shows the state and passes it to every setting.
     void enableAdvancedMode(bool on);
 
-    /// Has the editors of all advanced settings disabled.
+    /// Disables the editors of all advanced settings.
     void disableAdvancedSettingViews();
 
 public slots:

@@ -25,7 +25,7 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 FieldNote::FieldNote(const QString& text, QLineEdit* notedField)
     : QLabel(notedField->window()), field(notedField)
 {
-    QAccessible::installFactory(makeInterface); // once, however often it is called
+    QAccessible::installFactory(makeInterface); // only once, however often it is called
     setTextFormat(Qt::PlainText);
     setText(text);
     setAccessibleName(text);
@@ -69,7 +69,7 @@ void FieldNote::place()
         hide();
         return;
     }
-    // Reckoned from left to right, and turned round where the window runs the other way.
+    // Computed for left-to-right windows and mirrored for the others.
     const QRect area = window()->rect();
     const QRect fieldArea = QStyle::visualRect(
         layoutDirection(), area, QRect(field->mapTo(window(), QPoint(0, 0)), field->size()));

@@ -4,10 +4,10 @@
 #include <QLineEdit>
 #include <QPointer>
 
-/// A short text beside a field that says what happened to it; where there is no room, over the end of
-/// the field that its text leaves free. It goes away by itself after some seconds, with its field, and
-/// for another note in the same window. It moves with the field and takes neither focus nor clicks. A
-/// screen reader reads it as an alert when it appears.
+/// A short text that explains what happened to a field. It is shown beside the field, or over the
+/// empty end of the field if there is no room. It disappears after some seconds, with its field, or
+/// when another note appears in the same window. It moves with the field and accepts neither focus
+/// nor clicks. Screen readers announce it as an alert.
 class FieldNote : public QLabel
 {
     Q_OBJECT

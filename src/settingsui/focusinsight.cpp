@@ -19,7 +19,7 @@ void FocusInSight::follow(QWidget* focused)
 {
     if (focused != nullptr && scroll->widget() != nullptr
         && scroll->widget()->isAncestorOf(focused)) {
-        // ensureWidgetVisible() would look at the text cursor alone.
+        // ensureWidgetVisible() considers only the text cursor.
         const QPoint middle = focused->mapTo(scroll->widget(), focused->rect().center());
         scroll->ensureVisible(middle.x(), middle.y(), focused->width() / 2 + 1,
                               focused->height() / 2 + 1);

@@ -27,11 +27,12 @@ public:
     ~GlobalSettingsDialog() override;
 
 public slots:
-    /// Shows the settings, ready for editing; once more when their block was replaced. Edits of a
-    /// block shown before stay in it.
+    /// Shows the settings, ready for editing. Call this again after their block was replaced; the
+    /// old block keeps its edits.
     void inflateGrid();
 
-    /// Asks whether the edits may be lost, unless the answer is no restores them and closes.
+    /// Asks whether to discard the edits; unless the answer is no, restores the old values and
+    /// closes.
     void reject() override;
 
     void on_okButtonClicked();
@@ -40,5 +41,5 @@ public slots:
 private:
     std::unique_ptr<Ui::GlobalSettingsDialog> ui;
     ProfileSettings* globalSettings;
-    SettingsGridLayout* grid = nullptr; ///< in the form's container
+    SettingsGridLayout* grid = nullptr; ///< inside the form's container
 };

@@ -22,14 +22,14 @@ public:
     GlobalSettingsManager(QWidget* dialogParent, HParser::Generator* settingsGenerator,
                           QObject* parent);
 
-    /// Makes the block anew from another schema, with its default values.
+    /// Creates the block again from another schema, with its default values.
     void setAllSettings(HParser::Generator* newGenerator);
 
 public slots:
     void on_editGlobalSettingsClicked();
 
 signals:
-    /// The block was made anew: what shows the old one has to show the new one.
+    /// The block was replaced; whatever shows the old one has to show the new one.
     void settingsReplaced();
 
 private:

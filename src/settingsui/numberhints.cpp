@@ -51,7 +51,8 @@ QString readableSign(QChar sign)
     }
 }
 
-/// The formula with the settings' own names for their variables; empty when it names none.
+/// Returns the formula with the names of settings in place of variables; empty if it names no
+/// setting.
 QString readable(const Formula& formula)
 {
     if (formula.isPlainNumber()) {
@@ -109,9 +110,9 @@ QString NumberHints::correction(const StructSetting& setting, std::optional<doub
     const double wanted = typed.value_or(0);
     QString change;
     if (wanted > shown && shownText == numberText(most(setting))) {
-        change = QStringLiteral("%1 is the most allowed here").arg(shownText);
+        change = QStringLiteral("%1 is the maximum here").arg(shownText);
     } else if (wanted < shown && shownText == numberText(least(setting))) {
-        change = QStringLiteral("%1 is the least allowed here").arg(shownText);
+        change = QStringLiteral("%1 is the minimum here").arg(shownText);
     } else if (wanted != shown) {
         const bool areDigitsCut = setting.number() != shown;
         change = QStringLiteral("Rounded to ")

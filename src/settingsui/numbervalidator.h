@@ -2,8 +2,8 @@
 
 #include <QDoubleValidator>
 
-/// Takes numbers with a decimal point or the user's own decimal separator, which it turns into a
-/// point while it is typed or pasted. Group separators are refused.
+/// Accepts numbers with a decimal point or the user's own decimal separator, which is converted to
+/// a point as it is typed or pasted. Group separators are refused.
 class NumberValidator : public QDoubleValidator
 {
     Q_OBJECT
@@ -13,12 +13,12 @@ public:
 
     State validate(QString& input, int& position) const override;
 
-    /// Makes a number of what was typed by halves ("", "-", "371e"): 0, or the largest double where
-    /// the exponent is too large. A field that is left is corrected with it.
+    /// Replaces an unfinished number ("", "-", "371e") by 0, and one whose exponent is too large by
+    /// the largest double. Called when the field loses the focus.
     void fixup(QString& input) const override;
 
 signals:
-    /// A text that can become no number was refused.
+    /// A text that cannot become a number was refused.
     void refused() const;
 
     /// A text that is not a number was replaced by one.

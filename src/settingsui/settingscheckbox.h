@@ -8,7 +8,7 @@ namespace HParser
 class StructSetting;
 }
 
-/// The editor of a boolean setting; a click goes into the setting at once.
+/// The editor of a boolean setting; a click changes the setting at once.
 class SettingsCheckBox : public QCheckBox
 {
     Q_OBJECT
@@ -16,10 +16,10 @@ class SettingsCheckBox : public QCheckBox
 public:
     explicit SettingsCheckBox(QWidget* parent = nullptr);
 
-    /// Shows and edits this setting from now on.
+    /// Shows and edits this setting.
     void bindSetting(HParser::StructSetting* boundSetting);
 
-    /// Shows and stores nothing from now on.
+    /// Releases the setting: nothing is shown or stored any more.
     void unbindSetting();
 
     void saveSetting(bool on);

@@ -16,7 +16,7 @@ using HParser::StructSettings;
 
 namespace
 {
-/// The flags that the list manager keeps; a grid never takes them back.
+/// The flags that the list manager keeps; a grid never restores them.
 bool belongsToList(const StructSettings& settings, const StructSetting& setting)
 {
     return !settings.getGlobal()
@@ -24,7 +24,7 @@ bool belongsToList(const StructSettings& settings, const StructSetting& setting)
                || setting.descriptiveName == QLatin1String("default"));
 }
 
-/// Copies value texts member by member; the two structs are of the same schema struct.
+/// Copies value texts member by member; both belong to the same schema struct.
 void copyValues(const StructSettings& from, const StructSettings& to)
 {
     const QList<StructSetting*> sources = from.getOriginalOrderStructSettings();
@@ -40,7 +40,7 @@ void copyValues(const StructSettings& from, const StructSettings& to)
 SettingsGridLayout::SettingsGridLayout(StructSettings* structSettings, QWidget* parent)
     : parentOfWidgets(parent), settings(structSettings)
 {
-    // The units have room on their far side.
+    // No margin beside the units, whose column is wide enough.
     setContentsMargins(parent->isRightToLeft() ? QMargins(0, 9, 9, 9) : QMargins(9, 9, 0, 9));
     setHorizontalSpacing(3);
     setColumnMinimumWidth(2, 3);
@@ -111,8 +111,8 @@ void SettingsGridLayout::inflateGrid()
 SettingsGridRow SettingsGridLayout::takeRow(SettingsGridRow::Kind kind,
                                             QVector<SettingsGridRow>* unused)
 {
-    // Best the one that stands there already; otherwise one from the end, where those are that
-    // nobody else wants to keep.
+    // Prefer the row already at this position; otherwise take the last one of this kind, which no
+    // other setting will reuse.
     const int number = rows.size();
     int found = -1;
     for (int i = 0; i < unused->size(); ++i) {
@@ -174,8 +174,8 @@ void SettingsGridLayout::saveSettings()
 
 void SettingsGridLayout::commitFocusedEditor()
 {
-    // Its text is not stored yet where a button press leaves the focus in the field. Stored after
-    // the others it could be overwritten by a formula that one of them sets off.
+    // Where buttons take no focus, the text of the field with the focus is not stored yet. Stored
+    // after the others, it could be overwritten by a formula that one of them triggers.
     const QList<QWidget*> widgets = gridWidgets();
     for (QWidget* widget : widgets) {
         auto* lineEdit = qobject_cast<SettingsLineEdit*>(widget);
@@ -196,7 +196,7 @@ void SettingsGridLayout::startEditing()
 
 void SettingsGridLayout::cancelSettings()
 {
-    releaseFocus(); // what is stored by that is restored, too
+    releaseFocus(); // a value stored by this is restored, too
     restoreBackedUpSettings();
     backup.reset();
     clearGrid();
@@ -252,8 +252,8 @@ void SettingsGridLayout::releaseFocus()
 void SettingsGridLayout::setGridEnabled(bool enabled)
 {
     if (!enabled) {
-        // The focus would go on to the next editor as each one is disabled, and a scroll area would
-        // follow it to the last.
+        // Disabling an editor with the focus moves the focus to the next one, and a scroll area
+        // would follow it to the last.
         releaseFocus();
     }
     const QList<QWidget*> widgets = gridWidgets();

@@ -18,43 +18,43 @@ class StructSettings;
 
 /// The grid of one settings struct: a row per visible setting with its label, editor and units.
 ///
-/// Editors write into the settings as the user types; the backup taken by startEditing() is what
-/// cancelSettings() goes back to.
+/// Editors write into the settings as the user types; cancelSettings() restores the backup taken by
+/// startEditing().
 class SettingsGridLayout : public QGridLayout
 {
     Q_OBJECT
 
 public:
     /// `structSettings` is borrowed and must outlive the grid's widgets, which become children of
-    /// `parent`. The grid itself is in no layout yet: that of `parent` or one inside it takes it.
+    /// `parent`. The new grid is in no layout; add it to the layout of `parent` or one inside it.
     SettingsGridLayout(HParser::StructSettings* structSettings, QWidget* parent);
     ~SettingsGridLayout() override;
 
-    /// Gives the editors what width there is in this scroll area, which holds the grid, up to the width
-    /// of a long text; as long as both live.
+    /// Gives the editors the available width of this scroll area, which contains the grid, up to
+    /// the width of a long text, as long as both exist.
     void widenIn(QScrollArea* scroll);
 
     QSize sizeHint() const override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /// Shows another struct, in place of the one shown so far, disabled. Rows are used again where
-    /// they are of the right kind.
+    /// Shows another struct instead of the current one, disabled. Rows of the right kind are
+    /// reused.
     void showSettings(HParser::StructSettings* structSettings);
 
-    /// Stores every editor into its setting and disables the grid.
+    /// Stores the text of every editor in its setting and disables the grid.
     void saveSettings();
 
     /// Takes the backup and enables the grid; advanced editors only when they were edited before.
     void startEditing();
 
-    /// Restores the backup and builds the grid anew, disabled.
+    /// Restores the backup and rebuilds the grid, disabled.
     void cancelSettings();
 
-    /// Value texts of all settings and the advanced mark, kept for the restoration.
+    /// Makes a backup of all settings' values and of the advanced state.
     void backupCurrentSettings();
 
-    /// Puts the backup's values back as they were and shows them. A profile's active and default
-    /// flags are left alone: they belong to the list.
+    /// Restores the backup's values and shows them. A profile's active and default flags are left
+    /// alone: they belong to the list.
     void restoreBackedUpSettings();
 
     void setGridEnabled(bool enabled);
@@ -64,12 +64,13 @@ public:
 
     void hideEverything(bool hide);
 
-    /// Puts the keyboard focus into the first enabled editor that is wholly between the top and the
-    /// bottom of `seen`, a part of the widgets' parent; without one, into the nearest above it or
-    /// else the first of all. A text is selected. Returns that editor; nullptr without any.
+    /// Gives the keyboard focus to the first enabled editor that is completely within the top and
+    /// bottom of `seen`, a part of the widgets' parent. If there is none, to the nearest one above
+    /// it, or else to the first of all. Selects the text. Returns that editor; nullptr if no editor
+    /// is enabled.
     QWidget* focusFirstEditor(const QRect& seen = QRect());
 
-    /// The editors that the Tab key reaches first and last; nullptr in a grid without any.
+    /// Return the first and last editor in the tab order; nullptr if there is none.
     QWidget* firstEditor() const;
     QWidget* lastEditor() const;
 
@@ -84,7 +85,7 @@ private:
     QList<QWidget*> gridWidgets() const;
 
     QWidget* parentOfWidgets;
-    int room = 0; ///< pixels that the grid may be wide
+    int room = 0; ///< the width that the grid may have, in pixels
     QPointer<HParser::StructSettings> settings;
     QVector<SettingsGridRow> rows;                       ///< from top to bottom
     QVector<SettingsGridRow> spareRows;                  ///< not shown, for other structs

@@ -53,7 +53,7 @@ QWidget* newEditor(SettingsGridRow::Kind kind, QWidget* parent)
     return editor;
 }
 
-/// A label that keeps its text lays nothing out anew.
+/// Setting the same text again would trigger a layout.
 void setLabelText(QLabel* label, const QString& text)
 {
     if (label->text() != text) {
@@ -74,7 +74,7 @@ SettingsGridRow::SettingsGridRow(Kind rowKind, QGridLayout* settingsGrid, QWidge
     if (kind == ADVANCED_TOGGLE) {
         label->setStyleSheet(QStringLiteral("QLabel { color : red; }"));
         setName(QStringLiteral("Edit Advanced Settings"));
-        editor->setAccessibleDescription(QStringLiteral("Opens the settings below it for changes"));
+        editor->setAccessibleDescription(QStringLiteral("Makes the settings below it editable"));
     }
 }
 
@@ -135,7 +135,7 @@ SettingsGridRow::Kind SettingsGridRow::kindOf(const StructSetting& setting)
     case StructSetting::BOOL:
         return FLAG;
     case StructSetting::LIST:
-    case StructSetting::UNKNOWN: // never in the visual order
+    case StructSetting::UNKNOWN: // never visible
         break;
     }
     return LABEL_ALONE;
@@ -161,16 +161,17 @@ void SettingsGridRow::setName(const QString& name)
         setLabelText(label, name);
         return;
     }
-    if (editor->accessibleName() != name) { // the same one again would be announced
+    if (editor->accessibleName()
+        != name) { // a screen reader would be notified of an unchanged name
         editor->setAccessibleName(name);
     }
-    // The editor is the label's buddy, so an "&" would count as a mnemonic.
+    // The editor is the label's buddy, so an "&" would mark a mnemonic.
     setLabelText(label, QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
 }
 
 void SettingsGridRow::deleteWidgets()
 {
-    // Let go of first: an editor that loses the focus stores its text.
+    // Released first: an editor that loses the focus stores its text.
     if (kind == FLAG) {
         static_cast<SettingsCheckBox*>(editor)->unbindSetting();
     } else if (kind == NUMBER || kind == TEXT) {

@@ -13,56 +13,57 @@ class StructSetting;
 }
 
 /// One row of a settings grid: the label, the editor and the units of one setting. Its widgets can
-/// show other settings of the same kind, which is far cheaper than making new ones.
+/// show other settings of the same kind, which is far cheaper than creating new ones.
 ///
-/// The widgets belong to their parent; a copied row is the same row.
+/// The widgets belong to their parent; copies of a row share them.
 class SettingsGridRow
 {
 public:
     enum Kind
     {
-        ADVANCED_TOGGLE, ///< the switch of advanced mode, of no setting of its own
+        ADVANCED_TOGGLE, ///< switches advanced mode; has no setting of its own
         NUMBER,
         TEXT,
         FLAG,
-        LABEL_ALONE ///< lists are not editable here
+        LABEL_ALONE ///< settings without an editor
     };
 
-    // Columns 0, 2 and 4 stay empty as spacing.
+    // Columns 0, 2 and 4 are left empty as spacing.
     static constexpr int labelColumn = 1;
     static constexpr int editorColumn = 3;
     static constexpr int unitsColumn = 5;
 
-    static constexpr int editorWidth = 137;  ///< least, for 15 characters: fits beside the list
-    static constexpr int widestEditor = 300; ///< where there is room, for 18 wide letters
+    static constexpr int editorWidth = 137;  ///< the least, for 15 characters: fits beside the list
+    static constexpr int widestEditor = 300; ///< where there is room, for 18 wide characters
 
-    /// Makes the widgets, children of `parent`, of a row that stands nowhere in the grid yet.
+    /// Creates the widgets, children of `parent`, of a row that is not yet in the grid.
     SettingsGridRow(Kind kind, QGridLayout* grid, QWidget* parent);
 
-    /// Shows the widgets in this row of the grid, counted from 0.
+    /// Places the widgets in this row of the grid, counted from 0, and shows them.
     void placeAt(int rowNumber);
 
-    /// Takes the widgets out of the grid and hides them.
+    /// Removes the widgets from the grid and hides them.
     void putAside();
 
-    /// Puts the widgets behind all others of their parent in the order that a screen reader reads.
+    /// Moves the widgets to the end of their parent's children, the order in which screen readers
+    /// read.
     void raise();
 
-    /// Where the row stands; -1: nowhere.
+    /// Returns the row's number in the grid; -1 if it is not in the grid.
     int getNumber() const { return number; }
 
     static Kind kindOf(const HParser::StructSetting& setting);
 
     Kind getKind() const { return kind; }
 
-    /// The line edit, check box or toggle; nullptr for a label alone.
+    /// Returns the line edit, check box or toggle; nullptr for a mere label.
     QWidget* getEditor() const { return editor; }
 
-    /// Shows and edits this setting, which is of the row's kind, from now on.
+    /// Shows and edits this setting, which must be of the row's kind.
     void show(HParser::StructSetting* setting);
 
-    /// Takes the widgets out of the grid and schedules them for deletion; from here on they show and
-    /// store nothing. The row is not to be used any more.
+    /// Removes the widgets from the grid, releases the setting and schedules the widgets for
+    /// deletion. The row must not be used afterwards.
     void deleteWidgets();
 
 private:

@@ -6,8 +6,8 @@
 
 namespace
 {
-// The background is white in every theme, so the texts must not follow a dark palette.
-// Nor may the mark of the focus, which is made for the palette's own background.
+// The background is white in every theme, so the texts must not follow a dark palette. Neither must
+// the focus frame, whose colour suits the palette's own background.
 const QString darkTexts = QStringLiteral("QWidget { color: black;"
                                          "  selection-background-color: rgb(0,80,180);"
                                          "  selection-color: white; }"
@@ -19,7 +19,7 @@ void SettingsGridScroll::dress(QScrollArea* scroll)
     scroll->setStyleSheet(QStringLiteral("background-color:white;"));
     scroll->widget()->setStyleSheet(darkTexts);
     PlainArea::dress(scroll);
-    scroll->setFocusPolicy(Qt::StrongFocus); // scrolls by keys
+    scroll->setFocusPolicy(Qt::StrongFocus); // so that keys scroll it
 }
 
 void SettingsGridScroll::undress(QScrollArea* scroll)

@@ -2,12 +2,13 @@
 
 class QScrollArea;
 
-/// The look of a scroll area that holds a settings grid: white, and texts stay dark in every palette.
+/// The appearance of a scroll area with a settings grid: a white background, and dark texts in
+/// every palette.
 namespace SettingsGridScroll
 {
-/// Dresses the area and the widget that it holds.
+/// Applies the appearance to the area and its widget.
 void dress(QScrollArea* scroll);
 
-/// Gives them the look of the window around them, without a frame.
+/// Gives them the appearance of the surrounding window, without a frame.
 void undress(QScrollArea* scroll);
 } // namespace SettingsGridScroll

@@ -50,8 +50,8 @@ void SettingsLineEdit::bindSetting(HParser::StructSetting* boundSetting)
         addValidator();
     }
     if (setting->settingType != HParser::StructSetting::NUM) {
-        constexpr int unlimited = 32767; // the toolkit's own default
-        // The charger's field ends with a zero byte.
+        constexpr int unlimited = 32767; // Qt's default
+        // The charger's field is terminated by a zero byte.
         setMaxLength(setting->arraySize > 0 ? setting->arraySize - 1 : unlimited);
     }
     updateView();
@@ -109,7 +109,8 @@ void SettingsLineEdit::saveNumber()
         const bool wasNumber = !std::exchange(isUnfinished, false);
         correction = NumberHints::correction(*setting, wasNumber ? std::optional<double>(typed)
                                                                  : std::nullopt);
-        // The window may be closing. When it is not, the focus is where it goes to by then.
+        // Queued: the window may be closing; otherwise the focus has reached its new widget by
+        // then.
         QTimer::singleShot(0, this, &SettingsLineEdit::noteCorrection);
     }
 }
@@ -145,7 +146,7 @@ void SettingsLineEdit::updateView()
     }
     setText(setting->getValue());
     if (!hasFocus()) {
-        setCursorPosition(0); // a long text is read from its beginning
+        setCursorPosition(0); // shows a long text from its beginning
     }
     describeForReader();
 }
@@ -161,7 +162,8 @@ void SettingsLineEdit::accessibilityActiveChanged(bool active)
 void SettingsLineEdit::describeForReader()
 {
     const QString description = isRead ? describe().join(QStringLiteral("; ")) : describeInBrief();
-    if (accessibleDescription() != description) { // the same one again would be announced
+    if (accessibleDescription()
+        != description) { // a screen reader would be notified of an unchanged name
         setAccessibleDescription(description);
     }
 }
@@ -206,7 +208,7 @@ void SettingsLineEdit::showTip(const QPoint& place)
     for (QString& line : lines) {
         line = line.toHtmlEscaped();
     }
-    // Shown for the window, for the look of the grid is not that of a tooltip.
+    // The window is the parent: the grid's style sheet would change the tooltip's appearance.
     QToolTip::showText(
         place, QStringLiteral("<p style='white-space:pre'>") + lines.join(QStringLiteral("<br>")),
         window());
@@ -216,7 +218,7 @@ bool SettingsLineEdit::isTextCut() const
 {
     QStyleOptionFrame option;
     initStyleOption(&option);
-    constexpr int margins = 4; // of a line edit's own, beside the text
+    constexpr int margins = 4; // the line edit's own margin beside the text
     const int room =
         style()->subElementRect(QStyle::SE_LineEditContents, &option, this).width() - margins;
     return fontMetrics().horizontalAdvance(text()) > room;
@@ -224,20 +226,22 @@ bool SettingsLineEdit::isTextCut() const
 
 void SettingsLineEdit::showTextHint(const QString& characters)
 {
-    showHint(QStringLiteral("The Kelvaron holds plain English letters, digits and signs (ASCII) "
-                            "only, not %1.")
-                 .arg(quotedText(characters)));
+    showHint(
+        QStringLiteral(
+            "The Kelvaron can only store plain English letters, digits and punctuation (ASCII), "
+            "not %1.")
+            .arg(quotedText(characters)));
 }
 
 void SettingsLineEdit::showNumberHint()
 {
-    showHint(QStringLiteral("Numbers are written with digits and a decimal point alone: 1500.5"));
+    showHint(QStringLiteral("Use only digits and a decimal point, such as 1500.5"));
 }
 
 void SettingsLineEdit::showHint(const QString& hint)
 {
-    if (hasFocus()) { // what the user did not enter is shown as it is
-        QToolTip::showText(mapToGlobal(rect().bottomLeft()), hint, window()); // for its look
+    if (hasFocus()) { // no hint for a value that the user did not enter
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), hint, window());
     }
 }
 

@@ -12,9 +12,9 @@ class StructSetting;
 class FieldNote;
 class StorableTextValidator;
 
-/// The editor of a number or text setting. What was typed goes into the setting when the field
-/// loses focus; the field then shows what the setting made of it, and for a moment beside it why a
-/// number was changed. Its tooltip and its description for screen readers say what it takes.
+/// The editor of a number or text setting. The text is stored in the setting when the field loses
+/// the focus; the field then shows the stored value, and for a moment a note explains why a number
+/// was changed. The tooltip and the description for screen readers show which values are valid.
 class SettingsLineEdit : public QLineEdit, private QAccessible::ActivationObserver
 {
     Q_OBJECT
@@ -23,19 +23,19 @@ public:
     explicit SettingsLineEdit(QWidget* parent = nullptr);
     ~SettingsLineEdit() override;
 
-    /// Shows and edits this setting from now on. Numbers are typed with a decimal point or the
-    /// decimal separator of the user's locale and shown with a point; texts are limited to what the
-    /// charger can hold, in length and characters. A hint says why anything else is refused. An
-    /// editor that has shown a number shows numbers only, one that has shown a text shows texts.
+    /// Shows and edits this setting. Numbers are typed with a decimal point or the decimal
+    /// separator of the user's locale and shown with a point; texts are limited to the length and
+    /// the characters that the charger can hold. A hint explains why anything else is refused. An
+    /// editor that has shown a number must show only numbers, one that has shown a text only texts.
     void bindSetting(HParser::StructSetting* boundSetting);
 
-    /// Shows and stores nothing from now on.
+    /// Releases the setting: nothing is shown or stored any more.
     void unbindSetting();
 
-    /// Narrow: the grid gives its editors their width.
+    /// Narrow, because the grid sets the width of its editors.
     QSize sizeHint() const override;
 
-    /// Stores the text (a text that is not a number counts as 0) and shows the stored value.
+    /// Stores the text (0 for a text that is not a number) and shows the stored value.
     void saveSetting();
 
 protected:
@@ -65,10 +65,10 @@ private:
     void showTip(const QPoint& place);
 
     QPointer<HParser::StructSetting> setting;       ///< not owned
-    StorableTextValidator* textValidator = nullptr; ///< a child, of text settings alone
-    bool isRead; ///< by a screen reader, which needs more texts than there is time for otherwise
-    bool isTyped = false;      ///< what is shown is not stored yet
-    bool isUnfinished = false; ///< what was typed was no number
-    QString correction;        ///< of the last number, until it is noted
-    QPointer<FieldNote> note;  ///< a child of the window while it is shown
+    StorableTextValidator* textValidator = nullptr; ///< a child; only for text settings
+    bool isRead;               ///< a screen reader has asked for the texts, which cost time to keep
+    bool isTyped = false;      ///< the text shown is not stored yet
+    bool isUnfinished = false; ///< the text typed was not a number
+    QString correction;        ///< note about the last number, until it is shown
+    QPointer<FieldNote> note;  ///< a child of the window while shown
 };

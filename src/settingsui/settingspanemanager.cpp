@@ -22,7 +22,7 @@ QString valueOf(const ProfileSettings& profile, const QString& name, const QStri
         profile.settings->getStructSettingByDescriptiveName(name);
     return setting != nullptr ? setting->getValue() : otherwise;
 }
-/// View mode disables the heading; a reader still has to make it out in every theme.
+/// View mode disables the heading, which must still be readable in every theme.
 void keepReadableWhenDisabled(QWidget* widget)
 {
     QPalette palette = widget->palette();
@@ -52,7 +52,7 @@ SettingsPaneManager::SettingsPaneManager(Ui::MainWindow* form,
     connect(ui->profileSettingsDefaultCB, &QCheckBox::clicked, this,
             &SettingsPaneManager::defaultMeClicked);
 
-    // A click leaves the focus where the edit begins, as on systems whose buttons take no focus.
+    // A click leaves the focus on the editor, as on systems whose buttons take no focus.
     ui->editProfileButton->setFocusPolicy(Qt::TabFocus);
     new FocusInSight(ui->containerScroll);
 
@@ -141,7 +141,7 @@ void SettingsPaneManager::on_editButtonClicked()
     focusBeforeEdit = parentWidget->focusWidget();
     grid->startEditing();
     enableEditing();
-    // The editors are younger than what is above and below them.
+    // The editors are newer than the widgets above and below them.
     QWidget::setTabOrder(ui->containerScroll, grid->firstEditor());
     QWidget::setTabOrder(grid->lastEditor(), ui->cancelChangesButton);
     QWidget::setTabOrder(ui->cancelChangesButton, ui->saveChangesButton);
@@ -229,7 +229,7 @@ void SettingsPaneManager::updateActiveDefaultButtonsInList()
     if (currentProfile == nullptr) {
         return;
     }
-    // A click on the light refreshes both boxes from the row, so both are read first.
+    // A click on the light updates both boxes from the row, so both are read first.
     const bool active = ui->profileSettingsActiveCB->isChecked();
     const bool isDefault = ui->profileSettingsDefaultCB->isChecked();
     if (active != currentProfile->getActiveStatus()) {
@@ -261,7 +261,7 @@ void SettingsPaneManager::on_cancelButtonClicked()
 
 void SettingsPaneManager::restoreGrid()
 {
-    // Without its rows the grid is so low for a moment that the view would be moved to its top.
+    // Without its rows the grid is so low for a moment that the view would scroll to the top.
     QScrollBar* down = ui->containerScroll->verticalScrollBar();
     QScrollBar* across = ui->containerScroll->horizontalScrollBar();
     const QPoint place(across->value(), down->value());

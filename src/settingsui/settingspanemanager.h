@@ -36,31 +36,31 @@ public:
     /// Replaces the schema. The grid is empty until a profile of the new one is shown.
     void setAllSettings(HParser::Generator* newGenerator);
 
-    /// Stores which row is shown, without rebuilding the pane; used after a row was moved.
+    /// Stores which row is shown, without rebuilding the pane; used after a move.
     void setCurrentProfile(ProfileName* row);
 
     void hideEverything();
     void unhideEverything();
 
-    /// Empties the grid: its editors let go of the profile that was shown.
+    /// Empties the grid: its editors release the profile that was shown.
     void clearSettingsPane();
 
-    /// Switch between view mode and edit mode what is enabled in the pane, and announce it.
+    /// Enable and disable the parts of the pane for edit mode or view mode, and report the change.
     void enableEditing();
     void disableEditing();
 
-    /// Asks the list for the flags that the boxes show.
+    /// Asks the list to set the flags that the boxes show.
     void updateActiveDefaultButtonsInList();
 
 signals:
-    /// True when editing starts, false when the pane is back in view mode.
+    /// Emitted with true when editing starts, with false when the pane returns to view mode.
     void editing(bool on);
 
 public slots:
     /// Shows another profile, in view mode.
     void updateSettingsPane(ProfileName* row);
 
-    /// Shows the row's active and default flags.
+    /// Updates the boxes from the row's active and default flags.
     void quickUpdateSettingsPane(ProfileName* row);
 
     void on_profilesListEmpty();
@@ -84,7 +84,7 @@ private:
     QWidget* parentWidget;
     QPointer<ProfileName> currentProfile;
     bool editMode = false;
-    QPointer<QWidget> focusBeforeEdit; ///< gets the focus back when the edit ends
+    QPointer<QWidget> focusBeforeEdit; ///< gets the focus when the edit ends
     HParser::Generator* generator;
-    QPointer<SettingsGridLayout> grid; ///< made for the first profile, used again for the others
+    QPointer<SettingsGridLayout> grid; ///< created for the first profile, reused for the others
 };

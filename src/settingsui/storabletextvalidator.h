@@ -2,8 +2,8 @@
 
 #include <QValidator>
 
-/// Refuses what the charger cannot hold in a text while it is typed or pasted. A text that holds
-/// such characters already can still be edited, so that they can be taken out.
+/// Refuses characters that the charger cannot hold as they are typed or pasted. A text that already
+/// contains such characters can still be edited, so that they can be removed.
 class StorableTextValidator : public QValidator
 {
     Q_OBJECT
@@ -11,13 +11,13 @@ class StorableTextValidator : public QValidator
 public:
     explicit StorableTextValidator(QObject* parent);
 
-    /// Takes the characters of a text that came from elsewhere as given.
+    /// Accepts the characters already in a text that was not typed here.
     void tolerate(const QString& text);
 
     State validate(QString& input, int& position) const override;
 
 signals:
-    /// A text with these characters was refused.
+    /// Emitted when a text was refused because of these characters.
     void refused(const QString& characters) const;
 
 private:

@@ -7,7 +7,7 @@
 #include <QObject>
 #include <QTimer>
 
-/// Looks at the serial ports once a second and tells which have come and gone, by name.
+/// Checks the serial ports once a second and reports which have appeared and disappeared, by name.
 class COMDeviceWatcher : public QObject
 {
     Q_OBJECT
@@ -15,11 +15,11 @@ class COMDeviceWatcher : public QObject
 public:
     explicit COMDeviceWatcher(QObject* parent);
 
-    /// Takes the ports of this moment as known, without a signal, and starts looking. Called again,
-    /// it starts over.
+    /// Takes the current ports as known, without a signal, and starts checking. A second call
+    /// starts over.
     void startWatching();
 
-    /// Stops looking.
+    /// Stops checking.
     void stopWatching();
 
 signals:

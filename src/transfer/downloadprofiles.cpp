@@ -50,7 +50,7 @@ void DownloadProfiles::refuse(const QString& holder)
 void DownloadProfiles::onError(QProcess::ProcessError error)
 {
     if (error == QProcess::FailedToStart) {
-        delete turn; // no end follows
+        delete turn; // finished() is not emitted then
     }
     emit errorDownloading();
 }

@@ -18,25 +18,25 @@ class DownloadProfiles : public QObject
     Q_OBJECT
 
 public:
-    /// The uploader overwrites the file at `hexFilePath`.
+    /// The uploader writes to the file at `hexFilePath`, replacing it.
     DownloadProfiles(const QString& portName, const QString& hexFilePath, QObject* parent);
 
-    /// A run that still goes on is given up.
+    /// Abandons a run in progress.
     ~DownloadProfiles() override;
 
     void start();
 
-    /// What to start in place of the uploader in the working folder.
+    /// Sets the program to start instead of the uploader in the working folder.
     void setProgram(const QString& path) { program = path; }
 
 signals:
-    /// The area was read.
+    /// Emitted when the area was read.
     void finished();
 
-    /// The run could not be started or failed. Emitted twice when the uploader crashes.
+    /// Emitted when the run could not be started or failed; twice if the uploader crashes.
     void errorDownloading();
 
-    /// Another program has the port, `holder` says which, for the user. Nothing was started.
+    /// Emitted when another program, `holder`, has the port. Nothing was started.
     void portInUse(const QString& holder);
 
 public slots:

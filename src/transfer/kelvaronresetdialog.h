@@ -6,14 +6,14 @@
 #include <QPointer>
 #include <QProcess>
 
-/// Reports that the charger was served and asks whether it stays in its bootloader or is reset by
-/// the uploader, so that it starts its normal firmware. Run with exec().
+/// Reports the success of an operation and asks whether the charger stays in its bootloader or is
+/// reset by the uploader, so that it starts its normal firmware. Run with exec().
 class KelvaronResetDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Results, apart from those of a dialog that is accepted or rejected.
+    /// Result codes in addition to QDialog::Accepted and QDialog::Rejected.
     enum Result
     {
         RESET_SUCCEEDED = 100,
@@ -24,10 +24,10 @@ public:
     /// `successMessage` is rich text, shown in bold above the question.
     KelvaronResetDialog(const QString& successMessage, const QString& portName, QWidget* parent);
 
-    /// A reset that still runs is given up.
+    /// Abandons a reset in progress.
     ~KelvaronResetDialog() override;
 
-    /// Starts the reset when the port is free. Nothing happens while one is running or waiting.
+    /// Starts the reset when the port is free. Does nothing while one is running or waiting.
     void resetKelvaron();
 
 public slots:

@@ -41,7 +41,7 @@ UploadDownloadDialog::UploadDownloadDialog(bool writes, QWidget* parent)
     watcher.startWatching();
     ui->statusLabel->setText(QStringLiteral("Stopped"));
     ui->progressBar->setValue(0);
-    show(); // last: the system places a window by the size that it has then
+    show(); // last: the system positions a window by its size at this moment
 }
 
 UploadDownloadDialog::~UploadDownloadDialog() = default;
@@ -54,7 +54,7 @@ void UploadDownloadDialog::setUpTexts()
     ui->dialogTitleLabel->setText(title);
     ui->okButton->setText(isWriteMode ? QStringLiteral("Write Profiles")
                                       : QStringLiteral("Read Profiles"));
-    ui->okButton->setAccessibleDescription(QStringLiteral("Through the chosen port"));
+    ui->okButton->setAccessibleDescription(QStringLiteral("Uses the chosen port"));
 }
 
 void UploadDownloadDialog::setFileLocation(const QString& path)
@@ -115,7 +115,7 @@ void UploadDownloadDialog::uploadDownloadSuccess()
     showEnd(isWriteMode ? QStringLiteral("Write Success!") : QStringLiteral("Read Success!"),
             fullProgress);
 
-    // What hears of it, and the question below, run event loops in which this dialog may go.
+    // Receivers of the signal and the question below run event loops that may delete this dialog.
     const QPointer<UploadDownloadDialog> self(this);
     emit finished();
     if (self == nullptr || isClosed()) {
@@ -123,12 +123,12 @@ void UploadDownloadDialog::uploadDownloadSuccess()
     }
     isDone = true;
     ui->okButton->setText(QStringLiteral("Close Window"));
-    ui->okButton->setAccessibleDescription(QStringLiteral("The transfer is over"));
+    ui->okButton->setAccessibleDescription(QStringLiteral("The transfer has ended"));
     ui->okButton->setEnabled(true);
     auto* resetDialog = new KelvaronResetDialog(
         isWriteMode ? QStringLiteral("Profiles successfully written to the Kelvaron!")
                     : QStringLiteral("Profiles successfully read from the Kelvaron!"),
-        transferPort, this); // goes with this dialog
+        transferPort, this); // deleted with this dialog
     resetDialog->exec();
     if (self != nullptr) {
         close();
@@ -137,7 +137,8 @@ void UploadDownloadDialog::uploadDownloadSuccess()
 
 void UploadDownloadDialog::uploadDownloadFailed()
 {
-    // A crashing uploader is told of twice; the second time this dialog has been closed already.
+    // The failure of a crashing uploader is reported twice; the second time this dialog has already
+    // been closed.
     if (isClosed()) {
         return;
     }
@@ -206,6 +207,6 @@ QString UploadDownloadDialog::currentPort() const
 
 bool UploadDownloadDialog::isClosed() const
 {
-    return isHidden(); // deleted as soon as the event loop comes to it
+    return isHidden(); // a closed dialog is deleted only later, by the event loop
 }
 } // namespace UploadDownload

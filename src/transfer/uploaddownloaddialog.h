@@ -21,34 +21,35 @@ class UploadDownloadDialog;
 namespace UploadDownload
 {
 /// Lets the user choose the serial port, then writes a profile image to the charger or reads one
-/// from it, and shows how that goes.
+/// from it, and shows the progress.
 ///
 /// The dialog shows itself, is application-modal and deletes itself when closed. It may be closed
-/// while the uploader runs: the worker belongs to the dialog's parent and carries on, its result
-/// reaches nobody then.
+/// while the uploader runs: the worker belongs to the dialog's parent and carries on, but its
+/// result is not shown.
 class UploadDownloadDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// `parent` is the main window, which comes to own the workers.
+    /// `parent` is the main window, which will own the workers.
     UploadDownloadDialog(bool writes, QWidget* parent);
     ~UploadDownloadDialog() override;
 
-    /// The HEX file to be written to the charger, or to be read into. Set before the button is
-    /// pressed.
+    /// Sets the HEX file to write to the charger, or the one to create when reading. Call this
+    /// before the button is pressed.
     void setFileLocation(const QString& path);
 
-    /// What that file has to hold when the uploader writes it to the charger; see
+    /// Sets the content that the file must have when the uploader writes it to the charger; see
     /// UploadProfiles::setImage().
     void setImage(const QByteArray& hexFile) { image = hexFile; }
 
-    /// What is called when that file is in the charger, also when this dialog has been closed by then; not
-    /// any more when `context` has gone. Set before the button is pressed.
+    /// Sets the function to call when the file has been written to the charger, even if this dialog
+    /// has been closed by then, but not after `context` was deleted. Call this before the button is
+    /// pressed.
     void setOnWritten(const QObject* context, std::function<void()> function);
 
 signals:
-    /// An operation has succeeded.
+    /// Emitted when an operation has succeeded.
     void finished();
 
 public slots:
@@ -75,8 +76,7 @@ private:
     QByteArray image;
     QPointer<const QObject> writtenContext;
     std::function<void()> onWritten;
-    QString
-        transferPort; ///< of the last transfer; the charger is still there when it is not listed
+    QString transferPort; ///< of the last transfer; kept even if it is no longer listed
     std::unique_ptr<Ui::UploadDownloadDialog> ui;
     PortDropdown portDropdown;
     COMDeviceWatcher watcher{nullptr};

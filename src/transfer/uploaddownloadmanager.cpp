@@ -45,7 +45,7 @@ void UploadDownloadManager::on_writeButtonPressed()
     dialog->setImage(hexManager->image());
     connect(dialog, &UploadDownloadDialog::finished, this, &UploadDownloadManager::listWritten);
     if (backups != nullptr) {
-        // The list may be another one when a transfer ends whose dialog was closed.
+        // The list may have changed before a transfer ends whose dialog was closed.
         dialog->setOnWritten(backups, [this, list = backups->current()] {
             backups->keep(ProfileBackups::Occasion::WRITTEN, list);
         });

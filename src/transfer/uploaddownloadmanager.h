@@ -15,7 +15,7 @@ class HEXManager;
 
 namespace UploadDownload
 {
-/// Moves the profile list between the editor and the charger, by way of Intel HEX files in the
+/// Moves the profile list between the editor and the charger, through Intel HEX files in the
 /// working folder.
 class UploadDownloadManager : public QObject
 {
@@ -25,30 +25,33 @@ public:
     /// `manager` is borrowed. `parent` is the main window.
     UploadDownloadManager(HEXGeneratorParser::HEXManager* manager, QObject* parent);
 
-    /// What is asked before the charger's profiles replace the list; nothing is asked without one.
+    /// Sets the function called before the charger's profiles replace the list; without one the
+    /// list is replaced.
     void setReplaceGuard(ReplaceGuard guard) { replaceGuard = std::move(guard); }
 
-    /// Where the list is kept after it was written or read; nowhere without them. Borrowed.
+    /// Sets where copies of the list are kept after it was written or read; without them no copy is
+    /// kept. Borrowed.
     void setBackups(ProfileBackups* profileBackups) { backups = profileBackups; }
 
-    /// Tells why a file could not be imported: `error` is what HEXManager::importProfiles() throws.
+    /// Shows why a file could not be imported: `error` is what HEXManager::importProfiles() throws.
     static int showImportError(QWidget* parent, int error);
 
 signals:
-    /// The charger holds the list as it is: it has just been written, or read into an empty list.
+    /// Emitted when the charger holds the list as it is: it has just been written, or read into an
+    /// empty list.
     void listWritten();
 
-    /// The list is to be emptied without a question, before the charger's profiles replace it.
+    /// Emitted to empty the list without asking, before the charger's profiles replace it.
     void deleteAllProfiles();
 
 public slots:
-    /// Writes the list to a file and opens the dialog that brings it to the charger.
+    /// Writes the list to a file and opens the dialog that writes the file to the charger.
     void on_writeButtonPressed();
 
     /// Opens the dialog that reads the charger's profiles into a file.
     void on_readButtonPressed();
 
-    /// Brings what was read from the charger into the list, added to it or in its place.
+    /// Adds the profiles read from the charger to the list, or replaces the list with them.
     void importProfiles();
 
 private:

@@ -58,7 +58,7 @@ void Uploader::giveUp(QProcess* process, const QObject* owner, PortTurn* turn)
     }
     process->disconnect(owner);
     process->kill();
-    // A killed process is gone in a moment. One that hangs in its driver must not hold up the window.
+    // A killed process ends in a moment. One that hangs in its driver must not block the window.
     constexpr int patience = 100; // milliseconds
     if (process->state() == QProcess::NotRunning || process->waitForFinished(patience)) {
         delete turn;

@@ -6,42 +6,42 @@
 
 class PortTurn;
 
-/// The external uploader, which does everything that is done to the charger. It is run from the
-/// working folder, once for each operation; its exit code tells whether the operation succeeded.
+/// The external uploader, which performs all communication with the charger. It is run in the
+/// working folder, once for each operation; its exit code shows whether the operation succeeded.
 class Uploader
 {
 public:
     Uploader() = delete;
 
-    /// What to start: a path relative to the working folder.
+    /// The program to start: a path relative to the working folder.
     static QString program();
 
-    /// The arguments of a run: those that every run gets, then those of its operation.
+    /// Returns the arguments of a run: the common ones, then those of the operation.
     static QStringList arguments(const QString& portName, const QStringList& operation);
 
-    /// The bounds of the charger's profile area, lower and upper, as the uploader counts addresses.
+    /// Returns the lower and upper bound of the charger's profile area in the uploader's addresses.
     static QStringList profileArea();
 
-    /// Whether a run that ended like this has done its work.
+    /// Returns whether a run that ended like this has succeeded.
     static bool hasSucceeded(int exitCode, QProcess::ExitStatus exitStatus);
 
-    /// Has what a run prints dropped as it comes; QProcess would keep it until somebody reads it,
-    /// however much it is. For a process that has just been started.
+    /// Discards the output of a run as it arrives; QProcess would keep any amount of it until it is
+    /// read. For a process that has just been started.
     static void dropOutput(QProcess* process);
 
-    /// The same for what it prints on its standard error alone.
+    /// Discards only the standard error of a run.
     static void dropErrorOutput(QProcess* process);
 
-    /// Ends a run that has told its result. The process stays, without the buffers of its channels;
-    /// it may be nullptr.
+    /// Ends a run whose result is known. The process object is kept, without the buffers of its
+    /// channels; it may be nullptr.
     static void end(QProcess* process);
 
-    /// Ends a run whose result nobody waits for any more: its signals do not reach `owner`. The process
-    /// is deleted, at once or when it has ended, and so is `turn`, its use of the port. Both may be
-    /// nullptr.
+    /// Ends a run whose result is no longer needed: its signals do not reach `owner`. The process,
+    /// and its use of the port, `turn`, are deleted, at once or when the process has ended. Both
+    /// may be nullptr.
     static void giveUp(QProcess* process, const QObject* owner, PortTurn* turn);
 
-    /// Leaves a run to itself: process and turn, which may be nullptr, belong to the application and
-    /// are deleted when the process has ended.
+    /// Detaches a run: the process and the turn, which may be nullptr, become owned by the
+    /// application and are deleted when the process has ended.
     static void detach(QProcess* process, PortTurn* turn);
 };

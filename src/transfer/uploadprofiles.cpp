@@ -85,7 +85,7 @@ QProcess* UploadProfiles::run(const QStringList& operation, EndHandler onFinishe
 void UploadProfiles::onError(QProcess::ProcessError error)
 {
     if (error == QProcess::FailedToStart) {
-        delete turn; // no end follows
+        delete turn; // finished() is not emitted then
     }
     emit errorUploading();
 }

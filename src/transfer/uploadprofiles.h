@@ -13,8 +13,8 @@
 namespace UploadDownload
 {
 /// Writes a profile image to the charger in two runs of the uploader: first the profile area is
-/// erased, then the image is programmed into it. Both run in one turn on the port, which may have to be
-/// waited for.
+/// erased, then the image is programmed into it. Both runs share one turn on the port and may have
+/// to wait for it.
 ///
 /// The processes become children of the worker's own parent.
 class UploadProfiles : public QObject
@@ -25,27 +25,28 @@ public:
     /// `hexFilePath` is the Intel HEX file that the uploader programs.
     UploadProfiles(const QString& portName, const QString& hexFilePath, QObject* parent);
 
-    /// What the file has to hold. It is written again before each run when it holds anything else:
-    /// another editor in the same folder uses the same file. Without this it is taken as it is.
+    /// Sets the content that the file must have. If it differs before a run, the file is written
+    /// again: another editor in the same folder uses the same file. Without this the file is used
+    /// as it is.
     void setImage(const QByteArray& hexFile) { image = hexFile; }
 
-    /// What to start in place of the uploader in the working folder.
+    /// Sets the program to start instead of the uploader in the working folder.
     void setProgram(const QString& path) { program = path; }
 
-    /// A run that still goes on is given up.
+    /// Abandons a run in progress.
     ~UploadProfiles() override;
 
-    /// Starts the erase; everything else follows from it.
+    /// Starts the erase; programming follows.
     void start();
 
 signals:
-    /// Both runs have succeeded.
+    /// Emitted when both runs have succeeded.
     void finished();
 
-    /// A run could not be started or failed. Emitted twice when the uploader crashes.
+    /// Emitted when a run could not be started or failed; twice if the uploader crashes.
     void errorUploading();
 
-    /// Another program has the port, `holder` says which, for the user. Nothing was started.
+    /// Emitted when another program, `holder`, has the port. Nothing was started.
     void portInUse(const QString& holder);
 
 public slots:
@@ -66,7 +67,7 @@ private:
     QString port;
     QString program = Uploader::program();
     QString filePath;
-    QByteArray image; ///< null: not known
+    QByteArray image; ///< null: any content
     QPointer<PortTurn> turn;
     QPointer<QProcess> eraseProcess;
     QPointer<QProcess> flashProcess;

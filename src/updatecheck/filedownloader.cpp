@@ -9,7 +9,7 @@ namespace
 {
 constexpr int usualAnswer = 262144; // bytes reserved
 
-/// The address; an empty one, whose request fails, in place of what is not HTTP.
+/// Returns the address; an empty one, whose request fails, if it is not HTTP.
 QUrl httpUrl(const QString& text)
 {
     const QUrl url(text);
@@ -48,7 +48,7 @@ void FileDownloader::reset()
 {
     abortReply();
     failed = false;
-    buffer.resize(0); // keeps what is reserved
+    buffer.resize(0); // keeps the reserved memory
 }
 
 void FileDownloader::abortReply()
@@ -66,7 +66,7 @@ void FileDownloader::onReadyRead()
 {
     buffer.append(reply->readAll());
     if (buffer.size() > limit) {
-        reply->abort(); // ends with an error
+        reply->abort(); // ends with error()
     }
 }
 

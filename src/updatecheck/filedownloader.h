@@ -14,39 +14,39 @@ namespace NewFirmwareChecker
 ///
 /// Every request that is not aborted ends with exactly one signal: finished() or error(). There is
 /// no timeout, and redirects are not followed: an answer that Qt does not report as an error counts
-/// as success. Answers are asked for and taken as they are, without compression: a compressed one
-/// may unpack to a thousand times its size.
+/// as success. Answers are requested and accepted only without compression: a compressed one may
+/// expand to a thousand times its size.
 class FileDownloader : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Bytes that an answer may have by default: as many as the largest bundle that is read.
+    /// The largest answer in bytes by default: the size of the largest bundle that is read.
     static constexpr int largestAnswer = 16 * 1024 * 1024;
 
     explicit FileDownloader(QObject* parent);
     ~FileDownloader() override;
 
-    /// Starts the request, in place of one that is outstanding. Addresses that are not HTTP (files
-    /// of this machine, for instance) and empty ones end with error(). So does an answer of more than
-    /// `mostBytes` bytes, so that a server that never stops sending cannot use up the memory.
+    /// Starts the request and abandons an outstanding one. Addresses that are not HTTP (local
+    /// files, for instance) and empty ones end with error(). So does an answer of more than
+    /// `mostBytes` bytes: a server that never stops sending must not exhaust the memory.
     void startDownloading(const QString& url, int mostBytes = largestAnswer);
 
-    /// Aborts an outstanding request, which then ends without a signal, and forgets its answer.
+    /// Aborts an outstanding request, which then ends without a signal, and discards its answer.
     void reset();
 
-    /// True while a request is outstanding.
+    /// Returns true while a request is outstanding.
     bool isBusy() const { return reply != nullptr; }
 
 signals:
     void finished(QByteArray answer);
     void error();
 
-    /// How many bytes have come so far.
+    /// Emitted with the number of bytes received so far.
     void downloadProgress(qint64 received);
 
 public slots:
-    // What the outstanding request reports.
+    // Handle the outstanding request.
     void onReadyRead();
     void onDoneReading();
     void onError();

@@ -33,7 +33,7 @@ QString server()
 
 QMap<QString, QString> readFlat(QByteArray document)
 {
-    // Read as a device, so that a large document is not held as text as a whole.
+    // Read from a device, so that a large document is not converted to text as a whole.
     QBuffer device(&document);
     device.open(QIODevice::ReadOnly);
     QXmlStreamReader reader(&device);
@@ -50,17 +50,17 @@ QMap<QString, QString> readFlat(QByteArray document)
         ++elements;
         if (depth > NewFirmwareChecker::deepestElement
             || elements > NewFirmwareChecker::mostElements) {
-            break; // as if the document broke off here
+            break; // as if the document ended here
         }
         const QString name = reader.name().toString();
         reader.readNext();
-        if (!reader.hasError()) { // half a text is no value
+        if (!reader.hasError()) { // an incomplete text is not a value
             values[name] = reader.text().toString();
         }
     }
     return values;
 }
-/// A whole bundle with right checksums that the next start can use.
+/// Returns true for a complete bundle with correct checksums that the next start can use.
 bool isSoundBundle(const QString& path)
 {
     if (!BundleCheck::isSafe(path)) {
@@ -142,7 +142,7 @@ void NewFirmwareChecker::downloadLatestFirmware()
 
 void NewFirmwareChecker::on_firmwareDownloaded(const QByteArray& bundle)
 {
-    // A version that is missing leaves the bare "v"; any other text could lead elsewhere.
+    // A missing version leaves the bare "v"; any other text could be a path to another folder.
     const bool isSafeName = currentVersion().isEmpty() || hasUsableVersion();
     const QString fileName = QLatin1Char('v') + currentVersion() + QStringLiteral(".kelvaron");
     if (isSafeName && isSoundBundle(bundle) && TextFile::writeBytes(fileName, bundle)) {
@@ -163,7 +163,7 @@ void NewFirmwareChecker::deleteWhenDone()
         deleteLater();
         return;
     }
-    // After the slots above: these were connected first.
+    // Called after the slots above, which were connected first.
     connect(&downloader, &FileDownloader::finished, this, &QObject::deleteLater);
     connect(&downloader, &FileDownloader::error, this, &QObject::deleteLater);
 }

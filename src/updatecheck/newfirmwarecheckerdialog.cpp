@@ -13,7 +13,7 @@ namespace
 {
 constexpr int complete = 100;
 
-/// A version as it is shown. A server may send anything in its place, of any length.
+/// Returns a version for display. The server may send anything instead, of any length.
 QString shownVersion(const QString& version)
 {
     constexpr int longest = 200;
@@ -42,7 +42,7 @@ NewFirmwareCheckerDialog::NewFirmwareCheckerDialog(QWidget* parent)
     connect(checker, &NewFirmwareChecker::error, this, &NewFirmwareCheckerDialog::onError);
     connect(ui->mainButton, &QPushButton::clicked, this,
             &NewFirmwareCheckerDialog::onMainButtonPressed);
-    // A request that is still outstanding ends with the program.
+    // An outstanding request ends with the program.
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, checker,
             &QObject::deleteLater);
 
@@ -76,7 +76,7 @@ void NewFirmwareCheckerDialog::onFirmwareInfoDownloaded(const QMap<QString, QStr
 
 void NewFirmwareCheckerDialog::onFirmwareDownloaded()
 {
-    const QPointer<NewFirmwareCheckerDialog> self(this); // a reload may show messages
+    const QPointer<NewFirmwareCheckerDialog> self(this); // reloading may show messages
     emit bundleDownloaded();
     if (self == nullptr) {
         return;
@@ -98,7 +98,7 @@ void NewFirmwareCheckerDialog::onMainButtonPressed()
 
 void NewFirmwareCheckerDialog::fixTextSize()
 {
-    // The dialog's size is fixed in pixels, so its texts have to be, too. The title has its own.
+    // The dialog's size is fixed in pixels, so its font size has to be, too. The title has its own.
     QFont texts = font();
     texts.setPixelSize(13);
     setFont(texts);
@@ -107,7 +107,7 @@ void NewFirmwareCheckerDialog::fixTextSize()
 void NewFirmwareCheckerDialog::showBusy(const QString& status)
 {
     ui->statusLabel->setText(status);
-    ui->progressBar->setRange(0, 0); // busy
+    ui->progressBar->setRange(0, 0); // busy indicator
     ui->progressBar->setValue(0);
 }
 

@@ -16,11 +16,11 @@ namespace NewFirmwareChecker
 {
 class NewFirmwareChecker;
 
-/// Shows how the check for a newer bundle goes: checking, then up to date, an error, or downloading
-/// and downloaded.
+/// Shows the progress of the check for a newer bundle: checking, then up to date, an error, or
+/// downloading and downloaded.
 ///
-/// The dialog shows itself, is application-modal and deletes itself when closed. The request that is
-/// outstanding then still ends, and a bundle that it fetches is saved, but nothing is shown.
+/// The dialog shows itself, is application-modal and deletes itself when closed. An outstanding
+/// request then still continues, and a fetched bundle is saved, but nothing is shown.
 class NewFirmwareCheckerDialog : public QDialog
 {
     Q_OBJECT
@@ -31,11 +31,11 @@ public:
     ~NewFirmwareCheckerDialog() override;
 
 public slots:
-    /// The server has answered. Downloads a newer bundle; an answer without a usable version is an
-    /// error.
+    /// Handles the server's answer: downloads a newer bundle; an answer without a usable version is
+    /// an error.
     void onFirmwareInfoDownloaded(const QMap<QString, QString>& info);
 
-    /// The newer bundle is in the working folder: has it taken into use, then reports it.
+    /// Handles a newer bundle in the working folder: has it loaded, then reports this.
     void onFirmwareDownloaded();
 
     void onError();

@@ -4,7 +4,7 @@
 
 namespace NewFirmwareChecker
 {
-/// The "Check for new Firmware..." command.
+/// Implements the "Check for new Firmware..." command.
 class NewFirmwareCheckerManager : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
     explicit NewFirmwareCheckerManager(QObject* parent);
 
 public slots:
-    /// Opens the dialog that does the check.
+    /// Opens the dialog that performs the check.
     void on_checkFirmwareButtonPressed();
 
 signals:

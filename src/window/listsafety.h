@@ -18,7 +18,7 @@ class ListSafety : public QObject
     Q_OBJECT
 
 public:
-    /// REQUIRES: the managers are made. They, the list and the window outlive this object.
+    /// A child of the window. REQUIRES: the managers are made; they and the list outlive this object.
     ListSafety(const Managers& windowManagers, QListWidget* profileList, QWidget* window);
 
     /// Whether no other editor was in the folder at the start.

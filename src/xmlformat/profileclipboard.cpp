@@ -44,9 +44,10 @@ void ProfileClipboard::paste()
     if (!add(QApplication::clipboard()->text())) {
         MessageDialogs::message(
             parentWidget, QStringLiteral("Nothing to Paste"),
-            QStringLiteral("The clipboard holds no profiles, or not all of their text. The list is "
-                           "as it was. Copy a profile first, here or in another Kelvaron Profile "
-                           "Editor."));
+            QStringLiteral(
+                "The clipboard contains no profiles, or only part of their text. The list is "
+                "unchanged. Copy a profile first, here or in another Kelvaron Profile "
+                "Editor."));
     }
 }
 

@@ -16,9 +16,9 @@ class ImportProfilesMain;
 
 namespace XMLGeneratorParser
 {
-/// Copies the selected profile to the system's clipboard and adds what the clipboard holds to the list:
-/// as the text of a profile file (see docs/file-formats/profiles.md), so that profiles go from one
-/// editor to another, and into a mail and back.
+/// Copies the selected profile to the system's clipboard and adds the clipboard's profiles to the
+/// list. The format is the text of a profile file (see docs/file-formats/profiles.md), so profiles
+/// can be copied between editors, and into an e-mail and back.
 class ProfileClipboard : public QObject
 {
     Q_OBJECT
@@ -33,15 +33,16 @@ public:
     void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
 
 public slots:
-    /// Puts the selected profile into the clipboard; nothing without one.
+    /// Puts the selected profile into the clipboard; does nothing if none is selected.
     void copy();
 
-    /// Adds the clipboard's profiles below the selected row and selects the last one. Global settings
-    /// that lie beside them are left alone. A clipboard without profiles, or whose text breaks off, is
-    /// reported, and nothing is added.
+    /// Adds the clipboard's profiles below the selected row and selects the last one. Global
+    /// settings in the clipboard are ignored. If the clipboard has no profiles or its text is
+    /// incomplete, reports this and adds nothing.
     void paste();
 
-    /// Adds a copy of the selected profile below it and selects the copy. The clipboard is left alone.
+    /// Adds a copy of the selected profile below it and selects the copy. The clipboard is not
+    /// changed.
     void duplicate();
 
 private:

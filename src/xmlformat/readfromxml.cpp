@@ -40,7 +40,7 @@ void ReadFromXML::read(QXmlStreamReader& xml)
     if (xml.hasError()) {
         QString reason = xml.errorString();
         if (reason.endsWith(QLatin1Char('.'))) {
-            reason.chop(1); // it becomes part of a sentence
+            reason.chop(1); // the text becomes part of a sentence
         }
         error = QStringLiteral("%1 (line %2)").arg(reason).arg(xml.lineNumber());
     }
@@ -87,7 +87,7 @@ void ReadFromXML::parseProfile(QXmlStreamReader& xml)
     parsed->setModifiableStatus(isTrue(QLatin1String("modifiable")));
     parseProperties(xml, parsed.get());
     if (xml.hasError()) {
-        return; // broken off in the middle: not a profile that was read whole
+        return; // incomplete: not a profile that was read completely
     }
     profiles.append(parsed.release());
     profiles.last()->setParent(this);

@@ -17,23 +17,26 @@ class ReadFromXML : public QObject
 public:
     explicit ReadFromXML(QObject* parent = nullptr);
 
-    /// Reads the whole file; false when it cannot be opened. A malformed document is read up to its
-    /// error: what was whole before it is kept, errorText() tells, and the result is still true.
+    /// Reads the whole file; returns false if it cannot be opened. A malformed document is read up
+    /// to its error: the complete profiles before it are kept, errorText() describes the error, and
+    /// the result is still true.
     bool readProfiles(const QString& fileName);
 
-    /// Reads the text of such a file in the same way; false when it is larger than files may be.
+    /// Reads the text of such a file in the same way; returns false if it is larger than a file may
+    /// be.
     bool readText(const QString& text);
 
-    /// The global settings; nullptr when the file has none. Owned by the reader.
+    /// Returns the global settings; nullptr if the file has none. Owned by the reader.
     ParsedProfile* getGlobalSettings() const { return globalSettings; }
 
-    /// The profiles by ascending id; equal ids keep file order. Owned by the reader.
+    /// Returns the profiles by ascending id; equal ids keep their order in the file. Owned by the
+    /// reader.
     QList<ParsedProfile*> getProfiles() const { return profiles; }
 
-    /// True when the document is of this kind at all, be it empty.
+    /// Returns true if the document is a profile file, even an empty one.
     bool isProfileFile() const { return hasProfilesElement; }
 
-    /// What was wrong with the document and where; empty when it was read to its end.
+    /// Returns what is wrong with the document and where; empty if it was read to its end.
     QString errorText() const { return error; }
 
 private:

@@ -17,8 +17,8 @@ class StructSettings;
 namespace XMLGeneratorParser
 {
 /// Writes the profile file (see docs/file-formats/profiles.md): the global settings, then every
-/// profile in list order; UTF-8 without an XML declaration. What takes rows of the list belongs to the
-/// editor, the rest to the core.
+/// profile in list order; UTF-8 without an XML declaration. The functions that take rows of the
+/// list are part of the editor, the others of the core.
 class WriteToXML : public QObject
 {
     Q_OBJECT
@@ -26,24 +26,25 @@ class WriteToXML : public QObject
 public:
     explicit WriteToXML(QObject* parent = nullptr);
 
-    /// Writes the file whole or not at all: on false an older file of that name is untouched.
+    /// Writes the file completely or not at all: on failure returns false and leaves an existing
+    /// file unchanged.
     bool write(const QString& fileName, const QList<ProfileName*>& profiles,
                const HParser::StructSettings* globalSettings);
 
-    /// The file's text.
+    /// Returns the file's text.
     static QString document(const QList<ProfileName*>& profiles,
                             const HParser::StructSettings* globalSettings);
 
-    /// The same for profiles that stand in no list. Their flags are those of their settings.
-    /// REQUIRES: chemistries with the flags that profiles have (fatal assertion).
+    /// The same for profiles that are not in a list. Their flags are read from their settings.
+    /// REQUIRES: chemistries with the flags of a profile (fatal assertion).
     static QString document(const QList<const ProfileSettings*>& profiles,
                             const HParser::StructSettings* globalSettings);
 
-    /// The setting lines of one struct.
+    /// Returns the lines for the settings of one struct.
     static void xmlOutputSettings(QTextStream* stream,
                                   const QList<HParser::StructSetting*>& settings);
 
-    /// "true" or "false".
+    /// Returns "true" or "false".
     static QString boolToString(bool value);
 
 private:

@@ -1,4 +1,4 @@
-// The half of WriteToXML that knows the rows of the list.
+// The part of WriteToXML that depends on the rows of the list.
 
 #include "base/textfile.h"
 #include "profiles/profilename.h"

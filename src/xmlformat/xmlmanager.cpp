@@ -92,7 +92,7 @@ void XMLManager::on_exportAsXMLButtonClicked()
 
 QString XMLManager::askExportFileName()
 {
-    const QPointer<XMLManager> self(this); // goes with the window, be it from inside a dialog
+    const QPointer<XMLManager> self(this); // may be deleted with the window while a dialog is open
     QString offered = lastUsedName;
     for (;;) {
         const QString chosen = FileDialogs::saveFileName(
@@ -107,7 +107,7 @@ QString XMLManager::askExportFileName()
         if (self == nullptr || !completed.isEmpty()) {
             return completed;
         }
-        offered = QFileInfo(chosen).fileName(); // an existing file is not to be replaced
+        offered = QFileInfo(chosen).fileName(); // the user declined to replace an existing file
     }
 }
 
@@ -127,7 +127,7 @@ void XMLManager::loadFile(const QString& fileName)
     const bool replaces = profileList->count() > 0
                           && MessageDialogs::askAppendProfiles(parentWidget) == QMessageBox::No;
 
-    // Read before the list is emptied: a file that gives nothing must not cost the list.
+    // Read before the list is emptied: an unusable file must not cost the user the list.
     ReadFromXML reader;
     if (!reader.readProfiles(fileName)) {
         MessageDialogs::xmlImportReadError(parentWidget);

@@ -24,7 +24,7 @@ namespace XMLGeneratorParser
 {
 class ReadFromXML;
 
-/// The user's "Save Profiles to File..." and "Load Profiles from File...".
+/// Implements "Save Profiles to File..." and "Load Profiles from File...".
 class XMLManager : public QObject
 {
     Q_OBJECT
@@ -38,36 +38,38 @@ public:
     /// Replaces the schema.
     void setAllSettings(HParser::Generator* newGenerator) { generator = newGenerator; }
 
-    /// What is asked before a file replaces the list; nothing is asked without one.
+    /// Sets the function called before a file replaces the list; without one the list is replaced.
     void setReplaceGuard(ReplaceGuard guard) { replaceGuard = std::move(guard); }
 
-    /// Writes every profile of the list and the global settings; false when the file could not be
-    /// written, an older one is then untouched.
+    /// Writes every profile of the list and the global settings; on failure returns false and
+    /// leaves an existing file unchanged.
     bool exportToXML(const QString& fileName) const;
 
-    /// The text of such a file.
+    /// Returns the text of such a file.
     QString document() const;
 
-    /// Adds the file's profiles to the list and offers its global settings. Shows a message when the
-    /// file cannot be opened or breaks off.
+    /// Adds the file's profiles to the list and offers its global settings. Shows a message if the
+    /// file cannot be opened or is incomplete.
     void importFromXML(const QString& fileName,
                        ImportOccasion occasion = ImportOccasion::USER_IMPORT);
 
-    /// The next dialog opens in this file's folder.
+    /// Makes the next dialog open in this file's folder.
     void updateLastUsedDirectory(const QString& fileName);
 
-    /// Loads a file that the user has chosen as "Load Profiles from File..." does.
+    /// Loads a file chosen by the user, like "Load Profiles from File...".
     void loadFile(const QString& fileName);
 
 signals:
-    /// The list is what a file holds: it has just been saved to it, or loaded from it as a whole.
+    /// Emitted when the list matches a file: it has just been saved to it, or loaded from it as a
+    /// whole.
     void listSaved();
 
-    /// The list is to be emptied without a question, before a file replaces it.
+    /// Emitted to empty the list without asking, before a file replaces it.
     void deleteAllProfiles();
 
 public slots:
-    /// Asks for a file, offering the one that was loaded or saved last, and writes the list to it.
+    /// Asks for a file name, offering the file that was loaded or saved last, and writes the list
+    /// to it.
     void on_exportAsXMLButtonClicked();
     void on_importFromXMLButtonClicked();
 
@@ -83,6 +85,6 @@ private:
     ImportProfiles::ImportProfilesMain* importer;
     ReplaceGuard replaceGuard;
     QString lastUsedDirectory = QStringLiteral("saved_profiles");
-    QString lastUsedName; ///< of the file that was loaded or saved last, without its folder
+    QString lastUsedName; ///< the file that was loaded or saved last, without its folder
 };
 } // namespace XMLGeneratorParser

@@ -31,17 +31,17 @@ TEST(OwnMessagesTest, BrokenFileThatGaveNothingLeavesTheListAsItWas)
     DialogScript script;
     script.expectMessage(
         "Import from XML status",
-        "The XML file could not be read to its end: Start tag expected (line 1).\n\n"
-        "No profile was read, and the list is as it was. Please choose another "
+        "The XML file could not be read completely: Start tag expected (line 1).\n\n"
+        "No profile was read, and the list is unchanged. Please choose another "
         "file.");
     MessageDialogs::xmlFileBroken(nullptr, "Start tag expected (line 1)", 0);
 }
 
 TEST(OwnMessagesTest, BrokenFileThatGaveProfiles)
 {
-    const QString start = "The XML file could not be read to its end: Oh (line 7).\n\n";
+    const QString start = "The XML file could not be read completely: Oh (line 7).\n\n";
     const QString end =
-        " read before that. Please check the list, or load another copy of the file.";
+        " read before the error. Please check the list, or load another copy of the file.";
     DialogScript script;
     script.expectMessage("Import from XML status", start + "1 profile was" + end);
     script.expectMessage("Import from XML status", start + "2 profiles were" + end);
@@ -54,16 +54,16 @@ TEST(OwnMessagesTest, FileWithoutProfilesLeavesTheListAsItWas)
     DialogScript script;
     script.expectMessage(
         "Import from XML status",
-        "The XML file holds no profiles. The list is as it was. Please choose another file.");
+        "The XML file contains no profiles. The list is unchanged. Please choose another file.");
     MessageDialogs::xmlFileHoldsNoProfiles(nullptr);
 }
 
 TEST(OwnMessagesTest, TextsThatTheChargerCannotHold)
 {
     const QString start =
-        "The Kelvaron holds plain English letters, digits and signs (ASCII) only. "
+        "The Kelvaron can only store plain English letters, digits and punctuation (ASCII). "
         "With other characters its profiles may become unreadable. ";
-    const QString end = "\n\nNothing has been written yet. Do you want to go on all the same?";
+    const QString end = "\n\nNothing has been written yet. Do you want to continue anyway?";
     DialogScript script;
     script.expectQuestion("Texts Do Not Fit",
                           start + "This text has such characters:\n\nTitle" + end, "No");

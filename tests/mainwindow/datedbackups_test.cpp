@@ -178,7 +178,8 @@ TEST_F(DatedBackupsTest, ACopyThatCannotBeKeptIsNamedInTheStatusBarAndHoldsNothi
     write("saved_profiles/backups", "a file in the place of the folder");
     transfer("actionWriteProfiles");
     const QString text = child<QStatusBar>("statusBar")->currentMessage();
-    EXPECT_TRUE(text.startsWith("No copy of the profiles was kept in ")) << text.toStdString();
+    EXPECT_TRUE(text.startsWith("No copy of the profiles could be saved in "))
+        << text.toStdString();
     child<QStatusBar>("statusBar")->clearMessage();
     deleteAll();
     EXPECT_EQ(list()->count(), 0);

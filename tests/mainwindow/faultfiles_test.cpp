@@ -29,7 +29,7 @@ constexpr qint64 gigabyte = 1024LL * 1024 * 1024;
 constexpr long mebibyte = 1024; // in KiB
 
 const char xmlReadError[] = "Failed to read the XML file specified. Please try again.";
-const char xmlBroken[] = "The XML file could not be read to its end: ";
+const char xmlBroken[] = "The XML file could not be read completely: ";
 const char hexReadError[] = "An error occured while importing profiles from HEX. Please try again.";
 
 class DamagedFilesTest : public MainWindowTest
@@ -118,7 +118,8 @@ protected:
         script.expectMessage(
             "Bundle Not Read",
             "The file " + bundle + " is " + reason
-                + ", so it was not read and the bundle used before stays in use. Please replace the file, or remove it from the folder "
+                + ", so it was not read and the bundle used before stays in use. Please replace "
+                  "the file, or remove it from the folder "
                   "KelvaronProfileEditorFiles, and restart the program.");
     }
 
@@ -407,10 +408,11 @@ TEST_F(VanishedFolderTest, TheListCanStillBeSavedElsewhereAndIsNotReplacedUnaske
                             "profiles, or replace them?<br>",
                             {"Add Profiles", "Replace Profiles"}, "Add Profiles",
                             "Replace Profiles");
-    script.expectQuestion("Replace Without Backup?",
-                          "The current profiles could not be saved to the file "
-                          "backup_before_replace.xml before they are replaced. If you go on, they "
-                          "are lost. Do you want to replace them all the same?",
-                          "No");
+    script.expectQuestion(
+        "Replace Without Backup?",
+        "The current profiles could not be saved to the file "
+        "backup_before_replace.xml before they are replaced. If you continue, they will be lost. "
+        "Do you want to replace them anyway?",
+        "No");
     trigger(command("actionImportXML"));
 }

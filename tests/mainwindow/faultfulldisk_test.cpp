@@ -145,11 +145,12 @@ TEST_F(FullDiskTest, AListIsNotReplacedWithoutItsCopy)
                                 "profiles, or replace them?<br>",
                                 {"Add Profiles", "Replace Profiles"}, "Add Profiles",
                                 "Replace Profiles");
-        script.expectQuestion("Replace Without Backup?",
-                              "The current profiles could not be saved to the file "
-                              "backup_before_replace.xml before they are replaced. If you go on, "
-                              "they are lost. Do you want to replace them all the same?",
-                              "No");
+        script.expectQuestion(
+            "Replace Without Backup?",
+            "The current profiles could not be saved to the file "
+            "backup_before_replace.xml before they are replaced. If you continue, they will be "
+            "lost. Do you want to replace them anyway?",
+            "No");
         const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
         trigger(command("actionImportXML"));
         EXPECT_EQ(document(), list) << limit;
@@ -279,7 +280,7 @@ TEST_F(FullDiskDeathTest, AFatalAssertionOnAFullDiskPromisesNothing)
             DialogScript script;
             script.thenDo([](QWidget& dialog) {
                 auto* box = qobject_cast<QMessageBox*>(&dialog);
-                if (box != nullptr && box->text().contains("has to end")
+                if (box != nullptr && box->text().contains("has to close")
                     && !box->text().contains("were saved")) {
                     QFile::remove("supl.mac"); // the sign that all was well
                 }

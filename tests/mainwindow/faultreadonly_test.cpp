@@ -140,11 +140,12 @@ TEST_F(ReadOnlyFolderTest, AListIsNotReplacedUnasked)
                             "profiles, or replace them?<br>",
                             {"Add Profiles", "Replace Profiles"}, "Add Profiles",
                             "Replace Profiles");
-    script.expectQuestion("Replace Without Backup?",
-                          "The current profiles could not be saved to the file "
-                          "backup_before_replace.xml before they are replaced. If you go on, they "
-                          "are lost. Do you want to replace them all the same?",
-                          "No");
+    script.expectQuestion(
+        "Replace Without Backup?",
+        "The current profiles could not be saved to the file "
+        "backup_before_replace.xml before they are replaced. If you continue, they will be lost. "
+        "Do you want to replace them anyway?",
+        "No");
     trigger(command("actionImportXML"));
 }
 

@@ -38,7 +38,8 @@ QByteArray schema(int fillerSize = 333)
         return "struct C { // Settings : \"" + name + "\", instantiable\n" + type(typeValue)
                + "    char title[20]; // string, auto, \"Title\", G, \"New\", 0, basic\n"
                  "    char sub[20]; // string, auto, \"Subtitle\", G, \"Sub\", 1, basic\n"
-                 "    short volts; // num, auto, 0, 99, x0.01, 2, \"Volts\", \"V\", G, 4.2, 2, basic\n"
+                 "    short volts; // num, auto, 0, 99, x0.01, 2, \"Volts\", \"V\", G, 4.2, 2, "
+                 "basic\n"
                  "    char filler["
                + QByteArray::number(fillerSize)
                + "]; // string, auto, \"filler\", G, \"\", -1, basic\n" + flags + checksum + "}\n";
@@ -179,11 +180,12 @@ protected:
     {
         script().expectQuestion(
             "Texts Do Not Fit",
-            "The Kelvaron holds plain English letters, digits and signs (ASCII) only. With other "
+            "The Kelvaron can only store plain English letters, digits and punctuation (ASCII). "
+            "With other "
             "characters its profiles may become unreadable. "
                 + QString(text.contains('\n') ? "These texts have" : "This text has")
                 + " such characters:\n\n" + text
-                + "\n\nNothing has been written yet. Do you want to go on all the same?",
+                + "\n\nNothing has been written yet. Do you want to continue anyway?",
             press);
     }
 
@@ -258,11 +260,12 @@ TEST_F(HexFilesTest, AListThatCannotBeSavedIsReplacedOnlyWhenTheUserSaysSo)
     for (const QString answer : {"No", "Yes"}) {
         expectLoadDialog("mine.hex", folder.path());
         expectAppendQuestion("Replace Profiles");
-        script().expectQuestion("Replace Without Backup?",
-                                "The current profiles could not be saved to the file "
-                                "backup_before_replace.xml before they are replaced. If you go on, "
-                                "they are lost. Do you want to replace them all the same?",
-                                answer);
+        script().expectQuestion(
+            "Replace Without Backup?",
+            "The current profiles could not be saved to the file "
+            "backup_before_replace.xml before they are replaced. If you continue, they will be "
+            "lost. Do you want to replace them anyway?",
+            answer);
         runImport();
         EXPECT_EQ(titles(),
                   answer == "No" ? QStringList({"First", "Second"}) : QStringList({"First"}));

@@ -199,10 +199,11 @@ TEST_F(ListCommandsTest, AClipboardWithoutProfilesIsReported)
          {QString(), QString("hello"), QString("<KelvaronProfiles></KelvaronProfiles>"), cutOff}) {
         QApplication::clipboard()->setText(text);
         DialogScript script;
-        script.expectMessage("Nothing to Paste",
-                             "The clipboard holds no profiles, or not all of their text. The list "
-                             "is as it was. Copy a profile first, here or in another Kelvaron "
-                             "Profile Editor.");
+        script.expectMessage(
+            "Nothing to Paste",
+            "The clipboard contains no profiles, or only part of their text. The list is "
+            "unchanged. Copy a profile first, here or in another Kelvaron "
+            "Profile Editor.");
         press(Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(titles(), "First Second Third");
     }

@@ -96,9 +96,9 @@ TEST_F(ReloadBundleTest, ProfilesComeBackUnderTheNewSchema)
     script.expectMessage("Reloaded With Changes",
                          "A newer Kelvaron Bundle is in use. The list does not match its "
                          "settings:\n\n"
-                         "Charge Current is missing and became 0 (\"One\")\n"
-                         "Cutoff: 0.7 is not within 0.01 and 0 (\"One\")\n"
-                         "Margin: 3 is not within 0 and 0 (\"One\")\n"
+                         "Charge Current is missing and is now 0 (\"One\")\n"
+                         "Cutoff: 0.7 is not between 0.01 and 0 (\"One\")\n"
+                         "Margin: 3 is not between 0 and 0 (\"One\")\n"
                          "\"current\" is unknown and was left out (\"One\")\n\n"
                          "Please check this before you write to the Kelvaron. The list as it was "
                          "before is in the file backup_fw_update.xml.");
@@ -328,7 +328,7 @@ TEST_F(LongListReloadTest, LosesExactlyWhatTheNewSchemaHasNot)
         ASSERT_NE(box, nullptr);
         EXPECT_EQ(box->windowTitle(), "Reloaded With Changes");
         for (const char* change :
-             {"Charge Current is missing and became 0", "\"current\" is unknown and was left out",
+             {"Charge Current is missing and is now 0", "\"current\" is unknown and was left out",
               "\"note\" is unknown and was left out"}) {
             EXPECT_TRUE(box->text().contains(
                 QString(change) + " (\"No. 1 <&\", \"No. 2 <&\", \"No. 4 <&\" and 30 more)\n"))

@@ -138,7 +138,7 @@ TEST_F(RescueDeathTest, AnEmptyListLeavesNoFile)
     EXPECT_EXIT(
         {
             start();
-            dieOfAnAssertion({"has to end"});
+            dieOfAnAssertion({"has to close"});
         },
         KilledBySignal(SIGABRT), "ASSERT: \"broken on purpose\"[^^]*\nBOX SHOWN");
     EXPECT_EQ(rescuedFiles(), QStringList());

@@ -154,10 +154,10 @@ TEST_F(ImportTest, ValuesAreStoredAsTheyAre)
                               {"title", "longer than its field"},
                               {"mode", "Unheard Of"}})},
                       {"Title: \"longer than its field\" is longer than 11 characters" + name,
-                       "Mode: \"Unheard Of\" is none of the choices" + name,
-                       "Current: 77.777 is not within 0.1 and 20" + name,
-                       "Cutoff: 99 is not within 0.01 and 77.777" + name,
-                       "Margin: -4.125 is not within 0 and 77.777" + name});
+                       "Mode: \"Unheard Of\" is not one of the choices" + name,
+                       "Current: 77.777 is not between 0.1 and 20" + name,
+                       "Cutoff: 99 is not between 0.01 and 77.777" + name,
+                       "Margin: -4.125 is not between 0 and 77.777" + name});
     EXPECT_EQ(window.setting(0, "Current")->number(), 77.777);
     EXPECT_EQ(window.setting(0, "Cutoff")->number(), 99);
     EXPECT_EQ(window.setting(0, "Margin")->number(), -4.125);
@@ -185,8 +185,8 @@ TEST_F(ImportTest, StoringAnnouncesNothing)
             delete profile;
         });
     importWithChanges(&importer, {alpha({{"current", "0.5"}, {"margin", "9"}, {"cutoff", "8"}})},
-                      {"Cutoff: 8 is not within 0.01 and 0.5 (\"Alpha\")",
-                       "Margin: 9 is not within 0 and 0.5 (\"Alpha\")"});
+                      {"Cutoff: 8 is not between 0.01 and 0.5 (\"Alpha\")",
+                       "Margin: 9 is not between 0 and 0.5 (\"Alpha\")"});
     EXPECT_EQ(changes, 1);
 }
 
@@ -194,12 +194,12 @@ TEST_F(ImportTest, MissingAndUnreadableValuesAreEmpty)
 {
     importWithChanges(
         window.importer, {make({{"chemistry", "Alpha Cell"}})},
-        {"Title is missing and became empty (\"\")", "Subtitle is missing and became empty (\"\")",
-         "Mode is missing and became empty (\"\")", "Cells is missing and became 0 (\"\")",
-         "Current is missing and became 0 (\"\")", "Balance is missing and became off (\"\")",
-         "Cutoff is missing and became 0 (\"\")", "Pack Voltage is missing and became 0 (\"\")",
-         "Cold Check is missing and became off (\"\")", "Note is missing and became empty (\"\")",
-         "Ending is missing and became empty (\"\")", "Margin is missing and became 0 (\"\")"});
+        {"Title is missing and is now empty (\"\")", "Subtitle is missing and is now empty (\"\")",
+         "Mode is missing and is now empty (\"\")", "Cells is missing and is now 0 (\"\")",
+         "Current is missing and is now 0 (\"\")", "Balance is missing and is now off (\"\")",
+         "Cutoff is missing and is now 0 (\"\")", "Pack Voltage is missing and is now 0 (\"\")",
+         "Cold Check is missing and is now off (\"\")", "Note is missing and is now empty (\"\")",
+         "Ending is missing and is now empty (\"\")", "Margin is missing and is now 0 (\"\")"});
     EXPECT_EQ(value(0, "Current"), "0");
     EXPECT_EQ(value(0, "Balance"), "false");
     EXPECT_EQ(value(0, "Title"), "");
@@ -207,13 +207,13 @@ TEST_F(ImportTest, MissingAndUnreadableValuesAreEmpty)
     for (const char* unreadable : {"abc", "1,5", "nan", "inf", "-inf", "1e999", ""}) {
         importWithChanges(
             window.importer, {alpha({{"current", unreadable}})},
-            {QString("Current: \"%1\" is not a number and became 0 (\"Alpha\")").arg(unreadable),
-             "Cutoff: 0.25 is not within 0.01 and 0 (\"Alpha\")",
-             "Margin: 1 is not within 0 and 0 (\"Alpha\")"});
+            {QString("Current: \"%1\" is not a number; 0 is used (\"Alpha\")").arg(unreadable),
+             "Cutoff: 0.25 is not between 0.01 and 0 (\"Alpha\")",
+             "Margin: 1 is not between 0 and 0 (\"Alpha\")"});
         EXPECT_EQ(window.setting(window.count() - 1, "Current")->number(), 0) << unreadable;
     }
     importWithChanges(window.importer, {alpha({{"balance", "True"}})},
-                      {"Balance: \"True\" became off (\"Alpha\")"});
+                      {"Balance: \"True\" is neither true nor false; off is used (\"Alpha\")"});
     EXPECT_EQ(value(window.count() - 1, "Balance"), "false");
 }
 
@@ -339,7 +339,7 @@ TEST_F(ImportTest, GlobalSettingsThatWereTakenOverAreInTheMessage)
         window.importer->importGlobalSettings(global({{"supply_voltage", "99"}}));
     }
     importWithChanges(window.importer, {alpha({{"extra", "1"}})},
-                      {"Supply Voltage: 99 is not within 9 and 30 (Global Settings)",
+                      {"Supply Voltage: 99 is not between 9 and 30 (Global Settings)",
                        "\"extra\" is unknown and was left out (\"Alpha\")"});
 }
 

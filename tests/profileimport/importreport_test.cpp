@@ -76,9 +76,9 @@ TEST_F(ImportReportTest, NamesMissingSettingsAndWhatTheyBecame)
     properties.remove("note");
     examine(properties);
     EXPECT_FALSE(report.isEmpty());
-    EXPECT_EQ(report.text(), "Current is missing and became 0 (\"Alpha\")\n"
-                             "Balance is missing and became off (\"Alpha\")\n"
-                             "Note is missing and became empty (\"Alpha\")");
+    EXPECT_EQ(report.text(), "Current is missing and is now 0 (\"Alpha\")\n"
+                             "Balance is missing and is now off (\"Alpha\")\n"
+                             "Note is missing and is now empty (\"Alpha\")");
 }
 
 TEST_F(ImportReportTest, NamesSettingsThatTheSchemaDoesNotKnow)
@@ -97,17 +97,17 @@ TEST_F(ImportReportTest, MembersThatAreNotShownAreKnown)
 TEST_F(ImportReportTest, NamesNumbersOutsideTheirBounds)
 {
     EXPECT_EQ(reportOn("current", "20"), "");
-    EXPECT_EQ(reportOn("current", "20.01"), "Current: 20.01 is not within 0.1 and 20 (\"Alpha\")");
+    EXPECT_EQ(reportOn("current", "20.01"), "Current: 20.01 is not between 0.1 and 20 (\"Alpha\")");
     EXPECT_EQ(reportOn("current", "0.1"), "");
-    EXPECT_EQ(reportOn("current", "0.09"), "Current: 0.09 is not within 0.1 and 20 (\"Alpha\")");
-    EXPECT_EQ(reportOn("current", "-3"), "Current: -3 is not within 0.1 and 20 (\"Alpha\")");
+    EXPECT_EQ(reportOn("current", "0.09"), "Current: 0.09 is not between 0.1 and 20 (\"Alpha\")");
+    EXPECT_EQ(reportOn("current", "-3"), "Current: -3 is not between 0.1 and 20 (\"Alpha\")");
 }
 
 TEST_F(ImportReportTest, BoundsThatFollowOtherSettingsTakeTheirImportedValues)
 {
     EXPECT_EQ(reportOn("pack_voltage", "15"), "");
     EXPECT_EQ(reportOn("pack_voltage", "16"),
-              "Pack Voltage: 16 is not within 6 and 15 (\"Alpha\")");
+              "Pack Voltage: 16 is not between 6 and 15 (\"Alpha\")");
     settings->getStructSettingByDescriptiveName("Cells")->storeValueFromText("4");
     EXPECT_EQ(reportOn("pack_voltage", "16"), "");
 }
@@ -124,14 +124,14 @@ TEST_F(ImportReportTest, ValueThatIsRoundedBeyondItsBoundIsAllowed)
     settings->buildFormulaTrees();
     settings->getStructSettingByDescriptiveName("Current")->storeValueFromText("0.5");
     EXPECT_EQ(reportOn("margin", "0.03"), "");
-    EXPECT_EQ(reportOn("margin", "0.04"), "Margin: 0.04 is not within 0 and 0.025 (\"Alpha\")");
+    EXPECT_EQ(reportOn("margin", "0.04"), "Margin: 0.04 is not between 0 and 0.025 (\"Alpha\")");
 }
 
 TEST_F(ImportReportTest, NamesNumbersThatAreNone)
 {
     for (const char* text : {"", "much", "nan", "inf", "1,5"}) {
         EXPECT_EQ(reportOn("current", text),
-                  QString("Current: \"%1\" is not a number and became 0 (\"Alpha\")").arg(text))
+                  QString("Current: \"%1\" is not a number; 0 is used (\"Alpha\")").arg(text))
             << text;
     }
 }
@@ -139,13 +139,14 @@ TEST_F(ImportReportTest, NamesNumbersThatAreNone)
 TEST_F(ImportReportTest, NamesSwitchesThatAreNeitherOnNorOff)
 {
     EXPECT_EQ(reportOn("balance", "false"), "");
-    EXPECT_EQ(reportOn("balance", "1"), "Balance: \"1\" became off (\"Alpha\")");
+    EXPECT_EQ(reportOn("balance", "1"),
+              "Balance: \"1\" is neither true nor false; off is used (\"Alpha\")");
 }
 
 TEST_F(ImportReportTest, NamesChoicesThatDoNotExist)
 {
     EXPECT_EQ(reportOn("mode", "Fast"), "");
-    EXPECT_EQ(reportOn("mode", "Turbo"), "Mode: \"Turbo\" is none of the choices (\"Alpha\")");
+    EXPECT_EQ(reportOn("mode", "Turbo"), "Mode: \"Turbo\" is not one of the choices (\"Alpha\")");
 }
 
 TEST_F(ImportReportTest, NamesTextsThatAreTooLong)
@@ -169,11 +170,11 @@ TEST_F(ImportReportTest, SameChangeOfSeveralProfilesIsOneLine)
     for (const char* name : {"A", "B", "C"}) {
         examine(properties, name);
     }
-    EXPECT_EQ(report.text(), "Current is missing and became 0 (A, B, C)");
+    EXPECT_EQ(report.text(), "Current is missing and is now 0 (A, B, C)");
     examine(properties, "D");
-    EXPECT_EQ(report.text(), "Current is missing and became 0 (A, B, C and 1 more)");
+    EXPECT_EQ(report.text(), "Current is missing and is now 0 (A, B, C and 1 more)");
     examine(properties, "E");
-    EXPECT_EQ(report.text(), "Current is missing and became 0 (A, B, C and 2 more)");
+    EXPECT_EQ(report.text(), "Current is missing and is now 0 (A, B, C and 2 more)");
 }
 
 TEST_F(ImportReportTest, LongReportsAndValuesAreShortened)
@@ -187,7 +188,7 @@ TEST_F(ImportReportTest, LongReportsAndValuesAreShortened)
     const QStringList lines = report.text().split('\n');
     ASSERT_EQ(lines.size(), 16);
     EXPECT_EQ(lines.first(), "Mode: \"" + QString(40, 'x') + QChar(0x2026)
-                                 + "\" is none of the choices (\"Alpha\")");
+                                 + "\" is not one of the choices (\"Alpha\")");
     EXPECT_EQ(lines.at(14), "\"unknown_n\" is unknown and was left out (\"Alpha\")");
     EXPECT_EQ(lines.last(), "and 12 more");
 }
@@ -218,6 +219,6 @@ TEST_F(ImportReportTest, ClearForgetsEverything)
     report.clear();
     EXPECT_TRUE(report.isEmpty());
     examine(properties, "B");
-    EXPECT_EQ(report.text(), "Current is missing and became 0 (B)");
+    EXPECT_EQ(report.text(), "Current is missing and is now 0 (B)");
 }
 } // namespace

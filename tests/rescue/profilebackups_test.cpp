@@ -195,7 +195,8 @@ TEST_F(ProfileBackupsTest, OnAFullDiskNothingIsDeletedAndTheReasonIsGiven)
     EXPECT_EQ(files(), old);
     ASSERT_EQ(failures.size(), 1);
     const QString text = failures.first().first().toString();
-    EXPECT_TRUE(text.startsWith("No copy of the profiles was kept in ")) << text.toStdString();
+    EXPECT_TRUE(text.startsWith("No copy of the profiles could be saved in "))
+        << text.toStdString();
     EXPECT_TRUE(text.contains(folder)) << text.toStdString();
 }
 

@@ -53,7 +53,7 @@ TEST_F(PortTipTest, DescriptionsWithoutEndAreCut)
 
 TEST_F(PortTipTest, SaysWhenNothingIsKnown)
 {
-    EXPECT_EQ(PortTip::text(port), "The system knows nothing more of this port.");
+    EXPECT_EQ(PortTip::text(port), "The system has no more information about this port.");
 }
 
 TEST_F(PortTipTest, SaysWhenTheSystemHasNoSuchPort)
@@ -78,7 +78,7 @@ TEST_F(PortTipTest, NamesAnotherProgramThatUsesThePort)
         << PortTip::text(port).toStdString();
     other.kill();
     EXPECT_TRUE(other.waitForFinished(patience));
-    EXPECT_EQ(PortTip::text(port), "The system knows nothing more of this port.");
+    EXPECT_EQ(PortTip::text(port), "The system has no more information about this port.");
 }
 #endif
 
@@ -93,7 +93,7 @@ TEST_F(PortTipTest, SaysWhichGroupMayUseThePort)
     const QString group = QFileInfo(path).group();
     const OrdinaryUser user;
     EXPECT_EQ(PortTip::text(port), "You have no permission to use this port. Members of the group "
-                                       + group + " have it: run \"sudo usermod -aG " + group
+                                       + group + " have permission: run \"sudo usermod -aG " + group
                                        + " $USER\", then log in again.");
 }
 

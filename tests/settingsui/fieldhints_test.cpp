@@ -205,7 +205,7 @@ TEST_F(FieldHintsTest, ACorrectedNumberSaysSoBesideItsField)
 {
     window.resize(1200, 600);
     enterText(current(), "371");
-    expectNote("20 is the most allowed here");
+    expectNote("20 is the maximum here");
     EXPECT_GT(inWindow(note()).left(), inWindow(current()).right());
     EXPECT_TRUE(inWindow(current()).top() <= inWindow(note()).center().y()
                 && inWindow(note()).center().y() <= inWindow(current()).bottom());
@@ -216,9 +216,9 @@ TEST_F(FieldHintsTest, ACorrectedNumberSaysSoBesideItsField)
 TEST_F(FieldHintsTest, OneNoteIsShownAtATime)
 {
     enterText(current(), "371");
-    expectNote("20 is the most allowed here");
+    expectNote("20 is the maximum here");
     enterText(window.lineEdit("Margin"), "-1");
-    expectNote("0 is the least allowed here");
+    expectNote("0 is the minimum here");
     EXPECT_LE(
         qAbs(inWindow(note()).center().y() - inWindow(window.lineEdit("Margin")).center().y()), 1);
     EXPECT_EQ(window.findChildren<FieldNote*>().size(), 1);
@@ -229,7 +229,7 @@ TEST_F(FieldHintsTest, TheNoteKeepsWithinANarrowWindow)
     window.resize(712, 350);
     QCoreApplication::processEvents();
     enterText(current(), "");
-    expectNote("Not a number: 0.1 is the least allowed here");
+    expectNote("Not a number: 0.1 is the minimum here");
     EXPECT_TRUE(window.rect().contains(inWindow(note())));
     const int textEnd = current()->fontMetrics().horizontalAdvance(current()->text());
     EXPECT_GT(inWindow(note()).left(), inWindow(current()).left() + textEnd);
@@ -241,7 +241,7 @@ TEST_F(FieldHintsTest, TheNoteIsMirroredWhereWindowsRunFromRightToLeft)
     window.setLayoutDirection(Qt::RightToLeft);
     QCoreApplication::processEvents();
     enterText(current(), "0");
-    expectNote("0.1 is the least allowed here");
+    expectNote("0.1 is the minimum here");
     EXPECT_LT(inWindow(note()).right(), inWindow(current()).left());
     EXPECT_TRUE(window.rect().contains(inWindow(note())));
 }
@@ -254,7 +254,7 @@ TEST_F(FieldHintsTest, ReturnAndSavingSaySoToo)
     typeOver(current(), "0");
     expectNoNote(); // gone with the first key
     clickOn(window.ui->saveChangesButton);
-    expectNote("0.1 is the least allowed here");
+    expectNote("0.1 is the minimum here");
 }
 
 TEST_F(FieldHintsTest, NothingIsSaidOfNumbersThatWereNotTyped)
@@ -275,7 +275,7 @@ TEST_F(FieldHintsTest, NothingIsSaidOfNumbersThatWereNotTyped)
 TEST_F(FieldHintsTest, TheNoteGoesWithItsField)
 {
     enterText(current(), "0");
-    expectNote("0.1 is the least allowed here");
+    expectNote("0.1 is the minimum here");
     window.cancelEditing();
     expectNoNote();
 }
@@ -286,7 +286,7 @@ TEST_F(FieldHintsTest, TheNoteStaysBesideItsFieldWhenThePaneIsScrolled)
     QScrollBar* bar = window.ui->containerScroll->verticalScrollBar();
     ASSERT_TRUE(waitFor([bar] { return bar->maximum() > 100; }));
     enterText(current(), "0");
-    expectNote("0.1 is the least allowed here");
+    expectNote("0.1 is the minimum here");
     bar->setValue(20);
     EXPECT_LE(qAbs(inWindow(note()).center().y() - inWindow(current()).center().y()), 1);
     bar->setValue(bar->maximum());
@@ -299,14 +299,14 @@ TEST_F(FieldHintsTest, TheNoteStaysBesideItsFieldWhenThePaneIsScrolled)
 TEST_F(FieldHintsTest, TheNoteGoesAwayByItself)
 {
     enterText(current(), "0");
-    expectNote("0.1 is the least allowed here");
+    expectNote("0.1 is the minimum here");
     EXPECT_TRUE(waitFor([this] { return note() == nullptr; }));
 }
 
 TEST_F(FieldHintsTest, AReaderReadsTheNoteAsAnAlert)
 {
     enterText(current(), "371");
-    expectNote("20 is the most allowed here");
+    expectNote("20 is the maximum here");
     EXPECT_EQ(QAccessible::queryAccessibleInterface(note())->role(), QAccessible::AlertMessage);
-    EXPECT_EQ(readerText(note(), QAccessible::Name), "20 is the most allowed here");
+    EXPECT_EQ(readerText(note(), QAccessible::Name), "20 is the maximum here");
 }

@@ -75,13 +75,13 @@ TEST_F(NumberHintsTest, NamesTheSettingsThatABoundFollows)
 
 TEST_F(NumberHintsTest, TellsWhichBoundANumberMet)
 {
-    EXPECT_EQ(correction("The cells", 9), "8 is the most allowed here");
-    EXPECT_EQ(correction("The cells", 8.2), "8 is the most allowed here");
-    EXPECT_EQ(correction("The cells", 0), "1 is the least allowed here");
-    EXPECT_EQ(correction("Low", 1000), "20.5 is the most allowed here");
-    EXPECT_EQ(correction("A low of cells", -1e300), "-5.5 is the least allowed here");
-    EXPECT_EQ(correction("Crossed", 7), "3 is the most allowed here");
-    EXPECT_EQ(correction("Crossed", 1), "3 is the least allowed here");
+    EXPECT_EQ(correction("The cells", 9), "8 is the maximum here");
+    EXPECT_EQ(correction("The cells", 8.2), "8 is the maximum here");
+    EXPECT_EQ(correction("The cells", 0), "1 is the minimum here");
+    EXPECT_EQ(correction("Low", 1000), "20.5 is the maximum here");
+    EXPECT_EQ(correction("A low of cells", -1e300), "-5.5 is the minimum here");
+    EXPECT_EQ(correction("Crossed", 7), "3 is the maximum here");
+    EXPECT_EQ(correction("Crossed", 1), "3 is the minimum here");
 }
 
 TEST_F(NumberHintsTest, TellsWhatWasRounded)
@@ -102,6 +102,6 @@ TEST_F(NumberHintsTest, SaysNothingOfANumberTakenAsItIs)
 
 TEST_F(NumberHintsTest, SaysThatATextWasNoNumber)
 {
-    EXPECT_EQ(correction("The cells", {}), "Not a number: 1 is the least allowed here");
+    EXPECT_EQ(correction("The cells", {}), "Not a number: 1 is the minimum here");
     EXPECT_EQ(correction("Large", {}), "Not a number: this is 0 now");
 }

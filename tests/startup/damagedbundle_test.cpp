@@ -263,7 +263,7 @@ TEST_F(DamagedBundleTest, MessageTellsWhatToDo)
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
     EXPECT_EQ(
         started.boxes().value(0)["text"].toString(),
-        "The installed file v1.kelvaron is damaged and the program has to end. Please replace "
+        "The installed file v1.kelvaron is damaged and the program has to close. Please replace "
         "the file or reinstall the program.");
 }
 

@@ -163,9 +163,9 @@ TEST_F(ChargerCommandsTest, ADamagedProfileIsReportedAndItsBytesAreKept)
     writeFile("editor/kelvaron_chemistries.cb",
               schema().replace("2, 2, x1", "9, 9, x1").replace("A, 2, -1", "A, 9, -1"));
     writeFile("back.xml", "older");
-    expectRefused(runOnCharger({"read", "back.xml"}), 1,
-                  "charger:ttyKelvaronTest: error: a profile is of a type that the settings header "
-                  "does not have");
+    expectRefused(
+        runOnCharger({"read", "back.xml"}), 1,
+        "charger:ttyKelvaronTest: error: a profile has a type that is not in the settings header");
     EXPECT_EQ(readFile("back.xml"), "older");
     EXPECT_EQ(runOnCharger({"read", "back.hex"}).exitCode, 1);
     EXPECT_TRUE(readFile("back.hex").startsWith(':'));
@@ -228,5 +228,5 @@ TEST_F(ChargerCommandsTest, AWrongCommandLineDoesNothing)
         runProfiles(QStringList{"write", "mine.xml", "-p", port, "--folder", "absent"} + header), 3,
         "absent: is no folder");
     expectNothingDone(runOnCharger({"write", "mine.xml"}, {"--uploader", "absent"}), 3,
-                      "absent: is no program; name the uploader with --uploader");
+                      "absent: is not a program; specify the uploader with --uploader");
 }

@@ -132,7 +132,7 @@ TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
 {
     expectRefused(check("absent.h"), 3, "kelvaron-profiles: absent.h: cannot be read: ");
     expectRefused(check("."), 3, ".: is a directory");
-    expectRefused(check("/dev/zero"), 3, "/dev/zero: is no regular file");
+    expectRefused(check("/dev/zero"), 3, "/dev/zero: is not a regular file");
     const ProgramRun both = runProfiles({"check", "absent.h", "schema.in"});
     expectRefused(both, 3, "absent.h");
     EXPECT_TRUE(both.output.contains("schema.in: "));
@@ -144,9 +144,9 @@ TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
 TEST_F(CheckCommandTest, TellsWhereAFileIsNoUtf8)
 {
     expectProblem(checkHeaderWith("\"V\"", "\"\xB0\""),
-                  "schema.h:12:55: error: the file is no text in UTF-8\n");
+                  "schema.h:12:55: error: the file is not UTF-8 text\n");
     expectProblem(checkHeaderWith("\"V\"", QByteArray("\"\0\"", 3)),
-                  "schema.h:12:55: error: the file is no text in UTF-8\n");
+                  "schema.h:12:55: error: the file is not UTF-8 text\n");
 }
 
 TEST_F(CheckCommandTest, WritesJson)

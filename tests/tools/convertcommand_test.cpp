@@ -115,16 +115,18 @@ TEST_F(ConvertCommandTest, TellsNumbersThatAnImageRounds)
 TEST_F(ConvertCommandTest, TellsWhatTheFileDoesNotMatchTheSchemaIn)
 {
     expectTold(convertXml(xml(profile(0, "one").replace("<low>3</low>", "<lo>3</lo>"))),
-               "in.xml: warning: profile 1, \"one\" (Cell): Low is missing and became 0\n");
+               "in.xml: warning: profile 1, \"one\" (Cell): Low is missing and is now 0\n");
     EXPECT_TRUE(convertXml(xml(profile(0, "one").replace("<low>3</low>", "<lo>3</lo>")))
                     .errors.contains("\"lo\" is unknown and was left out\n"));
-    expectTold(convertXml(xml(profile(0, "one", "12"))), "Low: 12 is not within 0 and 9\n");
+    expectTold(convertXml(xml(profile(0, "one", "12"))), "Low: 12 is not between 0 and 9\n");
 }
 
 TEST_F(ConvertCommandTest, TellsASecondDefaultProfile)
 {
-    expectTold(convertXml(xml(profile(0, "one") + profile(1, "two"))),
-               "profile 2, \"two\" (Cell): a profile before it is the default, it is none\n");
+    expectTold(
+        convertXml(xml(profile(0, "one") + profile(1, "two"))),
+        "profile 2, \"two\" (Cell): an earlier profile is already the default, so this one is "
+        "not\n");
     convertXml(xml(profile(0, "one") + profile(1, "two")), "out.xml");
     EXPECT_TRUE(readFile("out.xml").contains("id=\"0\" active=\"true\" default=\"true\""));
     EXPECT_TRUE(readFile("out.xml").contains("id=\"1\" active=\"true\" default=\"false\""));
@@ -143,7 +145,7 @@ TEST_F(ConvertCommandTest, WritesNothingWhenNoProfileIsLeft)
     const QByteArray unknown = profile(1, "old").replace("Cell", "Zinc");
     expectRefused(convertXml(xml(unknown)), 1, "left out");
     expectRefused(convertXml("<html/>"), 1, "in.xml: error: this is not a file of profiles\n");
-    expectRefused(convertXml("<KelvaronProfiles>"), 1, "the file breaks off");
+    expectRefused(convertXml("<KelvaronProfiles>"), 1, "the file is damaged");
     EXPECT_FALSE(exists("out.hex"));
 }
 
@@ -151,7 +153,7 @@ TEST_F(ConvertCommandTest, KeepsWhatIsWholeOfABrokenFile)
 {
     QByteArray document = xml(oneProfile() + profile(1, "two"));
     document.truncate(document.lastIndexOf("<high>"));
-    expectTold(convertXml(document), "the file breaks off after 1 whole profile: ");
+    expectTold(convertXml(document), "the file is damaged after 1 complete profile: ");
     EXPECT_EQ(readFile("out.hex"), oneProfileHex());
 }
 
@@ -181,8 +183,7 @@ TEST_F(ConvertCommandTest, TellsOfHexFilesThatCannotBeReadAgain)
 {
     // Without a profile nothing erased stands in the file, and the reader finds no end.
     expectTold(convertXml(xml({})),
-               "out.hex: error: a profile is of a type that the settings header "
-               "does not have\n");
+               "out.hex: error: a profile has a type that is not in the settings header\n");
 }
 
 TEST_F(ConvertCommandTest, TellsGlobalSettingsThatAHexFileDoesNotHold)
@@ -209,7 +210,7 @@ TEST_F(ConvertCommandTest, TellsValuesOfSettingsThatAreNotShown)
     schema.replace("\"High\", \"V\", A, low + 1, 3", "\"High\", \"V\", A, 7, -1");
     writeFile("schema.in", schema);
     const ProgramRun result = convert("in.hex", "out.xml");
-    expectRefused(result, 1, "High is not shown, its value \"4\" gets lost\n");
+    expectRefused(result, 1, "High is a hidden setting; its value \"4\" is lost\n");
 }
 
 TEST_F(ConvertCommandTest, RefusesDamagedHexFiles)
@@ -234,7 +235,7 @@ TEST_F(ConvertCommandTest, RefusesDamagedHexFiles)
     writeFile("in.hex", "nothing of the kind");
     expectRefused(convert("in.hex", "out.xml"), 1, "in.hex: error: this is no HEX file");
     writeFile("in.hex", QByteArray(sound).replace(":100800006E6F02", ":100800006E6F04"));
-    expectRefused(convert("in.hex", "out.xml"), 1, "in.hex: error: a profile is of a type");
+    expectRefused(convert("in.hex", "out.xml"), 1, "in.hex: error: a profile has a type");
 }
 
 TEST_F(ConvertCommandTest, TellsFilesThatCannotBeReadOrWritten)

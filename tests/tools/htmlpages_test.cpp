@@ -149,5 +149,5 @@ TEST_F(HtmlPagesTest, HtmlAndJsonExcludeEachOther)
 {
     writeFile("mine.xml", xml(profile(0, "one")));
     expectRefused(runWithHeader({"show", "--html", "--json", "mine.xml"}), 2,
-                  "--html and --json exclude each other");
+                  "--html and --json cannot be used together");
 }

@@ -159,9 +159,9 @@ TEST_F(PackCommandTest, RefusesWhatIsNoText)
     writeFile("further.in", QByteArray("a\0b\n", 4));
     expectNothingWritten({"--file", "further.in"}, 1, "further.in: is not a text");
     writeFile("further.in", "caf\xE9\n");
-    expectNothingWritten({"--file", "further.in"}, 1, "further.in: is not a text in UTF-8");
+    expectNothingWritten({"--file", "further.in"}, 1, "further.in: is not UTF-8 text");
     writeFile("further.in", "cut off \xC2");
-    expectNothingWritten({"--file", "further.in"}, 1, "further.in: is not a text in UTF-8");
+    expectNothingWritten({"--file", "further.in"}, 1, "further.in: is not UTF-8 text");
 }
 
 TEST_F(PackCommandTest, RefusesKeysThatTheEditorCouldNotRead)

@@ -168,8 +168,8 @@ TEST_F(SuplCommandLineTest, ADeviceDescriptionOfAnotherChargerIsRefused)
     expectRefused("flash_end         = 0xA000", "flash_end = 0xA002", "flash_end is no usable");
     expectRefused("flash_end         = 0xA000", "flash_end = 0x9C00", "must be in this order");
     expectRefused("flash_end         = 0xA000", "flash_end = -1", "flash_end is no usable");
-    expectRefused("page_words        = 512", "page_words = 0", "each at the end of a page");
-    expectRefused("page_words        = 512", "page_words = 500", "each at the end of a page");
+    expectRefused("page_words        = 512", "page_words = 0", "each at a page boundary");
+    expectRefused("page_words        = 512", "page_words = 500", "each at a page boundary");
     expectRefused("page_words        = 512", "", "page_words is missing");
     expectRefused("update_end        = 0xA000", "", "update_end is missing");
     expectRefused("update_end        = 0xA000", "update_end = 0x0800", "must be in this order");

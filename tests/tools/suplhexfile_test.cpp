@@ -108,7 +108,7 @@ TEST_F(SuplHexFileTest, AddressesBeyondTheFlashAreRefused)
 TEST_F(SuplHexFileTest, AByteIsGivenOnce)
 {
     expectRefused(profileBase + record(0, 0x3800, word) + record(0, 0x3800, word) + end,
-                  "line 3: a byte that another line has given");
+                  "line 3: a byte that another line has already given");
 }
 
 TEST_F(SuplHexFileTest, WordsAreThreeBytesAndAZero)

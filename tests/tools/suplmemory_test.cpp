@@ -57,7 +57,7 @@ TEST_F(SuplMemoryTest, PagesAreAsLargeAsTheDeviceDescriptionSays)
     writeFile(work("device.txt"), QByteArray(device).replace("= 512", "= 256"));
     expectDone(with({"-E", "0x9A00", "0x9C00"}));
     writeFile(work("device.txt"), QByteArray(device).replace("= 512", "= 1024"));
-    expectFailure(eraseProfiles(), "each at the end of a page");
+    expectFailure(eraseProfiles(), "each at a page boundary");
 }
 
 TEST_F(SuplMemoryTest, RefusesRangesThatAreNone)
@@ -70,7 +70,7 @@ TEST_F(SuplMemoryTest, RefusesRangesThatAreNone)
               QStringList{"0x9C00", "0xA400"}, QStringList{"0xA000", "0xA400"},
               QStringList{"0x9C00", "0xFFFFFF"}}) {
             expectFailure(with(QStringList{option} + range + file),
-                          "is no range of words in the flash, which ends at 0xA000");
+                          "is not a range of words in the flash, which ends at 0xA000");
         }
     }
     EXPECT_FALSE(QFile::exists(work("out.hex")));

@@ -377,7 +377,7 @@ TEST_F(XmlImportTest, ReplacingByAFileThatIsNoXmlKeepsTheList)
     writeFile("saved_profiles/mine.xml", "no XML at all");
     expectLoadDialog("mine.xml");
     expectAppendQuestion("Replace Profiles");
-    script.thenDo(messageWith("Import from XML status", {"line 1", "the list is as it was"}));
+    script.thenDo(messageWith("Import from XML status", {"line 1", "the list is unchanged"}));
     load();
     EXPECT_EQ(editor.titles(), QStringList("Old"));
 }
@@ -436,7 +436,7 @@ TEST_F(XmlImportTest, ReplacingByAFileThatBreaksOffInItsFirstProfileKeepsTheList
         writeFile("saved_profiles/mine.xml", part);
         expectLoadDialog("mine.xml");
         expectAppendQuestion("Replace Profiles");
-        script.thenDo(messageWith("Import from XML status", {"the list is as it was"}));
+        script.thenDo(messageWith("Import from XML status", {"the list is unchanged"}));
         editor.xml.on_importFromXMLButtonClicked();
         EXPECT_EQ(editor.titles(), QStringList("Old")) << part.toStdString();
     }
@@ -480,7 +480,7 @@ TEST_F(XmlImportTest, SettingsThatShareATagGetTheLastValue)
     other.setting(0, "same/TAG")->setValue(1.5);
     ASSERT_TRUE(other.xml.exportToXML(pathOf("mine.xml")));
     ASSERT_TRUE(other.list->deleteAllProfilesNoConfirmation());
-    expectChanges({"Pack Voltage: 8 is not within 3 and 7.5 (\"One\")"});
+    expectChanges({"Pack Voltage: 8 is not between 3 and 7.5 (\"One\")"});
     other.xml.importFromXML(pathOf("mine.xml"));
     script.finish();
     ASSERT_EQ(other.count(), 1);
@@ -621,10 +621,10 @@ TEST_F(XmlImportTest, GlobalSettingsAreTakenOverAsTheyAreOnYes)
     expectGlobalQuestion("Yes");
     expectChanges({"Charger Name: \"A name that is longer than its field\" is longer than 15 "
                    "characters (Global Settings)",
-                   "Supply Voltage: 77.123 is not within 9 and 30 (Global Settings)",
-                   "Key Tone is missing and became off (Global Settings)",
-                   "Fan Steps: \"many\" is not a number and became 0 (Global Settings)",
-                   "Scale: \"Kelvin\" is none of the choices (Global Settings)"});
+                   "Supply Voltage: 77.123 is not between 9 and 30 (Global Settings)",
+                   "Key Tone is missing and is now off (Global Settings)",
+                   "Fan Steps: \"many\" is not a number; 0 is used (Global Settings)",
+                   "Scale: \"Kelvin\" is not one of the choices (Global Settings)"});
     import(document("<GlobalSettings><charger_name>A name that is longer than its field"
                     "</charger_name><supply_voltage>77.123</supply_voltage><fan_steps>many"
                     "</fan_steps><scale>Kelvin</scale></GlobalSettings>"));
@@ -658,12 +658,13 @@ TEST_F(XmlImportTest, ValuesAreStoredAsTheyStandInTheFile)
 {
     const QString name = " (\"A title longer than its field\")";
     expectChanges({"Title: \"A title longer than its field\" is longer than 11 characters" + name,
-                   "Mode: \"Sideways\" is none of the choices" + name,
-                   "Cells: 99 is not within 1 and 8" + name, "Balance: \"TRUE\" became off" + name,
-                   "Cutoff: 19.5 is not within 0.01 and 1.23456" + name,
-                   "Pack Voltage is missing and became 0" + name,
-                   "Note is missing and became empty" + name,
-                   "Margin: \"inf\" is not a number and became 0" + name});
+                   "Mode: \"Sideways\" is not one of the choices" + name,
+                   "Cells: 99 is not between 1 and 8" + name,
+                   "Balance: \"TRUE\" is neither true nor false; off is used" + name,
+                   "Cutoff: 19.5 is not between 0.01 and 1.23456" + name,
+                   "Pack Voltage is missing and is now 0" + name,
+                   "Note is missing and is now empty" + name,
+                   "Margin: \"inf\" is not a number; 0 is used" + name});
     import(document(profile("A title longer than its field",
                             "<cells>99</cells><current>1.23456</current><cutoff>19.5</cutoff>"
                             "<balance>TRUE</balance><cold_check>true</cold_check>"

@@ -6,8 +6,8 @@
 #include <QPushButton>
 
 /// kelvaron-message TITLE TEXT [BUTTON...]: shows a message to a user who has no terminal. The exit
-/// code is the number of the button that was pressed, counted from 0; closing the box is the last
-/// one. Without buttons there is an OK.
+/// code is the number of the button that was pressed, counted from 0; closing the box counts as the
+/// last button. Without BUTTON the box has an OK button.
 int main(int argc, char** argv)
 {
     ScreenScaling::use();

@@ -27,7 +27,7 @@ ExitCode BundleCommand::run(const QStringList& arguments) const
                                      "kelvaron-profiles bundle COMMAND --help"));
         return ExitCode::Ok;
     }
-    // Scripts of the bundle maker know one code for all that is not the command line's fault.
+    // Scripts for making bundles expect one code for every failure other than a wrong command line.
     const ExitCode code = commands.run(rest, name());
     return code == ExitCode::NotReadable ? ExitCode::ProblemsFound : code;
 }

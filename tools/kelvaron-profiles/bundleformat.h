@@ -3,26 +3,26 @@
 #include <QString>
 #include <QStringList>
 
-/// The rules of a bundle's text that a writer needs beside what KelvaronBundle reads.
+/// The rules of a bundle's text that a writer needs in addition to KelvaronBundle.
 namespace BundleFormat
 {
-/// Opens and closes the key/value block.
+/// Returns the line that opens and closes the key/value block.
 QString keyBlockLine();
 
-/// The line that opens and closes the section of a file of that name.
+/// Returns the line that opens and closes the section of a file of this name.
 QString markerLine(const QString& name);
 
-/// What stands between the two ends of a marker line, trimmed.
-/// REQUIRES: KelvaronBundle::matchesStartEndLine(line).
+/// Returns the text between the two ends of a marker line, trimmed. REQUIRES:
+/// KelvaronBundle::matchesStartEndLine(line).
 QString markerName(const QString& line);
 
-/// True for what may be the name of a section and of a file: one line without slashes, and neither
+/// Returns true for a valid name of a section and of a file: one line without slashes, and neither
 /// "." nor "..".
 bool isSectionName(const QString& name);
 
-/// True for what may be a key or a value: letters, digits, underscores and dots, at least one.
+/// Returns true for a valid key or value: one or more letters, digits, underscores and dots.
 bool isKeyOrValue(const QString& text);
 
-/// The lines, a line feed behind each.
+/// Returns the lines, each followed by a line feed.
 QString textOfLines(const QStringList& lines);
 } // namespace BundleFormat

@@ -12,9 +12,9 @@
 #include "bundlewriter.h"
 
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "bundleformat.h"
 #include "base/fatalassertion.h"
 #include "base/textfile.h"
+#include "bundleformat.h"
 
 void BundleWriter::addKey(const QString& key, const QString& value)
 {
@@ -42,7 +42,7 @@ void BundleWriter::addSection(const QString& name, const QString& text)
 
 QString BundleWriter::toText() const
 {
-    // The block is written without keys too: it keeps a "..." inside a section from opening one.
+    // The block is written even without keys: otherwise a "..." inside a section would open one.
     QStringList lines{BundleFormat::keyBlockLine()};
     for (const QPair<QString, QString>& pair : keys) {
         lines += QStringLiteral("%1 = %2").arg(pair.first, pair.second);

@@ -4,7 +4,7 @@
 #include <QPair>
 #include <QString>
 
-/// Makes a bundle: keys, then sections in the order in which they were added, then the checksums.
+/// Builds a bundle: keys, then sections in the order in which they were added, then the checksums.
 class BundleWriter
 {
 public:
@@ -14,14 +14,14 @@ public:
     bool hasKey(const QString& key) const;
 
     /// REQUIRES: BundleFormat::isSectionName(name), and lines each ended by a line feed, none of
-    /// them a marker line (what TextInput gives).
+    /// them a marker line, as returned by TextInput.
     void addSection(const QString& name, const QString& text);
 
-    /// The whole bundle.
+    /// Returns the whole bundle.
     QString toText() const;
 
-    /// Writes the bundle whole or not at all: on false an older file of that name is untouched and
-    /// `error()` returns the system's reason.
+    /// Writes the bundle completely or not at all: on failure returns false and leaves an existing
+    /// file unchanged; `error()` then returns the system's reason.
     bool write(const QString& path);
 
     QString error() const { return problem; }

@@ -16,7 +16,8 @@ using UploadDownload::UploadProfiles;
 
 namespace
 {
-/// Has the process work in a folder while it lives: the uploader finds its device description there.
+/// Makes a folder the working folder while this object exists: the uploader finds its device
+/// description there.
 class WorkingFolder
 {
 public:
@@ -37,7 +38,7 @@ void Charger::addOptions(CommandOptions& options)
 {
     options.addOption(
         QCommandLineOption(QStringLiteral("uploader"),
-                           QStringLiteral("The uploader; without this %1 in the editor's folder.")
+                           QStringLiteral("The uploader; by default %1 in the editor's folder.")
                                .arg(QString::fromLatin1(BuildConstants::uploaderFileName)),
                            QStringLiteral("FILE")));
 }
@@ -46,7 +47,7 @@ void Charger::addPortOption(CommandOptions& options)
 {
     options.addOption(QCommandLineOption(
         {QStringLiteral("p"), QStringLiteral("port")},
-        QStringLiteral("The charger's serial port, as the editor lists it, such as ttyUSB0."),
+        QStringLiteral("The charger's serial port, named as in the editor, such as ttyUSB0."),
         QStringLiteral("PORT")));
     addOptions(options);
 }
@@ -66,7 +67,7 @@ QString Charger::name() const
 
 bool Charger::read(const QString& hexFile) const
 {
-    QObject owner; // of the worker and its processes
+    QObject owner; // the parent of the worker and its processes
     return run(new DownloadProfiles(port, hexFile, &owner), &DownloadProfiles::errorDownloading,
                QStringLiteral("the charger's profiles could not be read"));
 }
@@ -120,11 +121,13 @@ bool Charger::run(Worker* worker, void (Worker::*failed)(), const QString& failu
 bool Charger::isReady() const
 {
     if (!QFileInfo(folder).isDir()) {
-        printError(folder, QStringLiteral("is no folder; name the editor's with --folder"));
+        printError(folder,
+                   QStringLiteral("is not a folder; specify the editor's folder with --folder"));
         return false;
     }
     if (!QFileInfo(uploader).isFile() || !QFileInfo(uploader).isExecutable()) {
-        printError(uploader, QStringLiteral("is no program; name the uploader with --uploader"));
+        printError(uploader,
+                   QStringLiteral("is not a program; specify the uploader with --uploader"));
         return false;
     }
     return true;

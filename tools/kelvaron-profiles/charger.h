@@ -4,29 +4,30 @@
 
 class CommandOptions;
 
-/// The charger at a serial port. Everything is done by the uploader, as the editor has it done: it is
-/// started in the editor's folder, and its exit code tells whether it has succeeded. The port is kept from
-/// other programs meanwhile.
+/// The charger at a serial port. As in the editor, the uploader does all the work: it is started in
+/// the editor's folder, and its exit code shows whether it has succeeded. The port is locked
+/// against other programs meanwhile.
 class Charger
 {
 public:
     /// Adds the option --uploader.
     static void addOptions(CommandOptions& options);
 
-    /// Adds the option --port as well.
+    /// Also adds the option --port.
     static void addPortOption(CommandOptions& options);
 
-    /// `options` name the folder and the uploader.
+    /// `options` contain the folder and the uploader.
     Charger(const QString& portName, const CommandOptions& options);
 
-    /// Reads the profile area into a HEX file. False when that fails, which is reported. The path is
-    /// absolute.
+    /// Reads the profile area into a HEX file. Reports a failure and returns false. The path must
+    /// be absolute.
     bool read(const QString& hexFile) const;
 
-    /// Erases the profile area and programs a HEX file into it. The same for the result and the path.
+    /// Erases the profile area and programs a HEX file into it. Reports a failure and returns
+    /// false. The path must be absolute.
     bool write(const QString& hexFile) const;
 
-    /// What the user knows it by: "charger:PORT".
+    /// Returns the name shown to the user: "charger:PORT".
     QString name() const;
 
     static QString prefix() { return QStringLiteral("charger:"); }

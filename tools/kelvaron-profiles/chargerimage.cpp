@@ -15,7 +15,7 @@ std::optional<ExitCode> ChargerImage::make(ProfileFile& input, const HParser::Ge
     printMessages(input.name(), refused);
     if (!refused.isEmpty() || input.hasErrors()) {
         printError(input.name(),
-                   QStringLiteral("the charger cannot hold it as it is, nothing was done"));
+                   QStringLiteral("the charger cannot hold it unchanged; nothing was done"));
         return ExitCode::ProblemsFound;
     }
     if (!folder.isValid() || !ProfileOutput::writeHex(path(), input, schema)) {

@@ -6,7 +6,7 @@
 class CheckCommand : public Command
 {
 public:
-    /// `fullName` is what the command line says to come here: "check" or "bundle check".
+    /// `fullName` is the command's name on the command line: "check" or "bundle check".
     explicit CheckCommand(const QString& fullName) : commandName(fullName) {}
 
     QString name() const override { return QStringLiteral("check"); }

@@ -1,10 +1,10 @@
 #include "checkedfile.h"
 
-#include "schemareview/headerreview.h"
-#include "schemareview/bundlereview.h"
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "inputfile.h"
 #include "base/textfile.h"
+#include "inputfile.h"
+#include "schemareview/bundlereview.h"
+#include "schemareview/headerreview.h"
 
 #include <QFileInfo>
 
@@ -35,6 +35,6 @@ void CheckedFile::checkEncoding(const QString& text)
     const auto position = static_cast<int>(found - text.begin());
     const int lineStart = text.lastIndexOf(QLatin1Char('\n'), position) + 1;
     all.append({text.leftRef(position).count(QLatin1Char('\n')) + 1, position - lineStart + 1,
-                Problem::Severity::Error, QStringLiteral("the file is no text in UTF-8"),
-                QStringLiteral("the text in UTF-8, here and in all that follows")});
+                Problem::Severity::Error, QStringLiteral("the file is not UTF-8 text"),
+                QStringLiteral("the text in UTF-8, here and in the rest of the file")});
 }

@@ -6,8 +6,8 @@
 class CheckedFile
 {
 public:
-    /// Reads and checks the file. What has sections or is called "*.kelvaron" is a bundle. A file that
-    /// cannot be read is reported.
+    /// Reads and checks the file. A file with sections or with the suffix ".kelvaron" is a bundle.
+    /// Reports a file that cannot be read.
     explicit CheckedFile(const QString& filePath);
 
     QString path() const { return filePath; }

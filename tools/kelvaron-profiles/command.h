@@ -6,7 +6,7 @@
 
 class QStringList;
 
-/// One thing that the program can do, chosen by the first word of its command line.
+/// A command of the program, selected by the first word of the command line.
 class Command
 {
 public:
@@ -17,10 +17,10 @@ public:
 
     virtual QString name() const = 0;
 
-    /// One line for the general help.
+    /// Returns one line for the general help.
     virtual QString summary() const = 0;
 
-    /// Does it. `arguments` is the whole command line: the program, this command's name, the rest.
-    /// Failures are reported on standard error.
+    /// Runs the command. `arguments` is the whole command line: the program, this command's name,
+    /// the rest. Failures are reported on standard error.
     virtual ExitCode run(const QStringList& arguments) const = 0;
 };

@@ -42,7 +42,7 @@ QString CommandLine::helpText() const
 {
     return QStringLiteral(
                "Usage: kelvaron-profiles COMMAND [OPTIONS] FILE...\n"
-               "Looks at charging profiles and at the bundles that describe them, and moves profiles\n"
+               "Inspects charging profiles and the bundles that describe them, and moves profiles\n"
                "between files and the charger.\n\n")
            + commands.helpText()
            + QStringLiteral(

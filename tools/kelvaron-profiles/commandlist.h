@@ -7,17 +7,17 @@
 #include <memory>
 #include <vector>
 
-/// Commands of which the command line names one.
+/// A list of commands, one of which is named on the command line.
 class CommandList
 {
 public:
     void add(std::unique_ptr<Command> command);
 
-    /// Runs the command that `arguments` names behind the program, and reports an unknown one.
-    /// `group` is the word of the command line that leads here; empty for none.
+    /// Runs the command named in `arguments` after the program, or reports an unknown one. `group`
+    /// is the word of the command line that selects this list; empty if there is none.
     ExitCode run(const QStringList& arguments, const QString& group = {}) const;
 
-    /// A line for each command.
+    /// Returns one line per command.
     QString helpText() const;
 
 private:

@@ -50,7 +50,7 @@ std::optional<ExitCode> CommandOptions::parse(const QStringList& arguments)
         return usageError(parser.errorText());
     }
     if (hasHtml && isHtml() && isJson()) {
-        return usageError(QStringLiteral("--html and --json exclude each other"));
+        return usageError(QStringLiteral("--html and --json cannot be used together"));
     }
     const int count = files().size();
     if (count < fileCount) {

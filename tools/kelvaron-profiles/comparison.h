@@ -8,8 +8,8 @@
 
 class ProfileFile;
 
-/// What differs between two files of profiles: pairs whose settings differ, and profiles without a
-/// partner. Global settings are compared where both files have them.
+/// The differences between two files of profiles: pairs whose settings differ, and profiles without
+/// a partner. Global settings are compared if both files have them.
 class Comparison
 {
 public:
@@ -21,7 +21,7 @@ public:
         bool isSame() const { return pair.left >= 0 && pair.right >= 0 && differences.isEmpty(); }
     };
 
-    /// Compares two files that were read; they are borrowed and outlive this object.
+    /// Compares two files that have been read; they are borrowed and outlive this object.
     Comparison(const ProfileFile& left, const ProfileFile& right);
 
     bool isSame() const;
@@ -30,13 +30,13 @@ public:
     const ProfileFile& rightFile() const { return right; }
     const QList<SettingsView::Difference>& globalDifferences() const { return global; }
 
-    /// All pairs and profiles without a partner, in the order of the lists.
+    /// Returns all pairs and profiles without a partner, in the order of the lists.
     const QList<Entry>& all() const { return entries; }
 
-    /// Writes the differences to standard output, a line each.
+    /// Writes the differences to standard output, one per line.
     void print() const;
 
-    /// "left", "right" (the files), "same", "global" and "profiles".
+    /// Returns an object with "left", "right" (the files), "same", "global" and "profiles".
     QJsonObject json() const;
 
 private:

@@ -2,8 +2,8 @@
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "comparison.h"
 #include "base/countedtext.h"
+#include "comparison.h"
 #include "htmlpage.h"
 #include "profilefile.h"
 #include "profiles/profilesettings.h"

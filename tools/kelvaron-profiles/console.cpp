@@ -24,7 +24,7 @@ void writeJson(const QJsonDocument& document)
 
 void printErrorLine(const QString& line)
 {
-    std::fflush(stdout); // in the order in which both were written
+    std::fflush(stdout); // keeps the order of both streams
     write(stderr, line.toUtf8() + '\n');
 }
 

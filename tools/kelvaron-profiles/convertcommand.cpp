@@ -1,9 +1,9 @@
 #include "convertcommand.h"
 
 #include "CBGenerator/structsettings.h"
+#include "base/countedtext.h"
 #include "commandoptions.h"
 #include "console.h"
-#include "base/countedtext.h"
 #include "profilefile.h"
 #include "profileoutput.h"
 #include "profiles/profilesettings.h"
@@ -12,18 +12,17 @@
 
 namespace
 {
-/// What the output does not hold as the input has it.
+/// Describes what differs between the output and the input.
 QStringList losses(const ProfileFile& input, ProfileFile& output, HParser::Generator& schema)
 {
     output.read();
     const QList<const ProfileSettings*> before = input.profiles();
     const QList<const ProfileSettings*> after = output.profiles();
     if (after.size() != before.size() || !output.isUsable()) {
-        return QStringList(
-                   QStringLiteral("warning: %1 written, but the file holds %2 when it is read")
-                       .arg(countedText(before.size(), QStringLiteral("profile was"),
-                                        QStringLiteral("profiles were")))
-                       .arg(after.size()))
+        return QStringList(QStringLiteral("warning: %1 written, but %2 read back from the file")
+                               .arg(countedText(before.size(), QStringLiteral("profile was"),
+                                                QStringLiteral("profiles were")))
+                               .arg(after.size()))
                + output.messages();
     }
     QStringList lines;
@@ -50,9 +49,10 @@ ExitCode ConvertCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         name(),
-        QStringLiteral("Turns an XML file of profiles into a HEX file and back, as the editor "
-                       "would import and export them. What the output does not hold as the "
-                       "input has it is told, and the exit code is 1 then."));
+        QStringLiteral(
+            "Converts an XML file of profiles to a HEX file or back, as the editor would import "
+            "and export them. Reports every difference between the output and the input; the exit "
+            "code is then 1."));
     SchemaFile::addOptions(options);
     ProfileOutput::addOption(options);
     options.addFileArgument(QStringLiteral("INPUT"), QStringLiteral("XML or HEX."));

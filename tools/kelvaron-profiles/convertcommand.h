@@ -2,7 +2,7 @@
 
 #include "command.h"
 
-/// Turns XML files of profiles into HEX files and back.
+/// Converts XML files of profiles to HEX files and back.
 class ConvertCommand : public Command
 {
 public:

@@ -15,9 +15,10 @@ ExitCode DiffCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         name(),
-        QStringLiteral("Compares two files of profiles, XML or HEX, setting by setting, as the "
-                       "editor would import them. charger:PORT in place of a file is what the "
-                       "charger at that port holds."));
+        QStringLiteral(
+            "Compares two files of profiles, XML or HEX, setting by setting, as the "
+            "editor would import them. charger:PORT in place of a file stands for the profiles of "
+            "the charger at that port."));
     SchemaFile::addOptions(options);
     Charger::addOptions(options);
     options.addJsonOption();

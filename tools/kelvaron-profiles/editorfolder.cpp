@@ -12,8 +12,8 @@ void EditorFolder::addOption(CommandOptions& options)
 {
     options.addOption(QCommandLineOption(
         QStringLiteral("folder"),
-        QStringLiteral("The editor's folder with its bundles and the uploader; without this "
-                       "KelvaronProfileEditorFiles beside this program."),
+        QStringLiteral("The editor's folder with its bundles and the uploader; by default "
+                       "KelvaronProfileEditorFiles next to this program."),
         QStringLiteral("FOLDER")));
 }
 

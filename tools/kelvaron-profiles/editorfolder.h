@@ -11,13 +11,14 @@ public:
     /// Adds the option --folder.
     static void addOption(CommandOptions& options);
 
-    /// The folder that the option names; without it KelvaronProfileEditorFiles beside this program.
+    /// Returns the folder given by the option, by default KelvaronProfileEditorFiles next to this
+    /// program.
     explicit EditorFolder(const CommandOptions& options);
 
     QString path() const { return folder; }
 
-    /// The newest bundle that the editor would choose, else the settings header that it extracted.
-    /// Empty when there is neither.
+    /// Returns the newest bundle, which the editor would choose, or else the settings header that
+    /// the editor extracted. Empty if there is neither.
     QString newestSchema() const;
 
 private:

@@ -1,11 +1,11 @@
 #pragma once
 
-/// What the program tells the shell.
+/// The exit codes of the program.
 enum class ExitCode : int
 {
     Ok = 0,
     ProblemsFound = 1, ///< problems or differences were found, or something was left out
-    Usage = 2,         ///< the command line itself is wrong
+    Usage = 2,         ///< the command line is wrong
     NotReadable = 3,   ///< a file or the charger cannot be read or written
     InternalFault = 4  ///< a fault of this program
 };

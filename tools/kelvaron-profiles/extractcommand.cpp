@@ -1,11 +1,11 @@
 #include "extractcommand.h"
 
+#include "base/textfile.h"
 #include "bundleformat.h"
 #include "commandoptions.h"
 #include "console.h"
 #include "inspectedbundle.h"
 #include "problemreport.h"
-#include "base/textfile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,7 +13,7 @@
 
 namespace
 {
-/// The file that a section becomes: its own name, unless that is unusable as one.
+/// Returns the file name for a section: its own name, if that is a valid file name.
 QString fileName(const InspectedBundle& bundle, int index)
 {
     const QString sectionName = bundle.sectionName(index);
@@ -26,17 +26,19 @@ ExitCode ExtractCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         QStringLiteral("bundle extract"),
-        QStringLiteral("Writes files of a bundle to disk. A section whose checksum does not "
-                       "match is written too, but counts as a failure."));
+        QStringLiteral(
+            "Writes files of a bundle to disk. A section whose checksum does not match is written, "
+            "too, but counts as a failure."));
     options.addOption(QCommandLineOption(QStringLiteral("index"),
                                          QStringLiteral("Only the section of this number, from 0."),
                                          QStringLiteral("N")));
     options.addOption(QCommandLineOption(
-        QStringLiteral("all"), QStringLiteral("Every section; so it is without --index.")));
+        QStringLiteral("all"), QStringLiteral("Every section (the default without --index).")));
     options.addOption(QCommandLineOption(
         {QStringLiteral("o"), QStringLiteral("output")},
-        QStringLiteral("The folder to write to, made if it is not there; with --index it may also "
-                       "be the file to write. The current folder without it."),
+        QStringLiteral(
+            "The folder to write to, created if missing; with --index it may also be the file to "
+            "write. By default the current folder."),
         QStringLiteral("FOLDER|FILE")));
     options.addFileArgument(QStringLiteral("FILE"), QStringLiteral("The bundle."));
     if (const std::optional<ExitCode> done = options.parse(arguments)) {
@@ -44,12 +46,12 @@ ExitCode ExtractCommand::run(const QStringList& arguments) const
     }
     const bool isOne = options.isSet(QStringLiteral("index"));
     if (isOne && options.isSet(QStringLiteral("all"))) {
-        return options.usageError(QStringLiteral("--index and --all exclude each other"));
+        return options.usageError(QStringLiteral("--index and --all cannot be used together"));
     }
     bool isNumber = true;
     const int index = isOne ? options.value(QStringLiteral("index")).toInt(&isNumber) : 0;
     if (!isNumber || index < 0) {
-        return options.usageError(QStringLiteral("\"%1\" is no number of a section")
+        return options.usageError(QStringLiteral("\"%1\" is not a section number")
                                       .arg(options.value(QStringLiteral("index"))));
     }
 
@@ -60,7 +62,7 @@ ExitCode ExtractCommand::run(const QStringList& arguments) const
         return ExitCode::ProblemsFound;
     }
     if (index >= bundle.sectionCount()) {
-        printError(path, QStringLiteral("has no section %1; its last one is %2")
+        printError(path, QStringLiteral("has no section %1; the last one is %2")
                              .arg(index)
                              .arg(bundle.sectionCount() - 1));
         return ExitCode::ProblemsFound;
@@ -89,7 +91,7 @@ ExitCode ExtractCommand::run(const QStringList& arguments) const
 ExitCode ExtractCommand::extractAll(const InspectedBundle& bundle, const QString& folder)
 {
     if (!QDir().mkpath(folder)) {
-        printError(folder, QStringLiteral("cannot be made"));
+        printError(folder, QStringLiteral("cannot be created"));
         return ExitCode::ProblemsFound;
     }
     QSet<QString> taken;

@@ -1,7 +1,7 @@
 #include "fatalexit.h"
 
-#include "console.h"
 #include "base/fatalassertion.h"
+#include "console.h"
 
 #include <cstdlib>
 

@@ -1,4 +1,5 @@
 #pragma once
 
-/// Has a fatal assertion end the program in order, with the exit code for a fault of its own.
+/// Makes a fatal assertion end the program with a message and the exit code for a fault of the
+/// program.
 void exitOnFatalAssertion();

@@ -4,7 +4,7 @@
 
 namespace
 {
-// What differs is marked by words and lines too: pages are printed without colours.
+// Differences are marked with words and lines, too: pages may be printed without colours.
 const char style[] = R"(
 :root { color-scheme: light; }
 body { margin: 1.5rem; background: #fff; color: #1a1a1a;

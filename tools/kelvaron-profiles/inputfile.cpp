@@ -1,7 +1,7 @@
 #include "inputfile.h"
 
-#include "console.h"
 #include "base/textfile.h"
+#include "console.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -13,7 +13,7 @@ QString InputFile::fault(const QString& path)
         return QStringLiteral("is a directory");
     }
     if (info.exists() && !info.isFile()) {
-        return QStringLiteral("is no regular file");
+        return QStringLiteral("is not a regular file");
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {

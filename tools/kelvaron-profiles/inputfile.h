@@ -4,12 +4,14 @@
 
 #include <optional>
 
-/// Files that the command line names, looked at before anything reads them.
+/// Checks files given on the command line before they are read.
 namespace InputFile
 {
-/// Why a file cannot be read: a directory, a device, too large, no rights; empty when it can.
+/// Returns why a file cannot be read: a directory, a device, too large, no permission; empty if it
+/// can be read.
 QString fault(const QString& path);
 
-/// The text of a file without carriage returns; nothing, reported, when it cannot be read.
+/// Returns the text of a file without carriage returns; reports a file that cannot be read and
+/// returns nothing.
 std::optional<QString> readText(const QString& path);
 } // namespace InputFile

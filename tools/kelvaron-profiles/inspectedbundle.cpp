@@ -1,9 +1,9 @@
 #include "inspectedbundle.h"
 
-#include "schemareview/bundlereview.h"
+#include "base/textfile.h"
 #include "bundleformat.h"
 #include "inputfile.h"
-#include "base/textfile.h"
+#include "schemareview/bundlereview.h"
 
 #include <QFileInfo>
 
@@ -18,7 +18,7 @@ bool InspectedBundle::readSections()
     text = TextFile::read(bundlePath).value_or(QString());
     bundle.parseBundle();
     if (sectionCount() == 0) {
-        problem = QStringLiteral("is no bundle: it has no sections");
+        problem = QStringLiteral("is not a bundle: it has no sections");
         return false;
     }
     const QString lastText = sectionText(sectionCount() - 1);

@@ -2,7 +2,7 @@
 
 #include "command.h"
 
-/// Shows what a bundle holds, whether it is in order or not.
+/// Shows the content of a bundle, even of a damaged one.
 class ListCommand : public Command
 {
 public:

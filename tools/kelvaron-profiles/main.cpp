@@ -1,7 +1,7 @@
+#include "base/linecapture.h"
 #include "commandline.h"
 #include "console.h"
 #include "fatalexit.h"
-#include "base/linecapture.h"
 
 #include <QCoreApplication>
 
@@ -10,7 +10,7 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kelvaron-profiles"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KELVARON_PROFILES_VERSION));
-    const LineCapture traces; // standard output belongs to the results
+    const LineCapture traces; // standard output is reserved for the results
     exitOnFatalAssertion();
     return static_cast<int>(finishOutput(CommandLine().run(QCoreApplication::arguments())));
 }

@@ -22,7 +22,7 @@ QCommandLineOption option(const char* name, const char* description, const char*
                               QLatin1String(value));
 }
 
-/// "NAME=PATH" or "PATH", which is then named after its file.
+/// "NAME=PATH", or "PATH", whose section is named after the file.
 QPair<QString, QString> nameAndPath(const QString& argument)
 {
     const int equals = argument.indexOf(QLatin1Char('='));
@@ -42,8 +42,9 @@ ExitCode PackCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         QStringLiteral("bundle pack"),
-        QStringLiteral("Makes a bundle from its files. Its last section, with the checksums "
-                       "of all others, is made by itself."));
+        QStringLiteral(
+            "Makes a bundle from its files. Its last section, with the checksums of all others, is "
+            "added automatically."));
     options.addOption(QCommandLineOption({QStringLiteral("o"), QStringLiteral("output")},
                                          QStringLiteral("The bundle to write."),
                                          QStringLiteral("FILE")));
@@ -60,7 +61,7 @@ ExitCode PackCommand::run(const QStringList& arguments) const
     options.addOption(QCommandLineOption(
         QStringLiteral("force"),
         QStringLiteral(
-            "Packs a settings header with errors too; they are reported all the same.")));
+            "Packs the settings header even if it has errors; they are still reported.")));
     if (const std::optional<ExitCode> done = options.parse(arguments)) {
         return *done;
     }
@@ -89,7 +90,7 @@ ExitCode PackCommand::run(const QStringList& arguments) const
         inputs.append(nameAndPath(argument));
         if (!BundleFormat::isSectionName(inputs.last().first)) {
             return options.usageError(
-                QStringLiteral("\"%1\" gives a section no usable name").arg(argument));
+                QStringLiteral("\"%1\" does not contain a usable section name").arg(argument));
         }
     }
 
@@ -123,7 +124,7 @@ bool PackCommand::addKeys(const CommandOptions& options, BundleWriter& writer, Q
         const QString key = pair.left(equals).trimmed();
         const QString value = pair.mid(equals + 1).trimmed();
         if (equals < 0 || !BundleFormat::isKeyOrValue(key) || !BundleFormat::isKeyOrValue(value)) {
-            error = QStringLiteral("\"%1\" is no KEY=VALUE of letters, digits, \"_\" and \".\"")
+            error = QStringLiteral("\"%1\" is not KEY=VALUE with letters, digits, \"_\" and \".\"")
                         .arg(pair);
         } else if (writer.hasKey(key)) {
             error = QStringLiteral("key %1 is given twice").arg(key);

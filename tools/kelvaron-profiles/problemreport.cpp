@@ -1,7 +1,7 @@
 #include "problemreport.h"
 
-#include "console.h"
 #include "base/countedtext.h"
+#include "console.h"
 
 #include <QJsonObject>
 
@@ -24,7 +24,7 @@ QStringList ProblemReport::lines(const QString& file, const Problem& problem)
             place += QStringLiteral(":%1").arg(number);
         }
     }
-    // By concatenation: texts of the file may look like place markers.
+    // By concatenation, because texts of the file may look like place markers.
     QStringList list{place + QStringLiteral(": ") + severityWord(problem) + QStringLiteral(": ")
                      + problem.text};
     if (!problem.advice.isEmpty()) {

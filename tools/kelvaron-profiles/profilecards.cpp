@@ -38,7 +38,7 @@ bool isOn(const StructSettings& structure, const QString& flag)
     return structure.getStructSettingByDescriptiveName(flag)->isOn();
 }
 
-/// The chemistry and the flags, those that are off by their words.
+/// Returns the chemistry and the flags; a flag that is off is shown as a word.
 QString facts(const ProfileSettings& profile)
 {
     const StructSettings& settings = *profile.settings;
@@ -59,7 +59,7 @@ QString facts(const ProfileSettings& profile)
 
 QString card(int number, const ProfileSettings& profile)
 {
-    constexpr int titles = 2; // title and subtitle come first
+    constexpr int titles = 2; // the first two are title and subtitle
     QList<const StructSetting*> settings;
     const QStringList flags = HParser::ProfileConventions::flags();
     for (const StructSetting* setting : SettingsView::settings(*profile.settings).mid(titles)) {

@@ -6,15 +6,15 @@
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/readfromhex.h"
 #include "base/countedtext.h"
-#include "inputfile.h"
 #include "base/linecapture.h"
+#include "base/quotedtext.h"
+#include "base/xmlutility.h"
+#include "inputfile.h"
 #include "profileimport/importedvalues.h"
 #include "profileimport/importreport.h"
 #include "profileimport/parsedprofile.h"
 #include "profiles/profilesettings.h"
-#include "base/quotedtext.h"
 #include "xmlformat/readfromxml.h"
-#include "base/xmlutility.h"
 
 #include <QFile>
 
@@ -59,7 +59,7 @@ ExitCode ProfileFile::read()
     return problems.isEmpty() ? ExitCode::Ok : ExitCode::ProblemsFound;
 }
 
-/// By what stands first in the file, else by its name.
+/// Judges by the first characters of the file, otherwise by its name.
 void ProfileFile::findFormat()
 {
     QFile file(filePath);
@@ -89,9 +89,9 @@ void ProfileFile::readXml()
     const bool isWhole = reader.errorText().isEmpty();
     if (!isWhole) {
         tell(error,
-             QStringLiteral("the file breaks off after %1: %2")
-                 .arg(countedText(reader.getProfiles().size(), QStringLiteral("whole profile"),
-                                  QStringLiteral("whole profiles")),
+             QStringLiteral("the file is damaged after %1: %2")
+                 .arg(countedText(reader.getProfiles().size(), QStringLiteral("complete profile"),
+                                  QStringLiteral("complete profiles")),
                       reader.errorText()));
     } else if (reader.getProfiles().isEmpty() && !reader.isProfileFile()) {
         tell(error, QStringLiteral("this is not a file of profiles"));
@@ -113,7 +113,7 @@ void ProfileFile::readHex()
     } catch (int code) {
         refuseHex(code);
     }
-    // Of what the reader says by itself, all but what the message said already.
+    // Returns the reader's own messages, except those that repeat the error.
     for (const QString& line : traces.lines()) {
         if (line != QLatin1String("Error! Invalid type")) {
             tell(note, line.simplified());
@@ -128,11 +128,10 @@ void ProfileFile::refuseHex(int code)
         tell(error, QStringLiteral("a profile is damaged: its checksum does not match"));
         break;
     case ReadFromHEX::TYPE_ERROR:
-        tell(error,
-             QStringLiteral("a profile is of a type that the settings header does not have"));
+        tell(error, QStringLiteral("a profile has a type that is not in the settings header"));
         break;
     default:
-        tell(error, QStringLiteral("this is no HEX file with profiles of this charger"));
+        tell(error, QStringLiteral("this is not a HEX file with profiles of this charger"));
         break;
     }
 }
@@ -160,7 +159,9 @@ void ProfileFile::addProfile(const ParsedProfile& parsed)
     setFlag(profile, "active", parsed.getActiveStatus());
     setFlag(profile, "default", parsed.getDefaultStatus() && !hasDefault);
     if (parsed.getDefaultStatus() && hasDefault) {
-        tell(warning, name + QStringLiteral(": a profile before it is the default, it is none"));
+        tell(warning, name
+                          + QStringLiteral(
+                              ": an earlier profile is already the default, so this one is not"));
     }
     hasDefault = hasDefault || parsed.getDefaultStatus();
 
@@ -172,7 +173,7 @@ void ProfileFile::addProfile(const ParsedProfile& parsed)
     tellHiddenValues(parsed, profile);
 }
 
-/// Settings that are not shown keep their defaults, as in the editor.
+/// Hidden settings keep their defaults, as in the editor.
 void ProfileFile::tellHiddenValues(const ParsedProfile& parsed, const ProfileSettings& profile)
 {
     const QMap<QString, QString> properties = parsed.getProperties();
@@ -186,7 +187,7 @@ void ProfileFile::tellHiddenValues(const ParsedProfile& parsed, const ProfileSet
         if (!isOwn && properties.contains(tag) && !shown.contains(setting)
             && properties.value(tag) != setting->getValue()) {
             tell(warning, describe(static_cast<int>(list.size()) - 1, profile)
-                              + QStringLiteral(": %1 is not shown, its value %2 gets lost")
+                              + QStringLiteral(": %1 is a hidden setting; its value %2 is lost")
                                     .arg(name, quotedText(properties.value(tag))));
         }
     }

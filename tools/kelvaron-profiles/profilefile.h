@@ -27,38 +27,38 @@ public:
         Hex
     };
 
-    /// `schema` is borrowed and outlives the file. `shownName` is what the user knows the file by;
-    /// without it the path.
+    /// `schema` is borrowed and outlives the file. `shownName` is the name shown to the user, by
+    /// default the path.
     ProfileFile(const QString& filePath, HParser::Generator& schema, const QString& shownName = {});
     ~ProfileFile();
     ProfileFile(const ProfileFile&) = delete;
     ProfileFile& operator=(const ProfileFile&) = delete;
 
-    /// Reads it. NotReadable when it cannot be opened, ProblemsFound when something was left out or
-    /// does not match the schema; messages() tell in both cases.
+    /// Reads the file. Returns NotReadable if it cannot be opened, ProblemsFound if something was
+    /// left out or does not match the schema; messages() has the details in both cases.
     ExitCode read();
 
-    /// True when there is something to go on with: profiles, or a sound file without any.
+    /// Returns true if the content can be used: profiles, or a valid file without any.
     bool isUsable() const { return usable; }
 
-    /// What was wrong, each to be printed behind the file's name.
+    /// Returns the problems, each to be printed after the file's name.
     QStringList messages() const { return problems; }
 
-    /// True when something was left out or the file breaks off.
+    /// Returns true if something was left out or the file is incomplete.
     bool hasErrors() const;
 
-    /// The file as the user knows it.
+    /// Returns the name shown to the user.
     QString name() const { return userName; }
     Format format() const { return fileFormat; }
     QString formatName() const;
 
-    /// In the order of the list; owned by the file.
+    /// Returns the profiles in the order of the list; owned by the file.
     QList<const ProfileSettings*> profiles() const;
 
-    /// nullptr when the file has none, as HEX files.
+    /// Returns the global settings; nullptr if the file has none, as in a HEX file.
     const HParser::StructSettings* globalSettings() const { return global.get(); }
 
-    /// For messages: the number, the title and the chemistry of a profile.
+    /// Returns, for messages, the number, title and chemistry of a profile.
     static QString describe(int index, const ProfileSettings& profile);
 
 private:

@@ -1,14 +1,14 @@
 #include "profileoutput.h"
 
 #include "CBGenerator/generator.h"
+#include "CBGenerator/storabletext.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexutility.h"
-#include "CBGenerator/storabletext.h"
 #include "HEXGeneratorParser/writetohex.h"
-#include "commandoptions.h"
 #include "base/countedtext.h"
-#include "profiles/profilesettings.h"
 #include "base/textfile.h"
+#include "commandoptions.h"
+#include "profiles/profilesettings.h"
 #include "xmlformat/writetoxml.h"
 
 #include <QFileInfo>
@@ -33,7 +33,8 @@ std::optional<ProfileFile::Format> formatOf(const QString& word)
 void ProfileOutput::addOption(CommandOptions& options)
 {
     options.addOption(QCommandLineOption(
-        QStringLiteral("to"), QStringLiteral("The format to write; without it by OUTPUT's name."),
+        QStringLiteral("to"),
+        QStringLiteral("The format to write; by default chosen by the suffix of OUTPUT."),
         QStringLiteral("xml|hex")));
 }
 
@@ -45,8 +46,8 @@ std::optional<ProfileFile::Format> ProfileOutput::format(const CommandOptions& o
         formatOf(isSaid ? options.value(QStringLiteral("to")) : QFileInfo(path).suffix());
     if (!found) {
         options.usageError(
-            isSaid ? QStringLiteral("--to takes xml or hex")
-                   : QStringLiteral("\"%1\" is neither *.xml nor *.hex; say --to").arg(path));
+            isSaid ? QStringLiteral("--to must be xml or hex")
+                   : QStringLiteral("\"%1\" is neither *.xml nor *.hex; use --to").arg(path));
     }
     return found;
 }

@@ -12,18 +12,19 @@ namespace ProfileOutput
 /// Adds the option --to.
 void addOption(CommandOptions& options);
 
-/// The format that --to names, else the one of the path. Nothing, reported, when that is neither.
+/// Returns the format given by --to or else by the path's suffix; if there is neither, reports this
+/// and returns nothing.
 std::optional<ProfileFile::Format> format(const CommandOptions& options, const QString& path);
 
-/// Why the profiles cannot go into an image at all, a message each: there are more than it takes, or the
-/// charger cannot hold their texts.
+/// Returns why the profiles cannot be written to an image, one message each: there are too many, or
+/// the charger cannot hold their texts.
 QStringList obstacles(const ProfileFile& input, const HParser::Generator& schema);
 
-/// Write the profiles, whole or not at all; false when the file cannot be written. A HEX file takes
-/// profiles without obstacles() alone.
+/// Write the profiles, completely or not at all; return false if the file cannot be written. A HEX
+/// file requires profiles without obstacles().
 bool writeHex(const QString& path, const ProfileFile& input, const HParser::Generator& schema);
 bool writeXml(const QString& path, const ProfileFile& input, const HParser::Generator& schema);
 
-/// The settings of a struct with its default values.
+/// Returns the settings of a struct with their default values.
 std::unique_ptr<HParser::StructSettings> withDefaults(const HParser::StructSettings& structure);
 } // namespace ProfileOutput

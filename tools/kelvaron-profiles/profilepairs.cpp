@@ -16,7 +16,7 @@ bool areNamesakes(const ProfileSettings* one, const ProfileSettings* other)
     return one->chemistry == other->chemistry && one->getTitle() == other->getTitle();
 }
 
-/// Longest common subsequence of namesakes.
+/// Longest common subsequence of profiles with the same title and chemistry.
 QList<Pair> namesakes(const Profiles& left, const Profiles& right)
 {
     constexpr qint64 mostSteps = 4000000;

@@ -4,7 +4,7 @@
 
 class ProfileSettings;
 
-/// Finds which profiles of two lists belong together.
+/// Matches the profiles of two lists.
 namespace ProfilePairs
 {
 /// Indices into the two lists; -1 for a profile without a partner.
@@ -14,8 +14,9 @@ struct Pair
     int right;
 };
 
-/// The pairs in the order of the lists. Profiles of the same title and chemistry belong together, as
-/// many as can without crossing; between these, profiles of the same chemistry in their order.
+/// Returns the pairs in the order of the lists. Profiles with the same title and chemistry are
+/// paired, as many as possible without crossing; between these, profiles of the same chemistry are
+/// paired in order.
 QList<Pair> find(const QList<const ProfileSettings*>& left,
                  const QList<const ProfileSettings*>& right);
 } // namespace ProfilePairs

@@ -1,5 +1,6 @@
 #include "readcommand.h"
 
+#include "base/textfile.h"
 #include "charger.h"
 #include "commandoptions.h"
 #include "console.h"
@@ -8,13 +9,12 @@
 #include "profileoutput.h"
 #include "profilesource.h"
 #include "schemafile.h"
-#include "base/textfile.h"
 
 #include <QFile>
 
 namespace
 {
-/// The very bytes that the uploader has read, also where they hold no profiles.
+/// Copies exactly the bytes that the uploader has read, even if there are no profiles in them.
 bool copyBytes(const QString& from, const QString& to)
 {
     QFile file(from);
@@ -27,9 +27,10 @@ ExitCode ReadCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         name(),
-        QStringLiteral("Reads the charger's profiles into a file, as the editor does. A HEX file "
-                       "is what the uploader has read, an XML file what the editor would import "
-                       "of it. The charger has to be in bootloader mode, and stays so."));
+        QStringLiteral(
+            "Reads the charger's profiles into a file, as the editor does. A HEX file contains "
+            "exactly what the uploader has read, an XML file what the editor would import from it. "
+            "The charger must be in bootloader mode and stays in it."));
     SchemaFile::addOptions(options);
     Charger::addPortOption(options);
     ProfileOutput::addOption(options);

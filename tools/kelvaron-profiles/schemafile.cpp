@@ -13,8 +13,9 @@ void SchemaFile::addOptions(CommandOptions& options)
 {
     options.addOption(QCommandLineOption(
         QStringLiteral("bundle"),
-        QStringLiteral("The bundle whose settings header describes the profiles; without this and "
-                       "--header the newest one in the editor's folder."),
+        QStringLiteral(
+            "The bundle whose settings header describes the profiles; by default, also without "
+            "--header, the newest one in the editor's folder."),
         QStringLiteral("FILE")));
     options.addOption(QCommandLineOption(QStringLiteral("header"),
                                          QStringLiteral("The settings header itself."),
@@ -26,9 +27,9 @@ std::optional<ExitCode> SchemaFile::load(const CommandOptions& options)
 {
     const bool isBundle = options.isSet(QStringLiteral("bundle"));
     if (options.isSet(QStringLiteral("header"))) {
-        return isBundle
-                   ? options.usageError(QStringLiteral("--bundle and --header exclude each other"))
-                   : loadHeader(options.value(QStringLiteral("header")));
+        return isBundle ? options.usageError(
+                   QStringLiteral("--bundle and --header cannot be used together"))
+                        : loadHeader(options.value(QStringLiteral("header")));
     }
     const QString path =
         isBundle ? options.value(QStringLiteral("bundle")) : EditorFolder(options).newestSchema();
@@ -51,7 +52,7 @@ std::optional<ExitCode> SchemaFile::loadBundle(const QString& path)
     QTemporaryDir folder;
     const QString header = folder.filePath(QStringLiteral("kelvaron_chemistries.cb"));
     if (bundle.getNumFiles() <= KelvaronBundle::SCHEMA_HEADER) {
-        printError(path, QStringLiteral("is no bundle: it has no settings header"));
+        printError(path, QStringLiteral("is not a bundle: it has no settings header"));
         return ExitCode::ProblemsFound;
     }
     if (!folder.isValid() || !bundle.saveFile(KelvaronBundle::SCHEMA_HEADER, header)) {
@@ -77,7 +78,7 @@ void SchemaFile::generate(const QString& path)
     schema.generate();
 }
 
-/// Reports what the editor would end for: nothing here could go on with it either.
+/// Reports the errors that would end the editor; no command could continue with them either.
 std::optional<ExitCode> SchemaFile::refuse(const QString& path)
 {
     const CheckedFile file(path);

@@ -7,14 +7,15 @@
 
 class CommandOptions;
 
-/// The settings header that a command line names, in a bundle or by itself, loaded.
+/// Loads the settings header given on the command line, in a bundle or by itself.
 class SchemaFile
 {
 public:
     /// Adds the options --bundle, --header and --folder.
     static void addOptions(CommandOptions& options);
 
-    /// Loads what the options name; without them the newest of the editor's folder. Returns the exit code when that cannot be done, which is reported then.
+    /// Loads the header given by the options, by default the newest in the editor's folder. Reports
+    /// a failure and returns its exit code.
     std::optional<ExitCode> load(const CommandOptions& options);
 
     HParser::Generator& generator() { return schema; }

@@ -10,7 +10,7 @@ using HParser::StructSettings;
 
 namespace
 {
-/// A text that may hold line feeds and quotes, in one line.
+/// Returns a text that may contain line feeds and quotes, on one line.
 QString shownText(const QString& value)
 {
     QString line;

@@ -23,22 +23,22 @@ struct Difference
     QString units;
 };
 
-/// The visible settings in their order, behind them the flags of a profile that are not visible.
+/// Returns the visible settings in order, followed by the flags of a profile that are not visible.
 QList<const HParser::StructSetting*> settings(const HParser::StructSettings& structure);
 
-/// The value with its units.
+/// Returns the value with its units.
 QString valueText(const QString& value, const QString& units);
 
-/// The setting's value with its units, for people: "yes" and "no" for a flag.
+/// Returns the setting's value with its units for display: "yes" or "no" for a flag.
 QString valueText(const HParser::StructSetting& setting);
 
-/// What differs. REQUIRES: two copies of the same struct.
+/// Returns the settings that differ. REQUIRES: two copies of the same struct.
 QList<Difference> differences(const HParser::StructSettings& left,
                               const HParser::StructSettings& right);
 
-/// "NAME: LEFT -> RIGHT"
+/// Returns "NAME: LEFT -> RIGHT".
 QString describe(const Difference& difference);
 
-/// "name", "tag", "left", "right" and "units"
+/// Returns an object with "name", "tag", "left", "right" and "units".
 QJsonObject json(const Difference& difference);
 } // namespace SettingsView

@@ -2,6 +2,7 @@
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "base/xmlutility.h"
 #include "commandoptions.h"
 #include "console.h"
 #include "profilecards.h"
@@ -9,7 +10,6 @@
 #include "profiles/profilesettings.h"
 #include "schemafile.h"
 #include "settingsview.h"
-#include "base/xmlutility.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 #include "textinput.h"
 
 #include "KelvaronBundle/kelvaronbundle.h"
-#include "bundleformat.h"
 #include "base/textfile.h"
+#include "bundleformat.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -29,14 +29,14 @@ bool TextInput::read(const QString& path)
         return false;
     }
     if (bytes.contains('\0')) {
-        problem = QStringLiteral("is not a text: it holds a zero byte");
+        problem = QStringLiteral("is not a text file: it contains a zero byte");
         return false;
     }
     QTextCodec::ConverterState state;
     QString text =
         QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
     if (state.invalidChars > 0 || state.remainingChars > 0) {
-        problem = QStringLiteral("is not a text in UTF-8");
+        problem = QStringLiteral("is not UTF-8 text");
         return false;
     }
     text.remove(QLatin1Char('\r'));

@@ -2,15 +2,16 @@
 
 #include <QString>
 
-/// A text file on its way into a bundle.
+/// A text file to be packed into a bundle.
 class TextInput
 {
 public:
-    /// Reads the file: UTF-8, a byte order mark and all carriage returns dropped, a line feed added
-    /// to a last line without one. On false, `error()` says why the file cannot go into a bundle.
+    /// Reads the file as UTF-8, drops a byte order mark and all carriage returns, and adds a
+    /// missing line feed to the last line. If it returns false, `error()` describes why the file
+    /// cannot be packed.
     bool read(const QString& path);
 
-    /// Every line followed by a line feed; empty for an empty file.
+    /// Returns the text, every line followed by a line feed; empty for an empty file.
     QString text() const { return content; }
 
     QString error() const { return problem; }

@@ -15,10 +15,11 @@ ExitCode VerifyCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         name(),
-        QStringLiteral("Reads the charger's profiles and compares them with those of an XML or "
-                       "HEX file as the charger holds them once they were written: a number that "
-                       "it can only hold rounded is no difference. The charger has to be in "
-                       "bootloader mode, and stays so."));
+        QStringLiteral(
+            "Reads the charger's profiles and compares them with those of an XML or HEX file as "
+            "they are once written to the charger: a number that the charger can only store "
+            "rounded does not count as a difference. The charger must be in bootloader mode and "
+            "stays in it."));
     SchemaFile::addOptions(options);
     Charger::addPortOption(options);
     options.addJsonOption();

@@ -2,7 +2,7 @@
 
 #include "command.h"
 
-/// Compares what the charger holds with a file.
+/// Compares the charger's profiles with a file.
 class VerifyCommand : public Command
 {
 public:

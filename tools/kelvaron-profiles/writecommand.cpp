@@ -11,11 +11,11 @@ ExitCode WriteCommand::run(const QStringList& arguments) const
 {
     CommandOptions options(
         name(),
-        QStringLiteral("Writes the profiles of an XML or HEX file to the charger, as the editor "
-                       "does: its profiles are erased, then these are programmed. Nothing is "
-                       "done when the file breaks off, holds more profiles than the charger "
-                       "takes, or something that would be left out. The charger has to be in "
-                       "bootloader mode, and stays so."));
+        QStringLiteral(
+            "Writes the profiles of an XML or HEX file to the charger, as the editor does: the "
+            "charger's profiles are erased, then these are programmed. Nothing is done if the file "
+            "is damaged, contains more profiles than the charger takes, or contains anything that "
+            "would be left out. The charger must be in bootloader mode and stays in it."));
     SchemaFile::addOptions(options);
     Charger::addPortOption(options);
     options.addFileArgument(QStringLiteral("FILE"), QStringLiteral("XML or HEX."));

@@ -14,24 +14,24 @@ public:
     static constexpr quint32 byteCount = addressCount / addressesPerWord * bytesPerWord;
     static constexpr quint32 blankWord = 0xFFFFFF;
 
-    /// Loads the file, or makes it blank when there is none. Throws a Failure when it is damaged,
-    /// unreadable or cannot be made.
+    /// Loads the file, or creates a blank one if there is none. Throws a Failure if the file is
+    /// damaged, cannot be read or cannot be created.
     explicit ChargerMemory(const QString& filePath);
 
-    /// Writes the file, whole or not at all; does nothing when nothing has changed. Throws a Failure.
+    /// Writes the file, completely or not at all, if anything has changed. Throws a Failure.
     void save();
 
     /// Addresses are even and below addressCount.
     quint32 word(quint32 address) const;
 
-    /// Blanks the words from `low` up to, not including, `high`.
+    /// Erases the words from `low` up to, but not including, `high`.
     void erase(quint32 low, quint32 high);
 
-    /// Clears the bits that `value` has clear. False when the word then is not `value`, because it
-    /// had not been erased.
+    /// Clears the bits that are clear in `value`. Returns false if the word then differs from
+    /// `value`, because it had not been erased.
     bool program(quint32 address, quint32 value);
 
-    /// The bytes from address `low` up to, not including, address `high`.
+    /// Returns the bytes from address `low` up to, but not including, address `high`.
     QByteArray read(quint32 low, quint32 high) const;
 
 private:

@@ -7,7 +7,7 @@
 
 namespace
 {
-/// Fills in an address written as 0x9C00.
+/// Reads an address in the form 0x9C00 into `address`.
 bool readAddress(const QString& text, quint32& address)
 {
     static const QRegularExpression form(QStringLiteral("\\A0[xX]([0-9A-Fa-f]{1,6})\\z"));
@@ -88,30 +88,31 @@ QString CommandLine::usage()
         "       supl -s PORT -h -V -l LOW HIGH FILE      read the range into an Intel HEX file\n"
         "       supl -s PORT -h -V -R                    reset the charger\n"
         "       supl -s PORT -h -V -e -w FILE -v FILE    erase, program and verify the firmware\n"
-        "       supl --help                              tell everything\n");
+        "       supl --help                              show the complete help\n");
 }
 
 QString CommandLine::help()
 {
-    return QStringLiteral("A charger on no cable: does what the charger's uploader does, to a "
-                          "memory in a file.\n\n")
+    return QStringLiteral(
+               "A charger without a cable: does what the charger's uploader does, with a memory in "
+               "a file.\n\n")
            + usage()
            + QStringLiteral(
                "\n"
-               "LOW and HIGH are hexadecimal (0x9C00) and count two addresses a program word; HIGH\n"
-               "is not part of the range. A word at address A stands at byte 2 * A of a HEX file:\n"
-               "three data bytes, then a zero. -h and -V have no effect but must be given.\n"
+               "LOW and HIGH are hexadecimal (0x9C00), two addresses per program word; HIGH is\n"
+               "not part of the range. A word at address A is at byte 2 * A of a HEX file: three\n"
+               "data bytes, then a zero. -h and -V have no effect but must be given.\n"
                "\"device.txt\" in the current folder describes the charger's processor.\n"
                "\n"
-               "Exit codes: 0 all was done; 1 the charger or a file failed; 2 wrong command line;\n"
+               "Exit codes: 0 success; 1 the charger or a file failed; 2 wrong command line;\n"
                "3 a file of the simulator itself cannot be used.\n"
                "\n"
-               "Beside the program:\n"
-               "  charger-memory.bin   the flash, byte by byte as in a HEX file; made blank when\n"
-               "                       missing\n"
+               "Next to the program:\n"
+               "  charger-memory.bin   the flash, byte by byte as in a HEX file; created blank\n"
+               "                       if missing\n"
                "  charger-state.txt    how often the charger was reset\n"
                "  charger-memory.lock  there while a run uses the charger\n"
-               "  supl-faults.txt      faults to show, see below\n"
+               "  supl-faults.txt      faults to simulate, see below\n"
                "  supl-log.txt         arguments and exit code of every run, if the faults file\n"
                "                       asks for it\n"
                "\n")

@@ -6,16 +6,16 @@
 
 class QStringList;
 
-/// The command line of the uploader. Its order is fixed, as the charger's own tool wants it.
+/// The command line of the uploader. Its order is fixed, as in the charger's own tool.
 namespace CommandLine
 {
-/// The job; nothing when the arguments (without the program's name) are not exactly one of the
-/// known lists. Whether addresses make sense is not looked at here.
+/// Returns the job; nothing if the arguments (without the program's name) do not match exactly one
+/// of the known lists. The addresses are not checked here.
 std::optional<Job> parse(const QStringList& arguments);
 
-/// The known argument lists.
+/// Returns the known argument lists.
 QString usage();
 
-/// Everything there is to know about the program.
+/// Returns the complete help.
 QString help();
 } // namespace CommandLine

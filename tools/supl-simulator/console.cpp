@@ -22,7 +22,7 @@ void Console::marker(const QString& text) const
 void Console::wait(int normalPause) const
 {
     const int pause = pace.pause(normalPause);
-    if (pause > 0) { // a pause of nothing would still give the processor away
+    if (pause > 0) { // even a pause of 0 would yield the processor
         QThread::msleep(static_cast<unsigned long>(pause));
     }
 }

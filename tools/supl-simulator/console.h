@@ -4,8 +4,8 @@
 
 class QString;
 
-/// Standard output as the uploader's readers follow it: whoever reads takes what has arrived as one
-/// piece, so every line is written at once and followed by a pause.
+/// Standard output as the uploader's readers expect it: a reader treats whatever has arrived as one
+/// chunk, so every line is written at once and followed by a pause.
 class Console
 {
 public:
@@ -16,10 +16,11 @@ public:
         markerPause = pauseAtMarkers;
     }
 
-    /// Prints a line (or several at once) and waits as long as `normalPause` milliseconds become.
+    /// Prints a line (or several at once), then pauses; the pace scales `normalPause`, in
+    /// milliseconds.
     void line(const QString& text, int normalPause) const;
 
-    /// A line that tells a stage of the run: with a pause on both sides.
+    /// Prints a line that marks a stage of the run, with a pause before and after it.
     void marker(const QString& text) const;
 
     void wait(int normalPause) const;

@@ -18,7 +18,7 @@ void crash()
     setrlimit(RLIMIT_CORE, &none);
 #endif
 #ifdef Q_OS_LINUX
-    // The limit does not hold where a program collects the dumps.
+    // The limit has no effect where a program collects the dumps.
     prctl(PR_SET_DUMPABLE, 0);
 #endif
 #ifdef Q_OS_WIN

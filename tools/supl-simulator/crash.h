@@ -1,4 +1,4 @@
 #pragma once
 
-/// Ends the process as a crash does, without a core dump, a report or a question.
+/// Ends the process like a crash, without a core dump, a report or a dialog.
 [[noreturn]] void crash();

@@ -34,7 +34,7 @@ public:
         const quint32 number =
             isHex ? text.mid(2).toUInt(&isNumber, 16) : text.toUInt(&isNumber, 10);
         if (!isNumber || number > ChargerMemory::addressCount) {
-            throw Failure{QStringLiteral("device.txt: %1 is no usable number").arg(key)};
+            throw Failure{QStringLiteral("device.txt: %1 is not a valid number").arg(key)};
         }
         return number;
     }
@@ -74,7 +74,7 @@ DeviceDescription DeviceDescription::read(const QString& path)
         || device.updateEnd > device.flashEnd || device.bootloaderEnd % device.pageSize != 0
         || device.updateEnd % device.pageSize != 0 || device.flashEnd % device.pageSize != 0) {
         throw Failure{QStringLiteral("device.txt: bootloader_end, update_end and flash_end must be "
-                                     "in this order, each at the end of a page")};
+                                     "in this order, each at a page boundary")};
     }
     return device;
 }
@@ -83,8 +83,9 @@ void DeviceDescription::checkReadable(quint32 low, quint32 high) const
 {
     if (low >= high || low % ChargerMemory::addressesPerWord != 0
         || high % ChargerMemory::addressesPerWord != 0 || high > flashEnd) {
-        throw Failure{QStringLiteral("%1 to %2 is no range of words in the flash, which ends at %3")
-                          .arg(addressText(low), addressText(high), addressText(flashEnd))};
+        throw Failure{
+            QStringLiteral("%1 to %2 is not a range of words in the flash, which ends at %3")
+                .arg(addressText(low), addressText(high), addressText(flashEnd))};
     }
 }
 
@@ -92,8 +93,9 @@ void DeviceDescription::checkErasable(quint32 low, quint32 high) const
 {
     checkReadable(low, high);
     if (low % pageSize != 0 || high % pageSize != 0) {
-        throw Failure{QStringLiteral("%1 to %2 does not begin and end at a page of %3 addresses")
-                          .arg(addressText(low), addressText(high), addressText(pageSize))};
+        throw Failure{
+            QStringLiteral("%1 to %2 does not begin and end at page boundaries of %3 addresses")
+                .arg(addressText(low), addressText(high), addressText(pageSize))};
     }
     if (low < bootloaderEnd) {
         throw Failure{QStringLiteral("%1 is in the bootloader, which is protected up to %2")

@@ -4,7 +4,7 @@
 
 class QString;
 
-/// What device.txt says about the charger's processor. All numbers are addresses.
+/// The description of the charger's processor in device.txt. All numbers are addresses.
 struct DeviceDescription
 {
     quint32 flashEnd = 0;
@@ -12,11 +12,11 @@ struct DeviceDescription
     quint32 updateEnd = 0;     ///< a firmware update erases and programs up to here
     quint32 pageSize = 0;      ///< what is erased at once
 
-    /// Throws a Failure when the file is missing or does not describe a charger like ours. Keys that
-    /// matter to nobody here are ignored.
+    /// Throws a Failure if the file is missing or does not describe a charger like ours. Other keys
+    /// are ignored.
     static DeviceDescription read(const QString& path);
 
-    /// Throw a Failure unless the range can be read, or erased.
+    /// Throw a Failure unless the range can be read or erased, respectively.
     void checkReadable(quint32 low, quint32 high) const;
     void checkErasable(quint32 low, quint32 high) const;
 };

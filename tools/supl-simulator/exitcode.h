@@ -1,6 +1,6 @@
 #pragma once
 
-/// What a run tells its caller.
+/// The exit codes of a run.
 enum class ExitCode : int
 {
     Ok = 0,         ///< everything asked for was done

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// Thrown by whatever cannot go on; ends the run with a line of output and an exit code.
+/// An error that ends the run with a line of output and an exit code.
 struct Failure
 {
     QString message;

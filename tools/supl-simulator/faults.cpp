@@ -13,7 +13,7 @@ namespace
 struct Key
 {
     const char* name;
-    const char* form; ///< of the value, a regular expression
+    const char* form; ///< regular expression for the value
 };
 
 constexpr Key keys[] = {
@@ -44,7 +44,7 @@ bool isStep(const QString& text)
                        [&](const char* name) { return text == QLatin1String(name); });
 }
 
-/// What is wrong with an entry; empty when nothing is.
+/// Returns the error in an entry; empty if there is none.
 QString complaint(const QString& step, const QString& name, const QString& value)
 {
     if (!step.isEmpty() && !isStep(step)) {
@@ -125,16 +125,17 @@ Pace Faults::pace() const
 QString Faults::help()
 {
     return QStringLiteral(
-        "The faults file has lines \"KEY = VALUE\" or \"STEP.KEY = VALUE\"; \"#\" begins a comment.\n"
-        "A key without a step holds for every run, one with a step there only, and wins there.\n"
+        "The faults file has lines \"KEY = VALUE\" or \"STEP.KEY = VALUE\"; \"#\" begins a "
+        "comment.\n"
+        "A key without a step applies to every run, one with a step only there, where it wins.\n"
         "Steps: erase (-E), write (-w), read (-l), reset (-R), flash (-e -w -v) and its stages\n"
         "flash-erase, flash-load, flash-write, flash-verify.\n"
         "\n"
-        "  pace = 20%            pauses of a fifth of the normal length; 0% waits for nothing\n"
+        "  pace = 20%            pauses of a fifth of the normal length; 0% means no pauses\n"
         "  pace = 30ms           pauses of 30 milliseconds everywhere\n"
         "  absent-port = A B     the ports A and B cannot be opened\n"
         "  no-port = yes         no port can be opened\n"
-        "  no-bootloader = yes   nobody answers: the charger is not in bootloader mode\n"
+        "  no-bootloader = yes   no answer: the charger is not in bootloader mode\n"
         "  no-stx = yes          the answer does not begin as it should\n"
         "  exit-code = N         end with N (0 to 255) before the step has done anything\n"
         "  crash = yes           abort halfway through the step\n"
@@ -143,7 +144,7 @@ QString Faults::help()
         "  flood = N             print N more lines halfway through the step\n"
         "  write-protect = yes   the memory can neither be erased nor programmed\n"
         "  verify-fail = yes     the memory does not verify after flashing\n"
-        "  garble = data         the file read has a changed byte, under a fitting checksum\n"
+        "  garble = data         the file read has a changed byte with a matching checksum\n"
         "  garble = checksum     the file read has a line with a wrong checksum\n"
         "  truncate = yes        the file read ends in the middle of a line\n"
         "  log = yes             add arguments and exit code of each run to supl-log.txt\n"

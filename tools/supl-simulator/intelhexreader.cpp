@@ -135,7 +135,7 @@ void IntelHexReader::readData(quint32 address, const QByteArray& data)
     for (int i = 0; i < data.size(); ++i) {
         const quint32 index = base + address + static_cast<quint32>(i);
         require(index < static_cast<quint32>(bytes.size()), "an address beyond the flash");
-        require(!isGiven.at(static_cast<int>(index)), "a byte that another line has given");
+        require(!isGiven.at(static_cast<int>(index)), "a byte that another line has already given");
         isGiven[static_cast<int>(index)] = true;
         bytes[static_cast<int>(index)] = data.at(i);
     }

@@ -28,7 +28,7 @@ std::optional<QList<KeyValueFile::Entry>> KeyValueFile::read(const QString& path
         }
         const int equals = line.indexOf(QLatin1Char('='));
         if (equals < 1) {
-            throw Failure{QStringLiteral("%1: line %2 is no \"key = value\"").arg(name).arg(i + 1),
+            throw Failure{QStringLiteral("%1: line %2 is not \"key = value\"").arg(name).arg(i + 1),
                           codeOfFailure};
         }
         entries.append({i + 1, line.left(equals).trimmed(), line.mid(equals + 1).trimmed()});

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// Small texts of lines "key = value". Blank lines and lines that begin with "#" do not count.
+/// Reads small files of lines "key = value". Blank lines and lines that begin with "#" are ignored.
 namespace KeyValueFile
 {
 struct Entry
@@ -17,7 +17,7 @@ struct Entry
     QString value;
 };
 
-/// The entries in the file's order; nothing when there is no such file or it cannot be opened.
-/// Throws a Failure with the given code when it is no such text.
+/// Returns the entries in the file's order; nothing if the file does not exist or cannot be opened.
+/// Throws a Failure with the given code if a line is malformed.
 std::optional<QList<Entry>> read(const QString& path, ExitCode codeOfFailure);
 } // namespace KeyValueFile

@@ -19,7 +19,7 @@ int print(FILE* stream, const QString& text, ExitCode code)
 int main(int argc, char** argv)
 {
 #ifndef Q_OS_WIN
-    // File names are UTF-8 whatever the locale says.
+    // File names are UTF-8 in every locale.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 #endif
     const QCoreApplication application(argc, argv);

@@ -2,8 +2,8 @@
 
 #include <QtGlobal>
 
-/// One 24-bit word of the charger's memory; the byte at the lowest place of a HEX file is the
-/// lowest of the value.
+/// One 24-bit word of the charger's memory. Its first byte in a HEX file is the least significant
+/// one.
 struct MemoryWord
 {
     quint32 address = 0; ///< even

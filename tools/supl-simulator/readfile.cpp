@@ -8,11 +8,11 @@
 
 namespace
 {
-/// An address record comes first, so the first data is in the second line.
+/// The first line is an address record, so the first data is in the second line.
 constexpr int firstDataLine = 1;
 constexpr int firstDataByte = 4;
 
-/// Turns the lowest bit of a byte of a line around; `index` counts bytes, -1 is the checksum.
+/// Flips the lowest bit of a byte in a line; `index` counts bytes, -1 is the checksum.
 QByteArray withTurnedBit(const QByteArray& text, int index, bool keepsChecksum)
 {
     QList<QByteArray> lines = text.split('\n');

@@ -3,20 +3,21 @@
 class QByteArray;
 class QString;
 
-/// The Intel HEX file that a read leaves behind, and what may be wrong with it.
+/// The Intel HEX file that a read creates, and its simulated faults.
 namespace ReadFile
 {
-/// Writes it, whole or not at all. Throws a Failure.
+/// Writes the file, completely or not at all. Throws a Failure.
 void save(const QString& path, const QByteArray& text);
 
-/// REQUIRES for all: `text` comes from IntelHexWriter::fileText and holds at least one data byte.
+/// REQUIRES for the following functions: `text` was made by IntelHexWriter::fileText and has at
+/// least one data byte.
 
-/// One bit of the first data byte is changed, and the line's checksum with it.
+/// Returns the text with one bit of the first data byte changed, and the line's checksum adjusted.
 QByteArray withChangedByte(const QByteArray& text);
 
-/// The first data line's checksum is wrong by one bit.
+/// Returns the text with one wrong bit in the checksum of the first data line.
 QByteArray withWrongChecksum(const QByteArray& text);
 
-/// The text ends about halfway, inside a line.
+/// Returns about half of the text; it ends inside a line.
 QByteArray cutOff(const QByteArray& text);
 } // namespace ReadFile

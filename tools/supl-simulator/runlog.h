@@ -3,11 +3,11 @@
 class QString;
 class QStringList;
 
-/// The list of runs that tests look at: a line with the arguments when a run begins, another with the
-/// exit code when it ends by itself. A log that cannot be written is no fault of the run.
+/// A log of runs for tests: a line with the arguments when a run begins, another with the exit code
+/// when it ends by itself. A log that cannot be written does not make the run fail.
 namespace RunLog
 {
-/// Each argument in double quotes.
+/// Writes each argument in double quotes.
 void begin(const QString& path, const QStringList& arguments);
 
 void end(const QString& path, int exitCode);

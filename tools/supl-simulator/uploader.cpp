@@ -19,14 +19,14 @@ namespace
 {
 constexpr int shortPause = 60;
 constexpr int longPause = 250;
-constexpr int transferPause = 100; ///< around a marker that nobody waits for
+constexpr int transferPause = 100; ///< around a marker that no reader waits for
 } // namespace
 
 Uploader::Uploader(Job runJob, const QString& folder)
     : job(std::move(runJob)), folderPath(folder + QLatin1Char('/')),
       lock(folderPath + QLatin1String("charger-memory.lock"))
 {
-    lock.setStaleLockTime(0); // only the end of its run makes a lock stale
+    lock.setStaleLockTime(0); // a lock is valid until its run has ended
 }
 
 ExitCode Uploader::run(const QStringList& arguments)
@@ -83,8 +83,8 @@ void Uploader::openPort()
 {
     console.line(QStringLiteral("Opening port \"%1\"").arg(job.port), shortPause);
     const QStringList absentPorts = faults.value("absent-port").split(QLatin1Char(' '));
-    // A port that another run holds cannot be opened. Without the right to lock there is nothing
-    // that two runs could spoil for each other either.
+    // A port that another run uses cannot be opened. If the lock cannot be written, neither can the
+    // files in which two runs could interfere.
     const bool isInUse = !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
     if (job.port.isEmpty() || absentPorts.contains(job.port) || faults.isOn("no-port") || isInUse) {
         throw Failure{QStringLiteral("Can not open comport")};

@@ -21,11 +21,11 @@ public:
     /// `folder` is where the charger's memory and the other files of the simulator are.
     Uploader(Job runJob, const QString& folder);
 
-    /// Does the job and tells about it on standard output.
+    /// Does the job and reports its progress on standard output.
     ExitCode run(const QStringList& arguments);
 
 private:
-    /// Does a part of some work: items from the first number up to, not including, the second.
+    /// Does a part of some work: items from the first number up to, but not including, the second.
     using Work = std::function<void(int, int)>;
 
     ExitCode doJob();
@@ -39,10 +39,10 @@ private:
 
     void usePace();
 
-    /// Begins a stage of a flash run, or the only one of any other.
+    /// Begins a stage of a flash run, or the only stage of any other run.
     void enterStage(const QString& stage = QString());
 
-    /// Where faults in the middle of a stage show. What was done so far is in the memory by then.
+    /// Simulates the faults in the middle of a stage. The memory contains the work done so far.
     void passMiddle();
 
     void eraseRange(quint32 low, quint32 high);

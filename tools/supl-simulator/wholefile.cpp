@@ -8,7 +8,7 @@ bool WholeFile::write(const QString& path, const QByteArray& bytes)
     if (!file.open(QIODevice::WriteOnly)) {
         return false;
     }
-    // commit() does not notice when what it still has to flush finds the disk full.
+    // commit() does not notice a full disk while flushing its last bytes.
     if (file.write(bytes) != bytes.size() || !file.flush()) {
         file.cancelWriting();
     }

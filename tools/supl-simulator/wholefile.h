@@ -3,9 +3,9 @@
 class QByteArray;
 class QString;
 
-/// Files that are there whole or not at all.
+/// Writes files completely or not at all.
 namespace WholeFile
 {
-/// False when the file could not be written; an older one of that name is untouched then.
+/// On failure returns false and leaves an existing file unchanged.
 bool write(const QString& path, const QByteArray& bytes);
 } // namespace WholeFile
