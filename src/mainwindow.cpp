@@ -90,7 +90,7 @@ void MainWindow::runTests()
 
 void MainWindow::setWorkingDirectory()
 {
-    if (!Installation::enter()) {
+    if (!Installation::enter(Installation::programFolder())) {
         MessageDialogs::mainFolderNotFound(this);
         endProcess(EXIT_FAILURE);
     }

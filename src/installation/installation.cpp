@@ -23,15 +23,6 @@ const QString Installation::savedProfilesFolder = QStringLiteral("saved_profiles
 
 namespace
 {
-/// The folder of the executable. A file that was replaced after its start, by an upgrade or by another
-/// start of the launcher, has no name in the system any more, so the name that it was started by counts.
-QString programFolder()
-{
-    return QCoreApplication::applicationFilePath().isEmpty()
-               ? QFileInfo(QCoreApplication::arguments().value(0)).absolutePath()
-               : QCoreApplication::applicationDirPath();
-}
-
 bool hasDeviceFile()
 {
     return QFileInfo(Installation::deviceFile).isFile();
@@ -44,9 +35,18 @@ bool isUpToDate(const TextFile::Content& content)
 }
 } // namespace
 
-bool Installation::enter()
+QString Installation::programFolder()
 {
-    QDir folder(programFolder());
+    // A file that was replaced after its start, by an upgrade or by another start of the launcher, has
+    // no name in the system any more, so the name that it was started by counts.
+    return QCoreApplication::applicationFilePath().isEmpty()
+               ? QFileInfo(QCoreApplication::arguments().value(0)).absolutePath()
+               : QCoreApplication::applicationDirPath();
+}
+
+bool Installation::enter(const QString& programFolder)
+{
+    QDir folder(programFolder);
     return folder.cd(folderName) && QDir::setCurrent(folder.absolutePath());
 }
 

@@ -26,9 +26,12 @@ public:
     static const QString deviceFile;          ///< extracted: the device description of the uploader
     static const QString savedProfilesFolder; ///< where the file dialogs begin
 
-    /// Makes the folder of this name beside the executable the working directory. Returns false when
-    /// there is none; the working directory is then as before.
-    static bool enter();
+    /// The folder of the executable.
+    static QString programFolder();
+
+    /// Makes the folder `folderName` in `programFolder` the working directory. Returns false when there
+    /// is none; the working directory is then as before.
+    static bool enter(const QString& programFolder);
 
     /// Takes the newest bundle into use. Returns false when there is none with a version above "0".
     bool chooseBundle();
