@@ -1,6 +1,7 @@
 # The compiler options of every target of ours. Presets switch sanitizers and coverage on.
 option(KELVARON_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(KELVARON_COVERAGE "Build with coverage counters" OFF)
+option(KELVARON_PRECOMPILE "Precompile the headers of Qt and GoogleTest; hides a missing #include" OFF)
 option(KELVARON_FUZZ "Build the fuzz targets with libFuzzer and the sanitizers; needs Clang" OFF)
 
 add_library(kelvaron_options INTERFACE)
@@ -36,3 +37,10 @@ if(KELVARON_COVERAGE)
     add_compile_options(--coverage -O0)
     add_link_options(--coverage)
 endif()
+
+# kelvaron_precompile(TARGET HEADER...): headers that most sources of the target include.
+function(kelvaron_precompile target)
+    if(KELVARON_PRECOMPILE)
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+endfunction()

@@ -1,0 +1,1 @@
+// The home of the headers that the tests have precompiled.
