@@ -82,7 +82,7 @@ std::size_t heapBytes()
 
 /// Writes to standard error, because the editor's standard output is discarded here.
 template <typename... Arguments>
-void tell(const char* format, Arguments... arguments)
+void print(const char* format, Arguments... arguments)
 {
     std::fprintf(stderr, format, arguments...);
 }
@@ -200,7 +200,7 @@ public:
 private:
     bool play(const Phase& phase)
     {
-        tell("%d x %s\n", phase.count, phase.name);
+        print("%d x %s\n", phase.count, phase.name);
         if (phase.count <= 0) {
             return true;
         }
@@ -219,22 +219,22 @@ private:
             (static_cast<double>(heapBytes()) - static_cast<double>(before)) / phase.count;
         constexpr double atOnce = 40000; // memory that varies independently of the count
         const bool isGood = each <= phase.most + atOnce / phase.count;
-        tell("  kept by each: %.0f bytes, %s %.0f\n", each, isGood ? "within" : "MORE THAN",
-             phase.most);
-        tell("  kept on purpose so far: %d workers, %d processes, %d generators; %d objects "
-             "in all\n",
-             window.findChildren<UploadDownload::UploadProfiles*>().size()
-                 + window.findChildren<UploadDownload::DownloadProfiles*>().size(),
-             window.findChildren<QProcess*>().size(),
-             window.findChildren<HParser::Generator*>().size(),
-             window.findChildren<QObject*>().size());
+        print("  kept by each: %.0f bytes, %s %.0f\n", each, isGood ? "at most" : "MORE THAN",
+              phase.most);
+        print("  kept on purpose so far: %d workers, %d processes, %d generators; %d objects "
+              "in all\n",
+              window.findChildren<UploadDownload::UploadProfiles*>().size()
+                  + window.findChildren<UploadDownload::DownloadProfiles*>().size(),
+              window.findChildren<QProcess*>().size(),
+              window.findChildren<HParser::Generator*>().size(),
+              window.findChildren<QObject*>().size());
         return isGood;
     }
 
     static void tellMemory(int done)
     {
-        tell("  after %4d: %9zu bytes of heap, %7ld KiB resident\n", done, heapBytes(),
-             residentMemory());
+        print("  after %4d: %9zu bytes of heap, %7ld KiB resident\n", done, heapBytes(),
+              residentMemory());
     }
 
     void once(const std::function<void(int)>& operation, int number)
@@ -253,7 +253,7 @@ private:
         generator.setHFileLocation("kelvaron_chemistries.cb");
         generator.generate();
         generator.getGlobalSettings()->buildFormulaTrees();
-        tell("a generator of the demo's schema in use: %zu bytes\n", heapBytes() - before);
+        print("a generator of the demo's schema in use: %zu bytes\n", heapBytes() - before);
     }
 
     void makeProfile()
@@ -301,7 +301,7 @@ int main(int argc, char** argv)
         LongLife life;
         isGood = life.run(count(1, 1000), count(2, 1000), count(3, 200));
     }
-    tell("%zu bytes of heap, %ld KiB resident after the main window has gone\n", heapBytes(),
-         residentMemory());
+    print("%zu bytes of heap, %ld KiB resident after the main window has gone\n", heapBytes(),
+          residentMemory());
     return isGood ? EXIT_SUCCESS : EXIT_FAILURE;
 }

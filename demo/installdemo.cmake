@@ -1,9 +1,9 @@
 # Makes the demo installation; run by the build with these variables:
 #   PROFILES_TOOL  the kelvaron-profiles program
 #   FIRMWARE_TOOL  the program that makes the demo's firmware
-#   SIMULATOR      the program that stands in for the charger's uploader
+#   SIMULATOR      the program that replaces the charger's uploader
 #   SOURCE         this folder
-#   FOLDER         where the editor looks for its installed files
+#   FOLDER         the editor's folder for installed files
 #   VERSION        version of the bundle, also its file name
 #   UPLOADER       name of the uploader's file
 

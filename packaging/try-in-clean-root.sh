@@ -69,7 +69,7 @@ make_root() {
         debootstrap --variant=minbase "$suite" "$root" "$site" >"$work/debootstrap.log"
         tar -C "$root" -cf "$work/clean-root.tar" .
     else
-        step "Unpacking a bare Debian (delete $work/clean-root.tar to have it made anew)"
+        step "Unpacking a bare Debian (delete $work/clean-root.tar to create it again)"
         tar -C "$root" -xf "$work/clean-root.tar"
     fi
     chmod 755 "$root"

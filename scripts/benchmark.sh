@@ -13,7 +13,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 scripts/install-dependencies.sh --for benchmark
-cmake --preset release >&2 # looks for what may have been installed just now
+cmake --preset release >&2 # finds packages that were just installed
 build release editor_benchmarks
 
 processor="$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo 2>/dev/null | head -n 1)"

@@ -106,7 +106,7 @@ bool MainWindow::createRequiredFiles()
     case Installation::Outcome::EDITOR_TOO_OLD:
         MessageDialogs::currentSoftwareTooOld(this, VersionString(installation.bundleVersion()),
                                               installation.requiredVersion());
-        endProcess(EXIT_SUCCESS); // an orderly refusal, not an installation error
+        endProcess(EXIT_SUCCESS); // an intended refusal, not an installation error
     case Installation::Outcome::BUNDLE_NOT_READ:
         InstallationMessages::bundleNotRead(this, installation);
         break;
@@ -226,7 +226,7 @@ void MainWindow::addToolbarTitle()
     ui->mainToolBar->addWidget(fixedSpacer);
 
     auto* logo = new QLabel;
-    // An icon, for a pixmap alone never takes the pictures of dense screens.
+    // An icon, because a pixmap never uses the pictures for high-resolution screens.
     const QIcon picture(QStringLiteral(":/new/images/tovo_logo.png"));
     logo->setPixmap(picture.pixmap(64, 20));
     logo->setAccessibleName(QStringLiteral("Tovo"));
@@ -285,7 +285,7 @@ void MainWindow::printCurrentEnvironmentValues()
 
 void MainWindow::startDeviceWatcher()
 {
-    // A list of all ports takes as long as the whole window, which need not wait for it.
+    // Enumerating the ports takes as long as creating the window, which need not wait for it.
     constexpr int firstLook = 200; // milliseconds
     deviceWatcher = std::make_unique<COMDeviceWatcher>(nullptr);
     QTimer::singleShot(firstLook, deviceWatcher.get(), &COMDeviceWatcher::startWatching);
@@ -294,7 +294,7 @@ void MainWindow::startDeviceWatcher()
 void MainWindow::runFirmwareToolOnly()
 {
     KelvaronFirmwareToolWindow tool(this);
-    tool.setAttribute(Qt::WA_DeleteOnClose, false); // it stands on the stack
+    tool.setAttribute(Qt::WA_DeleteOnClose, false); // the window is on the stack
     QEventLoop loop;
     connect(&tool, &KelvaronFirmwareToolWindow::closing, &loop, &QEventLoop::quit);
     connect(&tool, &KelvaronFirmwareToolWindow::flashed, this, &MainWindow::reloadBundle);
@@ -308,7 +308,7 @@ void MainWindow::resizeEvent(QResizeEvent* event)
     if (!initialised) {
         return;
     }
-    // The layouts give the list a third of the window, but no more than its titles need.
+    // The layouts give the list at most a third of the window, and no more than its titles need.
     constexpr int widest = 420;
     ui->listPanel->setMaximumWidth(qMax(widest, ui->listPanel->minimumSizeHint().width()));
 }
@@ -328,7 +328,7 @@ void MainWindow::disableToolbarActions(bool editing)
     }
     ui->addProfileButton->setEnabled(enabled);
     if (enabled && reloadWaitsForEdit) {
-        // Queued: the pane tells before it has left its edit mode.
+        // Queued: the pane emits the signal before it has left edit mode.
         QMetaObject::invokeMethod(this, &MainWindow::reloadBundle, Qt::QueuedConnection);
     }
 }
@@ -367,7 +367,7 @@ void MainWindow::reloadBundle()
     createRequiredFiles();
     if (!Installation::hasSchemaFile()) {
         MessageDialogs::cbFileMissing(this);
-        return; // the schema in use goes on
+        return; // the schema in use is kept
     }
     loadSchema();
     managers.setAllSettings(generator);

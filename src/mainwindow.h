@@ -30,11 +30,11 @@ namespace XMLGeneratorParser
 class ProfileClipboard;
 }
 
-/// The application's one main window. Its construction is the whole start-up; afterwards it only
-/// routes commands to the managers that own the features.
+/// The application's one main window. Its constructor performs the whole start-up; afterwards it
+/// only passes commands to the managers that implement the features.
 ///
 /// A failing start shows one message box and ends the process. The folder
-/// "KelvaronProfileEditorFiles" beside the executable becomes the working directory for the run.
+/// "KelvaronProfileEditorFiles" next to the executable becomes the working directory for the run.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -44,12 +44,13 @@ public:
     ~MainWindow() override;
 
 public slots:
-    /// Takes the newest installed bundle into use on the live window; the profiles are carried over
-    /// through a backup file. Nothing is changed when that backup fails. While a profile is being
-    /// edited the reload waits until the edit is saved or cancelled.
+    /// Loads the newest installed bundle; the profiles are carried over through a backup file.
+    /// Nothing is changed if that backup fails. While a profile is being edited, the reload waits
+    /// until the edit is saved or cancelled.
     void reloadBundle();
 
-    /// Locks what must not happen while a profile is being edited, and unlocks it.
+    /// Disables (true) or enables (false) the commands that are not allowed while a profile is
+    /// being edited.
     void disableToolbarActions(bool editing);
 
     void on_actionHelp();
@@ -85,7 +86,8 @@ private:
     std::unique_ptr<Ui::MainWindow> ui;
     Managers managers;
     XMLGeneratorParser::ProfileClipboard* profileClipboard = nullptr;
-    HParser::Generator* generator = nullptr; ///< a child of this window; older ones stay alive too
+    HParser::Generator* generator =
+        nullptr; ///< a child of this window; generators of earlier bundles are kept, too
     QAction* loadFromFileAction = nullptr;
     QAction* saveToFileAction = nullptr;
     QAction* deleteAllAction = nullptr;
@@ -96,5 +98,5 @@ private:
     Installation installation;
     std::unique_ptr<COMDeviceWatcher> deviceWatcher;
     std::unique_ptr<ListSafety> listSafety; ///< these two are destroyed before the list and the
-    std::unique_ptr<StatusArea> statusArea; ///< managers that they ask
+    std::unique_ptr<StatusArea> statusArea; ///< managers that they use
 };

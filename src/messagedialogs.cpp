@@ -356,9 +356,8 @@ int MessageDialogs::askUnstorableTexts(QWidget* parent, const QStringList& texts
         parent, QStringLiteral("Texts Do Not Fit"),
         QStringLiteral(
             "The Kelvaron can only store plain English letters, digits and punctuation (ASCII). "
-            "With other characters its profiles may become "
-            "unreadable. %1:\n\n%2\n\nNothing has been written yet. Do you want to continue "
-            "anyway?")
+            "With other characters its profiles may become unreadable. %1:\n\n%2\n\nNothing has "
+            "been written yet. Do you want to continue anyway?")
             .arg(texts.size() == 1 ? QStringLiteral("This text has such characters")
                                    : QStringLiteral("These texts have such characters"),
                  shortened(texts)),
@@ -390,8 +389,7 @@ int MessageDialogs::xmlFileBroken(QWidget* parent, const QString& error, int pro
     const QString outcome =
         profilesRead == 0
             ? QStringLiteral(
-                "No profile was read, and the list is unchanged. Please choose another "
-                "file.")
+                "No profile was read, and the list is unchanged. Please choose another file.")
             : QStringLiteral(
                   "%1 read before the error. Please check the list, or load another copy of "
                   "the file.")
@@ -407,8 +405,7 @@ int MessageDialogs::xmlFileHoldsNoProfiles(QWidget* parent)
 {
     return plainMessage(
         parent, xmlImportStatus,
-        "The XML file contains no profiles. The list is unchanged. Please choose another "
-        "file.");
+        "The XML file contains no profiles. The list is unchanged. Please choose another file.");
 }
 
 int MessageDialogs::backupFailed(QWidget* parent)
@@ -423,9 +420,8 @@ int MessageDialogs::askReplaceWithoutBackup(QWidget* parent, const QString& back
     return question(
         parent, QStringLiteral("Replace Without Backup?"),
         QStringLiteral(
-            "The current profiles could not be saved to the file %1 before "
-            "they are replaced. If you continue, they will be lost. Do you want to replace them "
-            "anyway?")
+            "The current profiles could not be saved to the file %1 before they are replaced. If "
+            "you continue, they will be lost. Do you want to replace them anyway?")
             .arg(backupFile),
         Qt::PlainText);
 }

@@ -1,8 +1,8 @@
-; Installs for the one user who runs it, without asking for rights: the editor writes beside itself.
+; Installs for the current user, without administrator rights: the editor writes to its own folder.
 ;
 ;   makensis -DSOURCE=folder -DOUTPUT=setup.exe installer.nsi
 ;
-; SOURCE is what "cmake --install" and windeployqt have left, see ../README.md.
+; SOURCE is the output of "cmake --install" and windeployqt, see ../README.md.
 
 Unicode true
 !include MUI2.nsh
@@ -22,17 +22,17 @@ InstallDir "$LOCALAPPDATA\Programs\${NAME}"
 !insertmacro MUI_LANGUAGE "English"
 
 Section
-    ; The program: always the newer one.
+    ; The program is always replaced.
     SetOutPath "$INSTDIR"
     File /r /x KelvaronProfileEditorFiles /x demo "${SOURCE}\*.*"
 
-    ; The user's folder: what is there stays. A newer bundle has another name and is the one chosen.
+    ; Existing files in the user's folder are kept. A newer bundle has another name and is preferred.
     SetOverwrite off
     SetOutPath "$INSTDIR\KelvaronProfileEditorFiles"
     File /nonfatal "${SOURCE}\KelvaronProfileEditorFiles\*.*"
 
-    ; The demo has a folder of its own, and so an executable of its own beside it. Qt's libraries are
-    ; the program's, found through the working folder of the shortcut, its plugins through qt.conf.
+    ; The demo has its own folder, and so its own executable next to it. It finds Qt's libraries in the
+    ; working folder of the shortcut and the plugins through qt.conf.
     SetOutPath "$INSTDIR\Demo\KelvaronProfileEditorFiles"
     File "${SOURCE}\demo\*.*"
     SetOverwrite on
@@ -58,7 +58,7 @@ Section
     WriteRegStr HKCU "${KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'
 SectionEnd
 
-; What was installed goes; the folders of bundles and profiles stay.
+; Removes the installed files; the folders of bundles and profiles are kept.
 Section Uninstall
     Delete "$INSTDIR\*.exe"
     Delete "$INSTDIR\*.dll"

@@ -126,7 +126,7 @@ bool ReadFromHEX::read(const QString& fileName, int startWordAddress)
         static_cast<qint64>(IntelHexFile::flashAreaSize) - 1 - HexUtility::imageSize;
     const qint64 imageStart = 2 * static_cast<qint64>(startWordAddress);
     if (imageStart < 0 || imageStart > lastImageStart) {
-        printLine(QStringLiteral("The image at word address %1 lies outside the flash memory")
+        printLine(QStringLiteral("The image at word address %1 is outside the flash memory")
                       .arg(startWordAddress));
         return false;
     }
@@ -159,7 +159,8 @@ QList<ParsedProfile*> ReadFromHEX::parseProfiles(const Generator* generator)
         }
         ParsedProfile* profile = parseProfile(buffer, *layout);
         if (profile == nullptr) {
-            printLine(QStringLiteral("The last structure is cut off at the image's end: left out"));
+            printLine(QStringLiteral("The last structure is cut off by the end of the image and is "
+                                     "left out"));
             break;
         }
         profiles.append(profile);

@@ -10,7 +10,7 @@ FolderSeat::FolderSeat(const QString& folder)
     for (int candidate = 1; candidate <= seats; ++candidate) {
         lock = std::make_unique<QLockFile>(
             QDir(folder).filePath(QStringLiteral(".profile_editor_%1.lock").arg(candidate)));
-        lock->setStaleLockTime(0); // however long an editor is open
+        lock->setStaleLockTime(0); // never stale: an editor may be open for days
         if (lock->tryLock(0)) {
             number = candidate;
             return;

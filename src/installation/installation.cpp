@@ -37,8 +37,9 @@ bool isUpToDate(const TextFile::Content& content)
 
 QString Installation::programFolder()
 {
-    // A file that was replaced after its start, by an upgrade or by another start of the launcher, has
-    // no name in the system any more, so the name that it was started by counts.
+    // If the executable was replaced after the start, by an upgrade or by another start of the
+    // launcher, the system no longer has a name for it; the name by which it was started is used
+    // then.
     return QCoreApplication::applicationFilePath().isEmpty()
                ? QFileInfo(QCoreApplication::arguments().value(0)).absolutePath()
                : QCoreApplication::applicationDirPath();
@@ -87,8 +88,7 @@ Installation::Outcome Installation::extractFiles(const KelvaronBundle& bundle) c
     if (std::all_of(files.cbegin(), files.cend(), isUpToDate) || TextFile::writeTogether(files)) {
         return Outcome::EXTRACTED;
     }
-    if (!hasSchemaFile()
-        && !hasDeviceFile()) { // nothing older that one of them could be mixed with
+    if (!hasSchemaFile() && !hasDeviceFile()) { // no older file could be mixed with a new one
         bundle.saveFile(KelvaronBundle::DEVICE_DESCRIPTION, QStringLiteral("./") + deviceFile);
         bundle.saveFile(KelvaronBundle::SCHEMA_HEADER, QStringLiteral("./") + schemaFile);
     }
@@ -125,14 +125,14 @@ void Installation::makeSavedProfilesFolder()
 
 std::unique_ptr<HParser::Generator> Installation::loadSchema() const
 {
-    // The schema comes out of the bundle at every start: the bundle is what can be replaced.
+    // The schema is extracted from the bundle at every start, because the bundle can be replaced.
     const InstalledFileScope bundleScope(bundleName);
     auto generator = std::make_unique<HParser::Generator>(nullptr);
     generator->setHFileLocation(schemaFile);
     generator->generate();
     const InstalledFileScope schemaScope(schemaFile);
     HParser::SchemaCheck::run(*generator);
-    // A schema must have a size.
+    // An empty schema is an error.
     HEXGeneratorParser::HexUtility::numProfilesAllowed(generator.get());
     return generator;
 }

@@ -13,52 +13,53 @@ namespace HParser
 class Generator;
 }
 
-/// The folder that the editor works in: its bundles, the two files extracted from the newest of them, and
-/// the files that the editor cannot work without.
+/// The folder in which the editor works: its bundles, the two files extracted from the newest
+/// bundle, and the files that the editor requires.
 ///
 /// Shows nothing: each step returns its outcome as a value. All names are relative to the working
 /// directory, which enter() sets once for the whole run.
 class Installation
 {
 public:
-    static const QString folderName;          ///< beside the executable
+    static const QString folderName;          ///< next to the executable
     static const QString schemaFile;          ///< extracted: the settings header
     static const QString deviceFile;          ///< extracted: the device description of the uploader
-    static const QString savedProfilesFolder; ///< where the file dialogs begin
+    static const QString savedProfilesFolder; ///< where the file dialogs start
 
-    /// The folder of the executable.
+    /// Returns the folder of the executable.
     static QString programFolder();
 
-    /// Makes the folder `folderName` in `programFolder` the working directory. Returns false when there
-    /// is none; the working directory is then as before.
+    /// Makes the folder `folderName` in `programFolder` the working directory. Returns false if it
+    /// does not exist; the working directory is then unchanged.
     static bool enter(const QString& programFolder);
 
-    /// Takes the newest bundle into use. Returns false when there is none with a version above "0".
+    /// Chooses the newest bundle. Returns false if there is none with a version above "0".
     bool chooseBundle();
 
-    /// The file name of the bundle in use; empty before chooseBundle().
+    /// Returns the file name of the bundle in use; empty before chooseBundle().
     QString bundleFileName() const { return bundleName; }
 
-    /// Its version: a dotted one above "0".
+    /// Returns the version of the bundle in use: a dotted one above "0".
     QString bundleVersion() const { return version; }
 
     enum class Outcome
     {
         EXTRACTED,
-        EDITOR_TOO_OLD,   ///< for the bundle in use: nothing was written
-        BUNDLE_NOT_READ,  ///< it is not a whole bundle; the files of an earlier one stay in use
+        EDITOR_TOO_OLD,   ///< the files are up to date: nothing was written
+        BUNDLE_NOT_READ,  ///< the bundle is incomplete; the files of an earlier one stay in use
         FILES_NOT_WRITTEN ///< the files of an earlier bundle stay in use
     };
 
-    /// Extracts the device description and the settings header of the bundle in use, both or neither.
-    /// A file that cannot be extracted and is not there from earlier is left to firstMissing().
-    /// A malformed bundle is a fatal assertion.
+    /// Extracts the device description and the settings header of the bundle in use, both or
+    /// neither. firstMissing() reports a file that cannot be extracted and does not exist from an
+    /// earlier start. A malformed bundle is a fatal assertion.
     Outcome extract();
 
-    /// The least version of the editor that the bundle in use asks for; "0" without such a demand.
+    /// Returns the minimum version of the editor that the bundle in use requires; "0" if it
+    /// requires none.
     VersionString requiredVersion() const { return required; }
 
-    /// Whether the bundle in use is far larger than any bundle.
+    /// Returns whether the file of the bundle in use is far too large for a bundle.
     bool isBundleTooLarge() const;
 
     enum class File
@@ -69,14 +70,13 @@ public:
         DEVICE
     };
 
-    /// The first file, in the order of their checks, that the editor cannot work without and that is
-    /// missing.
+    /// Returns the first missing file, in the order of their checks, that the editor requires.
     static File firstMissing();
 
     static bool hasSchemaFile();
 
-    /// Makes the folder of saved profiles where it is missing. A failure is ignored: the file dialogs
-    /// then begin elsewhere.
+    /// Creates the folder of saved profiles if it is missing. A failure is ignored: the file
+    /// dialogs then start elsewhere.
     static void makeSavedProfilesFolder();
 
     /// Parses and checks the extracted settings header. A malformed one is a fatal assertion that names

@@ -7,9 +7,9 @@ void InstallationMessages::bundleNotRead(QWidget* parent, const Installation& in
 {
     MessageDialogs::message(
         parent, QStringLiteral("Bundle Not Read"),
-        QStringLiteral("The file %1 is %2, so it was not read and the bundle used before stays in "
-                       "use. Please replace the file, or remove it from the folder %3, and restart "
-                       "the program.")
+        QStringLiteral("The file %1 is %2, so it was not read and the previous bundle is still "
+                       "used. Please replace the file, or remove it from the folder %3, and "
+                       "restart the program.")
             .arg(installation.bundleFileName(),
                  installation.isBundleTooLarge()
                      ? QStringLiteral("far too large for a Kelvaron Bundle")
@@ -23,8 +23,9 @@ void InstallationMessages::filesNotWritten(QWidget* parent, const Installation& 
     MessageDialogs::message(
         parent, QStringLiteral("Files Not Written"),
         QStringLiteral("The files %1 and %2 of the Kelvaron Bundle %3 could not be written, so the "
-                       "older ones are used. They may not fit the charger. Please make room on the "
-                       "disk, or make the folder %4 writable, and restart the program.")
+                       "older ones are used. They may not match the charger. Please free some "
+                       "space on the disk, or make the folder %4 writable, and restart the "
+                       "program.")
             .arg(Installation::deviceFile, Installation::schemaFile, installation.bundleFileName(),
                  Installation::folderName),
         Qt::PlainText);
@@ -35,9 +36,10 @@ void InstallationMessages::otherEditor(QWidget* parent, const QString& backupFil
     MessageDialogs::message(
         parent, QStringLiteral("Another Editor Is Open"),
         QStringLiteral(
-            "Another Kelvaron Profile Editor is open in the same folder. The profiles of "
-            "the two are separate: save them under different names. This editor makes "
-            "its backups in files of its own, such as %1.")
+            "Another Kelvaron Profile Editor is open in the same folder. The two editors have "
+            "separate lists: save them under different names. This editor saves its backups in its "
+            "own "
+            "files, such as %1.")
             .arg(backupFile),
         Qt::PlainText);
 }

@@ -4,7 +4,8 @@ class Installation;
 class QString;
 class QWidget;
 
-/// The messages about the editor's folder that do not end the start. Each returns when it is closed.
+/// The messages about the editor's folder that do not end the start. Each function returns when its
+/// message is closed.
 class InstallationMessages
 {
 public:

@@ -30,7 +30,7 @@ ListSafety::ListSafety(const Managers& windowManagers, QListWidget* profileList,
     connect(managers.list, &ProfileNamesListManager::aboutToDeleteAll, profileBackups,
             [this] { profileBackups->keep(ProfileBackups::Occasion::DELETED); });
 
-    // What a file or the charger replaces is saved first.
+    // The list is saved before a file or the charger replaces it.
     const ReplaceGuard guard = [this] { return backUpBeforeReplacing(); };
     managers.xml->setReplaceGuard(guard);
     managers.hex->setReplaceGuard(guard);
@@ -76,7 +76,7 @@ bool ListSafety::backUp(const QString& fileName) const
     return reader.readProfiles(fileName) && reader.getProfiles().size() == list->count();
 }
 
-/// False when the list could not be saved and the user would rather keep it.
+/// Returns false if the list could not be saved and the user chooses to keep it.
 bool ListSafety::backUpBeforeReplacing()
 {
     profileBackups->keep(ProfileBackups::Occasion::REPLACED);

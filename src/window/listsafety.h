@@ -10,37 +10,39 @@ class ProfileRescue;
 class QListWidget;
 struct Managers;
 
-/// What keeps the profile list from being lost: copies made before it is replaced, deleted or reloaded,
-/// dated ones of what the charger holds, and the rescue when the program dies. The files have names of
-/// this editor's own, in the working directory and below it.
+/// Protects the profile list against loss: makes copies before the list is replaced, deleted or
+/// reloaded, dated copies of the charger's profiles, and saves the list when the program crashes.
+/// The files, in and below the working directory, have names of this editor's own.
 class ListSafety : public QObject
 {
     Q_OBJECT
 
 public:
-    /// A child of the window. REQUIRES: the managers are made; they and the list outlive this object.
+    /// Becomes a child of the window. REQUIRES: the managers have been created; they and the list
+    /// outlive this object.
     ListSafety(const Managers& windowManagers, QListWidget* profileList, QWidget* window);
 
-    /// Whether no other editor was in the folder at the start.
+    /// Returns whether no other editor was in the folder at the start.
     bool isOnlyEditor() const { return seat.isFirst(); }
 
-    /// Where the list is saved before it is replaced: an example of this editor's own names.
+    /// Returns the file in which the list is saved before it is replaced; its name is an example of
+    /// this editor's own names.
     QString backupFile() const;
 
-    /// Saves the list to a file of which reload() loads it. Returns false when it could not be saved
-    /// whole.
+    /// Saves the list to the file from which reload() loads it. Returns false if it could not be
+    /// saved completely.
     bool saveForReload();
     void reload();
 
-    /// Saves the list at once, because the program ends. Returns the path of the file; empty when there
-    /// was nothing to save or it could not be saved.
+    /// Saves the list at once, because the program is ending. Returns the path of the file; empty
+    /// if there was nothing to save or saving failed.
     QString rescue();
 
 signals:
-    /// The list as it is now: the text of a profile file, empty for an empty list.
+    /// Returns the current list as the text of a profile file; empty for an empty list.
     void listKept(const QByteArray& profileFile);
 
-    /// A dated copy could not be written; `text` says so to the user.
+    /// Emitted when a dated copy could not be written; `text` is a message for the user.
     void notKept(const QString& text);
 
 private:

@@ -34,9 +34,10 @@ namespace XMLGeneratorParser
 class XMLManager;
 }
 
-/// The managers of an editor window, connected to each other and to the commands of the window's form.
+/// The managers of an editor window, connected to each other and to the commands of the window's
+/// form.
 ///
-/// All are null until make(). They are children of the window and are destroyed with it.
+/// All are null before make(). They are children of the window and are destroyed with it.
 struct Managers
 {
     SettingsPaneManager* pane = nullptr;
@@ -48,11 +49,12 @@ struct Managers
     UploadDownload::UploadDownloadManager* transfers = nullptr;
     NewFirmwareChecker::NewFirmwareCheckerManager* updateCheck = nullptr;
 
-    /// Makes and connects all of them, with the pane hidden and the list empty. `form` is set up on
-    /// `window`; `generator` has parsed the schema, and lives as long as the managers use it.
+    /// Creates and connects all of them, with the pane hidden and the list empty. REQUIRES: `form`
+    /// is set up on `window`; `generator` has parsed the schema and exists as long as the managers
+    /// use it.
     void make(Ui::MainWindow* form, HParser::Generator* generator, QWidget* window);
 
-    /// Hands them the schema of another bundle.
+    /// Passes them the schema of another bundle.
     void setAllSettings(HParser::Generator* generator) const;
 
 private:

@@ -15,7 +15,8 @@
 
 namespace
 {
-/// An empty status leaves its room to the others; one with a text has some room in every window.
+/// An empty status leaves its space to the others; a status with a text has some space in every
+/// window.
 void showStatus(QLabel* label, const QString& text)
 {
     constexpr int most = 160; // pixels
@@ -56,7 +57,8 @@ void StatusArea::addListStatus(const Managers& managers, const ListSafety& safet
                                const QListWidget* list)
 {
     connect(&safety, &ListSafety::listKept, &listStatus, &ListStatus::update);
-    // The copy is made when the list has been calm for a while; the number of profiles is known at once.
+    // The copy is made when the list has not changed for a while; the number of profiles is known
+    // at once.
     const QAbstractItemModel* rows = list->model();
     connect(rows, &QAbstractItemModel::rowsInserted, &listStatus, &ListStatus::changed);
     connect(rows, &QAbstractItemModel::rowsRemoved, &listStatus, &ListStatus::changed);
@@ -73,7 +75,7 @@ void StatusArea::addListStatus(const Managers& managers, const ListSafety& safet
 void StatusArea::addTransferStatus()
 {
     QLabel* status = add(QStringLiteral("transferStatus"), QStringLiteral("Transfers"));
-    // A transfer goes on when its dialog is closed; here is where it still can be seen.
+    // A transfer continues when its dialog is closed; the status bar still shows it.
     connect(&PortTurns::ofApplication(), &PortTurns::changed, status, [status] {
         showStatus(status, PortTurns::ofApplication().descriptions().join(QStringLiteral("; ")));
     });

@@ -10,14 +10,14 @@ class QListWidget;
 class QStatusBar;
 struct Managers;
 
-/// The texts of the status bar: how the list compares with what was saved, which transfers are running,
-/// and which build this is.
+/// The texts of the status bar: how the list differs from what was saved, which transfers are
+/// running, and which build this is.
 class StatusArea : public QObject
 {
     Q_OBJECT
 
 public:
-    /// REQUIRES: the managers are made. Everything outlives this object.
+    /// REQUIRES: the managers have been created. Everything outlives this object.
     StatusArea(QStatusBar* statusBar, const Managers& managers, const ListSafety& safety,
                const QListWidget* list);
 

@@ -46,8 +46,7 @@ void ProfileClipboard::paste()
             parentWidget, QStringLiteral("Nothing to Paste"),
             QStringLiteral(
                 "The clipboard contains no profiles, or only part of their text. The list is "
-                "unchanged. Copy a profile first, here or in another Kelvaron Profile "
-                "Editor."));
+                "unchanged. Copy a profile first, here or in another Kelvaron Profile Editor."));
     }
 }
 

@@ -405,7 +405,7 @@ TEST_F(OtherMembersTest, AStructureCutOffAtTheImagesEndIsLeftOut)
     }
     ASSERT_EQ(import(buffer), std::nullopt) << output;
     EXPECT_EQ(profiles.size(), 1);
-    EXPECT_EQ(output, "The last structure is cut off at the image's end: left out\n");
+    EXPECT_EQ(output, "The last structure is cut off by the end of the image and is left out\n");
 }
 
 TEST_F(OtherMembersTest, AStructureWhoseChecksumIsCutOffIsNoChecksumError)
@@ -417,7 +417,7 @@ TEST_F(OtherMembersTest, AStructureWhoseChecksumIsCutOffIsNoChecksumError)
     buffer.finishWritingStruct();
     ASSERT_EQ(import(buffer), std::nullopt) << output;
     EXPECT_TRUE(profiles.isEmpty());
-    EXPECT_EQ(output, "The last structure is cut off at the image's end: left out\n");
+    EXPECT_EQ(output, "The last structure is cut off by the end of the image and is left out\n");
 }
 
 TEST_F(OtherMembersTest, AnImageOfMereTypesEndsAtItsEnd)

@@ -32,8 +32,7 @@ TEST(OwnMessagesTest, BrokenFileThatGaveNothingLeavesTheListAsItWas)
     script.expectMessage(
         "Import from XML status",
         "The XML file could not be read completely: Start tag expected (line 1).\n\n"
-        "No profile was read, and the list is unchanged. Please choose another "
-        "file.");
+        "No profile was read, and the list is unchanged. Please choose another file.");
     MessageDialogs::xmlFileBroken(nullptr, "Start tag expected (line 1)", 0);
 }
 

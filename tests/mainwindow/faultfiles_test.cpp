@@ -118,7 +118,7 @@ protected:
         script.expectMessage(
             "Bundle Not Read",
             "The file " + bundle + " is " + reason
-                + ", so it was not read and the bundle used before stays in use. Please replace "
+                + ", so it was not read and the previous bundle is still used. Please replace "
                   "the file, or remove it from the folder "
                   "KelvaronProfileEditorFiles, and restart the program.");
     }
@@ -410,9 +410,8 @@ TEST_F(VanishedFolderTest, TheListCanStillBeSavedElsewhereAndIsNotReplacedUnaske
                             "Replace Profiles");
     script.expectQuestion(
         "Replace Without Backup?",
-        "The current profiles could not be saved to the file "
-        "backup_before_replace.xml before they are replaced. If you continue, they will be lost. "
-        "Do you want to replace them anyway?",
+        "The current profiles could not be saved to the file backup_before_replace.xml before they "
+        "are replaced. If you continue, they will be lost. Do you want to replace them anyway?",
         "No");
     trigger(command("actionImportXML"));
 }

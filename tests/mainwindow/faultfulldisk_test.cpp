@@ -188,8 +188,8 @@ protected:
         script.expectMessage(
             "Files Not Written",
             "The files device.txt and kelvaron_chemistries.cb of the Kelvaron Bundle " + bundle
-                + " could not be written, so the older ones are used. They may not fit the "
-                  "charger. Please make room on the disk, or make the folder "
+                + " could not be written, so the older ones are used. They may not match the "
+                  "charger. Please free some space on the disk, or make the folder "
                   "KelvaronProfileEditorFiles writable, and restart the program.");
     }
 

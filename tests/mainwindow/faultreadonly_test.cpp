@@ -142,9 +142,8 @@ TEST_F(ReadOnlyFolderTest, AListIsNotReplacedUnasked)
                             "Replace Profiles");
     script.expectQuestion(
         "Replace Without Backup?",
-        "The current profiles could not be saved to the file "
-        "backup_before_replace.xml before they are replaced. If you continue, they will be lost. "
-        "Do you want to replace them anyway?",
+        "The current profiles could not be saved to the file backup_before_replace.xml before they "
+        "are replaced. If you continue, they will be lost. Do you want to replace them anyway?",
         "No");
     trigger(command("actionImportXML"));
 }
@@ -203,8 +202,8 @@ TEST_F(ReadOnlyFolderTest, AStartOnANewerBundleSaysThatTheOlderSchemaIsUsed)
     script.expectMessage(
         "Files Not Written",
         "The files device.txt and kelvaron_chemistries.cb of the Kelvaron Bundle v1.2.kelvaron "
-        "could not be written, so the older ones are used. They may not fit the charger. Please "
-        "make room on the disk, or make the folder KelvaronProfileEditorFiles writable, and "
+        "could not be written, so the older ones are used. They may not match the charger. Please "
+        "free some space on the disk, or make the folder KelvaronProfileEditorFiles writable, and "
         "restart the program.");
     start();
     window.reset();

@@ -202,8 +202,7 @@ TEST_F(ListCommandsTest, AClipboardWithoutProfilesIsReported)
         script.expectMessage(
             "Nothing to Paste",
             "The clipboard contains no profiles, or only part of their text. The list is "
-            "unchanged. Copy a profile first, here or in another Kelvaron "
-            "Profile Editor.");
+            "unchanged. Copy a profile first, here or in another Kelvaron Profile Editor.");
         press(Qt::Key_V, Qt::ControlModifier);
         EXPECT_EQ(titles(), "First Second Third");
     }

@@ -29,9 +29,10 @@ protected:
         DialogScript script;
         script.expectMessage(
             "Another Editor Is Open",
-            "Another Kelvaron Profile Editor is open in the same folder. The profiles of the two "
-            "are separate: save them under different names. This editor makes its backups in files "
-            "of its own, such as backup_before_replace_2.xml.");
+            "Another Kelvaron Profile Editor is open in the same folder. The two editors have "
+            "separate lists: save them under different names. This editor saves its backups in its "
+            "own "
+            "files, such as backup_before_replace_2.xml.");
         window = std::make_unique<MainWindow>();
         window->show();
         EXPECT_TRUE(waitFor([&script] { return script.isPlayed(); }));

@@ -468,9 +468,9 @@ TEST_F(Launcher, FolderThatCannotBeMadeIsTold)
     answerBoxes(0);
     const Ended ended = run({"--demo"});
     EXPECT_EQ(ended.exitCode, 1);
-    EXPECT_TRUE(ended.errors.contains("The folder " + demoFiles + " could not be made"));
+    EXPECT_TRUE(ended.errors.contains("The folder " + demoFiles + " could not be created"));
     EXPECT_EQ(shownTexts().value(0), "Kelvaron Profile Editor");
-    EXPECT_TRUE(shownTexts().value(1).contains("could not be made"));
+    EXPECT_TRUE(shownTexts().value(1).contains("could not be created"));
     EXPECT_TRUE(shownTexts().value(1).contains("Not a directory"));
 }
 
@@ -483,7 +483,7 @@ TEST_F(Launcher, HomeThatMayNotBeWrittenIsTold)
                                                          "--clear-groups", program, "--demo"})
                                        : run(program, {"--demo"});
     EXPECT_EQ(ended.exitCode, 1);
-    EXPECT_TRUE(ended.errors.contains("could not be made")) << ended.errors.toStdString();
+    EXPECT_TRUE(ended.errors.contains("could not be created")) << ended.errors.toStdString();
     EXPECT_TRUE(ended.errors.contains("Permission denied"));
 }
 
@@ -511,7 +511,7 @@ TEST_F(Launcher, FullDiskAtAnUpgradeIsToldAndTheOlderEditorStarts)
     running.process.start("sh", {"-c", "trap '' XFSZ; ulimit -f 600; exec \"$0\" --demo",
                                  prefix + "/bin/kelvaron-profile-editor"});
     EXPECT_TRUE(running.untilWindow());
-    EXPECT_TRUE(shownTexts().value(1).contains("could not be brought up to date"));
+    EXPECT_TRUE(shownTexts().value(1).contains("could not be updated"));
     EXPECT_TRUE(contentOf(demoFolder + "/KelvaronProfileEditor") == older);
     expectNoLitter();
 }

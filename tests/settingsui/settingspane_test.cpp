@@ -628,8 +628,7 @@ TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
         QToolTip::text(),
         QString::fromUtf8(
             "The Kelvaron can only store plain English letters, digits and punctuation (ASCII), "
-            "not "
-            "\"\xC3\xA4\"."));
+            "not \"\xC3\xA4\"."));
     save();
     EXPECT_EQ(value("Title"), "Br 3");
 }

@@ -29,7 +29,7 @@ protected:
         EXPECT_EQ(box["title"].toString(), "Bundle Not Read");
         EXPECT_EQ(box["text"].toString(),
                   "The file v2.kelvaron is not a complete Kelvaron Bundle, so it was not read and "
-                  "the bundle used before stays in use. Please replace the file, or remove it from "
+                  "the previous bundle is still used. Please replace the file, or remove it from "
                   "the folder KelvaronProfileEditorFiles, and restart the program.");
         expectOldFiles();
     }

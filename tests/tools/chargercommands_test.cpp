@@ -226,7 +226,7 @@ TEST_F(ChargerCommandsTest, AWrongCommandLineDoesNothing)
     const QStringList header{"--header", "editor/kelvaron_chemistries.cb"};
     expectNothingDone(
         runProfiles(QStringList{"write", "mine.xml", "-p", port, "--folder", "absent"} + header), 3,
-        "absent: is no folder");
+        "absent: is not a folder");
     expectNothingDone(runOnCharger({"write", "mine.xml"}, {"--uploader", "absent"}), 3,
                       "absent: is not a program; specify the uploader with --uploader");
 }

@@ -233,7 +233,7 @@ TEST_F(ConvertCommandTest, RefusesDamagedHexFiles)
     EXPECT_FALSE(exists("out.xml"));
 
     writeFile("in.hex", "nothing of the kind");
-    expectRefused(convert("in.hex", "out.xml"), 1, "in.hex: error: this is no HEX file");
+    expectRefused(convert("in.hex", "out.xml"), 1, "in.hex: error: this is not a HEX file");
     writeFile("in.hex", QByteArray(sound).replace(":100800006E6F02", ":100800006E6F04"));
     expectRefused(convert("in.hex", "out.xml"), 1, "in.hex: error: a profile has a type");
 }

@@ -77,9 +77,10 @@ TEST_F(ExtractCommandTest, RefusesAWrongNumberOrPlace)
 {
     pack();
     expectRefused(run({"extract", "out.kelvaron", "--index", "3"}), 1, "has no section 3");
-    expectRefused(run({"extract", "out.kelvaron", "--index", "-1"}), 2, "is no number");
-    expectRefused(run({"extract", "out.kelvaron", "--index", "x"}), 2, "is no number");
-    expectRefused(run({"extract", "out.kelvaron", "--index", "0", "--all"}), 2, "exclude");
+    expectRefused(run({"extract", "out.kelvaron", "--index", "-1"}), 2, "is not a section number");
+    expectRefused(run({"extract", "out.kelvaron", "--index", "x"}), 2, "is not a section number");
+    expectRefused(run({"extract", "out.kelvaron", "--index", "0", "--all"}), 2,
+                  "cannot be used together");
     expectRefused(run({"extract", "out.kelvaron", "-o", "device.in/x"}), 1, "device.in/x: ");
     expectRefused(run({"extract", "out.kelvaron", "--index", "0", "-o", "no/where"}), 1,
                   "no/where: cannot be written");

@@ -55,5 +55,5 @@ TEST_F(ListCommandTest, ShowsABadChecksumWithoutFailing)
 TEST_F(ListCommandTest, RefusesAFileThatIsNoBundle)
 {
     expectRefused(run({"list", "absent.kelvaron"}), 1, "absent.kelvaron: cannot be read");
-    expectRefused(run({"list", "schema.in"}), 1, "schema.in: is no bundle");
+    expectRefused(run({"list", "schema.in"}), 1, "schema.in: is not a bundle");
 }

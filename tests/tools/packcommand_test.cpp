@@ -168,7 +168,7 @@ TEST_F(PackCommandTest, RefusesKeysThatTheEditorCouldNotRead)
 {
     for (const char* pair :
          {"NAME", "=1", "NAME=", "MY NAME=x", "NAME=a b", "NAME=1-2", "A=b=c", "K\xC3\xA9=1"}) {
-        expectNothingWritten({"--key", pair}, 2, "is no KEY=VALUE");
+        expectNothingWritten({"--key", pair}, 2, "is not KEY=VALUE");
     }
     expectNothingWritten({"--key", "NAME=1", "--key", "NAME=2"}, 2, "NAME is given twice");
 }
@@ -185,10 +185,10 @@ TEST_F(PackCommandTest, RefusesAVersionThatIsNotDotted)
 
 TEST_F(PackCommandTest, RefusesASectionWithoutAUsableName)
 {
-    expectNothingWritten({"--file", "=device.in"}, 2, "no usable name");
-    expectNothingWritten({"--file", "a/b=device.in"}, 2, "no usable name");
-    expectNothingWritten({"--file", "..=device.in"}, 2, "no usable name");
-    expectNothingWritten({"--file", "a\nb=device.in"}, 2, "no usable name");
+    expectNothingWritten({"--file", "=device.in"}, 2, "usable section name");
+    expectNothingWritten({"--file", "a/b=device.in"}, 2, "usable section name");
+    expectNothingWritten({"--file", "..=device.in"}, 2, "usable section name");
+    expectNothingWritten({"--file", "a\nb=device.in"}, 2, "usable section name");
 }
 
 TEST_F(PackCommandTest, AFailureLeavesTheOlderBundleAlone)

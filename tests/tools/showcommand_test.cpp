@@ -84,7 +84,8 @@ TEST_F(ShowCommandTest, TakesTheNewestBundleBesideTheProgram)
 TEST_F(ShowCommandTest, RefusesAWrongCommandLine)
 {
     expectRefused(runProfiles({"show"}), 2, "show: no file given");
-    expectRefused(runProfiles({"show", "a", "--bundle", "b", "--header", "c"}), 2, "exclude");
+    expectRefused(runProfiles({"show", "a", "--bundle", "b", "--header", "c"}), 2,
+                  "cannot be used together");
     expectRefused(runProfiles({"show", "a", "--bundle", ""}), 2, "--bundle or --header is missing");
 }
 

@@ -66,8 +66,8 @@ TEST_F(SuplFaultsTest, AFileThatIsNotUnderstoodIsTold)
     expectTold("# fine\n\nlog = yes\nCrash = yes\n", "line 4: unknown key \"Crash\"");
     expectTold("program.crash = yes\n", "line 1: unknown step \"program\"");
     expectTold(".crash = yes\n", "line 1: the step is missing");
-    expectTold("crash\n", "line 1 is no \"key = value\"");
-    expectTold("= yes\n", "line 1 is no \"key = value\"");
+    expectTold("crash\n", "line 1 is not \"key = value\"");
+    expectTold("= yes\n", "line 1 is not \"key = value\"");
     expectTold("crash = maybe\n", "line 1: crash cannot be \"maybe\"");
     expectTold("crash =\n", "line 1: crash cannot be \"\"");
     expectTold("exit-code = 256\n", "line 1: exit-code cannot be \"256\"");

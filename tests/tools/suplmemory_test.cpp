@@ -47,7 +47,7 @@ TEST_F(SuplMemoryTest, ErasesWholePagesOnly)
     writeFile(home("charger-memory.bin"), before);
     expectFailure(with({"-E", "0x9C00", "0x9C02"}), "0x9C00 to 0x9C02 does not begin and end");
     expectFailure(with({"-E", "0x9A00", "0xA000"}), "0x9A00 to 0xA000 does not begin and end");
-    expectFailure(with({"-E", "0x9C00", "0x9E00"}), "at a page of 0x0400 addresses");
+    expectFailure(with({"-E", "0x9C00", "0x9E00"}), "at page boundaries of 0x0400 addresses");
     EXPECT_EQ(memory(), before);
 }
 
@@ -258,5 +258,5 @@ TEST_F(SuplMemoryTest, ADamagedStateIsToldAndNotTouched)
         EXPECT_EQ(readFile(home("charger-state.txt")), text);
     }
     writeFile(home("charger-state.txt"), "\xFF\0");
-    expectFailure(reset(), "charger-state.txt: line 1 is no \"key = value\"", 3);
+    expectFailure(reset(), "charger-state.txt: line 1 is not \"key = value\"", 3);
 }

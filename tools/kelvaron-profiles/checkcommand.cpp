@@ -41,10 +41,9 @@ ExitCode CheckCommand::run(const QStringList& arguments) const
     CommandOptions options(
         commandName,
         QStringLiteral(
-            "Finds every problem of bundles (*.kelvaron) and settings headers and says "
-            "what to write instead, as FILE:LINE:COLUMN: error: TEXT. Errors mean that values or "
-            "settings are lost or that the editor cannot start; warnings do not affect the exit "
-            "code."));
+            "Finds every problem of bundles (*.kelvaron) and settings headers and says what to "
+            "write instead, as FILE:LINE:COLUMN: error: TEXT. Errors mean that values or settings "
+            "are lost or that the editor cannot start; warnings do not affect the exit code."));
     options.addJsonOption();
     options.addFileArgument(QStringLiteral("FILE"), QStringLiteral("A bundle or a header."),
                             CommandOptions::Repeat::Any);

@@ -47,7 +47,7 @@ ExitCode ProfileFile::read()
 {
     const QString fault = InputFile::fault(filePath);
     if (!fault.isEmpty()) {
-        tell(error, fault);
+        report(error, fault);
         return ExitCode::NotReadable;
     }
     findFormat();
@@ -79,7 +79,7 @@ void ProfileFile::readXml()
 {
     XMLGeneratorParser::ReadFromXML reader;
     if (!reader.readProfiles(filePath)) {
-        tell(error, QStringLiteral("cannot be read"));
+        report(error, QStringLiteral("cannot be read"));
         return;
     }
     if (reader.getGlobalSettings() != nullptr) {
@@ -88,13 +88,13 @@ void ProfileFile::readXml()
     addProfiles(reader.getProfiles());
     const bool isWhole = reader.errorText().isEmpty();
     if (!isWhole) {
-        tell(error,
-             QStringLiteral("the file is damaged after %1: %2")
-                 .arg(countedText(reader.getProfiles().size(), QStringLiteral("complete profile"),
-                                  QStringLiteral("complete profiles")),
-                      reader.errorText()));
+        report(error,
+               QStringLiteral("the file is damaged after %1: %2")
+                   .arg(countedText(reader.getProfiles().size(), QStringLiteral("complete profile"),
+                                    QStringLiteral("complete profiles")),
+                        reader.errorText()));
     } else if (reader.getProfiles().isEmpty() && !reader.isProfileFile()) {
-        tell(error, QStringLiteral("this is not a file of profiles"));
+        report(error, QStringLiteral("this is not a file of profiles"));
     }
     usable = !list.empty() || (isWhole && reader.isProfileFile() && reader.getProfiles().isEmpty());
 }
@@ -116,7 +116,7 @@ void ProfileFile::readHex()
     // Returns the reader's own messages, except those that repeat the error.
     for (const QString& line : traces.lines()) {
         if (line != QLatin1String("Error! Invalid type")) {
-            tell(note, line.simplified());
+            report(note, line.simplified());
         }
     }
 }
@@ -125,13 +125,13 @@ void ProfileFile::refuseHex(int code)
 {
     switch (code) {
     case ReadFromHEX::CHECKSUM_ERROR:
-        tell(error, QStringLiteral("a profile is damaged: its checksum does not match"));
+        report(error, QStringLiteral("a profile is damaged: its checksum does not match"));
         break;
     case ReadFromHEX::TYPE_ERROR:
-        tell(error, QStringLiteral("a profile has a type that is not in the settings header"));
+        report(error, QStringLiteral("a profile has a type that is not in the settings header"));
         break;
     default:
-        tell(error, QStringLiteral("this is not a HEX file with profiles of this charger"));
+        report(error, QStringLiteral("this is not a HEX file with profiles of this charger"));
         break;
     }
 }
@@ -143,10 +143,10 @@ void ProfileFile::addProfiles(const QList<ParsedProfile*>& parsed)
         if (generator.hasChemistry(chemistry)) {
             addProfile(*profile);
         } else {
-            tell(error,
-                 QStringLiteral("the profile %1 is left out: there is no chemistry %2")
-                     .arg(quotedText(profile->getProperties().value(QStringLiteral("title"))),
-                          quotedText(chemistry)));
+            report(error,
+                   QStringLiteral("the profile %1 is left out: there is no chemistry %2")
+                       .arg(quotedText(profile->getProperties().value(QStringLiteral("title"))),
+                            quotedText(chemistry)));
         }
     }
 }
@@ -159,16 +159,16 @@ void ProfileFile::addProfile(const ParsedProfile& parsed)
     setFlag(profile, "active", parsed.getActiveStatus());
     setFlag(profile, "default", parsed.getDefaultStatus() && !hasDefault);
     if (parsed.getDefaultStatus() && hasDefault) {
-        tell(warning, name
-                          + QStringLiteral(
-                              ": an earlier profile is already the default, so this one is not"));
+        report(warning, name
+                            + QStringLiteral(
+                                ": an earlier profile is already the default, so this one is not"));
     }
     hasDefault = hasDefault || parsed.getDefaultStatus();
 
-    ImportReport report;
-    report.examine(name, parsed.getProperties(), *profile.settings);
-    for (const QString& line : report.lines()) {
-        tell(warning, name + QStringLiteral(": ") + line);
+    ImportReport deviations;
+    deviations.examine(name, parsed.getProperties(), *profile.settings);
+    for (const QString& line : deviations.lines()) {
+        report(warning, name + QStringLiteral(": ") + line);
     }
     tellHiddenValues(parsed, profile);
 }
@@ -186,9 +186,9 @@ void ProfileFile::tellHiddenValues(const ParsedProfile& parsed, const ProfileSet
                            || HParser::ProfileConventions::flags().contains(name);
         if (!isOwn && properties.contains(tag) && !shown.contains(setting)
             && properties.value(tag) != setting->getValue()) {
-            tell(warning, describe(static_cast<int>(list.size()) - 1, profile)
-                              + QStringLiteral(": %1 is a hidden setting; its value %2 is lost")
-                                    .arg(name, quotedText(properties.value(tag))));
+            report(warning, describe(static_cast<int>(list.size()) - 1, profile)
+                                + QStringLiteral(": %1 is a hidden setting; its value %2 is lost")
+                                      .arg(name, quotedText(properties.value(tag))));
         }
     }
 }
@@ -199,10 +199,10 @@ void ProfileFile::readGlobalSettings(const ParsedProfile& parsed)
     global = schema->deepCopy();
     global->buildFormulaTrees();
     ImportedValues::store(parsed, global.get());
-    ImportReport report;
-    report.examine(global->getDescriptiveName(), parsed.getProperties(), *global);
-    for (const QString& line : report.lines()) {
-        tell(warning, global->getDescriptiveName() + QStringLiteral(": ") + line);
+    ImportReport deviations;
+    deviations.examine(global->getDescriptiveName(), parsed.getProperties(), *global);
+    for (const QString& line : deviations.lines()) {
+        report(warning, global->getDescriptiveName() + QStringLiteral(": ") + line);
     }
 }
 
@@ -227,7 +227,7 @@ QString ProfileFile::describe(int index, const ProfileSettings& profile)
         .arg(QString::number(index + 1), quotedText(profile.getTitle()), profile.chemistry);
 }
 
-void ProfileFile::tell(const QString& severity, const QString& message)
+void ProfileFile::report(const QString& severity, const QString& message)
 {
     problems.append(severity + QStringLiteral(": ") + message);
 }

@@ -70,7 +70,7 @@ private:
     void addProfile(const ParsedProfile& parsed);
     void tellHiddenValues(const ParsedProfile& parsed, const ProfileSettings& profile);
     void readGlobalSettings(const ParsedProfile& parsed);
-    void tell(const QString& severity, const QString& message);
+    void report(const QString& severity, const QString& message);
 
     QString filePath;
     QString userName;
