@@ -6,14 +6,9 @@
 #include "profiles/profilesettings.h"
 #include "support/fakeports.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "testpaths.h"
 
-#include <QApplication>
-#include <QFile>
 #include <QMenu>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 class KeyboardOnlyTest : public MainWindowTest

@@ -12,12 +12,8 @@
 #include "updatecheck/newfirmwarechecker.h"
 #include "updatecheck/newfirmwarecheckerdialog.h"
 
-#include <QApplication>
-#include <QLabel>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QScreen>
-#include <QTest>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
 using NewFirmwareChecker::NewFirmwareCheckerDialog;

@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
@@ -163,7 +162,7 @@ TEST_F(FileDownloaderTest, AddressesThatAreNotHttpFail)
          {QString(), QString("file"), QString("/downloads/file"), QString("http://"),
           QString("http:///file"), QString("data:,text"), QString("no address at all"),
           "file://" + file.fileName(), QString("qrc:/new/images/upload.png")}) {
-        SCOPED_TRACE(address.toStdString());
+        SCOPED_TRACE(address);
         failed.clear();
         downloader->startDownloading(address);
         EXPECT_TRUE(failed.isEmpty()); // told from the event loop, as every other error

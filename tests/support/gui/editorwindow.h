@@ -1,30 +1,27 @@
 #pragma once
 
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "profileimport/importprofilesmain.h"
+#include "profiles/profilename.h"
+#include "profiles/profilenamelistwidget.h"
+#include "profiles/profilenameslistmanager.h"
+#include "profiles/profilesettings.h"
+#include "settingsui/globalsettingsmanager.h"
+#include "settingsui/settingspanemanager.h"
+#include "support/gui/dialogscript.h"
 #include "support/gui/testschema.h"
+#include "support/gui/widgets.h"
 #include "ui_mainwindow.h"
 
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMainWindow>
-
-#include <memory>
-
-class GlobalSettingsManager;
-class ProfileName;
-class ProfileNameListWidget;
-class ProfileNamesListManager;
-class ProfileSettings;
-class QGridLayout;
-class QLineEdit;
-class SettingsPaneManager;
-
-namespace HParser
-{
-class Generator;
-class StructSetting;
-} // namespace HParser
-namespace ImportProfiles
-{
-class ImportProfilesMain;
-}
+#include <QPushButton>
 
 /// The main window's form with its list and pane, wired as the program does, on a test schema and
 /// without an installation. Shown and active when constructed.
