@@ -1,10 +1,10 @@
-// A long life in one run: transfers to and from the simulated charger, lists replaced from a file,
-// and bundle reloads, with the memory that the process holds at intervals. Works in an installation
-// of its own, copied from the demo's. Ends with a failure when an operation keeps more than what is
-// kept on purpose; under the sanitizers the leak checker has the last word.
+// Simulates long use in one run: transfers to and from the simulated charger, lists replaced from a
+// file, and bundle reloads, and reports the memory in use at intervals. Works in its own
+// installation. Fails if an operation keeps more memory than intended; under the sanitizers the leak
+// checker decides.
 //
 //     long_life                                      1000 transfers, 1000 replacements, 200 reloads
-//     long_life TRANSFERS REPLACEMENTS RELOADS       so many
+//     long_life TRANSFERS REPLACEMENTS RELOADS       these numbers
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsettings.h"
@@ -27,14 +27,14 @@ namespace
 {
 constexpr int profileCount = 3;
 
-/// The resident memory of this process in KiB.
+/// Returns the resident memory of this process in KiB.
 long residentMemory()
 {
     return contentOf("/proc/self/statm").split(' ').value(1).toLong()
            * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-// The bytes that are allocated.
+// Returns the number of allocated bytes.
 #ifdef __SANITIZE_ADDRESS__
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 
@@ -50,7 +50,7 @@ std::size_t heapBytes()
 }
 #endif
 
-/// Figures go to standard error: what the editor prints on standard output is of no interest here.
+/// Writes to standard error, because the editor's standard output is discarded here.
 template <typename... Arguments>
 void tell(const char* format, Arguments... arguments)
 {
@@ -70,8 +70,9 @@ protected:
         writeFile("saved_profiles/list.xml", document());
     }
 
-    /// `most` is what one operation may keep, in bytes: a transfer its worker and its processes, a
-    /// reload the generator before, and a QListWidget some 30 bytes for each row that it ever had.
+    /// `most` is the number of bytes that one operation may keep: a transfer keeps its worker and
+    /// its processes, a reload the previous generator, and a QListWidget some 30 bytes for each row
+    /// that it ever had.
     struct Phase
     {
         const char* name;
@@ -86,7 +87,7 @@ protected:
         if (phase.count <= 0) {
             return;
         }
-        for (int i = 0; i < warmUp; ++i) { // what is made once and kept
+        for (int i = 0; i < warmUp; ++i) { // objects created once and kept
             once(phase.operation, i);
         }
         const std::size_t before = heapBytes();
@@ -99,7 +100,7 @@ protected:
         }
         const double each =
             (static_cast<double>(heapBytes()) - static_cast<double>(before)) / phase.count;
-        constexpr double atOnce = 40000; // what comes and goes, whatever the count
+        constexpr double atOnce = 40000; // memory that varies independently of the count
         EXPECT_LE(each, phase.most + atOnce / phase.count) << "bytes kept by each " << phase.name;
         tell("  kept by each: %.0f bytes of at most %.0f\n", each, phase.most);
         tell("  kept on purpose so far: %d workers, %d processes, %d generators; %d objects "
@@ -125,7 +126,7 @@ protected:
         ASSERT_EQ(list()->count(), profileCount);
     }
 
-    /// What a reload keeps on purpose: the generator that was in use.
+    /// What a reload keeps intentionally: the previous generator.
     static void tellGeneratorSize()
     {
         const std::size_t before = heapBytes();
@@ -166,7 +167,7 @@ int transfers = 1000;
 int replacements = 1000;
 int reloads = 200;
 
-/// Standard output has what the editor prints.
+/// Reports failures where they are read: standard output is full of what the editor prints.
 class FailuresOnStandardError : public ::testing::EmptyTestEventListener
 {
     void OnTestPartResult(const ::testing::TestPartResult& result) override
@@ -202,6 +203,6 @@ int main(int argc, char** argv)
         replacements = std::atoi(argv[2]);
         reloads = std::atoi(argv[3]);
     }
-    QPixmapCache::setCacheLimit(0); // it is bounded, but its ups and downs would hide what is kept
+    QPixmapCache::setCacheLimit(0); // its size is bounded, but varies more than what is kept
     return RUN_ALL_TESTS();
 }

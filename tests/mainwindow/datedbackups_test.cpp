@@ -157,7 +157,7 @@ TEST_F(DatedBackupsTest, ACopyThatCannotBeKeptIsNamedInTheStatusBarAndHoldsNothi
     writeFile("saved_profiles/backups", "a file in the place of the folder");
     transfer("actionWriteProfiles");
     const QString text = child<QStatusBar>("statusBar")->currentMessage();
-    EXPECT_TRUE(startsWith(text, "No copy of the profiles was kept in "));
+    EXPECT_TRUE(startsWith(text, "No copy of the profiles could be saved in "));
     child<QStatusBar>("statusBar")->clearMessage();
     deleteAll();
     EXPECT_EQ(list()->count(), 0);

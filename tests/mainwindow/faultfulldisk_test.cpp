@@ -95,11 +95,7 @@ TEST_F(FullDiskTest, AListIsNotReplacedWithoutItsCopy)
         DialogScript script;
         script.expectImportDialog("XML", pathOf("saved_profiles"), "list.xml");
         script.expectAppendQuestion("Replace Profiles");
-        script.expectQuestion("Replace Without Backup?",
-                              "The current profiles could not be saved to the file "
-                              "backup_before_replace.xml before they are replaced. If you go on, "
-                              "they are lost. Do you want to replace them all the same?",
-                              "No");
+        script.expectNoBackupQuestion("No");
         const FileSizeLimit fullDisk(limit);
         trigger(command("actionImportXML"));
         EXPECT_EQ(document(), list) << limit;

@@ -72,10 +72,6 @@ TEST_F(VanishedFolderTest, TheListCanStillBeSavedElsewhereAndIsNotReplacedUnaske
 
     script.thenDo(choose("list.xml"));
     script.expectAppendQuestion("Replace Profiles");
-    script.expectQuestion("Replace Without Backup?",
-                          "The current profiles could not be saved to the file "
-                          "backup_before_replace.xml before they are replaced. If you go on, they "
-                          "are lost. Do you want to replace them all the same?",
-                          "No");
+    script.expectNoBackupQuestion("No");
     trigger(command("actionImportXML"));
 }

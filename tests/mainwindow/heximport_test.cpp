@@ -33,11 +33,7 @@ TEST_F(HexFilesTest, AListThatCannotBeSavedIsReplacedOnlyWhenTheUserSaysSo)
     for (const QString answer : {"No", "Yes"}) {
         expectLoadDialog("mine.hex", folder.path());
         script().expectAppendQuestion("Replace Profiles");
-        script().expectQuestion("Replace Without Backup?",
-                                "The current profiles could not be saved to the file "
-                                "backup_before_replace.xml before they are replaced. If you go on, "
-                                "they are lost. Do you want to replace them all the same?",
-                                answer);
+        script().expectNoBackupQuestion(answer);
         runImport();
         EXPECT_EQ(titles(),
                   answer == "No" ? QStringList({"First", "Second"}) : QStringList({"First"}));

@@ -134,7 +134,7 @@ TEST_F(LongListReloadTest, LosesExactlyWhatTheNewSchemaHasNot)
     script.thenPress("OK", [](const QMessageBox& box) {
         EXPECT_EQ(box.windowTitle(), "Reloaded With Changes");
         for (const char* change :
-             {"Charge Current is missing and became 0", "\"current\" is unknown and was left out",
+             {"Charge Current is missing and is now 0", "\"current\" is unknown and was left out",
               "\"note\" is unknown and was left out"}) {
             EXPECT_TRUE(contains(
                 box.text(),

@@ -72,11 +72,7 @@ TEST_F(TransferTest, AListThatCannotBeSavedIsReplacedOnlyWhenTheUserSaysSo)
     for (const QString answer : {"No", "Yes"}) {
         openReader();
         script->expectAppendQuestion("Replace Profiles");
-        script->expectQuestion("Replace Without Backup?",
-                               "The current profiles could not be saved to the file "
-                               "backup_before_replace.xml before they are replaced. If you go on, "
-                               "they are lost. Do you want to replace them all the same?",
-                               answer);
+        script->expectNoBackupQuestion(answer);
         expectRead();
         transfer();
         EXPECT_EQ(titles(),

@@ -33,7 +33,7 @@ TEST_F(ImportTest, GlobalSettingsThatWereTakenOverAreInTheMessage)
         window.importer->importGlobalSettings(global({{"supply_voltage", "99"}}));
     }
     importWithChanges(window.importer, {alpha({{"extra", "1"}})},
-                      {"Supply Voltage: 99 is not within 9 and 30 (Global Settings)",
+                      {"Supply Voltage: 99 is not between 9 and 30 (Global Settings)",
                        "\"extra\" is unknown and was left out (\"Alpha\")"});
 }
 

@@ -187,7 +187,7 @@ TEST_F(ProfileBackupsTest, OnAFullDiskNothingIsDeletedAndTheReasonIsGiven)
     EXPECT_EQ(files(), old);
     ASSERT_EQ(failures.size(), 1);
     const QString text = failures.first().first().toString();
-    EXPECT_TRUE(startsWith(text, "No copy of the profiles was kept in "));
+    EXPECT_TRUE(startsWith(text, "No copy of the profiles could be saved in "));
     EXPECT_TRUE(contains(text, folder));
 }
 

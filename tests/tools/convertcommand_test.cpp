@@ -153,7 +153,7 @@ TEST_F(ConvertCommandTest, KeepsWhatIsWholeOfABrokenFile)
 {
     QByteArray document = xml(oneProfile() + profile(1, "two"));
     document.truncate(document.lastIndexOf("<high>"));
-    expectTold(convertXml(document), "the file breaks off after 1 whole profile: ");
+    expectTold(convertXml(document), "the file is damaged after 1 complete profile: ");
     EXPECT_EQ(contentOf("out.hex"), oneProfileHex());
 }
 

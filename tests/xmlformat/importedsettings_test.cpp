@@ -43,12 +43,13 @@ TEST_F(XmlImportTest, GlobalSettingsAreKeptWhenTheQuestionIsClosed)
 TEST_F(XmlImportTest, GlobalSettingsAreTakenOverAsTheyAreOnYes)
 {
     script.expectGlobalSettingsQuestion("Yes");
-    script.expectImportChanges({"Charger Name: \"A name that is longer than its field\" is longer than 15 "
-                   "characters (Global Settings)",
-                   "Supply Voltage: 77.123 is not within 9 and 30 (Global Settings)",
-                   "Key Tone is missing and became off (Global Settings)",
-                   "Fan Steps: \"many\" is not a number and became 0 (Global Settings)",
-                   "Scale: \"Kelvin\" is none of the choices (Global Settings)"});
+    script.expectImportChanges(
+        {"Charger Name: \"A name that is longer than its field\" is longer than 15 "
+         "characters (Global Settings)",
+         "Supply Voltage: 77.123 is not between 9 and 30 (Global Settings)",
+         "Key Tone is missing and is now off (Global Settings)",
+         "Fan Steps: \"many\" is not a number; 0 is used (Global Settings)",
+         "Scale: \"Kelvin\" is not one of the choices (Global Settings)"});
     import(document("<GlobalSettings><charger_name>A name that is longer than its field"
                     "</charger_name><supply_voltage>77.123</supply_voltage><fan_steps>many"
                     "</fan_steps><scale>Kelvin</scale></GlobalSettings>"));
@@ -81,13 +82,14 @@ TEST_F(XmlImportTest, FileWithoutGlobalSettingsAsksNothing)
 TEST_F(XmlImportTest, ValuesAreStoredAsTheyStandInTheFile)
 {
     const QString name = " (\"A title longer than its field\")";
-    script.expectImportChanges({"Title: \"A title longer than its field\" is longer than 11 characters" + name,
-                   "Mode: \"Sideways\" is none of the choices" + name,
-                   "Cells: 99 is not within 1 and 8" + name, "Balance: \"TRUE\" became off" + name,
-                   "Cutoff: 19.5 is not within 0.01 and 1.23456" + name,
-                   "Pack Voltage is missing and became 0" + name,
-                   "Note is missing and became empty" + name,
-                   "Margin: \"inf\" is not a number and became 0" + name});
+    script.expectImportChanges(
+        {"Title: \"A title longer than its field\" is longer than 11 characters" + name,
+         "Mode: \"Sideways\" is not one of the choices" + name,
+         "Cells: 99 is not between 1 and 8" + name,
+         "Balance: \"TRUE\" is neither true nor false; off is used" + name,
+         "Cutoff: 19.5 is not between 0.01 and 1.23456" + name,
+         "Pack Voltage is missing and is now 0" + name, "Note is missing and is now empty" + name,
+         "Margin: \"inf\" is not a number; 0 is used" + name});
     import(document(profile("A title longer than its field",
                             "<cells>99</cells><current>1.23456</current><cutoff>19.5</cutoff>"
                             "<balance>TRUE</balance><cold_check>true</cold_check>"

@@ -91,7 +91,7 @@ TEST_F(XmlImportTest, ReplacingByAFileThatIsNoXmlKeepsTheList)
     writeFile("saved_profiles/mine.xml", "no XML at all");
     expectLoadDialog("mine.xml");
     script.expectAppendQuestion("Replace Profiles");
-    script.thenDo(messageWith("Import from XML status", {"line 1", "the list is as it was"}));
+    script.thenDo(messageWith("Import from XML status", {"line 1", "the list is unchanged"}));
     load();
     EXPECT_EQ(editor.titles(), QStringList("Old"));
 }
@@ -150,7 +150,7 @@ TEST_F(XmlImportTest, ReplacingByAFileThatBreaksOffInItsFirstProfileKeepsTheList
         writeFile("saved_profiles/mine.xml", part);
         expectLoadDialog("mine.xml");
         script.expectAppendQuestion("Replace Profiles");
-        script.thenDo(messageWith("Import from XML status", {"the list is as it was"}));
+        script.thenDo(messageWith("Import from XML status", {"the list is unchanged"}));
         editor.xml.on_importFromXMLButtonClicked();
         EXPECT_EQ(editor.titles(), QStringList("Old")) << part;
     }
@@ -194,7 +194,7 @@ TEST_F(XmlImportTest, SettingsThatShareATagGetTheLastValue)
     other.setting(0, "same/TAG")->setValue(1.5);
     ASSERT_TRUE(other.xml.exportToXML(pathOf("mine.xml")));
     ASSERT_TRUE(other.list->deleteAllProfilesNoConfirmation());
-    script.expectImportChanges({"Pack Voltage: 8 is not within 3 and 7.5 (\"One\")"});
+    script.expectImportChanges({"Pack Voltage: 8 is not between 3 and 7.5 (\"One\")"});
     other.xml.importFromXML(pathOf("mine.xml"));
     script.finish();
     ASSERT_EQ(other.count(), 1);

@@ -12,7 +12,7 @@ inline constexpr qint64 gigabyte = 1024LL * 1024 * 1024;
 inline constexpr long mebibyte = 1024; // in KiB
 
 inline constexpr char xmlReadError[] = "Failed to read the XML file specified. Please try again.";
-inline constexpr char xmlBroken[] = "The XML file could not be read to its end: ";
+inline constexpr char xmlBroken[] = "The XML file could not be read completely: ";
 inline constexpr char hexReadError[] =
     "An error occured while importing profiles from HEX. Please try again.";
 

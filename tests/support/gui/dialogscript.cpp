@@ -202,6 +202,15 @@ DialogScript& DialogScript::expectAppendQuestion(const QString& press)
                             {"Add Profiles", "Replace Profiles"}, "Add Profiles", press);
 }
 
+DialogScript& DialogScript::expectNoBackupQuestion(const QString& press)
+{
+    return expectQuestion(
+        "Replace Without Backup?",
+        "The current profiles could not be saved to the file backup_before_replace.xml before they "
+        "are replaced. If you continue, they will be lost. Do you want to replace them anyway?",
+        press);
+}
+
 DialogScript& DialogScript::expectGlobalSettingsQuestion(const QString& press)
 {
     return expectQuestion(

@@ -70,6 +70,9 @@ public:
     /// Whether imported profiles are added or replace the list.
     DialogScript& expectAppendQuestion(const QString& press);
 
+    /// Whether the list is replaced although it could not be saved first.
+    DialogScript& expectNoBackupQuestion(const QString& press);
+
     /// Whether the global settings of a file are taken over.
     DialogScript& expectGlobalSettingsQuestion(const QString& press);
 

@@ -107,11 +107,11 @@ protected:
     {
         script().expectQuestion(
             "Texts Do Not Fit",
-            "The Kelvaron holds plain English letters, digits and signs (ASCII) only. With other "
+            "The Kelvaron can only store plain English letters, digits and punctuation (ASCII). With other "
             "characters its profiles may become unreadable. "
                 + QString(text.contains('\n') ? "These texts have" : "This text has")
                 + " such characters:\n\n" + text
-                + "\n\nNothing has been written yet. Do you want to go on all the same?",
+                + "\n\nNothing has been written yet. Do you want to continue anyway?",
             press);
     }
 
