@@ -9,7 +9,7 @@ TEST_F(HexFilesTest, ExportedProfilesComeBackInTheirOrder)
 {
     makeProfile("First", 1);
     makeProfile("Second", 0);
-    clickOn(childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
+    clickOn(childNamed<QPushButton>(row(1), "defaultProfileButton"));
     exportTo("mine.hex");
     EXPECT_TRUE(startsWith(content("mine.hex"), ":020000040001F9\n:10380000"));
 
@@ -18,9 +18,7 @@ TEST_F(HexFilesTest, ExportedProfilesComeBackInTheirOrder)
     script().expectAppendQuestion("Replace Profiles");
     runImport();
     EXPECT_EQ(titles(), QStringList({"First", "Second"}));
-    const auto row = [this](int number) {
-        return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
-    };
+    const auto row = [this](int number) { return row(number); };
     EXPECT_FALSE(row(0)->getDefaultStatus());
     EXPECT_TRUE(row(1)->getDefaultStatus());
 }

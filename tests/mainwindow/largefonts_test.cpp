@@ -82,7 +82,7 @@ TEST_P(LargeFontsTest, RowsKeepTheirHeightAndShowTheirTexts)
     window->resize(2400, 1600);
     makeProfile("Profile");
     settle();
-    QWidget* row = list()->itemWidget(list()->item(0));
+    QWidget* row = row(0);
     EXPECT_EQ(list()->sizeHintForRow(0), 46);
     for (const char* name : {"profileTitle", "profileSubtitle"}) {
         const auto* label = childNamed<QLabel>(row, name);

@@ -31,11 +31,6 @@ protected:
         QTest::keyClick(window.get(), key, modifiers);
     }
 
-    ProfileName* row(int number) const
-    {
-        return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
-    }
-
     int selectedRow() const
     {
         for (int i = 0; i < list()->count(); ++i) {

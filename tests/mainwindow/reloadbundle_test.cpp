@@ -105,7 +105,8 @@ TEST_F(ReloadBundleTest, ChemistryThatIsGoneIsLeftOutAndNamed)
     makeProfile("Two", 1);
     installBundle("1.2", TestSchema::singleChemistry());
     DialogScript script;
-    script.thenPress("OK", [](const QMessageBox& box) { EXPECT_TRUE(contains(box.text(), "Plain Cell")); });
+    script.thenPress(
+        "OK", [](const QMessageBox& box) { EXPECT_TRUE(contains(box.text(), "Plain Cell")); });
     trigger(command("actionFlashFirmware"));
     QPointer<KelvaronFirmwareToolWindow> tool = window->findChild<KelvaronFirmwareToolWindow*>();
     ASSERT_TRUE(tool != nullptr);

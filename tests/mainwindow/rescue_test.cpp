@@ -49,8 +49,7 @@ protected:
     {
         showOutput();
         QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
-        clickOn(
-            childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
+        clickOn(childNamed<QPushButton>(row(1), "defaultProfileButton"));
         kept.wait(patience);
         raise(number);
     }

@@ -2,8 +2,6 @@
 
 #include "support/gui/updatechecktest.h"
 
-using Pace = HttpServer::Pace;
-
 class UnchangingAnswerTest : public UpdateCheckTest
 {
 protected:

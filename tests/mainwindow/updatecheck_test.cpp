@@ -4,8 +4,6 @@
 #include "support/gui/updatechecktest.h"
 #include "support/ordinaryuser.h"
 
-using Pace = HttpServer::Pace;
-
 TEST_F(UpdateCheckTest, NewerBundleIsInUseBeforeTheMessageAppears)
 {
     const QByteArray bundle = newerBundle("1.10");
@@ -22,7 +20,7 @@ TEST_F(UpdateCheckTest, NewerBundleIsInUseBeforeTheMessageAppears)
     expectEnd("Latest Firmware Downloaded!");
     script.finish();
     expectProgramRunning();
-    clickOn(childNamed<QLabel>(list()->itemWidget(list()->item(0)), "profileTitle"));
+    clickOn(childNamed<QLabel>(row(0), "profileTitle"));
     EXPECT_TRUE(gridHas("CURRENT"));
     EXPECT_TRUE(QFile::exists(pathOf("v1.9.kelvaron")));
 }
@@ -51,7 +49,7 @@ TEST_F(UpdateCheckTest, BundleDownloadedDuringAnEditWaitsForItsEnd)
 {
     server.answer(bundlePath, {200, newerBundle("1.10")});
     offer("1.10");
-    clickOn(childNamed<QLabel>(list()->itemWidget(list()->item(0)), "profileTitle"));
+    clickOn(childNamed<QLabel>(row(0), "profileTitle"));
     clickOn(child<QPushButton>("editProfileButton"));
     checkWithDownload();
     EXPECT_TRUE(QFile::exists(pathOf("v1.10.kelvaron")));

@@ -6,8 +6,6 @@
 
 #include <map>
 
-using Pace = HttpServer::Pace;
-
 TEST_F(CheckerTest, BundleIsSavedUnderItsVersion)
 {
     const QByteArray bundle = "ignored \xFF\r\n" + bundleOfVersion("1.10").replace("\n", "\r\n");

@@ -11,7 +11,6 @@
 #include <memory>
 
 using NewFirmwareChecker::FileDownloader;
-using Pace = HttpServer::Pace;
 
 namespace
 {

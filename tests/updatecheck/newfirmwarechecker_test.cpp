@@ -5,8 +5,6 @@
 #include "support/gui/checkertest.h"
 #include "support/gui/widgets.h"
 
-using Pace = HttpServer::Pace;
-
 // Asking
 
 TEST_F(CheckerTest, AsksTheServerForTheVersionInformation)

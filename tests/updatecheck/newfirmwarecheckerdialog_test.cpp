@@ -7,8 +7,6 @@
 #include <QApplication>
 #include <QTimer>
 
-using Pace = HttpServer::Pace;
-
 // The form
 
 TEST_F(CheckerDialogTest, FormHasItsTextsAndSize)

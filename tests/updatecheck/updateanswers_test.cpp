@@ -2,8 +2,6 @@
 
 #include "support/gui/checkerdialogtest.h"
 
-using Pace = HttpServer::Pace;
-
 // Answers
 
 TEST_F(CheckerDialogTest, NewerVersionIsDownloadedAndTakenIntoUse)

@@ -141,16 +141,12 @@ QWidget* EditorWindow::gridCell(const QString& label, int column) const
 
 QLineEdit* EditorWindow::lineEdit(const QString& label) const
 {
-    auto* field = qobject_cast<QLineEdit*>(gridCell(label, 3));
-    EXPECT_NE(field, nullptr) << label;
-    return field;
+    return editorIn<QLineEdit>(ui->containerScroll, label);
 }
 
 QCheckBox* EditorWindow::checkBox(const QString& label) const
 {
-    auto* box = qobject_cast<QCheckBox*>(gridCell(label, 3));
-    EXPECT_NE(box, nullptr) << label;
-    return box;
+    return editorIn<QCheckBox>(ui->containerScroll, label);
 }
 
 QCheckBox* EditorWindow::advancedToggle() const

@@ -87,3 +87,12 @@ QGridLayout* gridOf(const QWidget* root);
 
 /// The widget in a column of the grid's row that has this label; nullptr when the cell is empty.
 QWidget* cellOf(const QGridLayout* grid, const QString& label, int column);
+
+/// The editor in the grid's row that has this label; fails the test when there is none.
+template <typename T>
+T* editorIn(const QWidget* root, const QString& label)
+{
+    auto* found = qobject_cast<T*>(cellOf(gridOf(root), label, 3));
+    EXPECT_NE(found, nullptr) << label;
+    return found;
+}

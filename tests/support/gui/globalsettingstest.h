@@ -47,19 +47,8 @@ protected:
         manager->setAllSettings(generator.get());
     }
 
-    QLineEdit* field(const QString& label) const
-    {
-        auto* found = qobject_cast<QLineEdit*>(cellOf(gridOf(dialog), label, 3));
-        EXPECT_NE(found, nullptr) << label;
-        return found;
-    }
-
-    QCheckBox* box(const QString& label) const
-    {
-        auto* found = qobject_cast<QCheckBox*>(cellOf(gridOf(dialog), label, 3));
-        EXPECT_NE(found, nullptr) << label;
-        return found;
-    }
+    QLineEdit* field(const QString& label) const { return editorIn<QLineEdit>(dialog, label); }
+    QCheckBox* box(const QString& label) const { return editorIn<QCheckBox>(dialog, label); }
 
     QCheckBox* toggle() const { return box("Edit Advanced Settings"); }
 

@@ -101,6 +101,11 @@ QListWidget* MainWindowTest::list() const
     return child<QListWidget>("profileNamesList");
 }
 
+ProfileName* MainWindowTest::row(int number) const
+{
+    return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
+}
+
 QString MainWindowTest::rowTitle(int row) const
 {
     return childNamed<QLabel>(list()->itemWidget(list()->item(row)), "profileTitle")->text();

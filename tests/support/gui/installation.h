@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mainwindow.h"
+#include "profiles/profilename.h"
 #include "support/filestest.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
@@ -51,6 +52,7 @@ protected:
     void makeProfile(const QString& title, int chemistry = 0) const;
 
     QListWidget* list() const;
+    ProfileName* row(int number) const;
     QString rowTitle(int row) const;
     QStringList titles() const;
 

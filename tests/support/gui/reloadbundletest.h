@@ -44,14 +44,6 @@ protected:
 
     QLineEdit* field(const QString& label) const
     {
-        auto* found =
-            qobject_cast<QLineEdit*>(cellOf(gridOf(child<QWidget>("containerScroll")), label, 3));
-        EXPECT_NE(found, nullptr) << label;
-        return found;
-    }
-
-    ProfileName* row(int number) const
-    {
-        return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
+        return editorIn<QLineEdit>(child<QWidget>("containerScroll"), label);
     }
 };

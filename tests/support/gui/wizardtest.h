@@ -49,19 +49,8 @@ protected:
         flushDeletions(); // of the second page
     }
 
-    QLineEdit* field(const QString& label) const
-    {
-        auto* found = qobject_cast<QLineEdit*>(cellOf(gridOf(wizard), label, 3));
-        EXPECT_NE(found, nullptr) << label;
-        return found;
-    }
-
-    QCheckBox* box(const QString& label) const
-    {
-        auto* found = qobject_cast<QCheckBox*>(cellOf(gridOf(wizard), label, 3));
-        EXPECT_NE(found, nullptr) << label;
-        return found;
-    }
+    QLineEdit* field(const QString& label) const { return editorIn<QLineEdit>(wizard, label); }
+    QCheckBox* box(const QString& label) const { return editorIn<QCheckBox>(wizard, label); }
 
     EditorWindow window;
     QPointer<ProfileWizardDialog> wizard;
