@@ -18,7 +18,6 @@ TEST_F(HexFilesTest, ExportedProfilesComeBackInTheirOrder)
     script().expectAppendQuestion("Replace Profiles");
     runImport();
     EXPECT_EQ(titles(), QStringList({"First", "Second"}));
-    const auto row = [this](int number) { return row(number); };
     EXPECT_FALSE(row(0)->getDefaultStatus());
     EXPECT_TRUE(row(1)->getDefaultStatus());
 }

@@ -184,10 +184,10 @@ protected:
         EXPECT_EQ(value(0, "default"), "true");
     }
 
-    QString value(int row, const QString& name) const
+    QString value(int number, const QString& name) const
     {
-        const auto* rowWidget = row(row);
-        return rowWidget->getProfileSettings()
+        return row(number)
+            ->getProfileSettings()
             ->settings->getStructSettingByDescriptiveName(name)
             ->getValue();
     }

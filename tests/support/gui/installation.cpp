@@ -106,9 +106,9 @@ ProfileName* MainWindowTest::row(int number) const
     return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
 }
 
-QString MainWindowTest::rowTitle(int row) const
+QString MainWindowTest::rowTitle(int number) const
 {
-    return childNamed<QLabel>(list()->itemWidget(list()->item(row)), "profileTitle")->text();
+    return childNamed<QLabel>(row(number), "profileTitle")->text();
 }
 
 QStringList MainWindowTest::titles() const

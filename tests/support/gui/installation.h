@@ -53,7 +53,7 @@ protected:
 
     QListWidget* list() const;
     ProfileName* row(int number) const;
-    QString rowTitle(int row) const;
+    QString rowTitle(int number) const;
     QStringList titles() const;
 
     /// The list as it would be saved.
