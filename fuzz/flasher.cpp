@@ -4,6 +4,7 @@
 
 #include "firmware/firmwareflasher.h"
 #include "firmware/stringmanipulation.h"
+#include "support/bundletext.h"
 #include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
@@ -181,8 +182,7 @@ public:
         FUZZ_EXPECT(pipe >= 0);
         QFile firmware(QStringLiteral("firmware"));
         FUZZ_EXPECT(firmware.open(QIODevice::WriteOnly));
-        const QByteArray marker = QByteArrayLiteral("/\\/\\/\\/\\/\\/\\\n");
-        firmware.write((marker + "part\n" + marker).repeated(5)); // any content is valid
+        firmware.write(BundleText::marked("part\n").repeated(5)); // any content is valid
         form.setupUi(&window);
     }
 

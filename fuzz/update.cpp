@@ -1,16 +1,12 @@
 // The update server's answer: only a dotted version is ever compared or used in a file name, and
 // the values read are the same after writing and reading them again.
 
-#include "KelvaronBundle/kelvaronbundle.h"
-#include "KelvaronBundle/versionstring.h"
 #include "applicationglobalmap.h"
 #include "base/xmlutility.h"
+#include "support/bundletext.h"
 #include "support/fuzztarget.h"
 #include "updatecheck/newfirmwarechecker.h"
-<<<<<<< HEAD
 #include "versionstring.h"
-=======
->>>>>>> 053b44f0488b1ba4f51f10efdb3db5be80e86dce
 
 #include <QCoreApplication>
 #include <QDir>
@@ -61,36 +57,9 @@ QByteArray flatDocument(const Values& values)
     return (text + QStringLiteral("</info>")).toUtf8();
 }
 
-/// The smallest bundle that is saved.
-QByteArray soundBundle()
-{
-    const QString marker = QStringLiteral("/\\/\\/\\/\\/\\/\\\n");
-    const QString device = QStringLiteral("name = sample\n");
-    const QString schema =
-        QStringLiteral("#define PROFILESTARTADDRESS 0x400\n"
-                       "struct Global { // Settings : \"Global\", global\n"
-                       "char type; // num, auto, 1, 1, x1, 0, \"type\", \"\", A, 1, -1, basic\n"
-                       "}\n"
-                       "struct Cell { // Settings : \"Cell\", instantiable\n"
-                       "char type; // num, auto, 2, 2, x1, 0, \"type\", \"\", A, 2, -1, basic\n"
-                       "char title[8]; // string, auto, \"Title\", A, \"one\", 0, basic\n"
-                       "char subtitle[8]; // string, auto, \"Subtitle\", A, \"two\", 1, basic\n"
-                       "char active; // bool, 1, \"active\", A, 0, -1, basic\n"
-                       "char isDefault; // bool, 1, \"default\", A, 0, -1, basic\n"
-                       "char modifiable; // bool, 6, \"modifiable\", A, 1, -1, basic\n"
-                       "}\n");
-    const QString checksums = KelvaronBundle::checksum(device) + QLatin1Char('\n')
-                              + KelvaronBundle::checksum(schema) + QLatin1Char('\n');
-    QString text;
-    for (const QString& section : {device, schema, checksums}) {
-        text += marker + section + marker;
-    }
-    return text.toUtf8();
-}
-
 void checkSavedName(Checker& checker, const QString& version)
 {
-    const QByteArray bundle = soundBundle();
+    const QByteArray bundle = Samples::bundle().bytes();
     checker.on_firmwareDownloaded(bundle);
     QDir folder = QDir::current();
     const QStringList files =

@@ -1,13 +1,8 @@
 // Version strings, three lines per input: only the dotted ones are versions, and they are totally
 // ordered.
 
-<<<<<<< HEAD
 #include "support/fuzztarget.h"
 #include "versionstring.h"
-=======
-#include "KelvaronBundle/versionstring.h"
-#include "support/fuzztarget.h"
->>>>>>> 053b44f0488b1ba4f51f10efdb3db5be80e86dce
 
 #include <QStringList>
 

@@ -1,15 +1,15 @@
 #include "applicationglobalmap.h"
 
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <limits>
 
 TEST(ApplicationGlobalMapTest, KeepsTexts)
 {
     ApplicationGlobalMap::putString("text", "1.2.3");
-    EXPECT_EQ(ApplicationGlobalMap::getString("text").toStdString(), "1.2.3");
+    EXPECT_EQ(ApplicationGlobalMap::getString("text"), "1.2.3");
     ApplicationGlobalMap::putString("text", "other");
-    EXPECT_EQ(ApplicationGlobalMap::getString("text").toStdString(), "other");
+    EXPECT_EQ(ApplicationGlobalMap::getString("text"), "other");
 }
 
 TEST(ApplicationGlobalMapTest, KeysAreIndependentAndCaseSensitive)
@@ -17,9 +17,9 @@ TEST(ApplicationGlobalMapTest, KeysAreIndependentAndCaseSensitive)
     ApplicationGlobalMap::putString("first", "1");
     ApplicationGlobalMap::putString("second", "2");
     ApplicationGlobalMap::putString("First", "3");
-    EXPECT_EQ(ApplicationGlobalMap::getString("first").toStdString(), "1");
-    EXPECT_EQ(ApplicationGlobalMap::getString("second").toStdString(), "2");
-    EXPECT_EQ(ApplicationGlobalMap::getString("First").toStdString(), "3");
+    EXPECT_EQ(ApplicationGlobalMap::getString("first"), "1");
+    EXPECT_EQ(ApplicationGlobalMap::getString("second"), "2");
+    EXPECT_EQ(ApplicationGlobalMap::getString("First"), "3");
 }
 
 TEST(ApplicationGlobalMapTest, MissingKeyIsEmpty)
@@ -33,12 +33,12 @@ TEST(ApplicationGlobalMapTest, MissingKeyIsEmpty)
 TEST(ApplicationGlobalMapTest, StoresNumbersWithSixSignificantDigits)
 {
     ApplicationGlobalMap::putDouble("number", 0.0000125);
-    EXPECT_EQ(ApplicationGlobalMap::getString("number").toStdString(), "1.25e-05");
+    EXPECT_EQ(ApplicationGlobalMap::getString("number"), "1.25e-05");
     ApplicationGlobalMap::putDouble("number", 1234567);
-    EXPECT_EQ(ApplicationGlobalMap::getString("number").toStdString(), "1.23457e+06");
+    EXPECT_EQ(ApplicationGlobalMap::getString("number"), "1.23457e+06");
     EXPECT_EQ(ApplicationGlobalMap::getDouble("number"), 1234570);
     ApplicationGlobalMap::putDouble("number", 3.0);
-    EXPECT_EQ(ApplicationGlobalMap::getString("number").toStdString(), "3");
+    EXPECT_EQ(ApplicationGlobalMap::getString("number"), "3");
     ApplicationGlobalMap::putDouble("number", -2.5);
     EXPECT_EQ(ApplicationGlobalMap::getDouble("number"), -2.5);
 }
@@ -60,5 +60,5 @@ TEST(ApplicationGlobalMapTest, StoresIntegersExactly)
         EXPECT_EQ(ApplicationGlobalMap::getInt64("integer"), value);
     }
     ApplicationGlobalMap::putInt64("integer", -9007199254740993LL);
-    EXPECT_EQ(ApplicationGlobalMap::getString("integer").toStdString(), "-9007199254740993");
+    EXPECT_EQ(ApplicationGlobalMap::getString("integer"), "-9007199254740993");
 }

@@ -1,6 +1,5 @@
+#include "support/printing.h"
 #include "support/waiting.h"
-
-#include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -37,13 +36,13 @@ TEST(OwnEnvironmentTest, SettingsAndFoldersOfTheUserAreOwn)
 
     const QString own = QFileInfo(QDir::tempPath()).path() + '/';
     EXPECT_NE(own, "/");
-    EXPECT_TRUE(settings.fileName().startsWith(own)) << settings.fileName().toStdString();
-    EXPECT_TRUE(QDir::homePath().startsWith(own)) << QDir::homePath().toStdString();
+    EXPECT_TRUE(startsWith(settings.fileName(), own));
+    EXPECT_TRUE(startsWith(QDir::homePath(), own));
     for (const auto location :
          {QStandardPaths::GenericConfigLocation, QStandardPaths::GenericDataLocation,
           QStandardPaths::GenericCacheLocation, QStandardPaths::RuntimeLocation}) {
         const QString path = QStandardPaths::writableLocation(location);
-        EXPECT_TRUE(path.startsWith(own)) << path.toStdString();
+        EXPECT_TRUE(startsWith(path, own));
     }
 }
 
@@ -61,7 +60,7 @@ TEST(OwnEnvironmentTest, ProcessLeavesNothingInTheFoldersItWasStartedWith)
     process.start(QCoreApplication::applicationFilePath(),
                   {"--gtest_filter=OwnEnvironmentTest.SettingsAndFoldersOfTheUserAreOwn"});
     ASSERT_TRUE(process.waitForFinished(patience));
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput().toStdString();
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput();
     EXPECT_EQ(contentOf(outer.path()), QStringList());
 }
 
@@ -81,5 +80,5 @@ TEST(OwnEnvironmentTest, NumbersAreWrittenAsInCWhateverTheLocaleOfTheUser)
     process.start(QCoreApplication::applicationFilePath(),
                   {"--gtest_filter=OwnEnvironmentTest.NumbersAreWrittenAsInC"});
     ASSERT_TRUE(process.waitForFinished(patience));
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput().toStdString();
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput();
 }

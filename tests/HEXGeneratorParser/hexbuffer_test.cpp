@@ -9,7 +9,6 @@
 using HEXGeneratorParser::HEXBuffer;
 using HEXGeneratorParser::HexUtility;
 using ImageSupport::bytesOf;
-using ImageSupport::contentOf;
 using ImageSupport::hex;
 using ::testing::KilledBySignal;
 
@@ -184,7 +183,7 @@ protected:
 TEST_F(HEXBufferFileTest, EmptyBufferGivesAddressAndEndRecordAlone)
 {
     ASSERT_TRUE(buffer.writeToFile(path(), 0x9C00));
-    EXPECT_EQ(contentOf(path()).toStdString(), ":020000040001F9\n:00000001FF\n");
+    EXPECT_EQ(contentOf(path()), ":020000040001F9\n:00000001FF\n");
 }
 
 TEST_F(HEXBufferFileTest, StoresEveryWordHighByteFirst)
@@ -192,13 +191,13 @@ TEST_F(HEXBufferFileTest, StoresEveryWordHighByteFirst)
     buffer.appendBytes(bytesOf({0x11, 0x22, 0x33, 0x44}));
     ASSERT_TRUE(buffer.writeToFile(path(), 0x9C00));
     // 0x9C00 is byte address 0x13800. The fourth byte starts a word, blank in its other bytes.
-    EXPECT_EQ(lines().at(1).toStdString(), ":10380000332211"
-                                           "00"
-                                           "FFFF44"
-                                           "00"
-                                           "FFFFFF00FFFFFF00"
-                                           "16");
-    EXPECT_EQ(lines().last().toStdString(), ":00000001FF");
+    EXPECT_EQ(lines().at(1), ":10380000332211"
+                             "00"
+                             "FFFF44"
+                             "00"
+                             "FFFFFF00FFFFFF00"
+                             "16");
+    EXPECT_EQ(lines().last(), ":00000001FF");
 }
 
 TEST_F(HEXBufferFileTest, WritesOneRowFor256BytesAndTwoForOneMore)
@@ -221,9 +220,9 @@ TEST_F(HEXBufferFileTest, TellsWhenTheFileCannotBeWritten)
 
 TEST_F(HEXBufferFileTest, KeepsTheOldFileWhenTheAddressIsImpossible)
 {
-    ImageSupport::writeFile(path(), "old");
+    writeFile(path(), "old");
     EXPECT_FALSE(buffer.writeToFile(path(), -2));
     EXPECT_FALSE(buffer.writeToFile(path(), 0x7FFFFFFF));
-    EXPECT_EQ(contentOf(path()).toStdString(), "old");
+    EXPECT_EQ(contentOf(path()), "old");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"image.hex"});
 }

@@ -48,9 +48,9 @@ void expectSameBytes(int size, int startWordAddress)
     QProcess tool;
     tool.start("srec_cat", {hexFile, "-intel", "-offset", QString::number(-start), "-o", binaryFile,
                             "-binary"});
-    ASSERT_TRUE(tool.waitForFinished(patience)) << tool.errorString().toStdString();
-    ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
-    const QByteArray read = ImageSupport::contentOf(binaryFile);
+    ASSERT_TRUE(tool.waitForFinished(patience)) << tool.errorString();
+    ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError();
+    const QByteArray read = contentOf(binaryFile);
     EXPECT_EQ(read.size(), (size + 255) / 256 * 256) << "whole rows";
     EXPECT_EQ(ImageSupport::hex(read.left(size)), ImageSupport::hex(memoryOf(buffer)));
     for (int i = size; i < read.size(); ++i) {

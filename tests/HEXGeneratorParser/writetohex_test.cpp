@@ -8,13 +8,10 @@
 #include <csignal>
 #include <limits>
 
-#include <unistd.h>
-
 using HEXGeneratorParser::HEXBuffer;
 using HEXGeneratorParser::WriteToHEX;
 using HParser::StructSettings;
 using ImageSupport::bytesOf;
-using ImageSupport::contentOf;
 using ImageSupport::generatorOf;
 using ImageSupport::hex;
 using ImageSupport::profileOf;
@@ -165,9 +162,9 @@ TEST(WriteToHEX, WritesTheWorkedStructureInTheOrderOfTheFile)
     const QString path = folder.filePath("worked.hex");
     ASSERT_TRUE(Structure(workedMembers).write(path));
     const QList<QByteArray> lines = contentOf(path).split('\n');
-    EXPECT_EQ(lines.at(0).toStdString(), ":020000040001F9");
+    EXPECT_EQ(lines.at(0), ":020000040001F9");
     // 0x10 + 0x38 + 0xB0 + 5 + 3 + 0xFF + 0x43 + 5 + 6 * 0xFF leave 0xBF; 0x41 completes it.
-    EXPECT_EQ(lines.at(1).toStdString(), ":10380000B0050300FF430500FFFFFF00FFFFFF00BF");
+    EXPECT_EQ(lines.at(1), ":10380000B0050300FF430500FFFFFF00FFFFFF00BF");
 }
 
 TEST(WriteToHEX, WritesTheValuesNotTheDefaults)
@@ -323,7 +320,7 @@ TEST(WriteToHEX, NoProfilesGiveAFileWithoutData)
     const QTemporaryDir folder;
     const QString path = folder.filePath("empty.hex");
     ASSERT_TRUE(WriteToHEX().write(path, {}, generator->getGlobalSettings(), 0x9C00));
-    EXPECT_EQ(contentOf(path).toStdString(), ":020000040001F9\n:00000001FF\n");
+    EXPECT_EQ(contentOf(path), ":020000040001F9\n:00000001FF\n");
 }
 
 TEST(WriteToHEX, ProfilesStandInListOrderWithoutTheGlobalSettings)
@@ -337,7 +334,7 @@ TEST(WriteToHEX, ProfilesStandInListOrderWithoutTheGlobalSettings)
     const QString path = folder.filePath("order.hex");
     ASSERT_TRUE(
         WriteToHEX().write(path, {b.get(), a.get(), b.get()}, generator->getGlobalSettings(), 0));
-    EXPECT_EQ(contentOf(path).split('\n').at(1).left(41).toStdString(),
+    EXPECT_EQ(contentOf(path).split('\n').at(1).left(41),
               ":10000000FFFF0700FFFF0600FFFF0700FFFFFF00");
 }
 

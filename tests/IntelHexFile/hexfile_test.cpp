@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdio>
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace

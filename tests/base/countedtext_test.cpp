@@ -1,6 +1,6 @@
 #include "base/countedtext.h"
 
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 TEST(CountedTextTest, OneIsSingularAndAllOthersArePlural)
 {

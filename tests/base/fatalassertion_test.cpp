@@ -2,15 +2,12 @@
 
 #include "base/fatalcontext.h"
 #include "base/installedfilescope.h"
+#include "support/printing.h"
 #include "support/standardoutputcapture.h"
 
-#include <gtest/gtest.h>
-
 #include <QList>
-#include <QString>
 
 #include <csignal>
-#include <cstdio>
 
 using ::testing::KilledBySignal;
 
@@ -148,9 +145,9 @@ TEST(FatalContextTest, NestsOutermostFirst)
     const NamedContext outer("outer");
     {
         const NamedContext inner("inner");
-        EXPECT_EQ(FatalContext::describeAll().toStdString(), "outer\ninner");
+        EXPECT_EQ(FatalContext::describeAll(), "outer\ninner");
     }
-    EXPECT_EQ(FatalContext::describeAll().toStdString(), "outer");
+    EXPECT_EQ(FatalContext::describeAll(), "outer");
 }
 
 TEST(FatalContextTest, BlamesTheOutermostFile)
@@ -162,7 +159,7 @@ TEST(FatalContextTest, BlamesTheOutermostFile)
         InstalledFileScope outer("a.kelvaron");
         InstalledFileScope inner("b.cb"); // came out of the outer file
         const NamedContext deeper("no file");
-        EXPECT_EQ(FatalContext::blamedFile().toStdString(), "a.kelvaron");
+        EXPECT_EQ(FatalContext::blamedFile(), "a.kelvaron");
     }
     EXPECT_TRUE(FatalContext::blamedFile().isEmpty());
 }

@@ -1,9 +1,8 @@
 #include "base/linecapture.h"
 
 #include "base/standardoutput.h"
+#include "support/printing.h"
 #include "support/standardoutputcapture.h"
-
-#include <gtest/gtest.h>
 
 TEST(LineCaptureTest, KeepsLinesFromStandardOutput)
 {

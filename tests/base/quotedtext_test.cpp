@@ -1,6 +1,6 @@
 #include "base/quotedtext.h"
 
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 #include "base/rounding.h"
 
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <limits>
 

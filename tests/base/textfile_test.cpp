@@ -1,13 +1,11 @@
 #include "base/textfile.h"
 
 #include "support/filesizelimit.h"
-
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStringList>
 #include <QTemporaryDir>
 #include <QTextCodec>
 
@@ -94,10 +92,9 @@ TEST_F(TextFileTest, BytesThatAreNotUtf8AreReplacedWhereverTheyAre)
         {"a\xC3\r\n", "a\xEF\xBF\xBD\n"}};
     for (const auto& [bytes, expected] : texts) {
         writeBytes(path("in.txt"), bytes);
-        EXPECT_EQ(TextFile::readUtf8(path("in.txt")), expected)
-            << bytes.right(8).toHex().toStdString();
+        EXPECT_EQ(TextFile::readUtf8(path("in.txt")), expected) << bytes.right(8).toHex();
         EXPECT_EQ(TextFile::read(path("in.txt")), QString::fromUtf8(expected))
-            << bytes.right(8).toHex().toStdString();
+            << bytes.right(8).toHex();
     }
 }
 
@@ -206,7 +203,7 @@ TEST_F(TextFileTest, LeavesAnOlderFileWhereverTheDiskIsFull)
     }
     writeBytes(path("a.txt"), "older\n");
     for (const int limit : limits) {
-        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        const FileSizeLimit fullDisk(limit);
         for (const int size : {limit + 1, limit + 100, limit + buffer}) {
             ASSERT_FALSE(TextFile::write(path("a.txt"), QString(size, 'x'))) << limit;
             ASSERT_EQ(readBytes(path("a.txt")), "older\n") << limit;

@@ -2,8 +2,6 @@
 
 #include "support/gui/widgets.h"
 
-#include <gtest/gtest.h>
-
 using XMLGeneratorParser::XMLUtility;
 
 namespace

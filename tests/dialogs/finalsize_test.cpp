@@ -4,16 +4,12 @@
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "profiles/profilewizarddialog.h"
 #include "settingsui/globalsettingsdialog.h"
-#include "settingsui/globalsettingsmanager.h"
 #include "support/fakeports.h"
-#include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QApplication>
-#include <QPushButton>
 #include <QScreen>
 #include <QTest>
 

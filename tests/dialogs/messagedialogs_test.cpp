@@ -7,7 +7,6 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QMessageBox>
 #include <QTextDocument>
 
 namespace
@@ -28,15 +27,12 @@ QString shownBy(int (*show)(QWidget*), const QString& title)
 {
     QString shown;
     DialogScript script;
-    script.thenDo([&](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), title);
-        EXPECT_TRUE(Qt::mightBeRichText(box->text()));
-        EXPECT_EQ(box->icon(), QMessageBox::NoIcon);
-        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
-        shown = shownText(box->text());
-        clickOn(box->button(QMessageBox::Ok));
+    script.thenPress("OK", [&](const QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), title);
+        EXPECT_TRUE(Qt::mightBeRichText(box.text()));
+        EXPECT_EQ(box.icon(), QMessageBox::NoIcon);
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+        shown = shownText(box.text());
     });
     EXPECT_EQ(show(nullptr), QMessageBox::Ok);
     script.finish();
@@ -59,17 +55,14 @@ TEST_P(PlainMessages, HaveTheirTitleAndTextAndAnOkButton)
     QWidget parent;
     bool isChecked = false;
     DialogScript script;
-    script.thenDo([&](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), GetParam().title);
-        EXPECT_EQ(box->text(), GetParam().text);
-        EXPECT_EQ(box->icon(), QMessageBox::NoIcon);
-        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
-        EXPECT_EQ(box->parentWidget(), &parent);
-        EXPECT_TRUE(box->isModal());
+    script.thenPress("OK", [&](const QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), GetParam().title);
+        EXPECT_EQ(box.text(), GetParam().text);
+        EXPECT_EQ(box.icon(), QMessageBox::NoIcon);
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box.parentWidget(), &parent);
+        EXPECT_TRUE(box.isModal());
         isChecked = true;
-        clickOn(box->button(QMessageBox::Ok));
     });
     EXPECT_EQ(GetParam().show(&parent), QMessageBox::Ok);
     EXPECT_TRUE(isChecked);
@@ -152,10 +145,7 @@ protected:
     static int answer(const QString& press)
     {
         DialogScript script;
-        script.expectMessageBox("Add Profiles to List?",
-                                "Do you want to add the imported profiles to the current list of "
-                                "profiles, or replace them?<br>",
-                                {"Add Profiles", "Replace Profiles"}, "Add Profiles", press);
+        script.expectAppendQuestion(press);
         return MessageDialogs::askAppendProfiles(nullptr);
     }
 };
@@ -200,18 +190,15 @@ TEST_F(AppendQuestion, ButtonsHaveMnemonicsAndRoles)
 TEST(MessageDialogsTest, TooOldSoftwareNamesBothVersionsAndTheDownloadPage)
 {
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), "Software Update Required");
-        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+    script.thenPress("OK", [](const QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), "Software Update Required");
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
         const QString start =
             "Kelvaron Bundle version 1.4.2 requires Kelvaron Profile Editor version 01.0 or "
             "higher. You can download it at ";
-        EXPECT_EQ(box->text().left(start.size()), start);
-        EXPECT_TRUE(box->text().mid(start.size()).startsWith("http"));
-        EXPECT_TRUE(box->text().endsWith("MacOS"));
-        clickOn(box->button(QMessageBox::Ok));
+        EXPECT_EQ(box.text().left(start.size()), start);
+        EXPECT_TRUE(startsWith(box.text().mid(start.size()), "http"));
+        EXPECT_TRUE(box.text().endsWith("MacOS"));
     });
     EXPECT_EQ(MessageDialogs::currentSoftwareTooOld(nullptr, VersionString("1.4.2"),
                                                     VersionString("01.0")),
@@ -244,12 +231,8 @@ TEST_F(AboutBox, HasNothingBehindTheLetterWithoutABundle)
 {
     ApplicationGlobalMap::putString("bundle_version", {});
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(box->text().contains(QRegExp("Kelvaron Bundle Version: v\\s*<br>")))
-            << box->text().toStdString();
-        clickOn(box->button(QMessageBox::Ok));
+    script.thenPress("OK", [](const QMessageBox& box) {
+        EXPECT_TRUE(contains(box.text(), QRegExp("Kelvaron Bundle Version: v\\s*<br>")));
     });
     MessageDialogs::aboutKelvaronProfileEditor(nullptr);
 }
@@ -257,13 +240,10 @@ TEST_F(AboutBox, HasNothingBehindTheLetterWithoutABundle)
 TEST_F(AboutBox, IsCentredWithTheNameInBoldAndALink)
 {
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(box->text().contains("<center>") || box->text().contains("align=\"center\""));
-        EXPECT_TRUE(box->text().contains("<b>Kelvaron Profile Editor</b><br>Build: "));
-        EXPECT_TRUE(box->text().contains("<a href=\"http"));
-        clickOn(box->button(QMessageBox::Ok));
+    script.thenPress("OK", [](const QMessageBox& box) {
+        EXPECT_TRUE(box.text().contains("<center>") || box.text().contains("align=\"center\""));
+        EXPECT_TRUE(contains(box.text(), "<b>Kelvaron Profile Editor</b><br>Build: "));
+        EXPECT_TRUE(contains(box.text(), "<a href=\"http"));
     });
     MessageDialogs::aboutKelvaronProfileEditor(nullptr);
 }
@@ -271,7 +251,7 @@ TEST_F(AboutBox, IsCentredWithTheNameInBoldAndALink)
 TEST(HelpBox, ReadsAsFourNumberedSteps)
 {
     const QString text = shownBy(MessageDialogs::helpKelvaronProfileEditor, "Basic Usage");
-    EXPECT_TRUE(text.startsWith("Kelvaron Profile Editor Basic Usage:"));
+    EXPECT_TRUE(startsWith(text, "Kelvaron Profile Editor Basic Usage:"));
     int place = 0;
     for (const char* item :
          {"Connect the USB end of the USB->TTL programming cable to your computer, and TRS end "
@@ -289,21 +269,18 @@ TEST(HelpBox, ReadsAsFourNumberedSteps)
           "correct, but if in doubt, unplug and replug the USB cable from your computer to see "
           "which COM Port item disappears and then reappears from the list"}) {
         place = text.indexOf(item, place);
-        ASSERT_GE(place, 0) << item << "\nin: " << text.toStdString();
+        ASSERT_GE(place, 0) << item << "\nin: " << text;
     }
 }
 
 TEST(HelpBox, HasItsSizesAndItsOrderedList)
 {
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(box->text().contains(QRegExp("size=\"?5\"?><b>Kelvaron Profile Editor")));
-        EXPECT_TRUE(box->text().contains(QRegExp("size=\"?3\"?>")));
-        EXPECT_EQ(box->text().count("<li>"), 4);
-        EXPECT_EQ(box->text().count("<ol>"), 1);
-        clickOn(box->button(QMessageBox::Ok));
+    script.thenPress("OK", [](const QMessageBox& box) {
+        EXPECT_TRUE(contains(box.text(), QRegExp("size=\"?5\"?><b>Kelvaron Profile Editor")));
+        EXPECT_TRUE(contains(box.text(), QRegExp("size=\"?3\"?>")));
+        EXPECT_EQ(box.text().count("<li>"), 4);
+        EXPECT_EQ(box.text().count("<ol>"), 1);
     });
     MessageDialogs::helpKelvaronProfileEditor(nullptr);
 }
@@ -311,16 +288,12 @@ TEST(HelpBox, HasItsSizesAndItsOrderedList)
 TEST(MessageDialogsTest, ProfilesLeftOutAreCountedAndNamedAsTheyAre)
 {
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(box->text().contains("3"));
-        const QString read =
-            box->textFormat() == Qt::PlainText ? box->text() : shownText(box->text());
-        EXPECT_TRUE(read.contains("\"Zinc & Air\"")) << read.toStdString();
-        EXPECT_TRUE(read.contains("\"<b>Odd</b>\"")) << read.toStdString();
-        EXPECT_FALSE(read.contains("&quot;")) << read.toStdString();
-        clickOn(box->button(QMessageBox::Ok));
+    script.thenPress("OK", [](const QMessageBox& box) {
+        EXPECT_TRUE(contains(box.text(), "3"));
+        const QString read = box.textFormat() == Qt::PlainText ? box.text() : shownText(box.text());
+        EXPECT_TRUE(contains(read, "\"Zinc & Air\""));
+        EXPECT_TRUE(contains(read, "\"<b>Odd</b>\""));
+        EXPECT_FALSE(read.contains("&quot;")) << read;
     });
     MessageDialogs::profilesLeftOut(nullptr, {"\"Zinc & Air\"", "\"<b>Odd</b>\"", "\"A\""}, {});
 }
@@ -328,13 +301,9 @@ TEST(MessageDialogsTest, ProfilesLeftOutAreCountedAndNamedAsTheyAre)
 TEST(MessageDialogsTest, OneChemistryLeftOutIsShownWithoutEntities)
 {
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        const QString read =
-            box->textFormat() == Qt::PlainText ? box->text() : shownText(box->text());
-        EXPECT_TRUE(read.contains("\"Zinc Air\"")) << read.toStdString();
-        clickOn(box->button(QMessageBox::Ok));
+    script.thenPress("OK", [](const QMessageBox& box) {
+        const QString read = box.textFormat() == Qt::PlainText ? box.text() : shownText(box.text());
+        EXPECT_TRUE(contains(read, "\"Zinc Air\""));
     });
     MessageDialogs::profilesLeftOut(nullptr, {"\"Zinc Air\""}, {});
 }

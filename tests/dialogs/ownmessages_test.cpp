@@ -4,8 +4,6 @@
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
 
-#include <QMessageBox>
-
 TEST(OwnMessagesTest, OneProfileLeftOut)
 {
     DialogScript script;

@@ -3,8 +3,7 @@
 
 #include "look/contraststyle.h"
 #include "support/gui/contrast.h"
-
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -14,7 +13,6 @@
 #include <QPushButton>
 #include <QStyleFactory>
 
-#include <algorithm>
 #include <memory>
 
 namespace

@@ -1,16 +1,10 @@
 // Editing with the keys and the pointer of an X server, under a window manager.
 
-#include "mainwindow.h"
 #include "settingsui/fieldnote.h"
 #include "support/display/hands.h"
 #include "support/gui/editorwindow.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolTip>
@@ -40,7 +34,7 @@ protected:
     QLineEdit* field(const QString& name) const
     {
         auto* found = qobject_cast<QLineEdit*>(cellOf(gridOf(scroll()), name, 3));
-        EXPECT_NE(found, nullptr) << name.toStdString();
+        EXPECT_NE(found, nullptr) << name;
         return found;
     }
 
@@ -153,5 +147,5 @@ TEST_F(EditingOnDisplayTest, APointerThatRestsShowsWhatAFieldTakes)
     Hands::pointAt(current, QPoint(20, 5));
     Hands::pointAt(current, QPoint(22, 6));
     EXPECT_TRUE(waitFor([] { return QToolTip::text().contains("1 to 8 cells"); }))
-        << QToolTip::text().toStdString();
+        << QToolTip::text();
 }

@@ -1,19 +1,11 @@
 // Keys as the X server sends them, with a window manager that decides which window gets them.
 
-#include "mainwindow.h"
 #include "support/display/hands.h"
 #include "support/gui/installation.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QFile>
-#include <QLabel>
-#include <QListWidget>
 #include <QMenu>
-#include <QPushButton>
-#include <QTest>
 
 using UploadDownload::UploadDownloadDialog;
 

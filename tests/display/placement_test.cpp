@@ -5,11 +5,8 @@
 #include "support/display/frame.h"
 #include "support/fakeports.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "transfer/uploaddownloaddialog.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QScreen>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;

@@ -1,14 +1,9 @@
 // What the pointer brings about while it rests, or moves from one thing to another.
 
-#include "mainwindow.h"
 #include "support/display/hands.h"
 #include "support/gui/installation.h"
 #include "xmlformat/xmlmanager.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QTextDocumentFragment>
 #include <QToolTip>
 
@@ -53,13 +48,13 @@ protected:
         ASSERT_TRUE(waitFor([] { return tip() == nullptr; }));
         Hands::pointAt(widget, widget->rect().center());
         Hands::pointAt(widget, widget->rect().center() + QPoint(1, 1));
-        ASSERT_TRUE(waitFor([] { return tip() != nullptr; })) << text.toStdString();
+        ASSERT_TRUE(waitFor([] { return tip() != nullptr; })) << text;
         EXPECT_EQ(QTextDocumentFragment::fromHtml(tip()->text()).toPlainText(), text);
         const QPalette usual = QToolTip::palette();
         const QImage image = tip()->grab().toImage();
-        EXPECT_EQ(image.pixelColor(2, 2), usual.color(QPalette::ToolTipBase)) << text.toStdString();
+        EXPECT_EQ(image.pixelColor(2, 2), usual.color(QPalette::ToolTipBase)) << text;
         const QColor frame = image.pixelColor(image.width() / 2, 0);
-        EXPECT_NE(frame, usual.color(QPalette::ToolTipBase)) << "no frame: " << text.toStdString();
+        EXPECT_NE(frame, usual.color(QPalette::ToolTipBase)) << "no frame: " << text;
     }
 };
 

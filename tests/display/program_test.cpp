@@ -3,8 +3,6 @@
 #include "support/display/hands.h"
 #include "testpaths.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -53,5 +51,5 @@ protected:
 TEST_F(ProgramOnDisplayTest, ScaleIsOneOnAScreenThatIsMeasuredInMillimetres)
 {
     const QByteArray geometry = window({"getwindowgeometry"});
-    EXPECT_TRUE(geometry.contains("Geometry: 900x600")) << geometry.constData();
+    EXPECT_TRUE(geometry.contains("Geometry: 900x600")) << geometry;
 }

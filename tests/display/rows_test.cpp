@@ -1,14 +1,8 @@
 // The rows of the profile list while the window changes under a window manager's hands.
 
-#include "mainwindow.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 
-#include <QApplication>
-#include <QListWidget>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
 
 class RowsOnDisplayTest : public MainWindowTest
 {
@@ -42,8 +36,7 @@ protected:
 
     void expectWholeRows() const
     {
-        EXPECT_TRUE(waitFor([this] { return cutRows().isEmpty(); }))
-            << cutRows().join(", ").toStdString();
+        EXPECT_TRUE(waitFor([this] { return cutRows().isEmpty(); })) << cutRows().join(", ");
     }
 };
 

@@ -2,17 +2,13 @@
 // screens of several sizes and scales.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
-#include "mainwindow.h"
 #include "messagedialogs.h"
 #include "settingsui/globalsettingsmanager.h"
 #include "support/display/frame.h"
 #include "support/fakeports.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "transfer/uploaddownloaddialog.h"
 
-#include <QApplication>
-#include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 
@@ -44,7 +40,7 @@ protected:
         for (const QString& name : parts) {
             const auto* part = childNamed<QWidget>(shown, name);
             const QRect place(part->mapTo(shown, QPoint()), part->size());
-            EXPECT_TRUE(shown->rect().contains(place)) << name.toStdString() << ' ' << text(place);
+            EXPECT_TRUE(shown->rect().contains(place)) << name << ' ' << text(place);
         }
     }
 

@@ -1,17 +1,14 @@
 #include "filedialogs/filedialogs.h"
 
+#include "support/files.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QWindow>
 
 namespace
@@ -34,9 +31,9 @@ protected:
 
     QString makeFile(const QString& name) const
     {
-        QFile made(QDir(folder).filePath(name));
-        EXPECT_TRUE(made.open(QIODevice::WriteOnly));
-        return made.fileName();
+        const QString path = QDir(folder).filePath(name);
+        writeFile(path, {});
+        return path;
     }
 
     static void press(QWidget& dialog, int key, const QString& text = {})
@@ -74,7 +71,7 @@ protected:
                 }
             }
             return found.isValid();
-        })) << name.toStdString();
+        })) << name;
         return found;
     }
 

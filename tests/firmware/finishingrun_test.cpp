@@ -6,7 +6,6 @@
 #include "support/gui/flashertest.h"
 #include "transfer/uploader.h"
 
-#include <QPointer>
 #include <QProcess>
 
 using FirmwareTool::FinishingRun;
@@ -44,17 +43,17 @@ TEST_F(FinishingRunTest, UploaderEndsByItselfAndAllThatItPrintsIsLogged)
 {
     finish(FakeUploader::waitForGo() + "; echo port closed; touch ended");
     EXPECT_EQ(PortTurns::ofApplication().descriptions().size(), 1) << "the port is still in use";
-    FakeUploader::write("go", "");
+    writeFile("go", "");
     waitForEnd();
     EXPECT_TRUE(QFile::exists("ended"));
-    EXPECT_EQ(bytesOf("log.txt"), "port closed\n");
+    EXPECT_EQ(contentOf("log.txt"), "port closed\n");
 }
 
 TEST_F(FinishingRunTest, UploaderThatHasEndedAlreadyIsFinishedAtOnce)
 {
     finish("echo port closed");
     waitForEnd();
-    EXPECT_EQ(bytesOf("log.txt"), "port closed\n");
+    EXPECT_EQ(contentOf("log.txt"), "port closed\n");
 }
 
 TEST_F(FinishingRunTest, UploaderThatDoesNotEndIsKilled)
@@ -67,7 +66,7 @@ TEST_F(FinishingRunTest, UploaderThatNeverStopsPrintingIsKilled)
 {
     finish("yes");
     waitForEnd();
-    EXPECT_GT(bytesOf("log.txt").size(), std::size_t(FinishingRun::mostOutput) / 2);
+    EXPECT_GT(contentOf("log.txt").size(), FinishingRun::mostOutput / 2);
 }
 
 TEST_F(FinishingRunTest, ProgramWaitsForTheEndBeforeItEnds)

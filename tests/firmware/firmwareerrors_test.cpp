@@ -1,13 +1,8 @@
 #include "firmware/firmwareerrors.h"
 
 #include "support/gui/flashertest.h"
-#include "support/standardoutputcapture.h"
-#include "ui_kelvaronfirmwaretoolwindow.h"
 
-#include <QMessageBox>
 #include <QTimer>
-
-#include <functional>
 
 class FirmwareErrorsTest : public ::testing::Test
 {
@@ -32,17 +27,14 @@ protected:
     {
         const StandardOutputCapture output;
         DialogScript script;
-        script.thenDo([&](QWidget& dialog) {
-            EXPECT_EQ(dialog.windowTitle(), title);
-            EXPECT_EQ(dialog.parentWidget(), &window);
-            auto* box = qobject_cast<QMessageBox*>(&dialog);
-            ASSERT_NE(box, nullptr);
-            EXPECT_EQ(box->text(), text);
-            EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
-            EXPECT_EQ(box->icon(), QMessageBox::NoIcon);
+        script.thenPress("OK", [&](const QMessageBox& box) {
+            EXPECT_EQ(box.windowTitle(), title);
+            EXPECT_EQ(box.parentWidget(), &window);
+            EXPECT_EQ(box.text(), text);
+            EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+            EXPECT_EQ(box.icon(), QMessageBox::NoIcon);
             EXPECT_EQ(stagesOf(form), display); // changed before the message
             EXPECT_EQ(output.text(), "Error" + std::to_string(number) + "\n");
-            clickOn(box->button(QMessageBox::Ok));
         });
         error();
     }

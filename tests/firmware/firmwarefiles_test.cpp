@@ -2,7 +2,6 @@
 
 #include "support/filesizelimit.h"
 #include "support/gui/flashertest.h"
-#include "support/standardoutputcapture.h"
 
 #include <QMap>
 
@@ -30,7 +29,7 @@ protected:
     using Extraction = FirmwareFiles::Extraction;
 
     Extraction lastResult = Extraction::DONE;
-    const std::string image = ":020000040000FA\n:00000001FF\n";
+    const QByteArray image = ":020000040000FA\n:00000001FF\n";
     WorkingFolder folder;
     QTemporaryDir firmwareFolder;
 };
@@ -39,9 +38,9 @@ TEST_F(FirmwareFilesTest, KeepingProfilesUsesTheirDescription)
 {
     EXPECT_EQ(extract(firmwareBundle().bytes()),
               "Checksums in bundle OK\nNot overwriting profiles\n");
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
-    EXPECT_EQ(bytesOf("device_overwrite.txt"), "overwrite = yes\n");
-    EXPECT_EQ(bytesOf("device.txt"), "overwrite = no\n");
+    EXPECT_EQ(contentOf("hexToFlash.hex"), image);
+    EXPECT_EQ(contentOf("device_overwrite.txt"), "overwrite = yes\n");
+    EXPECT_EQ(contentOf("device.txt"), "overwrite = no\n");
     EXPECT_EQ(names(), QStringList({"device.txt", "device_overwrite.txt", "hexToFlash.hex",
                                     "v1.5.kelvaron"}));
 }
@@ -50,9 +49,9 @@ TEST_F(FirmwareFilesTest, OverwritingProfilesUsesTheSameDescriptionTwice)
 {
     EXPECT_EQ(extract(firmwareBundle().bytes(), true),
               "Checksums in bundle OK\nOverwriting Profiles\n");
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
-    EXPECT_EQ(bytesOf("device_overwrite.txt"), "overwrite = yes\n");
-    EXPECT_EQ(bytesOf("device.txt"), "overwrite = yes\n");
+    EXPECT_EQ(contentOf("hexToFlash.hex"), image);
+    EXPECT_EQ(contentOf("device_overwrite.txt"), "overwrite = yes\n");
+    EXPECT_EQ(contentOf("device.txt"), "overwrite = yes\n");
 }
 
 TEST_F(FirmwareFilesTest, FilesOfAnEarlierFlashAreReplaced)
@@ -61,16 +60,16 @@ TEST_F(FirmwareFilesTest, FilesOfAnEarlierFlashAreReplaced)
         writeFile(name, "a much longer text of an earlier flash, which must not remain\n");
     }
     extract(firmwareBundle().bytes());
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
-    EXPECT_EQ(bytesOf("device_overwrite.txt"), "overwrite = yes\n");
-    EXPECT_EQ(bytesOf("device.txt"), "overwrite = no\n");
+    EXPECT_EQ(contentOf("hexToFlash.hex"), image);
+    EXPECT_EQ(contentOf("device_overwrite.txt"), "overwrite = yes\n");
+    EXPECT_EQ(contentOf("device.txt"), "overwrite = no\n");
 }
 
 TEST_F(FirmwareFilesTest, WrongChecksumIsOnlyReported)
 {
     EXPECT_EQ(extract(firmwareBundle().wrongChecksum(2).bytes()),
               "Match failed!\nNot overwriting profiles\n");
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
+    EXPECT_EQ(contentOf("hexToFlash.hex"), image);
 }
 
 // The copy of the firmware file
@@ -80,16 +79,16 @@ TEST_F(FirmwareFilesTest, FirmwareFileIsCopiedUnchanged)
     const QByteArray bytes =
         "ignored \xFF\r\n" + firmwareBundle().bytes().replace("\n", "\r\n") + "no line end";
     extract(bytes);
-    EXPECT_EQ(bytesOf("v1.5.kelvaron"), bytes.toStdString());
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
+    EXPECT_EQ(contentOf("v1.5.kelvaron"), bytes);
+    EXPECT_EQ(contentOf("hexToFlash.hex"), image);
 }
 
 TEST_F(FirmwareFilesTest, CopyThatIsThereIsNotOverwritten)
 {
     writeFile("v1.5.kelvaron", "another\n");
     extract(firmwareBundle().bytes());
-    EXPECT_EQ(bytesOf("v1.5.kelvaron"), "another\n");
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), image); // of the chosen file
+    EXPECT_EQ(contentOf("v1.5.kelvaron"), "another\n");
+    EXPECT_EQ(contentOf("hexToFlash.hex"), image); // of the chosen file
 }
 
 TEST_F(FirmwareFilesTest, FirmwareFileInTheWorkingFolderStaysAsItIs)
@@ -97,10 +96,10 @@ TEST_F(FirmwareFilesTest, FirmwareFileInTheWorkingFolderStaysAsItIs)
     const QByteArray bytes = firmwareBundle().bytes();
     writeFile("v1.5.kelvaron", bytes);
     FirmwareFiles::extract("v1.5.kelvaron", false);
-    EXPECT_EQ(bytesOf("v1.5.kelvaron"), bytes.toStdString());
+    EXPECT_EQ(contentOf("v1.5.kelvaron"), bytes);
     FirmwareFiles::extract(QDir::current().absoluteFilePath("v1.5.kelvaron"), false);
-    EXPECT_EQ(bytesOf("v1.5.kelvaron"), bytes.toStdString());
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
+    EXPECT_EQ(contentOf("v1.5.kelvaron"), bytes);
+    EXPECT_EQ(contentOf("hexToFlash.hex"), image);
 }
 
 class FirmwareCopyTest : public FirmwareFilesTest
@@ -111,7 +110,7 @@ protected:
     {
         extract(bundle.bytes());
         EXPECT_EQ(lastResult, Extraction::DONE);
-        EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
+        EXPECT_EQ(contentOf("hexToFlash.hex"), image);
         EXPECT_FALSE(QFile::exists("v1.5.kelvaron"));
     }
 };
@@ -169,7 +168,7 @@ protected:
     {
         EXPECT_EQ(names(), earlier);
         for (const QString& name : earlier) {
-            EXPECT_EQ(bytesOf(name), "earlier\n") << name.toStdString();
+            EXPECT_EQ(contentOf(name), "earlier\n") << name;
         }
     }
 
@@ -195,7 +194,7 @@ TEST_F(UnfitFirmwareTest, FilesThatAreNotBundles)
     for (const QByteArray& bytes :
          {QByteArray(), page, QByteArray("...\nVERSION = 1.5\n...\njust text\n"),
           BundleText().bytes()}) {
-        SCOPED_TRACE(bytes.toStdString());
+        SCOPED_TRACE(bytes);
         expectUnfit(bytes, Extraction::IMAGE_MISSING);
         expectUnfit(bytes, Extraction::IMAGE_MISSING, true);
     }
@@ -227,7 +226,7 @@ TEST_F(UnfitFirmwareTest, DescriptionThatKeepsProfilesIsNeededOnlyToKeepThem)
     expectUnfit(bundle, Extraction::DEVICE_DESCRIPTION_MISSING);
     extract(bundle, true);
     EXPECT_EQ(lastResult, Extraction::DONE);
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), "image\n");
+    EXPECT_EQ(contentOf("hexToFlash.hex"), "image\n");
 }
 
 TEST_F(UnfitFirmwareTest, BundleCutOffAnywhereIsExtractedWholeOrNotAtAll)
@@ -240,9 +239,9 @@ TEST_F(UnfitFirmwareTest, BundleCutOffAnywhereIsExtractedWholeOrNotAtAll)
             expectNothingChanged();
             continue;
         }
-        EXPECT_EQ(bytesOf("hexToFlash.hex"), image);
-        EXPECT_EQ(bytesOf("device_overwrite.txt"), "overwrite = yes\n");
-        EXPECT_EQ(bytesOf("device.txt"), "overwrite = no\n");
+        EXPECT_EQ(contentOf("hexToFlash.hex"), image);
+        EXPECT_EQ(contentOf("device_overwrite.txt"), "overwrite = yes\n");
+        EXPECT_EQ(contentOf("device.txt"), "overwrite = no\n");
         for (const QString& name : earlier) {
             writeFile(name, "earlier\n");
         }
@@ -269,8 +268,8 @@ TEST_F(UnfitFirmwareTest, ImageThatCannotBeRemovedStopsTheFlash)
     ASSERT_TRUE(QFile::remove("hexToFlash.hex"));
     ASSERT_TRUE(QDir().mkpath("hexToFlash.hex/content"));
     EXPECT_THROW(extract(firmwareBundle().bytes()), std::runtime_error);
-    EXPECT_EQ(bytesOf("device.txt"), "earlier\n");
-    EXPECT_EQ(bytesOf("device_overwrite.txt"), "earlier\n");
+    EXPECT_EQ(contentOf("device.txt"), "earlier\n");
+    EXPECT_EQ(contentOf("device_overwrite.txt"), "earlier\n");
 }
 
 // After the flash
@@ -279,9 +278,9 @@ TEST_F(FirmwareFilesTest, FullDiskLeavesWholeFilesAndTheDescriptionThatTransfers
 {
     const QByteArray bundle = firmwareBundle().bytes();
     extract(bundle);
-    QMap<QString, std::string> whole;
+    QMap<QString, QByteArray> whole;
     for (const QString& name : names()) {
-        whole.insert(name, bytesOf(name));
+        whole.insert(name, contentOf(name));
     }
     ASSERT_EQ(whole.size(), 4);
     const auto largest = static_cast<int>(std::max(whole["device.txt"].size(), image.size()));
@@ -296,16 +295,17 @@ TEST_F(FirmwareFilesTest, FullDiskLeavesWholeFilesAndTheDescriptionThatTransfers
         }
         writeFile("device.txt", "in use\n");
         {
-            const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+            const FileSizeLimit fullDisk(limit);
             FirmwareFiles::extract(firmwareFolder.filePath("v1.5.kelvaron"), false);
         }
         for (const QString name : {"hexToFlash.hex", "device.txt", "v1.5.kelvaron"}) {
             const bool hasRoom = static_cast<int>(whole.value(name).size()) <= limit;
-            EXPECT_EQ(bytesOf(name), hasRoom ? whole.value(name) : "(none)") << name.toStdString();
+            EXPECT_EQ(contentOf(name), hasRoom ? whole.value(name) : QByteArray("(no file)"))
+                << name;
         }
         FirmwareFiles::restoreDeviceDescription();
         const bool hadRoom = static_cast<int>(whole.value("device_overwrite.txt").size()) <= limit;
-        EXPECT_EQ(bytesOf("device.txt"), hadRoom ? "overwrite = yes\n" : "in use\n");
+        EXPECT_EQ(contentOf("device.txt"), hadRoom ? "overwrite = yes\n" : "in use\n");
     }
 }
 
@@ -313,7 +313,7 @@ TEST_F(FirmwareFilesTest, RestoredDescriptionIsTheOneForTransfers)
 {
     extract(firmwareBundle().bytes());
     FirmwareFiles::restoreDeviceDescription();
-    EXPECT_EQ(bytesOf("device.txt"), "overwrite = yes\n");
+    EXPECT_EQ(contentOf("device.txt"), "overwrite = yes\n");
     EXPECT_FALSE(QFile::exists("device_overwrite.txt"));
 }
 
@@ -321,13 +321,13 @@ TEST_F(FirmwareFilesTest, RestoringAMissingDescriptionBringsItBack)
 {
     writeFile("device_overwrite.txt", "overwrite = yes\n");
     FirmwareFiles::restoreDeviceDescription();
-    EXPECT_EQ(bytesOf("device.txt"), "overwrite = yes\n");
+    EXPECT_EQ(contentOf("device.txt"), "overwrite = yes\n");
 }
 
 TEST_F(FirmwareFilesTest, WithoutAFlashNothingIsRestored)
 {
     writeFile("device.txt", "installed\n");
     FirmwareFiles::restoreDeviceDescription();
-    EXPECT_EQ(bytesOf("device.txt"), "installed\n");
+    EXPECT_EQ(contentOf("device.txt"), "installed\n");
     EXPECT_EQ(names(), QStringList("device.txt"));
 }

@@ -3,10 +3,8 @@
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "support/fakeports.h"
 #include "support/gui/flashertest.h"
-#include "support/waiting.h"
 
 #include <QAction>
-#include <QPointer>
 #include <QScreen>
 
 using FirmwareTool::FirmwareFlasher;
@@ -47,7 +45,7 @@ protected:
     {
         uploader.print(chunk);
         auto* label = childNamed<QLabel>(tool, mark);
-        EXPECT_TRUE(waitFor([label] { return label->isVisible(); })) << chunk.constData();
+        EXPECT_TRUE(waitFor([label] { return label->isVisible(); })) << chunk;
     }
 
     QPushButton* submit() const { return childNamed<QPushButton>(tool, "submitButton"); }

@@ -3,7 +3,6 @@
 #include "serialports/portturn.h"
 #include "serialports/portturns.h"
 #include "support/gui/flashertest.h"
-#include "support/waiting.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>
@@ -205,11 +204,11 @@ TEST_F(FlashEndTest, RunThatWaitsChangesNothingBeforeThePortIsFree)
     writeFile("device.txt", "for the transfer\n");
     flasher->startFlashing();
     QCoreApplication::processEvents();
-    EXPECT_EQ(bytesOf("device.txt"), "for the transfer\n");
+    EXPECT_EQ(contentOf("device.txt"), "for the transfer\n");
     EXPECT_EQ(logNames(), QStringList());
     transfer.reset();
     uploader.waitForStart();
-    EXPECT_EQ(bytesOf("device.txt"), "overwrite = no\n");
+    EXPECT_EQ(contentOf("device.txt"), "overwrite = no\n");
     EXPECT_EQ(stages().at(0), "busy");
 }
 

@@ -1,7 +1,6 @@
 // The log of a run.
 
 #include "support/gui/flashertest.h"
-#include "support/waiting.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -60,7 +59,7 @@ TEST_F(FlashLogTest, NameTellsDateAndTime)
     for (QDateTime time = before; time <= after.addSecs(1); time = time.addSecs(1)) {
         possible.append(logNameAt(time));
     }
-    EXPECT_TRUE(possible.contains(logNames().at(0))) << logNames().at(0).toStdString();
+    EXPECT_TRUE(contains(possible, logNames().at(0)));
 }
 
 TEST(FlashLogNameTest, ExampleOfTheTestItself)
@@ -114,14 +113,14 @@ TEST_F(FlashLogTest, OlderLogsStay)
     writeFile("logs/a.txt", "older\n");
     start();
     EXPECT_EQ(logNames().size(), 2);
-    EXPECT_EQ(bytesOf("logs/a.txt"), "older\n");
+    EXPECT_EQ(contentOf("logs/a.txt"), "older\n");
 }
 
 TEST_F(FlashLogTest, FileInThePlaceOfTheFolderCostsOnlyTheLog)
 {
     writeFile("logs", "not a folder\n");
     expectRunWithoutLog();
-    EXPECT_EQ(bytesOf("logs"), "not a folder\n");
+    EXPECT_EQ(contentOf("logs"), "not a folder\n");
 }
 
 TEST_F(FlashLogTest, FolderThatTakesNoFilesCostsOnlyTheLog)

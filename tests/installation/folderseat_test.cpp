@@ -1,6 +1,6 @@
 #include "installation/folderseat.h"
 
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,7 @@
 #include "look/contraststyle.h"
 
 #include "support/gui/contrast.h"
-
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -12,7 +11,6 @@
 #include <QPushButton>
 #include <QStyleOption>
 
-#include <algorithm>
 #include <memory>
 
 namespace

@@ -2,12 +2,10 @@
 
 #include "support/gui/inkedpart.h"
 #include "support/gui/windowdirection.h"
+#include "support/printing.h"
 #include "support/waiting.h"
 
-#include <gtest/gtest.h>
-
 #include <QHelpEvent>
-#include <QTest>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <QToolTip>
@@ -98,7 +96,7 @@ TEST(ElidedLabelTest, TooltipShowsMarkupAndEntitiesAsTheyAre)
         label.setText(text);
         QHelpEvent ask(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
         QCoreApplication::sendEvent(&label, &ask);
-        EXPECT_EQ(shownTip().toStdString(), text.toStdString());
+        EXPECT_EQ(shownTip(), text);
     }
     QToolTip::hideText();
 }

@@ -1,9 +1,8 @@
 #include "look/screenfit.h"
 
 #include "look/fittedfont.h"
+#include "support/printing.h"
 #include "support/waiting.h"
-
-#include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QLabel>
@@ -45,7 +44,7 @@ TEST_F(ScreenFitTest, AWindowThatNeedsMoreThanTheScreenGetsItsFreeArea)
     layout->addWidget(bigLabel());
     new ScreenFit(&window);
     showActive(window);
-    EXPECT_TRUE(freeArea().contains(window.frameGeometry()));
+    EXPECT_TRUE(contains(freeArea(), window.frameGeometry()));
     EXPECT_EQ(window.size(), window.size().boundedTo(ScreenFit::room(window)));
 }
 
@@ -90,7 +89,7 @@ TEST_F(ScreenFitTest, AWindowOfFixedSizeGetsASmallerFont)
     window.setFont(large);
     new ScreenFit(&window);
     showActive(window);
-    EXPECT_TRUE(freeArea().contains(window.frameGeometry()));
+    EXPECT_TRUE(contains(freeArea(), window.frameGeometry()));
     EXPECT_LT(window.font().pointSizeF(), 30);
 }
 
@@ -117,7 +116,7 @@ TEST_F(ScreenFitTest, AWindowBeyondTheEdgeIsMovedOntoTheScreenOnce)
     window.move(freeArea().right() - 50, freeArea().bottom() - 50);
     new ScreenFit(&window);
     showActive(window);
-    EXPECT_TRUE(freeArea().contains(window.frameGeometry()));
+    EXPECT_TRUE(contains(freeArea(), window.frameGeometry()));
     const QPoint atTheEdge(freeArea().right() - 50, freeArea().bottom() - 50);
     window.move(atTheEdge); // by the user
     QApplication::setActiveWindow(nullptr);
@@ -135,7 +134,7 @@ TEST_F(ScreenFitTest, AWindowThatItsLayoutMakesWiderStaysOnTheScreen)
     label->setMinimumWidth(freeArea().width() / 2);
     QCoreApplication::processEvents();
     EXPECT_GE(window.width(), freeArea().width() / 2);
-    EXPECT_TRUE(freeArea().contains(window.frameGeometry()));
+    EXPECT_TRUE(contains(freeArea(), window.frameGeometry()));
 }
 
 TEST_F(ScreenFitTest, AMaximisedWindowIsLeftToTheSystem)
@@ -171,5 +170,5 @@ TEST_F(ScreenFitTest, CentresNoWindowBeyondTheEdge)
     tool->resize(500, 400);
     ScreenFit::centre(tool);
     tool->show();
-    EXPECT_TRUE(freeArea().contains(tool->frameGeometry()));
+    EXPECT_TRUE(contains(freeArea(), tool->frameGeometry()));
 }

@@ -2,8 +2,7 @@
 
 #include "support/gui/inkedpart.h"
 #include "support/gui/windowdirection.h"
-
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 namespace
 {

@@ -92,9 +92,9 @@ TEST(TextStyle, DropDownBoxCutsALongTextInItsMiddle)
 {
     for (const int width : {120, 200, 300}) {
         const QString drawn = drawnIn(width, longName);
-        ASSERT_TRUE(drawn.contains(ellipsis)) << drawn.toStdString();
+        ASSERT_TRUE(drawn.contains(ellipsis)) << drawn;
         const QStringList ends = drawn.split(ellipsis);
-        EXPECT_TRUE(longName.startsWith(ends.first()));
+        EXPECT_TRUE(startsWith(longName, ends.first()));
         EXPECT_TRUE(longName.endsWith(ends.last()));
         EXPECT_FALSE(ends.first().isEmpty() || ends.last().isEmpty());
         EXPECT_LT(QFontMetrics(QComboBox().font()).horizontalAdvance(drawn), width);

@@ -13,9 +13,7 @@
 #include "updatecheck/newfirmwarechecker.h"
 #include "updatecheck/newfirmwarecheckerdialog.h"
 
-#include <QApplication>
 #include <QComboBox>
-#include <QPushButton>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
 using NewFirmwareChecker::NewFirmwareCheckerDialog;
@@ -47,9 +45,9 @@ TEST_F(AccessibilityTest, EmptyMainWindow)
 {
     expectAllIsTold(window.get());
     const QString tree = AccessibleTree::print(window.get());
-    EXPECT_TRUE(tree.contains("List \"Profiles\""));
-    EXPECT_TRUE(tree.contains("Button \"Move Up\""));
-    EXPECT_TRUE(tree.contains("Graphic \"Tovo\""));
+    EXPECT_TRUE(contains(tree, "List \"Profiles\""));
+    EXPECT_TRUE(contains(tree, "Button \"Move Up\""));
+    EXPECT_TRUE(contains(tree, "Graphic \"Tovo\""));
 }
 
 TEST_F(AccessibilityTest, MainWindowWithProfilesAndWhileOneIsEdited)
@@ -61,9 +59,9 @@ TEST_F(AccessibilityTest, MainWindowWithProfilesAndWhileOneIsEdited)
     clickOn(window->findChild<AdvancedModeToggleCheckBox*>());
     expectAllIsTold(window.get());
     const QString tree = AccessibleTree::print(window.get());
-    EXPECT_TRUE(tree.contains("ListItem \"First, "));
-    EXPECT_TRUE(tree.contains("Button \"Delete: Second\" description \"Delete Profile\""));
-    EXPECT_TRUE(tree.contains("CheckBox \"Edit Advanced Settings\""));
+    EXPECT_TRUE(contains(tree, "ListItem \"First, "));
+    EXPECT_TRUE(contains(tree, "Button \"Delete: Second\" description \"Delete Profile\""));
+    EXPECT_TRUE(contains(tree, "CheckBox \"Edit Advanced Settings\""));
 }
 
 TEST_F(AccessibilityTest, BothPagesOfTheWizard)
@@ -71,7 +69,7 @@ TEST_F(AccessibilityTest, BothPagesOfTheWizard)
     clickOn(child<QPushButton>("addProfileButton"));
     QWidget* wizard = QApplication::activeModalWidget();
     expectAllIsTold(wizard);
-    EXPECT_TRUE(AccessibleTree::print(wizard).contains("ComboBox \"Chemistry:\""));
+    EXPECT_TRUE(contains(AccessibleTree::print(wizard), "ComboBox \"Chemistry:\""));
     clickOn(childNamed<QPushButton>(wizard, "nextButton"));
     expectAllIsTold(wizard);
     wizard->close();
@@ -92,8 +90,8 @@ TEST_F(AccessibilityTest, TransferDialogs)
     for (const bool writes : {true, false}) {
         auto* dialog = new UploadDownloadDialog(writes, window.get());
         expectAllIsTold(dialog);
-        EXPECT_TRUE(AccessibleTree::print(dialog).contains("ComboBox \"Choose a COM Port:\""));
-        EXPECT_TRUE(AccessibleTree::print(dialog).contains("ProgressBar \"Progress\""));
+        EXPECT_TRUE(contains(AccessibleTree::print(dialog), "ComboBox \"Choose a COM Port:\""));
+        EXPECT_TRUE(contains(AccessibleTree::print(dialog), "ProgressBar \"Progress\""));
         dialog->close();
     }
 }
@@ -127,7 +125,7 @@ TEST_F(AccessibilityTest, UpdateCheck)
     DialogScript script;
     auto* dialog = new NewFirmwareCheckerDialog(window.get());
     expectAllIsTold(dialog);
-    EXPECT_TRUE(AccessibleTree::print(dialog).contains("ProgressBar \"Progress\""));
+    EXPECT_TRUE(contains(AccessibleTree::print(dialog), "ProgressBar \"Progress\""));
     dialog->close();
     NewFirmwareChecker::NewFirmwareChecker::setServer({});
 }

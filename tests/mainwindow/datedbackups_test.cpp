@@ -4,16 +4,11 @@
 #include "serialports/portturns.h"
 #include "support/fakeports.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "testpaths.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
 
-#include <QAction>
-#include <QDir>
-#include <QFile>
-#include <QPushButton>
 #include <QStatusBar>
 
 using UploadDownload::UploadDownloadDialog;
@@ -23,19 +18,9 @@ class DatedBackupsTest : public MainWindowTest
 protected:
     DatedBackupsTest()
     {
-        EXPECT_TRUE(QFile::remove(pathOf("supl.mac")));
-        EXPECT_TRUE(QFile::copy(QString(KELVARON_BIN_DIR) + "/KelvaronProfileEditorFiles/supl.mac",
-                                pathOf("supl.mac")));
-        write("supl-faults.txt", "pace = 0%\n");
+        installSimulator();
         start();
         makeProfile("One");
-    }
-
-    void write(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(pathOf(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
     }
 
     QStringList copies() const
@@ -96,7 +81,7 @@ TEST_F(DatedBackupsTest, WhatWasWrittenIsKept)
 
 TEST_F(DatedBackupsTest, WhatCouldNotBeWrittenIsNot)
 {
-    write("supl-faults.txt", "pace = 0%\nno-port = yes\n");
+    writeFile("supl-faults.txt", "pace = 0%\nno-port = yes\n");
     transfer("actionWriteProfiles", "Failed!");
     EXPECT_EQ(copies(), QStringList());
 }
@@ -153,14 +138,8 @@ TEST_F(DatedBackupsTest, WhatAFileReplacesIsKeptBesideTheUndatedBackup)
     auto* manager = window->findChild<XMLGeneratorParser::XMLManager*>();
     ASSERT_TRUE(manager->exportToXML(pathOf("saved_profiles/mine.xml")));
     DialogScript script;
-    script.expectFileDialog("Select XML File to Import Profiles",
-                            {"XML files (*.xml)", "Any files (*.*)"}, pathOf("saved_profiles"),
-                            pathOf("saved_profiles/mine.xml"));
-    script.expectMessageBox("Add Profiles to List?",
-                            "Do you want to add the imported profiles to the current list of "
-                            "profiles, or replace them?<br>",
-                            {"Add Profiles", "Replace Profiles"}, "Add Profiles",
-                            "Replace Profiles");
+    script.expectImportDialog("XML", pathOf("saved_profiles"), pathOf("saved_profiles/mine.xml"));
+    script.expectAppendQuestion("Replace Profiles");
     trigger(command("actionImportXML"));
     EXPECT_EQ(onlyCopy(), "replaced 2");
     EXPECT_TRUE(QFile::exists(pathOf("backup_before_replace.xml")));
@@ -175,11 +154,10 @@ TEST_F(DatedBackupsTest, WhatIsReloadedIsKeptBesideTheUndatedBackup)
 
 TEST_F(DatedBackupsTest, ACopyThatCannotBeKeptIsNamedInTheStatusBarAndHoldsNothingUp)
 {
-    write("saved_profiles/backups", "a file in the place of the folder");
+    writeFile("saved_profiles/backups", "a file in the place of the folder");
     transfer("actionWriteProfiles");
     const QString text = child<QStatusBar>("statusBar")->currentMessage();
-    EXPECT_TRUE(text.startsWith("No copy of the profiles could be saved in "))
-        << text.toStdString();
+    EXPECT_TRUE(startsWith(text, "No copy of the profiles could be saved in "));
     child<QStatusBar>("statusBar")->clearMessage();
     deleteAll();
     EXPECT_EQ(list()->count(), 0);
@@ -198,5 +176,5 @@ TEST_F(DatedBackupsTest, ASecondEditorHasNamesOfItsOwn)
     makeProfile("Mine");
     deleteAll();
     ASSERT_EQ(copies().size(), 1);
-    EXPECT_TRUE(copies().first().startsWith("profiles_2_2")) << copies().first().toStdString();
+    EXPECT_TRUE(startsWith(copies().first(), "profiles_2_2"));
 }

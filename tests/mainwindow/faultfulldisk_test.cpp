@@ -8,82 +8,38 @@
 #include "rescue/profilerescue.h"
 #include "support/filesizelimit.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/xmlmanager.h"
 
-#include <QAction>
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-#include <QMap>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-
-#include <csignal>
-#include <functional>
 
 using HEXGeneratorParser::HEXManager;
 using XMLGeneratorParser::XMLManager;
 
 namespace
 {
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
 class FullDiskTest : public MainWindowTest
 {
 protected:
-    void startWithTwoProfiles()
-    {
-        start();
-        makeProfile("One");
-        makeProfile("Two");
-    }
-
-    QByteArray document() const { return window->findChild<XMLManager*>()->document().toUtf8(); }
-
-    /// Every file of the installation with what it holds.
-    QMap<QString, QByteArray> files() const
-    {
-        QMap<QString, QByteArray> found;
-        QDirIterator paths(pathOf(""), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (paths.hasNext()) {
-            const QString path = paths.next();
-            if (!path.endsWith(".lock")) { // the open editor's own
-                found.insert(path, bytesOf(path));
-            }
-        }
-        return found;
-    }
-
     /// Writes a file that is there already, with the disk full at each of its bytes.
     void expectWholeOrOld(const QString& name, int size, const std::function<bool()>& write)
     {
         ASSERT_GT(size, 1000);
-        QFile old(pathOf(name));
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-        old.write("old");
-        old.close();
+        writeFile(name, "old");
         for (int limit = 0; limit < size; ++limit) {
             {
-                const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+                const FileSizeLimit fullDisk(limit);
                 ASSERT_FALSE(write()) << limit;
             }
-            ASSERT_EQ(bytesOf(pathOf(name)), "old") << limit;
+            ASSERT_EQ(contentOf(name), "old") << limit;
         }
         const QStringList others =
             QDir(pathOf("")).entryList({name + ".*"}, QDir::Files | QDir::Hidden);
         EXPECT_EQ(others, QStringList()) << "a half-written file";
-        const FileSizeLimit justEnough(static_cast<rlim_t>(size));
+        const FileSizeLimit justEnough(size);
         EXPECT_TRUE(write());
-        EXPECT_EQ(bytesOf(pathOf(name)).size(), size);
+        EXPECT_EQ(contentOf(name).size(), size);
     }
 
     static QList<int> places(int size) { return {0, 1, size / 2, size - 1}; }
@@ -103,7 +59,7 @@ TEST_F(FullDiskTest, AnExportedImageIsWholeOrTheOldOne)
     startWithTwoProfiles();
     auto* manager = window->findChild<HEXManager*>();
     ASSERT_TRUE(manager->exportProfiles("whole.hex"));
-    expectWholeOrOld("list.hex", bytesOf(pathOf("whole.hex")).size(),
+    expectWholeOrOld("list.hex", contentOf("whole.hex").size(),
                      [manager] { return manager->exportProfiles("list.hex"); });
 }
 
@@ -113,15 +69,15 @@ TEST_F(FullDiskTest, ATransferDoesNotBegin)
     ASSERT_TRUE(window->findChild<HEXManager*>()->exportProfiles("profilesToUpload.hex"));
     makeProfile("Three");
     const QByteArray list = document();
-    const QMap<QString, QByteArray> before = files();
-    for (const int limit : places(bytesOf(pathOf("profilesToUpload.hex")).size())) {
+    const QMap<QString, QByteArray> before = allFiles();
+    for (const int limit : places(contentOf("profilesToUpload.hex").size())) {
         DialogScript script;
         script.expectMessage("Error while uploading!",
                              "An error occured while exporting profiles to HEX. Please try again.");
-        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        const FileSizeLimit fullDisk(limit);
         trigger(command("actionWriteProfiles"));
         EXPECT_EQ(window->findChild<UploadDownload::UploadDownloadDialog*>(), nullptr);
-        EXPECT_EQ(files(), before) << limit;
+        EXPECT_EQ(allFiles(), before) << limit;
     }
     EXPECT_EQ(document(), list);
 }
@@ -134,27 +90,16 @@ TEST_F(FullDiskTest, AListIsNotReplacedWithoutItsCopy)
         QFile::copy(pathOf("saved_profiles/list.xml"), pathOf("backup_before_replace.xml")));
     makeProfile("Three");
     const QByteArray list = document();
-    const QMap<QString, QByteArray> before = files();
+    const QMap<QString, QByteArray> before = allFiles();
     for (const int limit : places(list.size())) {
         DialogScript script;
-        script.expectFileDialog("Select XML File to Import Profiles",
-                                {"XML files (*.xml)", "Any files (*.*)"}, pathOf("saved_profiles"),
-                                "list.xml");
-        script.expectMessageBox("Add Profiles to List?",
-                                "Do you want to add the imported profiles to the current list of "
-                                "profiles, or replace them?<br>",
-                                {"Add Profiles", "Replace Profiles"}, "Add Profiles",
-                                "Replace Profiles");
-        script.expectQuestion(
-            "Replace Without Backup?",
-            "The current profiles could not be saved to the file "
-            "backup_before_replace.xml before they are replaced. If you continue, they will be "
-            "lost. Do you want to replace them anyway?",
-            "No");
-        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        script.expectImportDialog("XML", pathOf("saved_profiles"), "list.xml");
+        script.expectAppendQuestion("Replace Profiles");
+        script.expectNoBackupQuestion("No");
+        const FileSizeLimit fullDisk(limit);
         trigger(command("actionImportXML"));
         EXPECT_EQ(document(), list) << limit;
-        EXPECT_EQ(files(), before) << limit;
+        EXPECT_EQ(allFiles(), before) << limit;
     }
 }
 
@@ -163,16 +108,16 @@ TEST_F(FullDiskTest, ABundleIsNotReloadedWithoutABackup)
     startWithTwoProfiles();
     const QByteArray list = document();
     installBundle("1.2", demoSchema());
-    const QMap<QString, QByteArray> before = files();
+    const QMap<QString, QByteArray> before = allFiles();
     for (const int limit : places(list.size())) {
         DialogScript script;
         script.expectMessage("Bundle Not Reloaded",
                              "The profiles could not be backed up, so the bundle in use was kept. "
                              "Please save the profiles to a file and restart the program.");
-        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        const FileSizeLimit fullDisk(limit);
         window->reloadBundle();
         EXPECT_EQ(document(), list) << limit;
-        EXPECT_EQ(files(), before) << limit;
+        EXPECT_EQ(allFiles(), before) << limit;
         EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.0.0");
     }
 }
@@ -208,18 +153,18 @@ TEST_F(OlderSchemaTest, IsUsedByAStartThatSaysSo)
     start();
     window.reset();
     installNewerBundle();
-    const QMap<QString, QByteArray> before = files();
+    const QMap<QString, QByteArray> before = allFiles();
     for (const int limit : places(newer.size())) {
         DialogScript script;
         expectOlderSchemaTold(script, "v1.2.kelvaron");
-        const FileSizeLimit fullDisk(static_cast<rlim_t>(limit));
+        const FileSizeLimit fullDisk(limit);
         window = std::make_unique<MainWindow>();
-        EXPECT_EQ(files(), before) << limit;
+        EXPECT_EQ(allFiles(), before) << limit;
         window.reset();
     }
     const DialogScript nothing;
     start();
-    EXPECT_EQ(bytesOf(pathOf("kelvaron_chemistries.cb")), newer);
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), newer);
 }
 
 TEST_F(OlderSchemaTest, IsUsedByAReloadThatSaysSo)
@@ -227,16 +172,16 @@ TEST_F(OlderSchemaTest, IsUsedByAReloadThatSaysSo)
     start();
     makeProfile("One");
     const QByteArray list = document();
-    const QByteArray schema = bytesOf(pathOf("kelvaron_chemistries.cb"));
+    const QByteArray schema = contentOf("kelvaron_chemistries.cb");
     installNewerBundle();
     ASSERT_LT(list.size(), newer.size()) << "the backup must find room";
     {
         DialogScript script;
         expectOlderSchemaTold(script, "v1.2.kelvaron");
-        const FileSizeLimit fullDisk(static_cast<rlim_t>(newer.size() - 1));
+        const FileSizeLimit fullDisk(newer.size() - 1);
         window->reloadBundle();
     }
-    EXPECT_EQ(bytesOf(pathOf("kelvaron_chemistries.cb")), schema);
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), schema);
     EXPECT_EQ(document(), list);
 }
 
@@ -260,7 +205,7 @@ protected:
     }
 
     /// Crashes with the disk full at this byte.
-    void crash(rlim_t limit)
+    void crash(int limit)
     {
         startWithTwoProfiles();
         QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
@@ -303,7 +248,7 @@ TEST_F(FullDiskDeathTest, ACrashOnAFullDiskKeepsTheWholeProfilesThatFit)
         size = document().size();
         window.reset();
     }
-    EXPECT_EXIT(crash(static_cast<rlim_t>(size - 100)), ::testing::KilledBySignal(SIGTERM), "");
+    EXPECT_EXIT(crash(size - 100), ::testing::KilledBySignal(SIGTERM), "");
     ASSERT_EQ(rescuedFiles().size(), 1);
     XMLGeneratorParser::ReadFromXML reader;
     ASSERT_TRUE(reader.readProfiles(pathOf("saved_profiles/" + rescuedFiles().first())));

@@ -9,15 +9,6 @@
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
 
-#include <QAction>
-#include <QDirIterator>
-#include <QFile>
-#include <QLineEdit>
-#include <QMap>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-
 using FirmwareTool::KelvaronFirmwareToolWindow;
 using UploadDownload::UploadDownloadDialog;
 using XMLGeneratorParser::XMLManager;
@@ -36,12 +27,12 @@ protected:
              {"saved_profiles/list.xml", "backup_before_replace.xml", "backup_fw_update.xml"}) {
             EXPECT_TRUE(window->findChild<XMLManager*>()->exportToXML(name));
         }
-        write("saved_profiles/list.hex", "old\n");
-        write("profilesToUpload.hex", "old\n");
-        write("downloadedProfiles.hex", "old\n");
+        writeFile("saved_profiles/list.hex", "old\n");
+        writeFile("profilesToUpload.hex", "old\n");
+        writeFile("downloadedProfiles.hex", "old\n");
         makeProfile("Three");
         document = currentDocument();
-        filesBefore = files();
+        filesBefore = allFiles();
     }
 
     ~ReadOnlyFolderTest() override
@@ -49,32 +40,10 @@ protected:
         if (window != nullptr) {
             EXPECT_EQ(currentDocument(), document);
         }
-        EXPECT_EQ(files(), filesBefore);
+        EXPECT_EQ(allFiles(), filesBefore);
     }
 
     QString currentDocument() const { return window->findChild<XMLManager*>()->document(); }
-
-    void write(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(pathOf(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
-
-    /// Every file of the installation with what it holds.
-    QMap<QString, QByteArray> files() const
-    {
-        QMap<QString, QByteArray> found;
-        QDirIterator paths(pathOf(""), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (paths.hasNext()) {
-            QFile file(paths.next());
-            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-            if (!file.fileName().endsWith(".lock")) { // the open editor's own
-                found.insert(file.fileName(), file.readAll());
-            }
-        }
-        return found;
-    }
 
     /// Chooses an older file of the folder to be written over.
     static void chooseFile(DialogScript& script, const QString& name)
@@ -85,10 +54,7 @@ protected:
             typeOver(field, name);
             QTest::keyClick(field, Qt::Key_Return);
         });
-        script.thenDo([](QWidget& question) { // whether it is to be written over
-            auto* box = qobject_cast<QMessageBox*>(&question);
-            ASSERT_NE(box, nullptr);
-            clickOn(box->button(QMessageBox::Yes));
+        script.thenPress("Yes", [](const QMessageBox& /*box*/) { // whether it is to be written over
         });
     }
 
@@ -132,19 +98,9 @@ TEST_F(ReadOnlyFolderTest, AListIsNotReplacedUnasked)
 {
     const ReadOnlyFolder readOnly(pathOf(""));
     DialogScript script;
-    script.expectFileDialog("Select XML File to Import Profiles",
-                            {"XML files (*.xml)", "Any files (*.*)"}, pathOf("saved_profiles"),
-                            "list.xml");
-    script.expectMessageBox("Add Profiles to List?",
-                            "Do you want to add the imported profiles to the current list of "
-                            "profiles, or replace them?<br>",
-                            {"Add Profiles", "Replace Profiles"}, "Add Profiles",
-                            "Replace Profiles");
-    script.expectQuestion(
-        "Replace Without Backup?",
-        "The current profiles could not be saved to the file backup_before_replace.xml before they "
-        "are replaced. If you continue, they will be lost. Do you want to replace them anyway?",
-        "No");
+    script.expectImportDialog("XML", pathOf("saved_profiles"), "list.xml");
+    script.expectAppendQuestion("Replace Profiles");
+    script.expectNoBackupQuestion("No");
     trigger(command("actionImportXML"));
 }
 
@@ -160,13 +116,13 @@ TEST_F(ReadOnlyFolderTest, ABundleIsNotReloaded)
 
 TEST_F(ReadOnlyFolderTest, FirmwareIsNotFlashed)
 {
-    write("firmware.kelvaron", BundleText()
-                                   .section("overwrite = yes\n")
-                                   .section("schema\n")
-                                   .section(":00000001FF\n")
-                                   .section("overwrite = no\n")
-                                   .bytes());
-    filesBefore = files();
+    writeFile("firmware.kelvaron", BundleText()
+                                       .section("overwrite = yes\n")
+                                       .section("schema\n")
+                                       .section(":00000001FF\n")
+                                       .section("overwrite = no\n")
+                                       .bytes());
+    filesBefore = allFiles();
     const ReadOnlyFolder readOnly(pathOf(""));
     trigger(command("actionFlashFirmware"));
     auto* tool = window->findChild<KelvaronFirmwareToolWindow*>();
@@ -196,7 +152,7 @@ TEST_F(ReadOnlyFolderTest, AStartOnANewerBundleSaysThatTheOlderSchemaIsUsed)
 {
     window.reset();
     installBundle("1.2", demoSchema() + "// and a comment more\n");
-    filesBefore = files();
+    filesBefore = allFiles();
     const ReadOnlyFolder readOnly(pathOf(""));
     DialogScript script;
     script.expectMessage(

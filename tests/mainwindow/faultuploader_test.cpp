@@ -5,16 +5,10 @@
 #include "support/gui/flood.h"
 #include "support/gui/installation.h"
 #include "support/gui/memory.h"
-#include "support/waiting.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
 
-#include <QAction>
-#include <QFile>
-#include <QLabel>
 #include <QProcess>
-#include <QPushButton>
-#include <QTest>
 
 #include <csignal>
 
@@ -38,18 +32,17 @@ protected:
 
     ~BadUploaderTest() override { EXPECT_EQ(document(), before); }
 
-    QByteArray document() const { return window->findChild<XMLManager*>()->document().toUtf8(); }
-
     void install(const QByteArray& script) const
     {
-        QFile file(pathOf("supl.mac"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("#!/bin/sh\n" + script + '\n');
-        file.close();
-        ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        writeProgram(pathOf("supl.mac"), "#!/bin/sh
+" + script + '
+');
     }
 
-    UploadDownloadDialog* dialog() const { return window->findChild<UploadDownloadDialog*>(); }
+    UploadDownloadDialog* dialog() const
+    {
+        return window->findChild<UploadDownloadDialog*>();
+    }
     QString status() const { return childNamed<QLabel>(dialog(), "statusLabel")->text(); }
 
     void press(const char* action) const
@@ -78,26 +71,6 @@ protected:
         return static_cast<pid_t>(window->findChildren<QProcess*>().last()->processId());
     }
 
-    static void expectFailure(DialogScript& script)
-    {
-        script.expectMessage("Failed!",
-                             "Please make sure to select the correct COM port, and that the "
-                             "Kelvaron is in bootloader mode, and try again.");
-    }
-
-    static void expectSuccess(DialogScript& script, const QString& button)
-    {
-        script.thenDo([button](QWidget& question) {
-            EXPECT_EQ(question.windowTitle(), "Stay in Bootloader Mode or Reset?");
-            const QList<QPushButton*> buttons = question.findChildren<QPushButton*>();
-            for (QPushButton* candidate : buttons) {
-                if (candidate->text() == button) {
-                    clickOn(candidate);
-                }
-            }
-        });
-    }
-
     const FakePorts ports{{"/dev/ttyKelvaronDemo"}};
     QByteArray before;
 };
@@ -109,7 +82,7 @@ TEST_F(BadUploaderTest, KilledInTheMiddleFailsTheTransfer)
     for (const char* action : {"actionWriteProfiles", "actionReadProfiles"}) {
         press(action);
         DialogScript script;
-        expectFailure(script);
+        script.expectTransferFailure();
         ASSERT_EQ(kill(uploader(), SIGKILL), 0);
         waitForEnd();
     }
@@ -129,7 +102,7 @@ TEST_F(BadUploaderTest, StoppedLeavesTheWindowAliveAndGoesOnLater)
     EXPECT_TRUE(dialog()->isVisible());
     QFile go(pathOf("go"));
     ASSERT_TRUE(go.open(QIODevice::WriteOnly));
-    expectSuccess(script, "Stay in Bootloader Mode");
+    script.expectResetQuestion("Stay in Bootloader Mode");
     ASSERT_EQ(kill(stopped, SIGCONT), 0);
     waitForEnd();
 }
@@ -155,7 +128,7 @@ TEST_F(BadUploaderTest, HundredMegabytesOfZeroBytesAreNotKept)
     const PeakMemory memory;
     press("actionWriteProfiles");
     DialogScript script;
-    expectSuccess(script, "Stay in Bootloader Mode");
+    script.expectResetQuestion("Stay in Bootloader Mode");
     waitForEnd();
     EXPECT_LT(memory.grown(), 60 * mebibyte);
 }
@@ -166,7 +139,7 @@ TEST_F(BadUploaderTest, HundredMegabytesDuringAResetAreNotKept)
     const PeakMemory memory;
     press("actionWriteProfiles");
     DialogScript script;
-    expectSuccess(script, "Reset Kelvaron");
+    script.expectResetQuestion("Reset Kelvaron");
     waitForEnd();
     EXPECT_TRUE(QFile::exists(pathOf("reset")));
     EXPECT_LT(memory.grown(), 60 * mebibyte);
@@ -178,7 +151,7 @@ TEST_F(BadUploaderTest, HundredMegabytesBeforeAFailedReadAreNotKept)
     const PeakMemory memory;
     press("actionReadProfiles");
     DialogScript script;
-    expectFailure(script);
+    script.expectTransferFailure();
     waitForEnd();
     EXPECT_LT(memory.grown(), 60 * mebibyte);
 }

@@ -5,21 +5,10 @@
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "support/fakeports.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "testpaths.h"
 
-#include <QAction>
 #include <QCheckBox>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPointer>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTest>
 
 using FirmwareTool::FirmwareFlasher;
 using FirmwareTool::KelvaronFirmwareToolWindow;
@@ -29,10 +18,7 @@ class FirmwareFlashTest : public MainWindowTest
 protected:
     FirmwareFlashTest()
     {
-        const QString simulator =
-            QString(KELVARON_BIN_DIR) + "/KelvaronProfileEditorFiles/supl.mac";
-        QFile::remove(pathOf("supl.mac"));
-        EXPECT_TRUE(QFile::copy(simulator, pathOf("supl.mac")));
+        installSimulator();
         setFault("");
         start();
         trigger(command("actionFlashFirmware"));
@@ -43,21 +29,14 @@ protected:
 
     void setFault(const QByteArray& line) const
     {
-        QFile file(pathOf("supl-faults.txt"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("pace = 40%\n" + line + '\n');
+        writeFile("supl-faults.txt", "pace = 40%
+" + line + '
+');
     }
 
-    std::string bytesOf(const QString& name) const
+    static QByteArray demoBytes(const QString& name)
     {
-        QFile file(pathOf(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(none)";
-    }
-
-    std::string demoBytes(const QString& name) const
-    {
-        QFile file(QString(KELVARON_DEMO_DIR) + '/' + name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(none)";
+        return contentOf(QString(KELVARON_DEMO_DIR) + '/' + name);
     }
 
     template <typename T>
@@ -80,7 +59,7 @@ protected:
     /// Waits until a stage is ticked off.
     void waitForMark(const QString& name) const
     {
-        EXPECT_TRUE(waitFor([&] { return part<QLabel>(name)->isVisible(); })) << name.toStdString();
+        EXPECT_TRUE(waitFor([&] { return part<QLabel>(name)->isVisible(); })) << name;
     }
 
     void waitForEnd() const
@@ -99,12 +78,9 @@ protected:
     {
         setFault(fault);
         DialogScript script;
-        script.thenDo([&](QWidget& dialog) {
-            auto* box = qobject_cast<QMessageBox*>(&dialog);
-            ASSERT_NE(box, nullptr);
-            EXPECT_EQ(box->windowTitle(), title);
-            EXPECT_TRUE(box->text().contains(text)) << box->text().toStdString();
-            clickOn(box->button(QMessageBox::Ok));
+        script.thenPress("OK", [&](const QMessageBox& box) {
+            EXPECT_EQ(box.windowTitle(), title);
+            EXPECT_TRUE(contains(box.text(), text));
         });
         startFlash(firmware);
         waitForEnd();
@@ -145,7 +121,7 @@ TEST_F(FirmwareFlashTest, NewFirmwareIsFlashedAndItsBundleTakenIntoUse)
     firmware.close();
 
     startFlash(firmware.fileName());
-    EXPECT_EQ(bytesOf("device.txt"), demoBytes("device_nooverwrite.txt"));
+    EXPECT_EQ(contentOf("device.txt"), demoBytes("device_nooverwrite.txt"));
     waitForMark("eraseFlashCM");
     waitForMark("loadFileCM");
     int lastValue = 0;
@@ -159,16 +135,16 @@ TEST_F(FirmwareFlashTest, NewFirmwareIsFlashedAndItsBundleTakenIntoUse)
     expectSuccess();
 
     EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.5.0");
-    EXPECT_EQ(bytesOf("newer.kelvaron"), bytes.toStdString());
-    EXPECT_NE(bytesOf("charger-state.txt").find("resets = 1"), std::string::npos);
+    EXPECT_EQ(contentOf("newer.kelvaron"), bytes);
+    EXPECT_TRUE(contains(contentOf("charger-state.txt"), "resets = 1"));
     const QStringList logs = QDir(pathOf("logs")).entryList(QDir::Files);
     ASSERT_EQ(logs.size(), 1);
-    const std::string log = bytesOf("logs/" + logs.at(0));
+    const QByteArray log = contentOf("logs/" + logs.at(0));
     EXPECT_EQ(log.rfind("FLASHING KELVARON FIRMWARE\n", 0), 0U);
-    EXPECT_NE(log.find("Verified Flash OK"), std::string::npos);
+    EXPECT_TRUE(contains(log, "Verified Flash OK"));
 
     tool->close();
-    EXPECT_EQ(bytesOf("device.txt"), demoBytes("device.txt"));
+    EXPECT_EQ(contentOf("device.txt"), demoBytes("device.txt"));
     EXPECT_FALSE(QFile::exists(pathOf("device_overwrite.txt")));
 }
 
@@ -191,7 +167,7 @@ TEST_F(FirmwareFlashTest, OverwritingProfilesUsesTheOtherDescription)
     clickOn(part<QPushButton>("advancedOptionsButton"));
     clickOn(part<QCheckBox>("deleteProfilesCB"));
     startFlash(installed);
-    EXPECT_EQ(bytesOf("device.txt"), demoBytes("device.txt"));
+    EXPECT_EQ(contentOf("device.txt"), demoBytes("device.txt"));
     waitForMark("uploadCM");
     expectSuccess();
 }
@@ -254,7 +230,7 @@ TEST_F(FirmwareFlashTest, ClosingInTheMiddleEndsTheUploaderAndTheNextFlashSuccee
         tool->close();
         flushDeletions();
         EXPECT_EQ(tool, nullptr);
-        EXPECT_EQ(bytesOf("device.txt"), demoBytes("device.txt"));
+        EXPECT_EQ(contentOf("device.txt"), demoBytes("device.txt"));
     }
     trigger(command("actionFlashFirmware"));
     tool = window->findChild<KelvaronFirmwareToolWindow*>();

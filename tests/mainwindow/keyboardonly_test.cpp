@@ -6,28 +6,18 @@
 #include "profiles/profilesettings.h"
 #include "support/fakeports.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
-#include "testpaths.h"
 
-#include <QApplication>
-#include <QFile>
 #include <QMenu>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
+
+#include <functional>
 
 class KeyboardOnlyTest : public MainWindowTest
 {
 protected:
     KeyboardOnlyTest()
     {
-        EXPECT_TRUE(QFile::remove(pathOf("supl.mac")));
-        EXPECT_TRUE(QFile::copy(QString(KELVARON_BIN_DIR) + "/KelvaronProfileEditorFiles/supl.mac",
-                                pathOf("supl.mac")));
-        QFile faults(pathOf("supl-faults.txt"));
-        EXPECT_TRUE(faults.open(QIODevice::WriteOnly));
-        faults.write("pace = 0%\n");
-        faults.close();
+        installSimulator();
         start();
     }
 
@@ -66,8 +56,7 @@ protected:
     }
 
     /// Presses keys in the next dialog.
-    template <typename Keys>
-    void answer(DialogScript& script, const QString& title, Keys keys) const
+    void answer(DialogScript& script, const QString& title, const std::function<void()>& keys) const
     {
         script.thenDo([this, title, keys](QWidget& dialog) {
             EXPECT_EQ(dialog.windowTitle(), title);
@@ -116,10 +105,89 @@ protected:
         script.finish();
     }
 
-    QString value(int row, const QString& name) const
+    /// Selects the row above and changes its number of cells.
+    void changeNumberOfCells(const QString& number) const
     {
-        const auto* rowWidget = qobject_cast<ProfileName*>(list()->itemWidget(list()->item(row)));
-        return rowWidget->getProfileSettings()
+        activate(window.get());
+        list()->setFocus(Qt::TabFocusReason);
+        press(Qt::Key_Up);
+        press(Qt::Key_E, Qt::ControlModifier);
+        auto* save = child<QPushButton>("saveChangesButton");
+        ASSERT_TRUE(waitFor([save] { return save->isEnabled(); }));
+        press(Qt::Key_Tab);
+        press(Qt::Key_Tab);
+        press(Qt::Key_A, Qt::ControlModifier);
+        type(number);
+        press(Qt::Key_Return, Qt::ControlModifier);
+        ASSERT_TRUE(waitFor([save] { return !save->isEnabled(); }));
+    }
+
+    /// Makes the selected row active and the default, from button to button.
+    void makeDefault() const
+    {
+        list()->setFocus(Qt::TabFocusReason);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Tab);
+        press(Qt::Key_Space);
+    }
+
+    void saveByKeys(const QString& file) const
+    {
+        DialogScript script;
+        answer(script, "Select XML File to Export Profiles", [&file] { enter(file); });
+        answer(script, "Export to XML status", [] { press(Qt::Key_Return); });
+        press(Qt::Key_S, Qt::ControlModifier);
+    }
+
+    void deleteAllByKeys() const
+    {
+        DialogScript script;
+        activate(window.get());
+        answer(script, "Delete all profiles?", [] { press(Qt::Key_Y, Qt::AltModifier); });
+        press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+    }
+
+    void loadByKeys(const QString& file) const
+    {
+        DialogScript script;
+        activate(window.get());
+        answer(script, "Select XML File to Import Profiles", [&file] { enter(file); });
+        press(Qt::Key_O, Qt::ControlModifier);
+    }
+
+    void readHelpByKeys() const
+    {
+        DialogScript script;
+        activate(window.get());
+        answer(script, "Basic Usage", [] { press(Qt::Key_Return); });
+        press(Qt::Key_F1);
+    }
+
+    void quitByKeys() const
+    {
+        activate(window.get());
+        QTimer::singleShot(0, window.get(), [] { press(Qt::Key_Q, Qt::ControlModifier); });
+        QTimer::singleShot(patience, window.get(), [] { QCoreApplication::exit(EXIT_FAILURE); });
+        EXPECT_EQ(QApplication::exec(), EXIT_SUCCESS);
+    }
+
+    static void enter(const QString& text)
+    {
+        type(text);
+        press(Qt::Key_Return);
+    }
+
+    void expectBothProfiles() const
+    {
+        EXPECT_EQ(titles(), QStringList({"First", "Lead"}));
+        EXPECT_EQ(value(0, "Number of Cells"), "5");
+        EXPECT_EQ(value(0, "default"), "true");
+    }
+
+    QString value(int number, const QString& name) const
+    {
+        return row(number)
+            ->getProfileSettings()
             ->settings->getStructSettingByDescriptiveName(name)
             ->getValue();
     }
@@ -129,82 +197,22 @@ TEST_F(KeyboardOnlyTest, WholeMainJobNeedsNoMouse)
 {
     const FakePorts ports({"COM7"});
     const QString file = pathOf("by-keys.xml");
-
     makeProfileByKeys("First", 0);
     makeProfileByKeys("Lead", 2);
-    ASSERT_EQ(list()->count(), 2);
-    EXPECT_EQ(rowTitle(1), "Lead");
-
-    // Back to the first one, and its number of cells changed.
-    activate(window.get());
-    list()->setFocus(Qt::TabFocusReason);
-    press(Qt::Key_Up);
-    press(Qt::Key_E, Qt::ControlModifier);
-    auto* save = child<QPushButton>("saveChangesButton");
-    ASSERT_TRUE(waitFor([save] { return save->isEnabled(); }));
-    press(Qt::Key_Tab);
-    press(Qt::Key_Tab);
-    press(Qt::Key_A, Qt::ControlModifier);
-    type("5");
-    press(Qt::Key_Return, Qt::ControlModifier);
-    ASSERT_TRUE(waitFor([save] { return !save->isEnabled(); }));
-    EXPECT_EQ(value(0, "Number of Cells"), "5");
-
-    // Made active and the default one, from button to button.
-    list()->setFocus(Qt::TabFocusReason);
-    press(Qt::Key_Tab);
-    press(Qt::Key_Tab);
-    press(Qt::Key_Space);
-    EXPECT_EQ(value(0, "default"), "true");
-
-    {
-        DialogScript script;
-        answer(script, "Select XML File to Export Profiles", [&file] {
-            type(file);
-            press(Qt::Key_Return);
-        });
-        answer(script, "Export to XML status", [] { press(Qt::Key_Return); });
-        press(Qt::Key_S, Qt::ControlModifier);
-        script.finish();
-        EXPECT_TRUE(QFile::exists(file));
-    }
-    {
-        DialogScript script;
-        activate(window.get());
-        answer(script, "Delete all profiles?", [] { press(Qt::Key_Y, Qt::AltModifier); });
-        press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
-        script.finish();
-        ASSERT_EQ(list()->count(), 0);
-    }
-    {
-        DialogScript script;
-        activate(window.get());
-        answer(script, "Select XML File to Import Profiles", [&file] {
-            type(file);
-            press(Qt::Key_Return);
-        });
-        press(Qt::Key_O, Qt::ControlModifier);
-        script.finish();
-        ASSERT_EQ(list()->count(), 2);
-    }
+    changeNumberOfCells("5");
+    makeDefault();
+    expectBothProfiles();
+    saveByKeys(file);
+    EXPECT_TRUE(QFile::exists(file));
+    deleteAllByKeys();
+    ASSERT_EQ(list()->count(), 0);
+    loadByKeys(file);
+    expectBothProfiles();
     transferByKeys(Qt::Key_W, false);
     transferByKeys(Qt::Key_R, true);
-    ASSERT_EQ(list()->count(), 2);
-    EXPECT_EQ(rowTitle(0), "First");
-    EXPECT_EQ(value(0, "Number of Cells"), "5");
-    EXPECT_EQ(value(0, "default"), "true");
-    EXPECT_EQ(rowTitle(1), "Lead");
-    {
-        DialogScript script;
-        activate(window.get());
-        answer(script, "Basic Usage", [] { press(Qt::Key_Return); });
-        press(Qt::Key_F1);
-        script.finish();
-    }
-    activate(window.get());
-    QTimer::singleShot(0, window.get(), [] { press(Qt::Key_Q, Qt::ControlModifier); });
-    QTimer::singleShot(patience, window.get(), [] { QCoreApplication::exit(EXIT_FAILURE); });
-    EXPECT_EQ(QApplication::exec(), EXIT_SUCCESS);
+    expectBothProfiles();
+    readHelpByKeys();
+    quitByKeys();
 }
 
 TEST_F(KeyboardOnlyTest, MenusOpenWithF10)

@@ -12,12 +12,8 @@
 #include "updatecheck/newfirmwarechecker.h"
 #include "updatecheck/newfirmwarecheckerdialog.h"
 
-#include <QApplication>
-#include <QLabel>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QScreen>
-#include <QTest>
 
 using FirmwareTool::KelvaronFirmwareToolWindow;
 using NewFirmwareChecker::NewFirmwareCheckerDialog;
@@ -86,14 +82,14 @@ TEST_P(LargeFontsTest, RowsKeepTheirHeightAndShowTheirTexts)
     window->resize(2400, 1600);
     makeProfile("Profile");
     settle();
-    QWidget* row = list()->itemWidget(list()->item(0));
+    const QWidget* first = row(0);
     EXPECT_EQ(list()->sizeHintForRow(0), 46);
     for (const char* name : {"profileTitle", "profileSubtitle"}) {
-        const auto* label = childNamed<QLabel>(row, name);
+        const auto* label = childNamed<QLabel>(first, name);
         EXPECT_GE(label->height(), label->fontMetrics().height()) << name;
     }
     for (const char* name : {"defaultProfileButton", "deleteProfileButton"}) {
-        const auto* button = childNamed<QPushButton>(row, name);
+        const auto* button = childNamed<QPushButton>(first, name);
         const QSize letter = button->fontMetrics().boundingRect(button->text()).size();
         EXPECT_GE(button->width(), letter.width()) << name;
         EXPECT_GE(button->height(), letter.height()) << name;

@@ -2,25 +2,15 @@
 // list.
 
 #include "HEXGeneratorParser/hexmanager.h"
-#include "mainwindow.h"
 #include "profiles/profilename.h"
 #include "serialports/portturn.h"
-#include "support/gui/dialogscript.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "xmlformat/xmlmanager.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
-#include <QFile>
-#include <QLabel>
-#include <QListWidget>
 #include <QMenu>
 #include <QMimeData>
-#include <QPushButton>
-#include <QTest>
 #include <QUrl>
 
 class ListCommandsTest : public MainWindowTest
@@ -35,24 +25,10 @@ protected:
         list()->setFocus();
     }
 
-    QString titles() const
-    {
-        QStringList found;
-        for (int i = 0; i < list()->count(); ++i) {
-            found.append(rowTitle(i));
-        }
-        return found.join(' ');
-    }
-
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers) const
     {
         EXPECT_TRUE(waitFor([this] { return window->isActiveWindow(); })); // after a dialog
         QTest::keyClick(window.get(), key, modifiers);
-    }
-
-    ProfileName* row(int number) const
-    {
-        return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
     }
 
     int selectedRow() const
@@ -76,12 +52,12 @@ protected:
         QMenu* menu = openMenu(number);
         for (QAction* action : menu->actions()) {
             if (action->text().startsWith(text)) {
-                ASSERT_TRUE(action->isEnabled()) << text.toStdString();
+                ASSERT_TRUE(action->isEnabled()) << text;
                 QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
                 return;
             }
         }
-        FAIL() << "not in the menu: " << text.toStdString();
+        FAIL() << "not in the menu: " << text;
     }
 
     QMenu* openMenu(int number) const
@@ -123,11 +99,9 @@ protected:
     void save(const QString& name = "saved.xml") const
     {
         DialogScript script;
-        script.expectFileDialog("Select XML File to Export Profiles",
-                                {"XML files (*.xml)", "Any files (*.*)"}, pathOf("saved_profiles"),
-                                pathOf("saved_profiles/" + name));
-        script.expectMessage("Export to XML status",
-                             "The profiles have been successfully exported!");
+        script.expectExportDialog("XML", pathOf("saved_profiles"),
+                                  pathOf("saved_profiles/" + name));
+        script.expectExported("XML");
         trigger(command("actionExportXML"));
     }
 
@@ -151,7 +125,7 @@ TEST_F(ListCommandsTest, DuplicatesTheSelectedProfileBelowIt)
 {
     clickRow(1);
     press(Qt::Key_D, Qt::ControlModifier);
-    EXPECT_EQ(titles(), "First Second Second Third");
+    EXPECT_EQ(titles().join(' '), "First Second Second Third");
     EXPECT_EQ(selectedRow(), 2);
     EXPECT_EQ(row(2)->describeChemistry(), row(1)->describeChemistry());
     EXPECT_NE(row(2)->getProfileSettings(), row(1)->getProfileSettings());
@@ -171,14 +145,14 @@ TEST_F(ListCommandsTest, CopiesAsAProfileFileAndPastesBelowTheSelectedRow)
 {
     clickRow(2);
     press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_TRUE(QApplication::clipboard()->text().contains("<KelvaronProfiles"));
-    EXPECT_TRUE(QApplication::clipboard()->text().contains("Third"));
+    EXPECT_TRUE(contains(QApplication::clipboard()->text(), "<KelvaronProfiles"));
+    EXPECT_TRUE(contains(QApplication::clipboard()->text(), "Third"));
     clickRow(0);
     press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(titles(), "First Third Second Third");
+    EXPECT_EQ(titles().join(' '), "First Third Second Third");
     EXPECT_EQ(selectedRow(), 1);
     press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(titles(), "First Third Third Second Third");
+    EXPECT_EQ(titles().join(' '), "First Third Third Second Third");
 }
 
 TEST_F(ListCommandsTest, PastesSeveralProfilesInTheirOrder)
@@ -187,7 +161,7 @@ TEST_F(ListCommandsTest, PastesSeveralProfilesInTheirOrder)
     QApplication::clipboard()->setText(manager->document());
     clickRow(0);
     press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(titles(), "First First Second Third Second Third");
+    EXPECT_EQ(titles().join(' '), "First First Second Third Second Third");
     EXPECT_EQ(selectedRow(), 3);
 }
 
@@ -204,7 +178,7 @@ TEST_F(ListCommandsTest, AClipboardWithoutProfilesIsReported)
             "The clipboard contains no profiles, or only part of their text. The list is "
             "unchanged. Copy a profile first, here or in another Kelvaron Profile Editor.");
         press(Qt::Key_V, Qt::ControlModifier);
-        EXPECT_EQ(titles(), "First Second Third");
+        EXPECT_EQ(titles().join(' '), "First Second Third");
     }
 }
 
@@ -219,17 +193,17 @@ TEST_F(ListCommandsTest, PastesWhatTheBundleKnowsAndNamesWhatItDoesNot)
                          "1 profile was left out, because the Kelvaron Bundle in use does not know "
                          "its chemistry:\n\n\"Second\" (chemistry \"Fuel Cell\")");
     press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(titles(), "First Second Third");
+    EXPECT_EQ(titles().join(' '), "First Second Third");
 }
 
 TEST_F(ListCommandsTest, MenuActsOnTheRowBelowThePointer)
 {
     choose(1, "Move Up");
-    EXPECT_EQ(titles(), "Second First Third");
+    EXPECT_EQ(titles().join(' '), "Second First Third");
     choose(1, "Move to the End");
-    EXPECT_EQ(titles(), "Second Third First");
+    EXPECT_EQ(titles().join(' '), "Second Third First");
     choose(2, "Move to the Top");
-    EXPECT_EQ(titles(), "First Second Third");
+    EXPECT_EQ(titles().join(' '), "First Second Third");
     choose(0, "Active");
     EXPECT_TRUE(row(0)->getActiveStatus());
     EXPECT_FALSE(row(1)->getActiveStatus());
@@ -237,9 +211,9 @@ TEST_F(ListCommandsTest, MenuActsOnTheRowBelowThePointer)
     script.expectQuestion("Deleting Profile",
                           "Do you really want to delete the profile <b>\"Second\"</b>?", "Yes");
     choose(1, "Delete");
-    EXPECT_EQ(titles(), "First Third");
+    EXPECT_EQ(titles().join(' '), "First Third");
     choose(0, "Undo");
-    EXPECT_EQ(titles(), "First Second Third");
+    EXPECT_EQ(titles().join(' '), "First Second Third");
 }
 
 TEST_F(ListCommandsTest, MenuKeyOpensTheMenuOfTheSelectedRow)
@@ -261,12 +235,12 @@ TEST_F(ListCommandsTest, KeysMoveToTheEndsAndTakeBack)
 {
     clickRow(1);
     press(Qt::Key_End, Qt::AltModifier);
-    EXPECT_EQ(titles(), "First Third Second");
+    EXPECT_EQ(titles().join(' '), "First Third Second");
     press(Qt::Key_Home, Qt::AltModifier);
-    EXPECT_EQ(titles(), "Second First Third");
+    EXPECT_EQ(titles().join(' '), "Second First Third");
     press(Qt::Key_Z, Qt::ControlModifier);
     press(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(titles(), "First Second Third");
+    EXPECT_EQ(titles().join(' '), "First Second Third");
 }
 
 TEST_F(ListCommandsTest, ADoubleClickEdits)
@@ -289,20 +263,17 @@ TEST_F(ListCommandsTest, AnEditLocksWhatWouldChangeTheList)
     list()->setFocus();
     press(Qt::Key_D, Qt::ControlModifier);
     press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(titles(), "First Second Third");
+    EXPECT_EQ(titles().join(' '), "First Second Third");
 }
 
 TEST_F(ListCommandsTest, ADroppedFileIsLoadedAsTheCommandLoadsIt)
 {
     save();
     DialogScript script;
-    script.expectMessageBox("Add Profiles to List?",
-                            "Do you want to add the imported profiles to the current list of "
-                            "profiles, or replace them?<br>",
-                            {"Add Profiles", "Replace Profiles"}, "Add Profiles", "Add Profiles");
+    script.expectAppendQuestion("Add Profiles");
     EXPECT_TRUE(drop({QUrl::fromLocalFile(pathOf("saved_profiles/saved.xml"))}));
     EXPECT_TRUE(waitFor([this] { return list()->count() == 6; }));
-    EXPECT_EQ(titles(), "First Second Third First Second Third");
+    EXPECT_EQ(titles().join(' '), "First Second Third First Second Third");
 }
 
 TEST_F(ListCommandsTest, OnlyOneFileAndNoneDuringAnEditCanBeDropped)
@@ -373,9 +344,9 @@ TEST_F(ListCommandsTest, StatusCountsTheProfilesAtOnce)
         press(Qt::Key_V, Qt::ControlModifier);
     }
     const QString count = QString("%1 profiles, the charger takes %2");
-    EXPECT_TRUE(status().startsWith(count.arg(list()->count()).arg(allowed)));
+    EXPECT_TRUE(startsWith(status(), count.arg(list()->count()).arg(allowed)));
     press(Qt::Key_D, Qt::ControlModifier);
-    EXPECT_TRUE(status().startsWith(count.arg(list()->count()).arg(allowed)));
+    EXPECT_TRUE(startsWith(status(), count.arg(list()->count()).arg(allowed)));
     emit manager->deleteAllProfiles();
     EXPECT_EQ(status(), "");
 }
@@ -390,6 +361,6 @@ TEST_F(ListCommandsTest, StatusIsWholeWhereThereIsRoom)
     for (const QLabel* shown : {label, child<QLabel>("transferStatus")}) {
         EXPECT_TRUE(waitFor([&] {
             return shown->width() >= shown->fontMetrics().horizontalAdvance(shown->text());
-        })) << shown->text().toStdString();
+        })) << shown->text();
     }
 }

@@ -1,28 +1,15 @@
+// The main window's form, and what is locked during an edit.
+
 #include "applicationglobalmap.h"
-#include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "profiles/profilewizarddialog.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/installation.h"
-#include "support/waiting.h"
+#include "support/gui/windowtest.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTest>
-#include <QTimer>
 #include <QToolBar>
-
-#include <functional>
-
-using FirmwareTool::KelvaronFirmwareToolWindow;
 
 namespace
 {
@@ -35,39 +22,7 @@ QStringList textsOf(const QList<QAction*>& actions)
     return texts;
 }
 
-const QStringList lockedActions = {
-    "actionExportXML",     "actionImportXML",    "actionExportHEX",     "actionImportHEX",
-    "actionWriteProfiles", "actionReadProfiles", "actionFlashFirmware", "actionDeleteAllProfiles"};
-const QStringList freeActions = {"actionCheckNewFirmware", "actionHelp", "actionHelp_2",
-                                 "actionAbout", "actionExit"};
-const QStringList toolbarActions = {"Load Profiles from File", "Save Profiles to File",
-                                    "Delete all Profiles", "Write Profiles to Kelvaron",
-                                    "Read Profiles from Kelvaron"};
 } // namespace
-
-/// The window without profiles.
-class WindowTest : public MainWindowTest
-{
-protected:
-    WindowTest() { start(); }
-
-    void expectLocked(bool locked) const
-    {
-        for (const QString& name : lockedActions) {
-            EXPECT_EQ(command(name)->isEnabled(), !locked) << name.toStdString();
-        }
-        for (const QString& text : toolbarActions) {
-            EXPECT_EQ(toolbarCommand(text)->isEnabled(), !locked) << text.toStdString();
-        }
-        EXPECT_EQ(child<QPushButton>("addProfileButton")->isEnabled(), !locked);
-        for (const QString& name : freeActions) {
-            EXPECT_TRUE(command(name)->isEnabled()) << name.toStdString();
-        }
-        EXPECT_FALSE(command("actionEditGlobalSettings")->isEnabled());
-    }
-
-    void edit() const { clickOn(child<QPushButton>("editProfileButton")); }
-};
 
 // The form
 
@@ -249,8 +204,8 @@ TEST_F(WindowTest, ToolbarHasItsIcons)
         {"Write Profiles to Kelvaron", QIcon(":/new/images/upload.png")},
         {"Read Profiles from Kelvaron", QIcon(":/new/images/download.png")}};
     for (const auto& [text, icon] : icons) {
-        EXPECT_FALSE(picture(icon).isNull()) << text.toStdString();
-        EXPECT_EQ(picture(toolbarCommand(text)->icon()), picture(icon)) << text.toStdString();
+        EXPECT_FALSE(picture(icon).isNull()) << text;
+        EXPECT_EQ(picture(toolbarCommand(text)->icon()), picture(icon)) << text;
     }
     EXPECT_EQ(picture(window->windowIcon()), picture(QIcon(":/new/images/upload_download.png")));
 }
@@ -329,138 +284,4 @@ TEST_F(WindowTest, CancellingAnEditUnlocks)
                           "All your changes will be lost. Do you want to continue?", "Yes");
     clickOn(child<QPushButton>("cancelChangesButton"));
     expectLocked(false);
-}
-
-// Commands
-
-TEST_F(WindowTest, AboutAndHelpShowTheirMessages)
-{
-    const QList<QPair<QString, QString>> titles = {{"actionAbout", "About Kelvaron Profile Editor"},
-                                                   {"actionHelp_2", "Basic Usage"},
-                                                   {"actionHelp", "Basic Usage"}};
-    for (const auto& [name, title] : titles) {
-        const QString expected = title;
-        DialogScript script;
-        script.thenDo([&](QWidget& dialog) {
-            EXPECT_EQ(dialog.windowTitle(), expected);
-            EXPECT_EQ(dialog.parentWidget(), window.get());
-            clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
-        });
-        trigger(command(name));
-    }
-}
-
-TEST_F(WindowTest, AboutNamesTheBundleInUse)
-{
-    DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        EXPECT_TRUE(box->text().contains("Kelvaron Bundle Version: v1.0.0<br>"));
-        clickOn(box->button(QMessageBox::Ok));
-    });
-    trigger(command("actionAbout"));
-}
-
-TEST_F(WindowTest, AboutWorksDuringAnEdit)
-{
-    makeProfile("Torch");
-    edit();
-    DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
-    });
-    trigger(command("actionAbout"));
-    script.finish();
-    expectLocked(true);
-}
-
-TEST_F(WindowTest, DeleteAllIsAskedFromMenuAndToolbar)
-{
-    for (QAction* action :
-         {command("actionDeleteAllProfiles"), toolbarCommand("Delete all Profiles")}) {
-        makeProfile("Torch");
-        for (const char* answer : {"No", "Yes"}) {
-            DialogScript script;
-            script.expectQuestion(
-                "Delete all profiles?",
-                "All profiles will be deleted. This operation cannot be undone. Continue?", answer);
-            trigger(action);
-            EXPECT_EQ(list()->count(), answer == QString("No") ? 1 : 0);
-        }
-    }
-}
-
-TEST_F(WindowTest, FileCommandsOpenTheirDialogs)
-{
-    const QStringList filters = {"XML files (*.xml)", "Any files (*.*)"};
-    for (QAction* action : {command("actionExportXML"), toolbarCommand("Save Profiles to File")}) {
-        DialogScript script;
-        script.expectFileDialog("Select XML File to Export Profiles", filters, "saved_profiles",
-                                "");
-        trigger(action);
-    }
-    for (QAction* action :
-         {command("actionImportXML"), toolbarCommand("Load Profiles from File")}) {
-        DialogScript script;
-        script.expectFileDialog("Select XML File to Import Profiles", filters, "saved_profiles",
-                                "");
-        trigger(action);
-    }
-}
-
-TEST_F(WindowTest, ExitEndsTheEventLoopDuringAnEditWithoutAQuestion)
-{
-    makeProfile("Torch");
-    edit();
-    const DialogScript nothing;
-    QTimer::singleShot(0, window.get(), [this] { trigger(command("actionExit")); });
-    bool isLate = false;
-    QTimer::singleShot(patience, window.get(), [&isLate] {
-        isLate = true;
-        QCoreApplication::exit(1);
-    });
-    EXPECT_EQ(QApplication::exec(), 0);
-    EXPECT_FALSE(isLate);
-}
-
-TEST_F(WindowTest, ClosingDuringAnEditAsksNothing)
-{
-    makeProfile("Torch");
-    edit();
-    const DialogScript nothing;
-    EXPECT_TRUE(window->close());
-}
-
-// The firmware tool
-
-class FirmwareToolTest : public WindowTest
-{
-protected:
-    QList<KelvaronFirmwareToolWindow*> tools() const
-    {
-        return window->findChildren<KelvaronFirmwareToolWindow*>();
-    }
-};
-
-TEST_F(FirmwareToolTest, EachPressOpensAnotherWindow)
-{
-    trigger(command("actionFlashFirmware"));
-    ASSERT_EQ(tools().size(), 1);
-    EXPECT_TRUE(tools().at(0)->isVisible()); // and the command has returned
-    trigger(command("actionFlashFirmware"));
-    ASSERT_EQ(tools().size(), 2);
-    for (KelvaronFirmwareToolWindow* tool : tools()) {
-        EXPECT_TRUE(tool->isVisible());
-        EXPECT_EQ(tool->parent(), window.get());
-        tool->close();
-    }
-    flushDeletions();
-    EXPECT_TRUE(tools().isEmpty());
-}
-
-TEST_F(FirmwareToolTest, OpenToolGoesWithTheMainWindow)
-{
-    trigger(command("actionFlashFirmware"));
-    window.reset();
-    expectNoWindowLeft();
 }

@@ -3,12 +3,8 @@
 #include "support/gui/installation.h"
 #include "testpaths.h"
 
-#include <QAction>
 #include <QCryptographicHash>
-#include <QDir>
-#include <QFile>
 #include <QIcon>
-#include <QLabel>
 #include <QPainter>
 #include <QToolBar>
 #include <QtMath>
@@ -138,11 +134,11 @@ TEST(Pictures, AreThoseOfTheirSources)
         const QString line = list.readLine().trimmed();
         const QString name = line.section("  ", 1);
         QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
         const QByteArray sum =
             QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256).toHex();
         EXPECT_EQ(QString(sum), line.section("  ", 0, 0))
-            << name.toStdString() << " changed: run scripts/render-images.sh";
+            << name << " changed: run scripts/render-images.sh";
         listed.append(name);
     }
     QStringList present = folder.entryList({"*.png"}, QDir::Files); // .PNG too

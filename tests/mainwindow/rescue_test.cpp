@@ -4,20 +4,12 @@
 #include "profileimport/parsedprofile.h"
 #include "rescue/profilerescue.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "xmlformat/readfromxml.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <csignal>
-
-#include <unistd.h>
 
 using ::testing::KilledBySignal;
 
@@ -41,17 +33,14 @@ protected:
     {
         showOutput();
         DialogScript script;
-        script.thenDo([lines](QWidget& dialog) {
-            auto* box = qobject_cast<QMessageBox*>(&dialog);
-            ASSERT_NE(box, nullptr);
+        script.thenPress("OK", [lines](const QMessageBox& box) {
             for (const QString& line : lines) {
-                if (!box->text().contains(line)) {
+                if (!box.text().contains(line)) {
                     std::fprintf(stderr, "missing: %s in %s\n", qPrintable(line),
-                                 qPrintable(box->text()));
+                                 qPrintable(box.text()));
                 }
             }
             std::fprintf(stderr, "BOX SHOWN\n");
-            clickOn(box->button(QMessageBox::Ok));
         });
         KELVARON_ASSERT_TEXT(list() == nullptr, "broken on purpose");
     }
@@ -60,8 +49,7 @@ protected:
     {
         showOutput();
         QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
-        clickOn(
-            childNamed<QPushButton>(list()->itemWidget(list()->item(1)), "defaultProfileButton"));
+        clickOn(childNamed<QPushButton>(row(1), "defaultProfileButton"));
         kept.wait(patience);
         raise(number);
     }
@@ -80,10 +68,10 @@ protected:
     void expectBothProfilesRescued() const
     {
         const QStringList files = rescuedFiles();
-        ASSERT_EQ(files.size(), 1) << files.join(' ').toStdString();
+        ASSERT_EQ(files.size(), 1) << files.join(' ');
         const QRegularExpression dated(
             "^rescued_profiles_\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d\\.xml$");
-        EXPECT_TRUE(files.first().contains(dated)) << files.first().toStdString();
+        EXPECT_TRUE(contains(files.first(), dated));
         XMLGeneratorParser::ReadFromXML reader;
         ASSERT_TRUE(reader.readProfiles(pathOf("saved_profiles/" + files.first())));
         EXPECT_EQ(reader.errorText(), QString());
@@ -121,11 +109,10 @@ TEST_F(RescueDeathTest, ABoxThatStaysOpenSavesNothingTwice)
         {
             startWithTwoProfiles();
             DialogScript script;
-            script.thenDo([this](QWidget& dialog) {
+            script.thenPress("OK", [this](const QMessageBox& box) {
                 QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
-                QTest::keyClick(&dialog, Qt::Key_Shift);
+                QTest::keyClick(&box, Qt::Key_Shift);
                 kept.wait(1000); // twice the time after which a copy is kept
-                clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Ok));
             });
             KELVARON_ASSERT_TEXT(list() == nullptr, "broken on purpose");
         },

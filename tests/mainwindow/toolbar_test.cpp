@@ -1,8 +1,6 @@
 #include "support/gui/installation.h"
 
-#include <QApplication>
 #include <QStatusBar>
-#include <QTest>
 #include <QToolBar>
 #include <QWindow>
 
@@ -17,7 +15,7 @@ TEST_F(ToolbarTest, CannotBeHiddenByAccident)
                            child<QWidget>("menuBar"), child<QWidget>("settingsList")}) {
         const QPoint middle = place->mapTo(window.get(), place->rect().center());
         QTest::mouseClick(window->windowHandle(), Qt::RightButton, {}, middle);
-        EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << place->objectName().toStdString();
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << place->objectName();
     }
     EXPECT_TRUE(toolbar->isVisible());
 }

@@ -4,16 +4,8 @@
 #include "rescue/profilerescue.h"
 #include "support/fakeports.h"
 #include "support/gui/installation.h"
-#include "support/waiting.h"
 #include "transfer/uploaddownloaddialog.h"
 #include "xmlformat/xmlmanager.h"
-
-#include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QPushButton>
-#include <QTest>
 
 using UploadDownload::UploadDownloadDialog;
 
@@ -41,33 +33,14 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
 
-    void write(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(pathOf(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
-
-    QByteArray content(const QString& name) const
-    {
-        QFile file(pathOf(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-    }
-
     /// Loads a file with the same profiles in place of the list.
     void replaceList()
     {
-        write("saved_profiles/one.xml",
-              window->findChild<XMLGeneratorParser::XMLManager*>()->document().toUtf8());
+        writeFile("saved_profiles/one.xml",
+                  window->findChild<XMLGeneratorParser::XMLManager*>()->document().toUtf8());
         DialogScript script;
-        script.expectFileDialog("Select XML File to Import Profiles",
-                                {"XML files (*.xml)", "Any files (*.*)"}, "saved_profiles",
-                                pathOf("saved_profiles/one.xml"));
-        script.expectMessageBox("Add Profiles to List?",
-                                "Do you want to add the imported profiles to the current list of "
-                                "profiles, or replace them?<br>",
-                                {"Add Profiles", "Replace Profiles"}, "Add Profiles",
-                                "Replace Profiles");
+        script.expectImportDialog("XML", "saved_profiles", pathOf("saved_profiles/one.xml"));
+        script.expectAppendQuestion("Replace Profiles");
         trigger(command("actionImportXML"));
     }
 
@@ -94,25 +67,25 @@ TEST_F(TwoEditorsTest, SecondEditorIsToldOnce)
 
 TEST_F(TwoEditorsTest, BackupOfTheFirstOutlivesAReloadOfTheSecond)
 {
-    write("backup_fw_update.xml", "theirs");
+    writeFile("backup_fw_update.xml", "theirs");
     startAsSecondEditor();
     makeProfile("Mine");
     installBundle("1.2", demoSchema());
     const DialogScript nothing;
     window->reloadBundle();
     EXPECT_EQ(rowTitle(0), "Mine");
-    EXPECT_EQ(content("backup_fw_update.xml"), "theirs");
-    EXPECT_TRUE(content("backup_fw_update_2.xml").contains("Mine"));
+    EXPECT_EQ(contentOf("backup_fw_update.xml"), "theirs");
+    EXPECT_TRUE(contains(contentOf("backup_fw_update_2.xml"), "Mine"));
 }
 
 TEST_F(TwoEditorsTest, BackupOfTheFirstOutlivesALoadByTheSecond)
 {
-    write("backup_before_replace.xml", "theirs");
+    writeFile("backup_before_replace.xml", "theirs");
     startAsSecondEditor();
     makeProfile("Mine");
     replaceList();
-    EXPECT_EQ(content("backup_before_replace.xml"), "theirs");
-    EXPECT_TRUE(content("backup_before_replace_2.xml").contains("Mine"));
+    EXPECT_EQ(contentOf("backup_before_replace.xml"), "theirs");
+    EXPECT_TRUE(contentOf("backup_before_replace_2.xml").contains("Mine"));
 }
 
 TEST_F(TwoEditorsTest, RescuedListsHaveNamesOfTheirOwn)
@@ -120,13 +93,13 @@ TEST_F(TwoEditorsTest, RescuedListsHaveNamesOfTheirOwn)
     startAsSecondEditor();
     makeProfile("Mine");
     const QString path = window->findChild<ProfileRescue*>()->save();
-    EXPECT_TRUE(QFileInfo(path).fileName().startsWith("rescued_profiles_2_")) << path.toStdString();
+    EXPECT_TRUE(startsWith(QFileInfo(path).fileName(), "rescued_profiles_2_")) << path;
     EXPECT_TRUE(QFile::exists(path));
 }
 
 TEST_F(TwoEditorsTest, ChargerGetsTheListOfTheEditorThatWrites)
 {
-    write("supl.mac", "#!/bin/sh\ncp profilesToUpload.hex \"seen$5\"\n");
+    writeFile("supl.mac", "#!/bin/sh\ncp profilesToUpload.hex \"seen$5\"\n");
     ASSERT_TRUE(QFile::setPermissions(pathOf("supl.mac"),
                                       QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     start();
@@ -134,12 +107,12 @@ TEST_F(TwoEditorsTest, ChargerGetsTheListOfTheEditorThatWrites)
     trigger(command("actionWriteProfiles"));
     auto* dialog = window->findChild<UploadDownloadDialog*>();
     ASSERT_NE(dialog, nullptr);
-    const QByteArray mine = content("profilesToUpload.hex");
-    write("profilesToUpload.hex", ":00000001FF\n"); // the other editor opens its writer
+    const QByteArray mine = contentOf("profilesToUpload.hex");
+    writeFile("profilesToUpload.hex", ":00000001FF\n"); // the other editor opens its writer
     DialogScript script;
     script.thenDo([](QWidget& question) { question.close(); });
     clickOn(childNamed<QPushButton>(dialog, "okButton"));
     ASSERT_TRUE(waitFor([this] { return window->findChild<UploadDownloadDialog*>() == nullptr; }));
-    EXPECT_EQ(content("seen-E"), mine);
-    EXPECT_EQ(content("seen-w"), mine);
+    EXPECT_EQ(contentOf("seen-E"), mine);
+    EXPECT_EQ(contentOf("seen-w"), mine);
 }

@@ -4,10 +4,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "support/gui/testschema.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
+#include "support/printing.h"
 
 namespace
 {

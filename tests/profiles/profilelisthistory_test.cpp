@@ -1,21 +1,10 @@
 // Searching, dragging, moving to the ends, and taking back.
 
-#include "CBGenerator/structsetting.h"
-#include "profiles/profilename.h"
-#include "profiles/profilenamelistwidget.h"
-#include "profiles/profilenameslistmanager.h"
-#include "settingsui/settingspanemanager.h"
-#include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QApplication>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
 
 /// Five rows, the second one selected, the list with the keyboard focus.
 class ProfileListHistoryTest : public ::testing::Test

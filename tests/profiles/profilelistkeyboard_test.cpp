@@ -1,20 +1,10 @@
 #include "profiles/profilelistaccessible.h"
-#include "profiles/profilename.h"
-#include "profiles/profilenameslistmanager.h"
 #include "support/gui/contrast.h"
-#include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
-
-#include <algorithm>
 
 namespace
 {

@@ -1,19 +1,10 @@
 #include "profiles/profilename.h"
 
-#include "CBGenerator/structsetting.h"
-#include "profiles/profilenamelistwidget.h"
-#include "profiles/profilenameslistmanager.h"
-#include "profiles/profilesettings.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QApplication>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 
 namespace
 {

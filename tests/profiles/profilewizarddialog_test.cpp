@@ -1,88 +1,9 @@
 #include "profiles/profilewizarddialog.h"
 
-#include "CBGenerator/generator.h"
-#include "CBGenerator/structsetting.h"
-#include "CBGenerator/structsettings.h"
-#include "profiles/profilename.h"
-#include "profiles/profilenameslistmanager.h"
-#include "profiles/profilesettings.h"
-#include "support/gui/dialogscript.h"
-#include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
-#include "support/waiting.h"
+#include "support/gui/wizardtest.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPointer>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
 #include <QVBoxLayout>
-
-class WizardTest : public ::testing::Test
-{
-protected:
-    explicit WizardTest(const QByteArray& schema = TestSchema::text()) : window(schema) { open(); }
-
-    ~WizardTest() override
-    {
-        if (wizard != nullptr) {
-            wizard->close();
-        }
-        flushDeletions();
-    }
-
-    void open()
-    {
-        clickOn(window.ui->addProfileButton);
-        wizard = window.findChild<ProfileWizardDialog*>();
-        ASSERT_TRUE(wizard != nullptr);
-        made = std::make_unique<QSignalSpy>(wizard.data(), &ProfileWizardDialog::newProfileMade);
-        EXPECT_TRUE(QTest::qWaitForWindowActive(wizard, patience));
-    }
-
-    QPushButton* next() const { return childNamed<QPushButton>(wizard, "nextButton"); }
-    QPushButton* back() const { return childNamed<QPushButton>(wizard, "backButton"); }
-    QPushButton* cancel() const { return childNamed<QPushButton>(wizard, "cancelButton"); }
-
-    QComboBox* chemistries() const { return wizard->findChild<QComboBox*>(); }
-
-    /// Goes to page 2 with this chemistry.
-    void choose(const QString& chemistry)
-    {
-        chemistries()->setCurrentText(chemistry);
-        clickOn(next());
-        flushDeletions(); // of the first page
-    }
-
-    void goBack()
-    {
-        clickOn(back());
-        flushDeletions(); // of the second page
-    }
-
-    QLineEdit* field(const QString& label) const
-    {
-        auto* found = qobject_cast<QLineEdit*>(cellOf(gridOf(wizard), label, 3));
-        EXPECT_NE(found, nullptr) << label.toStdString();
-        return found;
-    }
-
-    QCheckBox* box(const QString& label) const
-    {
-        auto* found = qobject_cast<QCheckBox*>(cellOf(gridOf(wizard), label, 3));
-        EXPECT_NE(found, nullptr) << label.toStdString();
-        return found;
-    }
-
-    EditorWindow window;
-    QPointer<ProfileWizardDialog> wizard;
-    std::unique_ptr<QSignalSpy> made;
-};
 
 TEST_F(WizardTest, FirstPageOffersTheChemistries)
 {
@@ -100,7 +21,7 @@ TEST_F(WizardTest, FirstPageOffersTheChemistries)
     for (const QLabel* label : wizard->findChildren<QLabel*>()) {
         labels.append(label->text());
     }
-    EXPECT_TRUE(labels.contains("Chemistry:"));
+    EXPECT_TRUE(contains(labels, "Chemistry:"));
     EXPECT_EQ(gridOf(wizard), nullptr);
 }
 
@@ -306,108 +227,6 @@ TEST_F(WizardTest, ListSettingsHaveNoEditor)
     EXPECT_EQ(cellOf(gridOf(wizard), "Mode", 3), nullptr);
     EXPECT_EQ(cellOf(gridOf(wizard), "Ending", 3), nullptr);
     EXPECT_NE(cellOf(gridOf(wizard), "Mode", 1), nullptr);
-}
-
-TEST_F(WizardTest, BackAndAnotherChemistryGiveThatChemistryAlone)
-{
-    choose("Alpha Cell");
-    typeOver(field("Title"), "Dropped");
-    goBack();
-    EXPECT_EQ(next()->text(), "Next >");
-    EXPECT_FALSE(back()->isEnabled());
-    ASSERT_NE(chemistries(), nullptr);
-    EXPECT_EQ(chemistries()->currentIndex(), 0);
-    EXPECT_EQ(gridOf(wizard), nullptr);
-    choose("Plain Cell");
-    EXPECT_EQ(childNamed<QLabel>(wizard, "chemistryLabel")->text(), "- Plain Cell");
-    EXPECT_EQ(next()->text(), "Finish");
-    EXPECT_EQ(field("Title")->text(), "Plain");
-    EXPECT_EQ(cellOf(gridOf(wizard), "Current", 1), nullptr);
-    clickOn(next());
-    ASSERT_EQ(window.count(), 1);
-    EXPECT_EQ(made->count(), 1);
-    EXPECT_EQ(window.row(0)->getTitle(), "Plain");
-    EXPECT_EQ(window.row(0)->getProfileSettings()->chemistry, "Plain Cell");
-    EXPECT_EQ(window.setting(0, "Capacity")->getValue(), "10");
-}
-
-TEST_F(WizardTest, BackDropsWhatWasTyped)
-{
-    choose("Alpha Cell");
-    enterText(field("Current"), "7");
-    goBack();
-    choose("Alpha Cell");
-    EXPECT_EQ(field("Current")->text(), "2.5");
-}
-
-TEST_F(WizardTest, CancelMakesNothingOnEitherPage)
-{
-    clickOn(cancel());
-    EXPECT_TRUE(made->isEmpty());
-    flushDeletions();
-    EXPECT_EQ(wizard, nullptr);
-
-    open();
-    choose("Alpha Cell");
-    enterText(field("Title"), "Dropped");
-    clickOn(cancel());
-    EXPECT_TRUE(made->isEmpty());
-    flushDeletions();
-    EXPECT_EQ(wizard, nullptr);
-    EXPECT_EQ(window.count(), 0);
-}
-
-TEST_F(WizardTest, CloseControlMakesNothing)
-{
-    choose("Alpha Cell");
-    wizard->close();
-    EXPECT_TRUE(made->isEmpty());
-    flushDeletions();
-    EXPECT_EQ(wizard, nullptr);
-    EXPECT_EQ(window.count(), 0);
-}
-
-TEST_F(WizardTest, EscapeKeyMakesNothingAndLeavesNothing)
-{
-    QTest::keyClick(wizard, Qt::Key_Escape);
-    EXPECT_TRUE(made->isEmpty());
-    flushDeletions();
-    EXPECT_EQ(wizard, nullptr);
-    EXPECT_EQ(window.count(), 0);
-}
-
-TEST_F(WizardTest, ReturnKeyOnTheFirstPageGoesOn)
-{
-    QTest::keyClick(chemistries(), Qt::Key_Return);
-    EXPECT_NE(gridOf(wizard), nullptr);
-    EXPECT_EQ(next()->text(), "Finish");
-}
-
-TEST_F(WizardTest, ReturnKeyInAFieldStoresItOnce)
-{
-    choose("Alpha Cell");
-    typeOver(field("Current"), "99");
-    QTest::keyClick(field("Current"), Qt::Key_Return);
-    flushDeletions();
-    EXPECT_LE(made->count(), 1);
-    if (wizard != nullptr) { // the key may as well only have left the field
-        EXPECT_EQ(field("Current")->text(), "20");
-        clickOn(next());
-    }
-    ASSERT_EQ(window.count(), 1);
-    EXPECT_EQ(window.setting(0, "Current")->getValue(), "20");
-}
-
-TEST_F(WizardTest, AbandonedProfilesAreFreed)
-{
-    // The sanitizers' leak check tells when one is not; here the last one's settings are watched.
-    choose("Alpha Cell");
-    goBack();
-    choose("Plain Cell");
-    goBack();
-    clickOn(cancel());
-    flushDeletions();
-    EXPECT_EQ(wizard, nullptr);
 }
 
 class SingleChemistryWizardTest : public WizardTest

@@ -1,9 +1,7 @@
 // What is drawn of a row, pixel by pixel.
 
-#include "profiles/profilename.h"
 #include "support/gui/contrast.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 
 #include <QFrame>
 

@@ -2,19 +2,10 @@
 
 #include "rescue/crashrescue.h"
 
+#include "support/files.h"
 #include "support/standardoutputcapture.h"
 
-#include <gtest/gtest.h>
-
-#include <QByteArray>
-#include <QDir>
-#include <QFile>
-#include <QString>
-#include <QStringList>
-#include <QTemporaryDir>
-
 #include <csignal>
-#include <cstdio>
 #include <memory>
 
 #include <sys/resource.h>
@@ -64,18 +55,8 @@ protected:
         std::raise(number);
     }
 
-    void write(const QByteArray& bytes) const
-    {
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
-
-    QByteArray content() const
-    {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-    }
+    void write(const QByteArray& bytes) const { writeFile(path(), bytes); }
+    QByteArray content() const { return contentOf(path()); }
 
     std::unique_ptr<QTemporaryDir> ownFolder;
     QDir folder;

@@ -1,15 +1,13 @@
 #include "rescue/profilebackups.h"
 
+#include "support/files.h"
 #include "support/filesizelimit.h"
 #include "support/gui/widgets.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 #include <QLocale>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 
 using Occasion = ProfileBackups::Occasion;
 
@@ -21,16 +19,10 @@ protected:
     void makeFile(const QString& name, const QByteArray& bytes = {}) const
     {
         ASSERT_TRUE(QDir().mkpath(folder));
-        QFile file(pathOf(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        writeFile(pathOf(name), bytes);
     }
 
-    QByteArray bytesOf(const QString& name) const
-    {
-        QFile file(pathOf(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : "(none)";
-    }
+    QByteArray bytesOf(const QString& name) const { return contentOf(pathOf(name)); }
 
     QStringList files() const
     {
@@ -74,7 +66,7 @@ TEST_F(ProfileBackupsTest, CopiesAreNamedAfterTimeAndOccasion)
         ASSERT_EQ(made.size(), 1);
         const QRegularExpression pattern("^profiles_(.{19})_" + word + "(_\\d+)?\\.xml$");
         const QRegularExpressionMatch match = pattern.match(made.first());
-        EXPECT_TRUE(match.hasMatch()) << made.first().toStdString();
+        EXPECT_TRUE(match.hasMatch()) << made.first();
         const auto time = QDateTime::fromString(match.captured(1), "yyyy-MM-dd_HH-mm-ss");
         EXPECT_LT(qAbs(time.secsTo(QDateTime::currentDateTime())), 24 * 3600);
         EXPECT_EQ(bytesOf(made.first()), word.toUtf8());
@@ -89,7 +81,7 @@ TEST_F(ProfileBackupsTest, NamesAreTheSameInEveryLanguage)
     ASSERT_EQ(files().size(), 1);
     EXPECT_TRUE(
         QRegularExpression("^profiles_[0-9_-]{19}_read\\.xml$").match(files()[0]).hasMatch())
-        << files()[0].toStdString();
+        << files()[0];
 }
 
 TEST_F(ProfileBackupsTest, AnEmptyListIsNotKept)
@@ -168,7 +160,7 @@ TEST_F(ProfileBackupsTest, OtherFilesAreNeverDeleted)
     makeOldCopies(25);
     EXPECT_TRUE(backups.keep(Occasion::READ));
     for (const QString& name : others) {
-        EXPECT_EQ(bytesOf(name), "mine") << name.toStdString();
+        EXPECT_EQ(bytesOf(name), "mine") << name;
     }
     EXPECT_TRUE(QDir(pathOf("profiles_2000-01-01_00-00-00_read.xml")).exists());
     EXPECT_TRUE(QFileInfo(pathOf("profiles_2000-01-01_00-00-01_read.xml")).isSymLink());
@@ -195,9 +187,8 @@ TEST_F(ProfileBackupsTest, OnAFullDiskNothingIsDeletedAndTheReasonIsGiven)
     EXPECT_EQ(files(), old);
     ASSERT_EQ(failures.size(), 1);
     const QString text = failures.first().first().toString();
-    EXPECT_TRUE(text.startsWith("No copy of the profiles could be saved in "))
-        << text.toStdString();
-    EXPECT_TRUE(text.contains(folder)) << text.toStdString();
+    EXPECT_TRUE(startsWith(text, "No copy of the profiles could be saved in "));
+    EXPECT_TRUE(contains(text, folder));
 }
 
 TEST_F(ProfileBackupsTest, AFileInPlaceOfTheFolderIsReported)

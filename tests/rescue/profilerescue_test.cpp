@@ -32,7 +32,7 @@ TEST_F(ProfileRescueTest, FilesThatAreThereAlreadyAreKeptAndTheNewOneIsNumbered)
     }
     const int before = QDir(folder.path()).entryList(QDir::Files).size();
     const QString path = rescue.save();
-    EXPECT_TRUE(path.endsWith("_3.xml")) << path.toStdString();
+    EXPECT_TRUE(path.endsWith("_3.xml")) << path;
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "<profiles/>");

@@ -5,10 +5,7 @@
 #include "serialports/portturns.h"
 #include "support/fakeports.h"
 #include "support/fakeuploader.h"
-#include "support/gui/dialogscript.h"
 #include "support/gui/flashertest.h"
-#include "support/gui/widgets.h"
-#include "support/waiting.h"
 #include "transfer/downloadprofiles.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploaddownloaddialog.h"
@@ -17,9 +14,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QSignalSpy>
-
-#include <memory>
 
 using UploadDownload::DownloadProfiles;
 using UploadDownload::UploadDownloadDialog;
@@ -127,8 +121,8 @@ TEST_F(PortInUseFlashTest, FlashReportsItBeforeAnyFileIsChanged)
         waitForReport();
         script.finish();
     }
-    EXPECT_EQ(bytesOf("device.txt"), "installed\n");
-    EXPECT_EQ(bytesOf("hexToFlash.hex"), "(none)");
+    EXPECT_EQ(contentOf("device.txt"), "installed\n");
+    EXPECT_EQ(contentOf("hexToFlash.hex"), "(no file)");
     EXPECT_EQ(logNames(), QStringList());
     EXPECT_EQ(PortTurns::ofApplication().descriptions(), QStringList());
 

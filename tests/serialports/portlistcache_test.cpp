@@ -4,8 +4,6 @@
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
 
-#include <QTest>
-
 class PortListCacheTest : public ::testing::Test
 {
 protected:

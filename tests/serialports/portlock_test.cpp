@@ -1,8 +1,7 @@
 #include "serialports/portlock.h"
 
+#include "support/printing.h"
 #include "support/waiting.h"
-
-#include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QFile>

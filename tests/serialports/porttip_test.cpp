@@ -18,7 +18,6 @@
 #include <QToolTip>
 
 #ifdef Q_OS_UNIX
-#include <unistd.h>
 #endif
 
 class PortTipTest : public ::testing::Test
@@ -75,7 +74,7 @@ TEST_F(PortTipTest, NamesAnotherProgramThatUsesThePort)
     other.start("tail", {"-f", path});
     ASSERT_TRUE(other.waitForStarted(patience));
     EXPECT_TRUE(waitFor([this] { return PortTip::text(port) == "The program tail is using it."; }))
-        << PortTip::text(port).toStdString();
+        << PortTip::text(port);
     other.kill();
     EXPECT_TRUE(other.waitForFinished(patience));
     EXPECT_EQ(PortTip::text(port), "The system has no more information about this port.");

@@ -1,10 +1,7 @@
 #include "serialports/serialdevices.h"
 
+#include "support/files.h"
 #include "support/gui/widgets.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
 #ifdef Q_OS_LINUX
 
@@ -25,9 +22,7 @@ protected:
 
     void writeFile(const QString& name, const QByteArray& content = {}) const
     {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        ::writeFile(path(name), content);
     }
 
     void addLink(const QString& name, const QString& target) const

@@ -1,19 +1,11 @@
 // Where the keyboard focus and the pane's view are before, during and after an edit.
 
-#include "CBGenerator/structsetting.h"
-#include "settingsui/settingspanemanager.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
 
 /// Three profiles in a window that is too low for their settings; the list has the focus.
 class EditingFocusTest : public ::testing::Test
@@ -142,7 +134,7 @@ TEST_F(EditingFocusTest, EveryStopOfTheTabKeyIsInSight)
     for (int i = 0; i < 40; ++i) {
         press(i < 20 ? Qt::Key_Tab : Qt::Key_Backtab);
         if (window.ui->containerScroll->widget()->isAncestorOf(focused())) {
-            EXPECT_TRUE(isInSight(focused())) << i << focused()->accessibleName().toStdString();
+            EXPECT_TRUE(isInSight(focused())) << i << focused()->accessibleName();
         }
     }
 }

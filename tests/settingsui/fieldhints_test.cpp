@@ -1,19 +1,13 @@
 // What fields say of themselves: in tooltips, to screen readers, and when a number is changed.
 
-#include "CBGenerator/structsetting.h"
 #include "settingsui/fieldnote.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QAccessible>
-#include <QCheckBox>
 #include <QHelpEvent>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
 #include <QTextDocumentFragment>
 #include <QToolTip>
 
@@ -111,7 +105,7 @@ TEST_F(FieldHintsTest, LimitsFollowTheSettingsThatTheyName)
     window.cancelEditing();
     QAccessible::setActive(true); // offscreen, the new editors know of no reader
     margin = window.lineEdit("Margin");
-    EXPECT_TRUE(readerText(margin).startsWith("0 to 2.5 h"));
+    EXPECT_TRUE(startsWith(readerText(margin), "0 to 2.5 h"));
 }
 
 TEST_F(FieldHintsTest, LimitsAreThoseOfTheSelectedProfile)

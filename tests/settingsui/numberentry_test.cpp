@@ -1,16 +1,11 @@
-#include "CBGenerator/structsetting.h"
 #include "settingsui/typednumber.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QLocale>
-#include <QPushButton>
-#include <QTest>
 #include <QToolTip>
 
 namespace

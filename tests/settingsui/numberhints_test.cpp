@@ -70,7 +70,7 @@ TEST_F(NumberHintsTest, NamesTheSettingsThatABoundFollows)
         QString::fromUtf8("5 to 21.5 V, 1 decimal place, default 4; at least The cells×2 - 1; "
                           "at most (The cells + A low of cells) ÷ 2"));
     setting("The cells").setValue(4.0);
-    EXPECT_TRUE(limits("Low").startsWith("7 to 22 V, 1 decimal place, default 5; "));
+    EXPECT_TRUE(startsWith(limits("Low"), "7 to 22 V, 1 decimal place, default 5; "));
 }
 
 TEST_F(NumberHintsTest, TellsWhichBoundANumberMet)

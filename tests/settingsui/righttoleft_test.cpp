@@ -3,13 +3,8 @@
 #include "look/contraststyle.h"
 #include "settingsui/settingsgridrow.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/gui/windowdirection.h"
 
-#include <QApplication>
-#include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QScrollArea>
 #include <QStyleFactory>
 
@@ -33,7 +28,7 @@ protected:
     QLabel* label(const QString& name, int column) const
     {
         auto* found = qobject_cast<QLabel*>(window->gridCell(name, column));
-        EXPECT_NE(found, nullptr) << name.toStdString();
+        EXPECT_NE(found, nullptr) << name;
         return found;
     }
 

@@ -2,9 +2,6 @@
 
 #include "support/gui/editorwindow.h"
 
-#include <gtest/gtest.h>
-
-#include <QListWidget>
 #include <QScrollArea>
 #include <QScrollBar>
 

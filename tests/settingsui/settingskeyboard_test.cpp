@@ -1,18 +1,10 @@
-#include "profiles/profilenameslistmanager.h"
-#include "profiles/profilesettings.h"
 #include "settingsui/settingsgridlayout.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
-#include <QTest>
 
 namespace
 {
@@ -136,7 +128,7 @@ TEST_F(SettingsKeyboardTest, TabReachesTheFlagsBeforeTheEditors)
                               static_cast<QWidget*>(window.ui->containerScroll),
                               static_cast<QWidget*>(window.lineEdit("Title"))}) {
         tab();
-        EXPECT_EQ(focused(), expected) << expected->objectName().toStdString();
+        EXPECT_EQ(focused(), expected) << expected->objectName();
     }
 }
 
@@ -241,7 +233,7 @@ TEST_F(RecycledRowsTest, TabFollowsTheRowsWhateverWasShownBefore)
     addAll();
     for (int first = 0; first < shapes.size(); ++first) {
         for (int second = 0; second < shapes.size(); ++second) {
-            SCOPED_TRACE((shapes.at(first) + ' ' + shapes.at(second)).toStdString());
+            SCOPED_TRACE(shapes.at(first) + ' ' + shapes.at(second));
             window.clickRow(first);
             window.clickRow(second);
             expectTabGoesDown();
@@ -259,7 +251,7 @@ TEST_F(RecycledRowsTest, EditingStartsInTheFirstRowWhateverWasShownBefore)
             window.clickRow(second);
             edit();
             EXPECT_EQ(QApplication::focusWidget(), editorsFromTop().first())
-                << shapes.at(first).toStdString() << ' ' << shapes.at(second).toStdString();
+                << shapes.at(first) << ' ' << shapes.at(second);
             clickOn(window.ui->saveChangesButton);
         }
     }
@@ -284,8 +276,7 @@ TEST_F(RecycledRowsTest, AScreenReaderReadsFromTopToBottom)
                     read.append(name);
                 }
             }
-            EXPECT_EQ(read, window.gridLabels())
-                << shapes.at(first).toStdString() << ' ' << shapes.at(second).toStdString();
+            EXPECT_EQ(read, window.gridLabels()) << shapes.at(first) << ' ' << shapes.at(second);
         }
     }
 }
@@ -297,7 +288,7 @@ TEST_F(SettingsKeyboardTest, EveryLabelIsTheBuddyOfItsEditor)
     for (const QString& name : window.gridLabels()) {
         auto* label = qobject_cast<QLabel*>(window.gridCell(name, 1));
         ASSERT_NE(label, nullptr);
-        EXPECT_EQ(label->buddy(), window.gridCell(name, 3)) << name.toStdString();
+        EXPECT_EQ(label->buddy(), window.gridCell(name, 3)) << name;
     }
 }
 

@@ -1,17 +1,10 @@
 // Number fields that are left with a text that is not a number yet.
 
-#include "CBGenerator/structsetting.h"
-#include "profiles/profilenameslistmanager.h"
-#include "settingsui/globalsettingsmanager.h"
 #include "settingsui/numbervalidator.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QApplication>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 
 namespace
 {
@@ -21,7 +14,7 @@ const QStringList unfinishedTexts = {"", "-", "+", ".", "371e", "371e-", "-."};
 QLineEdit* fieldOf(const QWidget* dialog, const QString& label)
 {
     auto* field = qobject_cast<QLineEdit*>(cellOf(gridOf(dialog), label, 3));
-    EXPECT_NE(field, nullptr) << label.toStdString();
+    EXPECT_NE(field, nullptr) << label;
     return field;
 }
 
@@ -61,7 +54,7 @@ protected:
 TEST_F(UnfinishedNumberTest, BecomesTheLowerBoundWhenTheFieldIsLeft)
 {
     for (const QString& text : unfinishedTexts) {
-        SCOPED_TRACE(text.toStdString());
+        SCOPED_TRACE(text);
         enterText(current(), "7");
         typeOver(current(), text);
         EXPECT_EQ(current()->text(), text);
@@ -84,7 +77,7 @@ TEST_F(UnfinishedNumberTest, BecomesTheLowerBoundAtAClickElsewhere)
 TEST_F(UnfinishedNumberTest, BecomesTheLowerBoundAtTheReturnKey)
 {
     for (const QString& text : unfinishedTexts) {
-        SCOPED_TRACE(text.toStdString());
+        SCOPED_TRACE(text);
         enterText(current(), "7");
         typeOver(current(), text);
         QTest::keyClick(current(), Qt::Key_Return);
@@ -149,10 +142,9 @@ TEST(NumberValidator, MakesANumberOfWhatIsNone)
     for (const QString& text : unfinishedTexts + QStringList{"1e999", "-1e999", "-1e"}) {
         QString input = text;
         int position = 0;
-        ASSERT_EQ(validator.validate(input, position), QValidator::Intermediate)
-            << text.toStdString();
+        ASSERT_EQ(validator.validate(input, position), QValidator::Intermediate) << text;
         validator.fixup(input);
         EXPECT_EQ(validator.validate(input, position), QValidator::Acceptable)
-            << text.toStdString() << " became " << input.toStdString();
+            << text << " became " << input;
     }
 }

@@ -15,7 +15,7 @@ protected:
         EXPECT_EQ(started.lines.filter("Bundle file being used"),
                   QStringList("Bundle file being used in current dir: " + name))
             << started.transcript();
-        EXPECT_EQ(readFile("device.txt"), deviceOf(name));
+        EXPECT_EQ(contentOf("device.txt"), deviceOf(name));
     }
 
     static QByteArray deviceOf(const QString& name) { return "name = " + name.toUtf8() + "\n"; }
@@ -128,7 +128,7 @@ TEST_F(BundleChoiceTest, BundlesOutsideTheFilesFolderAreNotSeen)
 {
     writeNamed("v1.kelvaron");
     writeNamed("../v2.kelvaron");
-    ASSERT_TRUE(QDir(files).mkdir("more"));
+    ASSERT_TRUE(QDir(filesFolder).mkdir("more"));
     writeNamed("more/v3.kelvaron");
     expectChosen("v1.kelvaron");
 }

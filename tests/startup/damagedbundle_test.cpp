@@ -14,12 +14,12 @@ protected:
         const Start started = startOn(Samples::globalStruct() + Samples::chemistry(members));
         expectFatal(started, condition, "v1.kelvaron");
         EXPECT_TRUE(
-            started.lines.contains(QString("In file kelvaron_chemistries.cb, line %1: %2")
-                                       .arg(Samples::firstExtraMemberLine)
-                                       .arg(QString::fromUtf8(members.split('\n').first()))))
+            contains(started.lines, QString("In file kelvaron_chemistries.cb, line %1: %2")
+                                        .arg(Samples::firstExtraMemberLine)
+                                        .arg(QString::fromUtf8(members.split('\n').first()))))
             << started.transcript();
-        EXPECT_TRUE(started.boxes().value(0)["details"].toString().contains(
-            QString("line %1").arg(Samples::firstExtraMemberLine)));
+        EXPECT_TRUE(contains(started.boxes().value(0)["details"].toString(),
+                             QString("line %1").arg(Samples::firstExtraMemberLine)));
     }
 
     /// Starts on a schema that can be parsed but not used; expects these words on standard output.
@@ -31,7 +31,7 @@ protected:
         const QString output =
             started.lines.filter(QRegularExpression("^(?!MESSAGE BOX)")).join("\n");
         for (const QString& word : words) {
-            EXPECT_TRUE(output.contains(word)) << qPrintable(word) << "\n" << started.transcript();
+            EXPECT_TRUE(contains(output, word)) << word << "\n" << started.transcript();
         }
     }
 
@@ -102,8 +102,8 @@ TEST_F(DamagedBundleTest, LineNumbersCountBlankLinesAndComments)
     const Start started =
         startOn("// a comment\n\n\n" + Samples::globalStruct() + Samples::chemistry("\n\n};\n"));
     expectFatal(started, "commentDescriptorPart.size() != 0", "v1.kelvaron");
-    EXPECT_TRUE(started.lines.contains(QString("In file kelvaron_chemistries.cb, line %1: };")
-                                           .arg(Samples::firstExtraMemberLine + 5)))
+    EXPECT_TRUE(contains(started.lines, QString("In file kelvaron_chemistries.cb, line %1: };")
+                                            .arg(Samples::firstExtraMemberLine + 5)))
         << started.transcript();
 }
 
@@ -191,8 +191,8 @@ TEST_F(DamagedBundleTest, StartAddressThatIsNoNumberIsBlamedWithItsLine)
     schema.replace("0x400", "four");
     const Start started = startOn(schema);
     expectFatal(started, "conversionSuccessful", "v1.kelvaron");
-    EXPECT_TRUE(started.lines.contains(
-        "In file kelvaron_chemistries.cb, line 1: #define PROFILESTARTADDRESS four"))
+    EXPECT_TRUE(contains(
+        started.lines, "In file kelvaron_chemistries.cb, line 1: #define PROFILESTARTADDRESS four"))
         << started.transcript();
 }
 
@@ -233,7 +233,7 @@ TEST_F(DamagedBundleTest, KeyBlockOfABundleThatIsNotTheNewestIsBlamedToo)
     const Start started = start();
     EXPECT_TRUE(started.crashed) << started.transcript();
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-    EXPECT_TRUE(started.boxes().value(0)["text"].toString().contains("v1.kelvaron"));
+    EXPECT_TRUE(contains(started.boxes().value(0)["text"].toString(), "v1.kelvaron"));
 }
 
 TEST_F(DamagedBundleTest, RequiredVersionThatIsNoVersionIsBlamed)
@@ -250,7 +250,8 @@ TEST_F(DamagedBundleTest, SchemaLeftFromAnEarlierStartIsBlamedWhenTheBundleHasNo
     writeFile("kelvaron_chemistries.cb", Samples::globalStruct() + Samples::chemistry("};\n"));
     const Start started = start();
     EXPECT_TRUE(started.crashed) << started.transcript();
-    EXPECT_TRUE(started.lines.contains(
+    EXPECT_TRUE(contains(
+        started.lines,
         QString("In file kelvaron_chemistries.cb, line %1: };").arg(Samples::firstExtraMemberLine)))
         << started.transcript();
     ASSERT_EQ(started.boxes().size(), 2) << started.transcript();
@@ -274,8 +275,8 @@ TEST_F(DamagedBundleTest, MessageNamesTheCommandThatFindsEveryProblem)
     EXPECT_EQ(started.lines.filter("run: " + command).size(), 1) << started.transcript();
     ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
     const QString details = started.boxes().value(0)["details"].toString();
-    EXPECT_TRUE(details.endsWith("run: " + command)) << qPrintable(details);
-    EXPECT_TRUE(details.startsWith("ASSERT: \"commentDescriptorPart.size() != 0\" in file "));
+    EXPECT_TRUE(details.endsWith("run: " + command)) << details;
+    EXPECT_TRUE(startsWith(details, "ASSERT: \"commentDescriptorPart.size() != 0\" in file "));
 }
 
 TEST_F(DamagedBundleTest, FirmwareToolAloneDoesNotStartOnADamagedBundleEither)

@@ -8,17 +8,17 @@ using StartupFailureTest = StartupTest;
 
 TEST_F(StartupFailureTest, MissingFilesFolderEndsWithOne)
 {
-    ASSERT_TRUE(QDir(files).removeRecursively());
+    ASSERT_TRUE(QDir(filesFolder).removeRecursively());
     const Start started = start();
     expectIncomplete(started, "The folder KelvaronProfileEditorFiles");
     EXPECT_EQ(started.count("Bundle file being used"), 0);
-    EXPECT_FALSE(QFile::exists(files));
+    EXPECT_FALSE(QFile::exists(filesFolder));
 }
 
 TEST_F(StartupFailureTest, FileInPlaceOfTheFilesFolderEndsWithOne)
 {
-    ASSERT_TRUE(QDir(files).removeRecursively());
-    QFile file(files);
+    ASSERT_TRUE(QDir(filesFolder).removeRecursively());
+    QFile file(filesFolder);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();
     expectIncomplete(start(), "The folder KelvaronProfileEditorFiles");
@@ -49,10 +49,10 @@ TEST_F(StartupFailureTest, BundleForANewerEditorEndsWithZero)
     const QString text = started.boxes().value(0)["text"].toString();
     const QString beginning = "Kelvaron Bundle version 3.7 requires Kelvaron Profile Editor "
                               "version 1.0 or higher. You can download it at ";
-    EXPECT_TRUE(text.startsWith(beginning + "http")) << qPrintable(text);
-    EXPECT_TRUE(text.endsWith("MacOS")) << qPrintable(text);
+    EXPECT_TRUE(startsWith(text, beginning + "http"));
+    EXPECT_TRUE(text.endsWith("MacOS")) << text;
     expectRefused(started, 0, "Software Update Required", text);
-    EXPECT_TRUE(started.lines.contains("Bundle file being used in current dir: v3.7.kelvaron"));
+    EXPECT_TRUE(contains(started.lines, "Bundle file being used in current dir: v3.7.kelvaron"));
     EXPECT_EQ(started.count("Checksums in bundle OK"), 0);
     EXPECT_FALSE(exists("device.txt"));
     EXPECT_FALSE(exists("kelvaron_chemistries.cb"));
@@ -73,7 +73,7 @@ TEST_F(StartupFailureTest, BundleWithoutASchemaEndsWithOne)
     writeFile("v1.kelvaron", BundleText().section(Samples::device()).bytes());
     const Start started = start();
     expectIncomplete(started, "The file kelvaron_chemistries.cb");
-    EXPECT_TRUE(started.lines.contains("Match failed!")) << started.transcript();
+    EXPECT_TRUE(contains(started.lines, "Match failed!")) << started.transcript();
     EXPECT_FALSE(exists("saved_profiles")) << "the schema comes first";
 }
 
@@ -82,7 +82,7 @@ TEST_F(StartupFailureTest, BundleWithoutSectionsEndsWithOne)
     writeFile("v1.kelvaron", "nothing in here\n");
     const Start started = start();
     expectIncomplete(started, "The file kelvaron_chemistries.cb");
-    EXPECT_TRUE(started.lines.contains("Match failed!")) << started.transcript();
+    EXPECT_TRUE(contains(started.lines, "Match failed!")) << started.transcript();
 }
 
 TEST_F(StartupFailureTest, EmptyBundleEndsWithOne)
@@ -97,7 +97,7 @@ TEST_F(StartupFailureTest, UnreadableBundleEndsWithOne)
     ASSERT_TRUE(QFile::setPermissions(pathOf("v1.kelvaron"), {}));
     const Start started = startAsOrdinaryUser();
     expectIncomplete(started, "The file kelvaron_chemistries.cb");
-    EXPECT_TRUE(started.lines.contains("Bundle file being used in current dir: v1.kelvaron"));
+    EXPECT_TRUE(contains(started.lines, "Bundle file being used in current dir: v1.kelvaron"));
     EXPECT_EQ(started.count("Checksums in bundle OK"), 0);
 }
 

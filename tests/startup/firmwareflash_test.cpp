@@ -2,8 +2,6 @@
 
 #include "support/scriptedinstallation.h"
 
-#include <csignal>
-
 namespace
 {
 class FirmwareToolOnlyFlashTest : public StartupTest
@@ -30,7 +28,7 @@ TEST_F(FirmwareToolOnlyFlashTest, ClosingRestoresTheDescriptionThatAnEarlierFlas
 {
     writeFile("device_overwrite.txt", "left\n");
     expectOrderlyEnd(start({"-f"}));
-    EXPECT_EQ(readFile("device.txt"), "left\n");
+    EXPECT_EQ(contentOf("device.txt"), "left\n");
     EXPECT_FALSE(exists("device_overwrite.txt"));
 }
 
@@ -57,7 +55,7 @@ TEST_F(FirmwareToolOnlyFlashTest, ClosingAfterAFlashEndsWithZeroToo)
     const Start started = startWith({{"SCRIPTED_FIRMWARE", "v2.kelvaron"}}, {"-f"});
     expectOrderlyEnd(started);
     EXPECT_EQ(started.count("RESET QUESTION SHOWN"), 1) << started.transcript();
-    EXPECT_EQ(readFile("device.txt"), "device\n");
+    EXPECT_EQ(contentOf("device.txt"), "device\n");
     EXPECT_FALSE(exists("device_overwrite.txt"));
 }
 
@@ -77,13 +75,13 @@ TEST_F(FirmwareToolOnlyFlashTest, ClosingInTheMiddleLeavesNoUploaderBehind)
                                    .section("keeping device\n"));
     const Start started = startWith({{"SCRIPTED_FIRMWARE", "v2.kelvaron"}}, {"-f"});
     expectOrderlyEnd(started);
-    const int pid = readFile("uploader.started").trimmed().toInt();
+    const int pid = contentOf("uploader.started").trimmed().toInt();
     ASSERT_GT(pid, 0) << started.transcript();
     for (int look = 0; look < 1000 && kill(pid, 0) == 0; ++look) {
         QProcess::execute("true", {}); // it is init's to bury
     }
     EXPECT_NE(kill(pid, 0), 0);
-    EXPECT_EQ(readFile("device.txt"), "device\n");
-    EXPECT_EQ(readFile("hexToFlash.hex"), "image\n");
+    EXPECT_EQ(contentOf("device.txt"), "device\n");
+    EXPECT_EQ(contentOf("hexToFlash.hex"), "image\n");
 }
 } // namespace

@@ -23,7 +23,7 @@ protected:
         const Start started = start();
         EXPECT_FALSE(started.crashed) << started.transcript();
         EXPECT_TRUE(started.mainWindowShown()) << started.transcript();
-        EXPECT_TRUE(started.lines.contains("Bundle file being used in current dir: v2.kelvaron"));
+        EXPECT_TRUE(contains(started.lines, "Bundle file being used in current dir: v2.kelvaron"));
         ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
         const QJsonObject box = started.boxes().value(0);
         EXPECT_EQ(box["title"].toString(), "Bundle Not Read");
@@ -36,8 +36,8 @@ protected:
 
     void expectOldFiles() const
     {
-        EXPECT_EQ(readFile("device.txt"), Samples::device());
-        EXPECT_EQ(readFile("kelvaron_chemistries.cb"), Samples::schema());
+        EXPECT_EQ(contentOf("device.txt"), Samples::device());
+        EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), Samples::schema());
     }
 
     static QByteArray newerSchema() { return "// newer\n" + Samples::schema(); }
@@ -49,8 +49,8 @@ TEST_F(IncompleteBundleTest, SampleOfAWholeNewerBundleIsUsed)
     startOnce();
     writeFile("v2.kelvaron", newer());
     expectStarted(start());
-    EXPECT_EQ(readFile("device.txt"), "name = newer\n");
-    EXPECT_EQ(readFile("kelvaron_chemistries.cb"), newerSchema());
+    EXPECT_EQ(contentOf("device.txt"), "name = newer\n");
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), newerSchema());
 }
 
 TEST_F(IncompleteBundleTest, BundleCutOffInItsSchema)

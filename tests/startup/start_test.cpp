@@ -1,7 +1,6 @@
 // Starts that succeed, up to the main window and its end.
 
 #include "support/scriptedinstallation.h"
-#include "testpaths.h"
 
 namespace
 {
@@ -12,9 +11,9 @@ TEST_F(StartTest, CompleteInstallationShowsTheMainWindow)
     writeBundle("v1.kelvaron");
     const Start started = start();
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains(
-        "MAIN WINDOW SHOWN "
-        "{\"title\":\"Kelvaron Profile Editor FOR FIRMWARE VERSION 0.9x ONLY\"}"))
+    EXPECT_TRUE(contains(started.lines,
+                         "MAIN WINDOW SHOWN "
+                         "{\"title\":\"Kelvaron Profile Editor FOR FIRMWARE VERSION 0.9x ONLY\"}"))
         << started.transcript();
 }
 
@@ -23,7 +22,7 @@ TEST_F(StartTest, DemoBundleShowsTheMainWindow)
     ASSERT_TRUE(QFile::copy(KELVARON_DEMO_BUNDLE, pathOf("v1.0.0.kelvaron")));
     const Start started = start();
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Checksums in bundle OK"));
+    EXPECT_TRUE(contains(started.lines, "Checksums in bundle OK"));
 }
 
 TEST_F(StartTest, BundleMadeByTheBundleMakerShowsTheMainWindow)
@@ -37,16 +36,16 @@ TEST_F(StartTest, BundleMadeByTheBundleMakerShowsTheMainWindow)
               0);
     const Start started = start();
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Checksums in bundle OK"));
-    EXPECT_EQ(readFile("device.txt"), Samples::device());
-    EXPECT_EQ(readFile("kelvaron_chemistries.cb"), Samples::schema());
+    EXPECT_TRUE(contains(started.lines, "Checksums in bundle OK"));
+    EXPECT_EQ(contentOf("device.txt"), Samples::device());
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), Samples::schema());
 }
 
 TEST_F(StartTest, LinesOfStandardOutputComeInTheOrderOfTheSteps)
 {
     writeBundle("v1.kelvaron");
     const Start started = start();
-    const QString path = QDir(files).canonicalPath();
+    const QString path = QDir(filesFolder).canonicalPath();
     const QStringList expected = {"Bundle file being used in current dir: v1.kelvaron",
                                   "Checksums in bundle OK",
                                   "Parsing Header File",
@@ -55,7 +54,7 @@ TEST_F(StartTest, LinesOfStandardOutputComeInTheOrderOfTheSteps)
                                   "CB File Location : " + path + "/kelvaron_chemistries.cb"};
     ASSERT_GT(started.lines.size(), expected.size()) << started.transcript();
     EXPECT_EQ(started.lines.mid(0, expected.size()), expected);
-    EXPECT_TRUE(started.lines.at(expected.size()).startsWith("MAIN WINDOW SHOWN"))
+    EXPECT_TRUE(startsWith(started.lines.at(expected.size()), "MAIN WINDOW SHOWN"))
         << started.transcript();
 }
 
@@ -75,7 +74,7 @@ TEST_F(StartTest, FilesFolderIsFoundFromAnyWorkingDirectory)
     const Start started = start();
     expectStarted(started);
     EXPECT_TRUE(
-        started.lines.contains("Current working directory : " + QDir(files).canonicalPath()))
+        contains(started.lines, "Current working directory : " + QDir(filesFolder).canonicalPath()))
         << started.transcript();
     EXPECT_TRUE(exists("device.txt"));
 }
@@ -88,7 +87,7 @@ TEST_F(StartTest, PathWithBlanksAndLettersOfManyScriptsWorks)
     const Start started = start();
     expectStarted(started);
     EXPECT_TRUE(
-        started.lines.contains("Current working directory : " + QDir(files).canonicalPath()))
+        contains(started.lines, "Current working directory : " + QDir(filesFolder).canonicalPath()))
         << started.transcript();
 }
 
@@ -105,8 +104,8 @@ TEST_F(StartTest, ExtractedFilesAreTheSectionsLineByLine)
     writeFile("v1.kelvaron",
               Samples::bundle(Samples::schema(), "first = Größe\n\nlast = 電\n").bytes());
     expectStarted(start());
-    EXPECT_EQ(readFile("device.txt"), "first = Größe\n\nlast = 電\n");
-    EXPECT_EQ(readFile("kelvaron_chemistries.cb"), Samples::schema());
+    EXPECT_EQ(contentOf("device.txt"), "first = Größe\n\nlast = 電\n");
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), Samples::schema());
 }
 
 TEST_F(StartTest, ExtractedFilesAreTheSameInTheCLocale)
@@ -115,8 +114,8 @@ TEST_F(StartTest, ExtractedFilesAreTheSameInTheCLocale)
               Samples::bundle(Samples::schema(), "first = Größe\n\nlast = 電\n").bytes());
     const Start started = startWith({{"LC_ALL", "C"}, {"LANG", "C"}});
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Checksums in bundle OK")) << started.transcript();
-    EXPECT_EQ(readFile("device.txt"), "first = Größe\n\nlast = 電\n");
+    EXPECT_TRUE(contains(started.lines, "Checksums in bundle OK")) << started.transcript();
+    EXPECT_EQ(contentOf("device.txt"), "first = Größe\n\nlast = 電\n");
 }
 
 TEST_F(StartTest, ExtractedFilesAreTheSameWhereTheSystemIsNotUtf8)
@@ -125,8 +124,8 @@ TEST_F(StartTest, ExtractedFilesAreTheSameWhereTheSystemIsNotUtf8)
               Samples::bundle(Samples::schema(), "first = Größe\n\nlast = 電\n").bytes());
     const Start started = startWith({{"SCRIPTED_ENCODING", "ISO 8859-1"}});
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Checksums in bundle OK")) << started.transcript();
-    EXPECT_EQ(readFile("device.txt"), "first = Größe\n\nlast = 電\n");
+    EXPECT_TRUE(contains(started.lines, "Checksums in bundle OK")) << started.transcript();
+    EXPECT_EQ(contentOf("device.txt"), "first = Größe\n\nlast = 電\n");
 }
 
 TEST_F(StartTest, NumbersOfTheSchemaAreReadTheSameInALocaleOfDecimalCommas)
@@ -147,14 +146,14 @@ TEST_F(StartTest, DeviceDescriptionAndSchemaAreWrittenAnewAtEveryStart)
     writeFile("device.txt", "left over from an older and much longer device description\n");
     writeFile("kelvaron_chemistries.cb", "left over from an older schema\n");
     expectStarted(start());
-    EXPECT_EQ(readFile("device.txt"), Samples::device());
-    EXPECT_EQ(readFile("kelvaron_chemistries.cb"), Samples::schema());
+    EXPECT_EQ(contentOf("device.txt"), Samples::device());
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), Samples::schema());
 
     writeFile("device.txt", "altered\n");
     writeFile("kelvaron_chemistries.cb", "altered\n");
     expectStarted(start());
-    EXPECT_EQ(readFile("device.txt"), Samples::device());
-    EXPECT_EQ(readFile("kelvaron_chemistries.cb"), Samples::schema());
+    EXPECT_EQ(contentOf("device.txt"), Samples::device());
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), Samples::schema());
 }
 
 TEST_F(StartTest, NewerBundlePutInLaterReplacesTheExtractedFiles)
@@ -163,7 +162,7 @@ TEST_F(StartTest, NewerBundlePutInLaterReplacesTheExtractedFiles)
     expectStarted(start());
     writeBundle("v2.kelvaron", Samples::bundle(Samples::schema(), "name = newer\n"));
     expectStarted(start());
-    EXPECT_EQ(readFile("device.txt"), "name = newer\n");
+    EXPECT_EQ(contentOf("device.txt"), "name = newer\n");
 }
 
 TEST_F(StartTest, SavedProfilesFolderIsMadeSilently)
@@ -177,10 +176,10 @@ TEST_F(StartTest, SavedProfilesFolderIsMadeSilently)
 TEST_F(StartTest, SavedProfilesFolderThatIsThereStaysAsItIs)
 {
     writeBundle("v1.kelvaron");
-    ASSERT_TRUE(QDir(files).mkdir("saved_profiles"));
+    ASSERT_TRUE(QDir(filesFolder).mkdir("saved_profiles"));
     writeFile("saved_profiles/mine.xml", "mine");
     expectStarted(start());
-    EXPECT_EQ(readFile("saved_profiles/mine.xml"), "mine");
+    EXPECT_EQ(contentOf("saved_profiles/mine.xml"), "mine");
 }
 
 TEST_F(StartTest, SavedProfilesFolderThatCannotBeMadeIsIgnored)
@@ -200,8 +199,8 @@ TEST_F(StartTest, BundleWithWrongChecksumsStartsAllTheSame)
     expectStarted(started);
     EXPECT_EQ(started.lines.filter("Match failed!"), QStringList("Match failed!"));
     EXPECT_FALSE(started.lines.contains("Checksums in bundle OK"));
-    EXPECT_EQ(readFile("device.txt"), Samples::device());
-    EXPECT_EQ(readFile("kelvaron_chemistries.cb"), Samples::schema());
+    EXPECT_EQ(contentOf("device.txt"), Samples::device());
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), Samples::schema());
 }
 
 TEST_F(StartTest, AlteredSectionIsUsedAsItIs)
@@ -211,8 +210,8 @@ TEST_F(StartTest, AlteredSectionIsUsedAsItIs)
     writeFile("v1.kelvaron", bytes);
     const Start started = start();
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Match failed!"));
-    EXPECT_EQ(readFile("device.txt"), "name = altered\n");
+    EXPECT_TRUE(contains(started.lines, "Match failed!"));
+    EXPECT_EQ(contentOf("device.txt"), "name = altered\n");
 }
 
 TEST_F(StartTest, BundleWithoutChecksumLinesStartsAllTheSame)
@@ -221,7 +220,7 @@ TEST_F(StartTest, BundleWithoutChecksumLinesStartsAllTheSame)
                                  + BundleText::marked(Samples::schema()) + BundleText::marked(""));
     const Start started = start();
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Match failed!"));
+    EXPECT_TRUE(contains(started.lines, "Match failed!"));
 }
 
 TEST_F(StartTest, BundleThatBreaksOffInItsChecksumsStartsAllTheSame)
@@ -231,8 +230,8 @@ TEST_F(StartTest, BundleThatBreaksOffInItsChecksumsStartsAllTheSame)
     writeFile("v1.kelvaron", bytes);
     const Start started = start();
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Match failed!"));
-    EXPECT_EQ(readFile("device.txt"), Samples::device());
+    EXPECT_TRUE(contains(started.lines, "Match failed!"));
+    EXPECT_EQ(contentOf("device.txt"), Samples::device());
 }
 
 TEST_F(StartTest, BundleWithWindowsLineEndsStarts)
@@ -242,8 +241,8 @@ TEST_F(StartTest, BundleWithWindowsLineEndsStarts)
     writeFile("bundle.kelvaron", bytes);
     const Start started = start();
     expectStarted(started);
-    EXPECT_TRUE(started.lines.contains("Checksums in bundle OK"));
-    EXPECT_EQ(readFile("device.txt"), Samples::device());
+    EXPECT_TRUE(contains(started.lines, "Checksums in bundle OK"));
+    EXPECT_EQ(contentOf("device.txt"), Samples::device());
 }
 
 TEST_F(StartTest, RequiredVersionEqualToTheEditorsIsAccepted)

@@ -51,12 +51,12 @@ public:
 
     static QByteArray marked(const QByteArray& text) { return marker() + text + marker(); }
 
-private:
     static QByteArray md5(const QByteArray& text)
     {
         return QCryptographicHash::hash(text, QCryptographicHash::Md5).toHex();
     }
 
+private:
     QByteArray keyLines;
     QList<QByteArray> sections;
     int wrongSection = -1;

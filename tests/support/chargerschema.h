@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 
 /// Small schema headers that follow the image's conventions.
 namespace ChargerSchema
@@ -41,4 +42,28 @@ inline const QByteArray flagMembers =
 
 inline const QByteArray titleMember =
     "    char title[8]; // string, auto, \"Title\", G, \"Battery\", 0, basic\n";
+
+/// Chemistries of these names, of consecutive types, whose memory has room for three profiles when the
+/// filler is as long as usual.
+inline QByteArray ofChemistries(const QList<QByteArray>& names, int firstType = 2,
+                                int fillerSize = 333)
+{
+    const auto type = [](int value) { return typeMember(QByteArray::number(value)); };
+    QByteArray text = "#define PROFILESTARTADDRESS 0x9C00\n"
+                      "struct G { // Settings : \"Global\", global\n"
+                      + type(1) + checksumMember + "}\n";
+    for (int i = 0; i < names.size(); ++i) {
+        text += chemistry(
+            names.at(i),
+            type(firstType + i)
+                + "    char title[20]; // string, auto, \"Title\", G, \"New\", 0, basic\n"
+                  "    char sub[20]; // string, auto, \"Subtitle\", G, \"Sub\", 1, basic\n"
+                  "    short volts; // num, auto, 0, 99, x0.01, 2, \"Volts\", \"V\", G, 4.2, 2, basic\n"
+                  "    char filler["
+                + QByteArray::number(fillerSize)
+                + "]; // string, auto, \"filler\", G, \"\", -1, basic\n" + flagMembers
+                + checksumMember);
+    }
+    return text;
+}
 } // namespace ChargerSchema

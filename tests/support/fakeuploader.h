@@ -1,14 +1,9 @@
 #pragma once
 
 #include "base/buildconstants.h"
+#include "support/files.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 #include <QList>
-#include <QStringList>
-#include <QTemporaryDir>
 
 /// A shell script under the uploader's name that records how it was called. It stands in a
 /// temporary folder, which is the working folder as long as this object lives.
@@ -16,26 +11,14 @@ class FakeUploader
 {
 public:
     /// `behaviour` is what the script does after recording its arguments.
-    explicit FakeUploader(const QByteArray& behaviour = "exit 0") : oldFolder(QDir::currentPath())
-    {
-        EXPECT_TRUE(folder.isValid());
-        EXPECT_TRUE(QDir::setCurrent(folder.path()));
-        setBehaviour(behaviour);
-    }
-
-    ~FakeUploader() { QDir::setCurrent(oldFolder); }
-
-    FakeUploader(const FakeUploader&) = delete;
-    FakeUploader& operator=(const FakeUploader&) = delete;
+    explicit FakeUploader(const QByteArray& behaviour = "exit 0") { setBehaviour(behaviour); }
 
     void setBehaviour(const QByteArray& behaviour)
     {
-        write(BuildConstants::uploaderFileName,
-              "#!/bin/sh\n"
-              "{ echo '--- run'; printf '%s\\n' \"$@\"; } >> runs.txt\n"
-                  + behaviour + "\n");
-        EXPECT_TRUE(QFile::setPermissions(BuildConstants::uploaderFileName,
-                                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        writeProgram(BuildConstants::uploaderFileName,
+                     "#!/bin/sh\n"
+                     "{ echo '--- run'; printf '%s\\n' \"$@\"; } >> runs.txt\n"
+                         + behaviour + "\n");
     }
 
     /// Ends by a signal, as a crashing program does, without leaving a core file.
@@ -56,7 +39,7 @@ public:
     static QList<QStringList> runs()
     {
         QList<QStringList> found;
-        const QStringList lines = QString::fromUtf8(read("runs.txt")).split('\n');
+        const QStringList lines = QString::fromUtf8(contentOf("runs.txt")).split('\n');
         for (const QString& line : lines.mid(0, lines.size() - 1)) {
             if (line == "--- run") {
                 found.append(QStringList());
@@ -67,20 +50,6 @@ public:
         return found;
     }
 
-    static void write(const QString& name, const QByteArray& content)
-    {
-        QFile file(name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
-    static QByteArray read(const QString& name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
 private:
-    QTemporaryDir folder;
-    QString oldFolder;
+    WorkingFolder folder;
 };

@@ -8,12 +8,12 @@
 class FileSizeLimit
 {
 public:
-    explicit FileSizeLimit(rlim_t bytes)
+    explicit FileSizeLimit(long long bytes)
     {
         savedHandler = std::signal(SIGXFSZ, SIG_IGN);
         getrlimit(RLIMIT_FSIZE, &savedLimit);
         rlimit limit = savedLimit;
-        limit.rlim_cur = bytes;
+        limit.rlim_cur = static_cast<rlim_t>(bytes);
         setrlimit(RLIMIT_FSIZE, &limit);
     }
     ~FileSizeLimit()

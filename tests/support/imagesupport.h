@@ -3,12 +3,7 @@
 #include "CBGenerator/generator.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-
-#include <gtest/gtest.h>
-
-#include <QByteArray>
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/files.h"
 
 #include <initializer_list>
 #include <memory>
@@ -29,20 +24,6 @@ inline QByteArray bytesOf(std::initializer_list<int> values)
 inline std::string hex(const QByteArray& bytes)
 {
     return bytes.toHex(' ').toUpper().toStdString();
-}
-
-inline QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no such file)");
-}
-
-inline void writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
-        ADD_FAILURE() << "cannot write " << path.toStdString();
-    }
 }
 
 inline std::unique_ptr<HParser::Generator> generatorOf(const QByteArray& header)

@@ -1,10 +1,7 @@
 #pragma once
 
 #include "schemareview/headerreview.h"
-
-#include <gtest/gtest.h>
-
-#include <QStringList>
+#include "support/printing.h"
 
 #include <algorithm>
 
@@ -59,7 +56,7 @@ inline QStringList reviewed(const QStringList& lines)
 inline QStringList with(int line, const QString& before, const QString& after)
 {
     QStringList lines = soundHeader;
-    EXPECT_TRUE(lines.at(line - 1).contains(before)) << line;
+    EXPECT_TRUE(contains(lines.at(line - 1), before)) << line;
     lines[line - 1].replace(before, after);
     return lines;
 }
@@ -86,7 +83,7 @@ inline QString withColumn(const QStringList& header, const QString& beginning)
         return beginning;
     }
     const int column = header.value(parts.at(0).toInt() - 1).indexOf(parts.at(1)) + 1;
-    EXPECT_GT(column, 0) << qPrintable(beginning);
+    EXPECT_GT(column, 0) << beginning;
     return QString("%1:%2").arg(parts.at(0)).arg(column) + parts.at(2);
 }
 
@@ -98,8 +95,7 @@ inline void expectProblem(const QStringList& header, const QString& place, const
     const bool isFound = std::any_of(found.begin(), found.end(), [&](const QString& text) {
         return text.startsWith(beginning) && text.contains(part);
     });
-    EXPECT_TRUE(isFound) << qPrintable(beginning) << " ... " << qPrintable(part) << "\namong\n"
-                         << qPrintable(found.join('\n'));
+    EXPECT_TRUE(isFound) << beginning << " ... " << part << "\namong\n" << found.join('\n');
 }
 
 /// The same where it is the only one.
@@ -107,6 +103,6 @@ inline void expectOnly(const QStringList& header, const QString& beginning,
                        const QString& part = {})
 {
     expectProblem(header, beginning, part);
-    EXPECT_EQ(reviewed(header).size(), 1) << qPrintable(reviewed(header).join('\n'));
+    EXPECT_EQ(reviewed(header).size(), 1) << reviewed(header).join('\n');
 }
 } // namespace ReviewedHeader

@@ -1,38 +1,17 @@
 #pragma once
 
 #include "support/bundletext.h"
-#include "support/waiting.h"
+#include "support/filestest.h"
+#include "support/programrun.h"
 #include "testpaths.h"
 
-#include <gtest/gtest.h>
-
-#include <QByteArray>
-#include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMap>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QString>
-#include <QStringList>
-#include <QTemporaryDir>
 
 #include <csignal>
 
 #include <sys/resource.h>
-#include <unistd.h>
-
-// What GoogleTest shows of these types.
-inline void PrintTo(const QByteArray& bytes, std::ostream* stream)
-{
-    *stream << '"' << bytes.toStdString() << '"';
-}
-
-inline void PrintTo(const QString& text, std::ostream* stream)
-{
-    *stream << '"' << text.toStdString() << '"';
-}
 
 /// How a start of the editor went.
 struct Start
@@ -99,7 +78,7 @@ protected:
 };
 
 /// An installation of the editor in a folder of its own, empty but for the uploader.
-class StartupTest : public ::testing::Test
+class StartupTest : public FilesTest
 {
 protected:
     void SetUp() override
@@ -111,31 +90,16 @@ protected:
 
     void TearDown() override
     {
-        QFile::setPermissions(files, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(filesFolder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
     /// Installs the editor, with an empty folder of files beside it, into `path`.
     void install(const QString& path)
     {
         program = QDir(path).filePath("KelvaronProfileEditor");
-        files = QDir(path).filePath("KelvaronProfileEditorFiles");
-        ASSERT_TRUE(QDir().mkpath(files));
-        const QByteArray source = QFile::encodeName(KELVARON_SCRIPTED_EDITOR);
-        const QByteArray target = QFile::encodeName(program);
-        if (link(source.constData(), target.constData()) != 0) {
-            ASSERT_TRUE(QFile::copy(KELVARON_SCRIPTED_EDITOR, program)); // other file system
-        }
-    }
-
-    QString pathOf(const QString& name) const { return QDir(files).filePath(name); }
-
-    bool exists(const QString& name) const { return QFile::exists(pathOf(name)); }
-
-    void writeFile(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(pathOf(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(name);
-        ASSERT_EQ(file.write(bytes), bytes.size());
+        filesFolder = QDir(path).filePath("KelvaronProfileEditorFiles");
+        ASSERT_TRUE(QDir().mkpath(filesFolder));
+        installProgram(KELVARON_SCRIPTED_EDITOR, program);
     }
 
     void writeBundle(const QString& name, const BundleText& bundle = Samples::bundle()) const
@@ -143,18 +107,11 @@ protected:
         writeFile(name, bundle.bytes());
     }
 
-    QByteArray readFile(const QString& name) const
-    {
-        QFile file(pathOf(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
-        return file.readAll();
-    }
-
     /// Takes away the right to write into the files folder; root has it all the same.
     void makeReadOnly() const
     {
-        ASSERT_TRUE(QFile::setPermissions(files, QFile::ReadOwner | QFile::ExeOwner
-                                                     | QFile::ReadOther | QFile::ExeOther));
+        ASSERT_TRUE(QFile::setPermissions(filesFolder, QFile::ReadOwner | QFile::ExeOwner
+                                                           | QFile::ReadOther | QFile::ExeOther));
     }
 
     /// Starts the editor and waits for its end.
@@ -230,8 +187,8 @@ protected:
         expectAssertion(started, condition, sourceOf(condition));
         ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
         const QJsonObject box = started.boxes().value(0);
-        EXPECT_TRUE(box["text"].toString().contains(installedFile)) << started.transcript();
-        EXPECT_TRUE(box["details"].toString().contains(condition)) << started.transcript();
+        EXPECT_TRUE(contains(box["text"].toString(), installedFile)) << started.transcript();
+        EXPECT_TRUE(contains(box["details"].toString(), condition)) << started.transcript();
         EXPECT_TRUE(box["modal"].toBool());
     }
 
@@ -248,7 +205,6 @@ protected:
 
     QTemporaryDir folder;
     QString program; ///< the installed executable
-    QString files;   ///< the folder beside it
     EditorProcess process;
 
 private:
@@ -283,17 +239,12 @@ private:
 
     Start end()
     {
+        const ProgramRun run = endOf(process);
         Start result;
-        if (!process.waitForFinished(patience)) {
-            ADD_FAILURE() << "did not end: " << qPrintable(process.errorString());
-            process.kill();
-            process.waitForFinished(patience);
-        }
-        result.crashed = process.exitStatus() != QProcess::NormalExit;
-        result.exitCode = process.exitCode();
-        result.lines = QString::fromUtf8(process.readAllStandardOutput())
-                           .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        result.errors = QString::fromUtf8(process.readAllStandardError());
+        result.crashed = run.crashed;
+        result.exitCode = run.exitCode;
+        result.lines = QString::fromUtf8(run.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        result.errors = QString::fromUtf8(run.errors);
         return result;
     }
 };

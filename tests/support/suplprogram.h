@@ -1,50 +1,13 @@
 #pragma once
 
-#include "support/waiting.h"
+#include "support/files.h"
+#include "support/filesizelimit.h"
+#include "support/programrun.h"
 #include "testpaths.h"
 
-#include <gtest/gtest.h>
-
-#include <QByteArray>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QProcess>
-#include <QString>
-#include <QStringList>
-#include <QTemporaryDir>
 
-#include <csignal>
-
-#include <sys/resource.h>
-#include <unistd.h>
-
-/// How a run of the simulated uploader ended.
-struct SuplRun
-{
-    int exitCode = -1;
-    bool crashed = true;
-    QByteArray output;
-    QByteArray errors;
-};
-
-/// A child that cannot write files beyond a size, as on a full disk.
-class SuplProcess : public QProcess
-{
-public:
-    int largestFile = -1; ///< bytes; negative means no limit
-
-protected:
-    void setupChildProcess() override
-    {
-        if (largestFile >= 0) {
-            const rlimit limit = {static_cast<rlim_t>(largestFile),
-                                  static_cast<rlim_t>(largestFile)};
-            setrlimit(RLIMIT_FSIZE, &limit);
-            std::signal(SIGXFSZ, SIG_IGN);
-        }
-    }
-};
+#include <optional>
 
 /// The real program in a folder of its own, started from another folder, in a hurry.
 class SuplTest : public ::testing::Test
@@ -57,11 +20,7 @@ protected:
         ASSERT_TRUE(folder.isValid());
         ASSERT_TRUE(QDir(folder.path()).mkpath("home"));
         ASSERT_TRUE(QDir(folder.path()).mkpath("work"));
-        const QByteArray source = QFile::encodeName(KELVARON_UPLOADER_SIMULATOR);
-        const QByteArray target = QFile::encodeName(home("supl.mac"));
-        if (link(source.constData(), target.constData()) != 0) {
-            ASSERT_TRUE(QFile::copy(KELVARON_UPLOADER_SIMULATOR, home("supl.mac")));
-        }
+        installProgram(KELVARON_UPLOADER_SIMULATOR, home("supl.mac"));
         ASSERT_TRUE(QFile::copy(KELVARON_DEMO_DIR "/device.txt", work("device.txt")));
         setFaults(QByteArray());
     }
@@ -70,26 +29,12 @@ protected:
     QString home(const QString& name) const { return folder.filePath("home/" + name); }
     QString work(const QString& name) const { return folder.filePath("work/" + name); }
 
-    static void writeFile(const QString& path, const QByteArray& bytes)
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(path);
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
-
-    static QByteArray readFile(const QString& path)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
-        return file.readAll();
-    }
-
     void setFaults(const QByteArray& lines) const
     {
         writeFile(home("supl-faults.txt"), "pace = 0%\n" + lines);
     }
 
-    QByteArray memory() const { return readFile(home("charger-memory.bin")); }
+    QByteArray memory() const { return contentOf(home("charger-memory.bin")); }
 
     /// The memory's bytes from one address up to another.
     QByteArray memory(int low, int high) const { return memory().mid(2 * low, 2 * (high - low)); }
@@ -162,31 +107,24 @@ protected:
         return with({"-e", "-w", file, "-v", file});
     }
 
-    SuplRun run(const QStringList& arguments, int largestFile = -1) const
+    /// A run on a disk that has room for files up to a size; -1 is any.
+    ProgramRun run(const QStringList& arguments, int largestFile = -1) const
     {
-        SuplProcess process;
-        process.largestFile = largestFile;
+        QProcess process;
+        std::optional<FileSizeLimit> fullDisk; // which the process inherits
+        if (largestFile >= 0) {
+            fullDisk.emplace(largestFile);
+        }
         process.setWorkingDirectory(work(QString()));
         process.start(home("supl.mac"), arguments);
-        SuplRun result;
-        if (!process.waitForFinished(patience)) {
-            ADD_FAILURE() << "did not end: " << qPrintable(process.errorString());
-            process.kill();
-            process.waitForFinished(patience);
-            return result;
-        }
-        result.crashed = process.exitStatus() != QProcess::NormalExit;
-        result.exitCode = process.exitCode();
-        result.output = process.readAllStandardOutput();
-        result.errors = process.readAllStandardError();
-        return result;
+        return endOf(process);
     }
 
     void expectDone(const QStringList& arguments) const
     {
-        const SuplRun done = run(arguments);
+        const ProgramRun done = run(arguments);
         EXPECT_FALSE(done.crashed);
-        EXPECT_EQ(done.exitCode, 0) << done.output.constData();
+        EXPECT_EQ(done.exitCode, 0) << done.output;
         EXPECT_EQ(done.errors, "");
     }
 
@@ -194,10 +132,10 @@ protected:
     void expectFailure(const QStringList& arguments, const QByteArray& words,
                        int exitCode = 1) const
     {
-        const SuplRun failed = run(arguments);
+        const ProgramRun failed = run(arguments);
         EXPECT_FALSE(failed.crashed);
-        EXPECT_EQ(failed.exitCode, exitCode) << failed.output.constData();
-        EXPECT_TRUE(failed.output.contains(words)) << failed.output.constData();
+        EXPECT_EQ(failed.exitCode, exitCode) << failed.output;
+        EXPECT_TRUE(contains(failed.output, words));
         EXPECT_EQ(failed.errors, "");
     }
 
@@ -207,8 +145,8 @@ protected:
         QProcess process;
         process.setWorkingDirectory(work(QString()));
         process.start("srec_cat", arguments);
-        ASSERT_TRUE(process.waitForFinished(patience)) << qPrintable(process.errorString());
-        ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
+        ASSERT_TRUE(process.waitForFinished(patience)) << process.errorString();
+        ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError();
     }
 
     QTemporaryDir folder;

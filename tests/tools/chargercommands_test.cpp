@@ -3,8 +3,6 @@
 #include "serialports/portlock.h"
 #include "support/profilesprogram.h"
 
-#include <unistd.h>
-
 namespace
 {
 const QString port = "ttyKelvaronTest";
@@ -16,11 +14,7 @@ protected:
     {
         ProfilesProgramTest::SetUp();
         ASSERT_TRUE(QDir(folder.path()).mkdir("editor"));
-        const QByteArray source = QFile::encodeName(KELVARON_UPLOADER_SIMULATOR);
-        const QByteArray target = QFile::encodeName(pathOf("editor/supl.mac"));
-        if (link(source.constData(), target.constData()) != 0) {
-            ASSERT_TRUE(QFile::copy(KELVARON_UPLOADER_SIMULATOR, pathOf("editor/supl.mac")));
-        }
+        installProgram(KELVARON_UPLOADER_SIMULATOR, pathOf("editor/supl.mac"));
         ASSERT_TRUE(QFile::copy(KELVARON_DEMO_DIR "/device.txt", pathOf("editor/device.txt")));
         setFaults(QByteArray());
         writeFile("editor/kelvaron_chemistries.cb", schema());
@@ -45,7 +39,7 @@ protected:
     /// Runs of the uploader so far, their arguments and exit codes.
     QByteArray runs() const
     {
-        return exists("editor/supl-log.txt") ? readFile("editor/supl-log.txt").replace('"', "")
+        return exists("editor/supl-log.txt") ? contentOf("editor/supl-log.txt").replace('"', "")
                                              : QByteArray();
     }
 
@@ -53,7 +47,7 @@ protected:
     {
         writeFile("mine.xml", xml(profiles));
         const ProgramRun written = runOnCharger({"write", "mine.xml"});
-        EXPECT_EQ(written.exitCode, 0) << written.errors.constData();
+        EXPECT_EQ(written.exitCode, 0) << written.errors;
         EXPECT_EQ(written.errors, "");
     }
 
@@ -68,21 +62,20 @@ protected:
 TEST_F(ChargerCommandsTest, WriteVerifyAndReadRunTheUploaderAsTheEditorDoes)
 {
     writeToCharger(profile(0, "one") + profile(1, "two", "1", "2", "false"));
-    EXPECT_TRUE(runs().contains("-s ttyKelvaronTest -h -V -E 0x9C00 0xA000")) << runs().constData();
-    EXPECT_TRUE(runs().contains("-s ttyKelvaronTest -h -V -w /")) << runs().constData();
+    EXPECT_TRUE(contains(runs(), "-s ttyKelvaronTest -h -V -E 0x9C00 0xA000"));
+    EXPECT_TRUE(contains(runs(), "-s ttyKelvaronTest -h -V -w /"));
     EXPECT_EQ(runs().count("exit code 0"), 2);
 
     const ProgramRun verified = runOnCharger({"verify", "mine.xml"});
-    EXPECT_EQ(verified.exitCode, 0) << verified.errors.constData();
+    EXPECT_EQ(verified.exitCode, 0) << verified.errors;
     EXPECT_EQ(verified.output + verified.errors, "");
-    EXPECT_TRUE(runs().contains("-s ttyKelvaronTest -h -V -l 0x9C00 0xA000 /"));
+    EXPECT_TRUE(contains(runs(), "-s ttyKelvaronTest -h -V -l 0x9C00 0xA000 /"));
 
     EXPECT_EQ(runOnCharger({"read", "back.xml"}).exitCode, 0);
     EXPECT_EQ(runOnCharger({"read", "back.hex"}).exitCode, 0);
     for (const char* file : {"back.xml", "back.hex"}) {
         const ProgramRun compared = runProfiles({"diff", "mine.xml", file, "--folder", "editor"});
-        EXPECT_EQ(compared.exitCode, 0)
-            << compared.output.constData() << compared.errors.constData();
+        EXPECT_EQ(compared.exitCode, 0) << compared.output << compared.errors;
     }
 }
 
@@ -97,7 +90,7 @@ TEST_F(ChargerCommandsTest, VerifyReportsWhatTheChargerHoldsOtherwise)
                                "only in charger:ttyKelvaronTest: profile 2, \"two\" (Cell)\n");
     const ProgramRun asJson = runOnCharger({"verify", "mine.xml", "--json"});
     EXPECT_EQ(asJson.exitCode, 1);
-    EXPECT_TRUE(asJson.output.contains("\"right\": \"charger:ttyKelvaronTest\""));
+    EXPECT_TRUE(contains(asJson.output, "\"right\": \"charger:ttyKelvaronTest\""));
 }
 
 TEST_F(ChargerCommandsTest, WhatTheChargerCanOnlyHoldRoundedIsNoDifference)
@@ -111,7 +104,7 @@ TEST_F(ChargerCommandsTest, DiffTakesTheChargerAsOneOfTheTwo)
     writeToCharger(profile(0, "one", "3.4", "8"));
     const ProgramRun compared =
         runProfiles({"diff", "mine.xml", "charger:" + port, "--folder", "editor"});
-    EXPECT_EQ(compared.exitCode, 1) << compared.errors.constData();
+    EXPECT_EQ(compared.exitCode, 1) << compared.errors;
     EXPECT_EQ(compared.output, "profile 1, \"one\" (Cell)\n"
                                "  Low: 3.4 V -> 3 V\n");
     EXPECT_EQ(
@@ -163,12 +156,12 @@ TEST_F(ChargerCommandsTest, ADamagedProfileIsReportedAndItsBytesAreKept)
     writeFile("editor/kelvaron_chemistries.cb",
               schema().replace("2, 2, x1", "9, 9, x1").replace("A, 2, -1", "A, 9, -1"));
     writeFile("back.xml", "older");
-    expectRefused(
-        runOnCharger({"read", "back.xml"}), 1,
-        "charger:ttyKelvaronTest: error: a profile has a type that is not in the settings header");
-    EXPECT_EQ(readFile("back.xml"), "older");
+    expectRefused(runOnCharger({"read", "back.xml"}), 1,
+                  "charger:ttyKelvaronTest: error: a profile is of a type that the settings header "
+                  "does not have");
+    EXPECT_EQ(contentOf("back.xml"), "older");
     EXPECT_EQ(runOnCharger({"read", "back.hex"}).exitCode, 1);
-    EXPECT_TRUE(readFile("back.hex").startsWith(':'));
+    EXPECT_TRUE(startsWith(contentOf("back.hex"), ':'));
 }
 
 TEST_F(ChargerCommandsTest, APortThatAnotherProgramHasIsLeftAlone)
@@ -211,8 +204,8 @@ TEST_F(ChargerCommandsTest, TheNewestBundleOfTheFolderDescribesTheProfiles)
               0);
     writeFile("mine.xml", xml(profile(0, "one")).replace("low>", "lowest>"));
     const ProgramRun shown = runProfiles({"show", "mine.xml", "--folder", "editor"});
-    EXPECT_EQ(shown.exitCode, 0) << shown.errors.constData();
-    EXPECT_TRUE(shown.output.contains("  Lowest "));
+    EXPECT_EQ(shown.exitCode, 0) << shown.errors;
+    EXPECT_TRUE(contains(shown.output, "  Lowest "));
 }
 
 TEST_F(ChargerCommandsTest, AWrongCommandLineDoesNothing)

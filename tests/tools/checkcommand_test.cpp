@@ -1,6 +1,5 @@
 #include "support/bundleprogram.h"
 
-#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -19,7 +18,7 @@ protected:
     ProgramRun checkHeaderWith(const QByteArray& before, const QByteArray& after) const
     {
         QByteArray schema = smallSchema();
-        EXPECT_TRUE(schema.contains(before));
+        EXPECT_TRUE(contains(schema, before));
         writeFile("schema.h", schema.replace(before, after));
         return check("schema.h");
     }
@@ -27,7 +26,7 @@ protected:
     /// Replaces a text of the bundle that was packed.
     void forge(const QByteArray& before, const QByteArray& after) const
     {
-        QByteArray bundle = readFile("out.kelvaron");
+        QByteArray bundle = contentOf("out.kelvaron");
         ASSERT_TRUE(bundle.contains(before));
         writeFile("out.kelvaron", bundle.replace(before, after));
     }
@@ -38,13 +37,13 @@ protected:
         EXPECT_FALSE(checked.crashed);
         EXPECT_EQ(checked.exitCode, 1);
         EXPECT_EQ(checked.errors, "");
-        EXPECT_TRUE(("\n" + checked.output).contains("\n" + line)) << checked.output.constData();
+        EXPECT_TRUE(contains(("\n" + checked.output), "\n" + line)) << checked.output;
     }
 
     static void expectGood(const ProgramRun& checked)
     {
         EXPECT_FALSE(checked.crashed);
-        EXPECT_EQ(checked.exitCode, 0) << checked.output.constData();
+        EXPECT_EQ(checked.exitCode, 0) << checked.output;
         EXPECT_EQ(checked.errors, "");
     }
 };
@@ -106,8 +105,7 @@ TEST_F(CheckCommandTest, FindsEveryProblemOfABundle)
                            "out.kelvaron:20:66: note: write low\n");
     expectProblem(checked, "out.kelvaron:24:1: error: section 0, from line 5 on, does not match "
                            "this checksum\n");
-    EXPECT_TRUE(checked.output.endsWith("out.kelvaron: 5 errors, 2 warnings\n"))
-        << checked.output.constData();
+    EXPECT_TRUE(checked.output.endsWith("out.kelvaron: 5 errors, 2 warnings\n")) << checked.output;
 }
 
 TEST_F(CheckCommandTest, TheBundleCommandsCheckIsTheSame)
@@ -125,7 +123,7 @@ TEST_F(CheckCommandTest, WarningsAloneAreNoFailure)
 {
     const ProgramRun checked = checkHeaderWith("A, 3,", "A, 10,");
     expectGood(checked);
-    EXPECT_TRUE(checked.output.contains(": warning: the default 10 is not within 0 and 9\n"));
+    EXPECT_TRUE(contains(checked.output, ": warning: the default 10 is not within 0 and 9\n"));
 }
 
 TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
@@ -135,7 +133,7 @@ TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
     expectRefused(check("/dev/zero"), 3, "/dev/zero: is not a regular file");
     const ProgramRun both = runProfiles({"check", "absent.h", "schema.in"});
     expectRefused(both, 3, "absent.h");
-    EXPECT_TRUE(both.output.contains("schema.in: "));
+    EXPECT_TRUE(contains(both.output, "schema.in: "));
     writeFile("empty.kelvaron", "");
     expectProblem(check("empty.kelvaron"), "empty.kelvaron: error: 0 whole sections");
     expectProblem(check("device.in"), "device.in:1: error: the profile start address is missing");
@@ -156,7 +154,7 @@ TEST_F(CheckCommandTest, WritesJson)
     EXPECT_EQ(checked.exitCode, 3);
     const QJsonArray files =
         QJsonDocument::fromJson(checked.output).object().value("files").toArray();
-    ASSERT_EQ(files.size(), 3) << checked.output.constData();
+    ASSERT_EQ(files.size(), 3) << checked.output;
     const QJsonObject bad = files.at(0).toObject();
     EXPECT_EQ(bad.value("file").toString(), "bad.h");
     EXPECT_EQ(bad.value("kind").toString(), "header");

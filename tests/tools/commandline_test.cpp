@@ -10,12 +10,12 @@ TEST_F(CommandLineTest, HelpNamesEveryCommand)
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_EQ(help.errors, "");
     for (const char* command : {"check", "convert", "show", "diff", "bundle"}) {
-        EXPECT_TRUE(help.output.contains(QByteArray("\n  ") + command)) << command;
+        EXPECT_TRUE(contains(help.output, QByteArray("\n  ") + command)) << command;
     }
     const ProgramRun bundleHelp = run({"--help"});
     EXPECT_EQ(bundleHelp.exitCode, 0);
     for (const char* command : {"pack", "check", "list", "extract"}) {
-        EXPECT_TRUE(bundleHelp.output.contains(QByteArray("\n  ") + command)) << command;
+        EXPECT_TRUE(contains(bundleHelp.output, QByteArray("\n  ") + command)) << command;
     }
 }
 
@@ -24,8 +24,7 @@ TEST_F(CommandLineTest, EveryCommandHasItsOwnHelp)
     for (const char* command : {"pack", "check", "list", "extract"}) {
         const ProgramRun help = run({command, "--help"});
         EXPECT_EQ(help.exitCode, 0) << command;
-        EXPECT_TRUE(help.output.contains("bundle " + QByteArray(command) + " [options]"))
-            << help.output.constData();
+        EXPECT_TRUE(contains(help.output, "bundle " + QByteArray(command) + " [options]"));
     }
 }
 
@@ -33,9 +32,9 @@ TEST_F(CommandLineTest, VersionIsADottedNumber)
 {
     const ProgramRun version = runProfiles({"--version"});
     EXPECT_EQ(version.exitCode, 0);
-    EXPECT_TRUE(QString::fromUtf8(version.output)
-                    .contains(QRegularExpression("^kelvaron-profiles \\d+(\\.\\d+)*\n$")))
-        << version.output.constData();
+    EXPECT_TRUE(contains(QString::fromUtf8(version.output),
+                         QRegularExpression("^kelvaron-profiles \\d+(\\.\\d+)*\n$")))
+        << version.output;
 }
 
 TEST_F(CommandLineTest, RefusesAWrongCommandLine)

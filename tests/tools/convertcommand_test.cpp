@@ -33,18 +33,18 @@ protected:
 TEST_F(ConvertCommandTest, TurnsXmlIntoHex)
 {
     const ProgramRun result = convertXml(xml(oneProfile()));
-    EXPECT_EQ(result.exitCode, 0) << result.errors.constData();
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_EQ(result.errors, "");
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(readFile("out.hex"), oneProfileHex());
+    EXPECT_EQ(contentOf("out.hex"), oneProfileHex());
 }
 
 TEST_F(ConvertCommandTest, TurnsHexIntoXml)
 {
     writeFile("in.hex", oneProfileHex());
     const ProgramRun result = convert("in.hex", "out.xml");
-    EXPECT_EQ(result.exitCode, 0) << result.errors.constData();
-    EXPECT_EQ(readFile("out.xml"), xml(oneProfile()));
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(contentOf("out.xml"), xml(oneProfile()));
 }
 
 TEST_F(ConvertCommandTest, ManyProfilesComeBackAsTheyWere)
@@ -54,7 +54,7 @@ TEST_F(ConvertCommandTest, ManyProfilesComeBackAsTheyWere)
             + profile(2, "", "5", "7", "false"));
     EXPECT_EQ(convertXml(document).exitCode, 0);
     EXPECT_EQ(convert("out.hex", "out.xml").exitCode, 0);
-    EXPECT_EQ(readFile("out.xml"), document);
+    EXPECT_EQ(contentOf("out.xml"), document);
 }
 
 TEST_F(ConvertCommandTest, TakesTheHeaderOutOfABundle)
@@ -63,14 +63,14 @@ TEST_F(ConvertCommandTest, TakesTheHeaderOutOfABundle)
     writeFile("in.xml", xml(oneProfile()));
     const ProgramRun result =
         runProfiles({"convert", "--bundle", "out.kelvaron", "in.xml", "out.hex"});
-    EXPECT_EQ(result.exitCode, 0) << result.errors.constData();
-    EXPECT_EQ(readFile("out.hex"), oneProfileHex());
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(contentOf("out.hex"), oneProfileHex());
 }
 
 TEST_F(ConvertCommandTest, TellsABundleWhoseChecksumsDoNotMatch)
 {
     pack();
-    writeFile("out.kelvaron", readFile("out.kelvaron").replace("name = test", "name = tess"));
+    writeFile("out.kelvaron", contentOf("out.kelvaron").replace("name = test", "name = tess"));
     writeFile("in.xml", xml(oneProfile()));
     const ProgramRun result =
         runProfiles({"convert", "--bundle", "out.kelvaron", "in.xml", "out.hex"});
@@ -85,9 +85,9 @@ TEST_F(ConvertCommandTest, WritesTheFormatThatIsSaid)
 {
     writeFile("in.xml", xml(oneProfile()));
     EXPECT_EQ(runWithHeader({"convert", "--to", "hex", "in.xml", "image"}).exitCode, 0);
-    EXPECT_EQ(readFile("image"), oneProfileHex());
+    EXPECT_EQ(contentOf("image"), oneProfileHex());
     EXPECT_EQ(runWithHeader({"convert", "--to", "xml", "image", "again.hex"}).exitCode, 0);
-    EXPECT_EQ(readFile("again.hex"), xml(oneProfile()));
+    EXPECT_EQ(contentOf("again.hex"), xml(oneProfile()));
     expectRefused(runWithHeader({"convert", "in.xml", "image2"}), 2, "neither *.xml nor *.hex");
     expectRefused(runWithHeader({"convert", "--to", "pdf", "in.xml", "x"}), 2, "xml or hex");
     EXPECT_FALSE(exists("image2"));
@@ -128,8 +128,8 @@ TEST_F(ConvertCommandTest, TellsASecondDefaultProfile)
         "profile 2, \"two\" (Cell): an earlier profile is already the default, so this one is "
         "not\n");
     convertXml(xml(profile(0, "one") + profile(1, "two")), "out.xml");
-    EXPECT_TRUE(readFile("out.xml").contains("id=\"0\" active=\"true\" default=\"true\""));
-    EXPECT_TRUE(readFile("out.xml").contains("id=\"1\" active=\"true\" default=\"false\""));
+    EXPECT_TRUE(contains(contentOf("out.xml"), "id=\"0\" active=\"true\" default=\"true\""));
+    EXPECT_TRUE(contains(contentOf("out.xml"), "id=\"1\" active=\"true\" default=\"false\""));
 }
 
 TEST_F(ConvertCommandTest, LeavesOutUnknownChemistriesAndTellsThem)
@@ -137,7 +137,7 @@ TEST_F(ConvertCommandTest, LeavesOutUnknownChemistriesAndTellsThem)
     const QByteArray unknown = profile(1, "old").replace("Cell", "Zinc");
     expectTold(convertXml(xml(oneProfile() + unknown)),
                "in.xml: error: the profile \"old\" is left out: there is no chemistry \"Zinc\"\n");
-    EXPECT_EQ(readFile("out.hex"), oneProfileHex());
+    EXPECT_EQ(contentOf("out.hex"), oneProfileHex());
 }
 
 TEST_F(ConvertCommandTest, WritesNothingWhenNoProfileIsLeft)
@@ -154,7 +154,7 @@ TEST_F(ConvertCommandTest, KeepsWhatIsWholeOfABrokenFile)
     QByteArray document = xml(oneProfile() + profile(1, "two"));
     document.truncate(document.lastIndexOf("<high>"));
     expectTold(convertXml(document), "the file is damaged after 1 complete profile: ");
-    EXPECT_EQ(readFile("out.hex"), oneProfileHex());
+    EXPECT_EQ(contentOf("out.hex"), oneProfileHex());
 }
 
 TEST_F(ConvertCommandTest, RefusesTextsThatTheChargerCannotHold)
@@ -200,7 +200,7 @@ TEST_F(ConvertCommandTest, TellsGlobalSettingsThatAHexFileDoesNotHold)
     expectTold(convertXml(document),
                "out.hex: warning: a HEX file holds no global settings: Tone: false -> true\n");
     EXPECT_EQ(convertXml(document, "out.xml").exitCode, 0);
-    EXPECT_EQ(readFile("out.xml"), document);
+    EXPECT_EQ(contentOf("out.xml"), document);
 }
 
 TEST_F(ConvertCommandTest, TellsValuesOfSettingsThatAreNotShown)
@@ -221,7 +221,7 @@ TEST_F(ConvertCommandTest, RefusesDamagedHexFiles)
     writeFile("schema.in", schema);
     ASSERT_EQ(convertXml(xml(oneProfile())).exitCode, 0);
     // A bit of the title flips, the line's own checksum with it.
-    const QByteArray sound = readFile("out.hex");
+    const QByteArray sound = contentOf("out.hex");
     QByteArray damaged = sound;
     ASSERT_TRUE(damaged.contains(":100800006E6F02"));
     damaged.replace(":100800006E6F02", ":100800006E6D02");
@@ -253,7 +253,7 @@ TEST_F(ConvertCommandTest, AFailureLeavesTheOlderFileAlone)
 {
     writeFile("out.hex", "precious");
     expectRefused(convertXml(xml(profile(0, "Z\xC3\xA4hler"))), 1, "cannot hold");
-    EXPECT_EQ(readFile("out.hex"), "precious");
+    EXPECT_EQ(contentOf("out.hex"), "precious");
 }
 
 TEST_F(ConvertCommandTest, RefusesAHeaderThatTheEditorWouldEndFor)
@@ -262,7 +262,7 @@ TEST_F(ConvertCommandTest, RefusesAHeaderThatTheEditorWouldEndFor)
     writeFile("schema.in", smallSchema().replace("low + 1", "lw + 1"));
     const ProgramRun result = convert("in.xml", "out.hex");
     expectRefused(result, 1, "schema.in:13:66: error: no setting is called \"lw\"\n");
-    EXPECT_TRUE(result.errors.contains("schema.in: cannot be used\n"));
+    EXPECT_TRUE(contains(result.errors, "schema.in: cannot be used\n"));
     EXPECT_FALSE(exists("out.hex"));
 }
 
@@ -274,6 +274,6 @@ TEST_F(ConvertCommandTest, GoesOnWithAHeaderThatTheEditorStartsWith)
                                .replace("low + 1", "4"));
     writeFile("in.hex", oneProfileHex());
     const ProgramRun result = convert("in.hex", "out.xml");
-    EXPECT_EQ(result.exitCode, 0) << result.errors.constData();
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
     EXPECT_EQ(runProfiles({"check", "schema.in"}).exitCode, 1);
 }

@@ -33,7 +33,7 @@ TEST_F(DiffCommandTest, SaysNothingOfEqualFiles)
     const ProgramRun compared =
         diff(profile(0, "one") + profile(1, "two", "1", "2", "false"),
              profile(3, "one", "3.0", "+4") + profile(7, "two", "1", "2", "false"));
-    EXPECT_EQ(compared.exitCode, 0) << compared.errors.constData();
+    EXPECT_EQ(compared.exitCode, 0) << compared.errors;
     EXPECT_EQ(compared.output, "");
     EXPECT_EQ(compared.errors, "");
 }
@@ -109,7 +109,7 @@ TEST_F(DiffCommandTest, WritesJson)
     EXPECT_FALSE(result.value("same").toBool(true));
     EXPECT_EQ(result.value("global").toArray().size(), 0);
     const QJsonArray profiles = result.value("profiles").toArray();
-    ASSERT_EQ(profiles.size(), 2) << compared.output.constData();
+    ASSERT_EQ(profiles.size(), 2) << compared.output;
     EXPECT_EQ(profiles.at(0).toObject().value("left").toInt(), 1);
     EXPECT_EQ(profiles.at(0).toObject().value("right").toInt(), 1);
     const QJsonObject difference =

@@ -14,7 +14,7 @@ protected:
     {
         writeFile("mine.xml", xml(profiles));
         const ProgramRun shown = runWithHeader({"show", "--html", "mine.xml"});
-        EXPECT_EQ(shown.exitCode, 0) << shown.errors.constData();
+        EXPECT_EQ(shown.exitCode, 0) << shown.errors;
         return shown.output;
     }
 
@@ -23,7 +23,7 @@ protected:
         writeFile("left.xml", xml(left));
         writeFile("right.xml", xml(right));
         const ProgramRun compared = runWithHeader({"diff", "--html", "left.xml", "right.xml"});
-        EXPECT_EQ(compared.exitCode, exitCode) << compared.errors.constData();
+        EXPECT_EQ(compared.exitCode, exitCode) << compared.errors;
         return compared.output;
     }
 
@@ -31,7 +31,7 @@ protected:
     /// test when an element is not closed, which these pages do but for <meta>.
     static QStringList lines(QByteArray page)
     {
-        EXPECT_TRUE(page.startsWith("<!DOCTYPE html>\n<html lang=\"en\">"));
+        EXPECT_TRUE(startsWith(page, "<!DOCTYPE html>\n<html lang=\"en\">"));
         page.replace("<!DOCTYPE html>\n", "");
         QXmlStreamReader reader(
             QString::fromUtf8(page).replace(QRegularExpression("<(meta[^>]*)>"), "<\\1/>"));
@@ -51,7 +51,7 @@ protected:
                 found.append(QString());
             }
         }
-        EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
+        EXPECT_FALSE(reader.hasError()) << reader.errorString();
         QStringList full;
         for (const QString& line : found) {
             if (!line.trimmed().isEmpty()) {
@@ -65,8 +65,7 @@ protected:
     {
         const QStringList all = lines(page);
         for (const QString& line : expected) {
-            EXPECT_TRUE(all.contains(line)) << line.toStdString() << "\nnot in\n"
-                                            << all.join('\n').toStdString();
+            EXPECT_TRUE(contains(all, line)) << line << "\nnot in\n" << all.join('\n');
         }
     }
 };
@@ -77,11 +76,11 @@ TEST_F(HtmlPagesTest, ACardShowsTitleSubtitleChemistryFlagsAndSettingsWithUnits)
     const QByteArray page = show(profile(0, "one") + profile(1, "two", "1", "2", "false"));
     expectLines(page, {"mine.xml", "2 profiles", "1. one", "two", "2. two"});
     const QString text = lines(page).join('\n');
-    EXPECT_TRUE(text.contains("Cell|")) << text.toStdString();
-    EXPECT_TRUE(text.contains("Default|"));
-    EXPECT_TRUE(text.contains("Active|"));
-    EXPECT_TRUE(text.contains("Not active|"));
-    EXPECT_TRUE(text.contains("Modifiable|"));
+    EXPECT_TRUE(contains(text, "Cell|"));
+    EXPECT_TRUE(contains(text, "Default|"));
+    EXPECT_TRUE(contains(text, "Active|"));
+    EXPECT_TRUE(contains(text, "Not active|"));
+    EXPECT_TRUE(contains(text, "Modifiable|"));
     expectLines(page, {"Low|3 V|", "High|4 V|", "Low|1 V|", "High|2 V|"});
     EXPECT_FALSE(text.contains("Title|")) << "it is the heading";
     EXPECT_EQ(page.count("class=\"card\""), 3) << "with the global settings";
@@ -96,7 +95,7 @@ TEST_F(HtmlPagesTest, TextsOfUsersStayTexts)
 {
     const QByteArray page = show(profile(0, "&lt;b&gt;&amp;&quot;"));
     expectLines(page, {"1. <b>&\""});
-    EXPECT_TRUE(page.contains("1. &lt;b&gt;&amp;&quot;</h2>"));
+    EXPECT_TRUE(contains(page, "1. &lt;b&gt;&amp;&quot;</h2>"));
 }
 
 TEST_F(HtmlPagesTest, APageNeedsNothingElseAndIsLight)
@@ -106,8 +105,8 @@ TEST_F(HtmlPagesTest, APageNeedsNothingElseAndIsLight)
         for (const char* word : {"<script", "http", "url(", "@import", "<link", "src="}) {
             EXPECT_FALSE(page.contains(word)) << word;
         }
-        EXPECT_TRUE(page.contains("color-scheme: light"));
-        EXPECT_TRUE(page.contains("@media print"));
+        EXPECT_TRUE(contains(page, "color-scheme: light"));
+        EXPECT_TRUE(contains(page, "@media print"));
     }
 }
 
@@ -130,11 +129,10 @@ TEST_F(HtmlPagesTest, TwoListsStandSideBySideWithMarksInWords)
                        "|High: 4 V|High: 4 V|", "||Low: 5 V|"});
     EXPECT_EQ(page.count("<tr class=\"differs\">"), 1);
     const QString text = lines(page).join(' ');
-    EXPECT_TRUE(text.contains("differs|1. one two (Cell) |1. one two (Cell)"))
-        << text.toStdString();
-    EXPECT_TRUE(text.contains("same|2. both")) << text.toStdString();
-    EXPECT_TRUE(text.contains("only right|not in this list|3. new"));
-    EXPECT_TRUE(text.contains("2 profiles differ. Those"));
+    EXPECT_TRUE(contains(text, "differs|1. one two (Cell) |1. one two (Cell)"));
+    EXPECT_TRUE(contains(text, "same|2. both"));
+    EXPECT_TRUE(contains(text, "only right|not in this list|3. new"));
+    EXPECT_TRUE(contains(text, "2 profiles differ. Those"));
     EXPECT_FALSE(text.contains("Low: 1 V")) << "the settings of a profile that is the same";
 }
 

@@ -1,6 +1,5 @@
 #include "support/bundleprogram.h"
 
-#include <QCryptographicHash>
 #include <QRegularExpression>
 
 namespace
@@ -14,11 +13,6 @@ QStringList rows(const ProgramRun& listed)
     }
     return found;
 }
-
-QString md5(const QByteArray& bytes)
-{
-    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex());
-}
 } // namespace
 
 using ListCommandTest = BundleProgramTest;
@@ -31,25 +25,24 @@ TEST_F(ListCommandTest, ShowsKeysAndSections)
     EXPECT_EQ(listed.exitCode, 0);
     EXPECT_EQ(listed.errors, "");
     const QStringList shown = rows(listed);
-    EXPECT_TRUE(shown.contains("VERSION = 1.2.0"));
-    EXPECT_TRUE(shown.contains("MAKER = us"));
-    const QString sum = md5("caf\xC3\xA9\nb\n");
-    EXPECT_TRUE(shown.contains(QString("0 2 8 %1 ok device.txt").arg(sum)))
-        << listed.output.constData();
-    EXPECT_TRUE(shown.contains(QString("2 2 8 %1 ok more.txt").arg(sum)));
+    EXPECT_TRUE(contains(shown, "VERSION = 1.2.0"));
+    EXPECT_TRUE(contains(shown, "MAKER = us"));
+    const QString sum = BundleText::md5("caf\xC3\xA9\nb\n");
+    EXPECT_TRUE(contains(shown, QString("0 2 8 %1 ok device.txt").arg(sum))) << listed.output;
+    EXPECT_TRUE(contains(shown, QString("2 2 8 %1 ok more.txt").arg(sum)));
     EXPECT_TRUE(shown.indexOf(QRegularExpression("^3 3 99 [0-9a-f]{32} - checksums$")) >= 0)
-        << listed.output.constData();
+        << listed.output;
 }
 
 TEST_F(ListCommandTest, ShowsABadChecksumWithoutFailing)
 {
     pack();
-    writeFile("out.kelvaron", readFile("out.kelvaron").replace("name = test", "name = tess"));
+    writeFile("out.kelvaron", contentOf("out.kelvaron").replace("name = test", "name = tess"));
     const ProgramRun listed = run({"list", "out.kelvaron"});
     EXPECT_EQ(listed.exitCode, 0);
-    EXPECT_TRUE(
-        rows(listed).contains(QString("0 1 12 %1 WRONG device.txt").arg(md5("name = tess\n"))))
-        << listed.output.constData();
+    EXPECT_TRUE(contains(
+        rows(listed), QString("0 1 12 %1 WRONG device.txt").arg(BundleText::md5("name = tess\n"))))
+        << listed.output;
 }
 
 TEST_F(ListCommandTest, RefusesAFileThatIsNoBundle)

@@ -1,5 +1,4 @@
 #include "support/bundleprogram.h"
-#include "support/waiting.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -52,11 +51,11 @@ TEST_F(ManPageTest, NamesEveryCommandAndOption)
           QStringList("read"), QStringList("write"), QStringList("verify"),
           QStringList({"bundle", "pack"}), QStringList({"bundle", "check"}),
           QStringList({"bundle", "list"}), QStringList({"bundle", "extract"}), QStringList()}) {
-        EXPECT_TRUE(text.contains("kelvaron-profiles " + command.join(' ')));
+        EXPECT_TRUE(contains(text, "kelvaron-profiles " + command.join(' ')));
         const QSet<QString> options = optionsOf(command);
-        EXPECT_TRUE(options.contains("--help"));
+        EXPECT_TRUE(contains(options, "--help"));
         for (const QString& option : options) {
-            EXPECT_TRUE(text.contains(option)) << qPrintable(option);
+            EXPECT_TRUE(contains(text, option)) << option;
         }
     }
 }
@@ -65,7 +64,7 @@ TEST_F(ManPageTest, NamesEveryExitCode)
 {
     const QString status = page().section(".SH EXIT STATUS", 1).section(".SH", 0, 0);
     for (const char* code : {"0", "1", "2", "3", "4"}) {
-        EXPECT_TRUE(status.contains(QString(".B %1\n").arg(code))) << code;
+        EXPECT_TRUE(contains(status, QString(".B %1\n").arg(code))) << code;
     }
 }
 

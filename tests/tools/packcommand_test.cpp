@@ -2,16 +2,10 @@
 #include "support/bundleprogram.h"
 #include "support/filesizelimit.h"
 
-#include <QCryptographicHash>
 #include <QFileInfo>
 
 namespace
 {
-QByteArray md5(const QByteArray& bytes)
-{
-    return QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex();
-}
-
 class PackCommandTest : public BundleProgramTest
 {
 protected:
@@ -29,20 +23,21 @@ TEST_F(PackCommandTest, WritesKeysSectionsAndChecksums)
     writeFile("schema.in", "three\n");
     packForced({"--key", "VERSION=1.2.0", "--key", "MIN_SOFTWARE_VERSION_REQUIRED=0.9"});
 
-    EXPECT_EQ(readFile("out.kelvaron"), "...\n"
-                                        "VERSION = 1.2.0\n"
-                                        "MIN_SOFTWARE_VERSION_REQUIRED = 0.9\n"
-                                        "...\n"
-                                        "/\\/\\/\\ device.txt /\\/\\/\\\n"
-                                        "one\n"
-                                        "two\n"
-                                        "/\\/\\/\\ device.txt /\\/\\/\\\n"
-                                        "/\\/\\/\\ kelvaron_chemistries.cb /\\/\\/\\\n"
-                                        "three\n"
-                                        "/\\/\\/\\ kelvaron_chemistries.cb /\\/\\/\\\n"
-                                        "/\\/\\/\\ checksums /\\/\\/\\\n"
-                                            + md5("one\ntwo\n") + "\n" + md5("three\n")
-                                            + "\n/\\/\\/\\ checksums /\\/\\/\\\n");
+    EXPECT_EQ(contentOf("out.kelvaron"), "...\n"
+                                         "VERSION = 1.2.0\n"
+                                         "MIN_SOFTWARE_VERSION_REQUIRED = 0.9\n"
+                                         "...\n"
+                                         "/\\/\\/\\ device.txt /\\/\\/\\\n"
+                                         "one\n"
+                                         "two\n"
+                                         "/\\/\\/\\ device.txt /\\/\\/\\\n"
+                                         "/\\/\\/\\ kelvaron_chemistries.cb /\\/\\/\\\n"
+                                         "three\n"
+                                         "/\\/\\/\\ kelvaron_chemistries.cb /\\/\\/\\\n"
+                                         "/\\/\\/\\ checksums /\\/\\/\\\n"
+                                             + BundleText::md5("one\ntwo\n") + "\n"
+                                             + BundleText::md5("three\n")
+                                             + "\n/\\/\\/\\ checksums /\\/\\/\\\n");
 }
 
 TEST_F(PackCommandTest, TheEditorsReaderAcceptsWhatItWrites)
@@ -57,9 +52,9 @@ TEST_F(PackCommandTest, TheEditorsReaderAcceptsWhatItWrites)
     ASSERT_EQ(bundle.getNumFiles(), 5);
     EXPECT_EQ(bundle.getFile(1).toUtf8(), smallSchema());
     EXPECT_EQ(bundle.getFile(2), ":00000001FF\n");
-    EXPECT_TRUE(bundle.getMarker(2).contains(" hexToFlash.hex "));
+    EXPECT_TRUE(contains(bundle.getMarker(2), " hexToFlash.hex "));
     EXPECT_EQ(bundle.getFile(3), "name = test\n");
-    EXPECT_TRUE(bundle.getMarker(3).contains(" keep.txt "));
+    EXPECT_TRUE(contains(bundle.getMarker(3), " keep.txt "));
 }
 
 TEST_F(PackCommandTest, DropsCarriageReturnsAndEndsTheLastLine)
@@ -97,21 +92,21 @@ TEST_F(PackCommandTest, LinesOfDotsInAFileOpenNoKeyBlock)
 TEST_F(PackCommandTest, TheSameInputGivesTheSameBytes)
 {
     pack();
-    const QByteArray first = readFile("out.kelvaron");
+    const QByteArray first = contentOf("out.kelvaron");
     pack();
-    EXPECT_EQ(readFile("out.kelvaron"), first);
+    EXPECT_EQ(contentOf("out.kelvaron"), first);
 }
 
 TEST_F(PackCommandTest, FullDiskIsAnErrorAndKeepsTheOlderBundle)
 {
     pack();
-    const QByteArray older = readFile("out.kelvaron");
+    const QByteArray older = contentOf("out.kelvaron");
     writeFile("device.in", "name = another\n");
-    for (const rlim_t limit : {rlim_t(0), rlim_t(1), rlim_t(older.size() / 2)}) {
+    for (const int limit : {0, 1, older.size() / 2}) {
         SCOPED_TRACE(limit);
         const FileSizeLimit fullDisk(limit); // of this process and its children
         expectRefused(run(packArguments()), 1, "out.kelvaron: cannot be written: File too large");
-        EXPECT_EQ(readFile("out.kelvaron"), older);
+        EXPECT_EQ(contentOf("out.kelvaron"), older);
     }
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
 }
@@ -195,7 +190,7 @@ TEST_F(PackCommandTest, AFailureLeavesTheOlderBundleAlone)
 {
     writeFile("out.kelvaron", "older");
     expectRefused(run(packArguments({"--file", "absent.txt"})), 1, "absent.txt");
-    EXPECT_EQ(readFile("out.kelvaron"), "older");
+    EXPECT_EQ(contentOf("out.kelvaron"), "older");
 }
 
 TEST_F(PackCommandTest, ReportsAnOutputThatCannotBeWritten)
@@ -218,7 +213,7 @@ TEST_F(PackCommandTest, RefusesAHeaderWithErrorsAndNamesThem)
     expectRefused(packed, 1,
                   "kelvaron-profiles: schema.in: 1 error in the settings header, nothing "
                   "was written; correct the header, or pack it as it is with --force\n");
-    EXPECT_EQ(readFile("out.kelvaron"), "older");
+    EXPECT_EQ(contentOf("out.kelvaron"), "older");
 }
 
 TEST_F(PackCommandTest, PacksAHeaderWithErrorsWhenItIsForced)
@@ -227,7 +222,7 @@ TEST_F(PackCommandTest, PacksAHeaderWithErrorsWhenItIsForced)
     writeFile("schema.in", schema);
     const ProgramRun packed = run(packArguments({"--force"}));
     EXPECT_EQ(packed.exitCode, 0);
-    EXPECT_TRUE(packed.errors.contains("schema.in:12:49: error: ")) << packed.errors.constData();
+    EXPECT_TRUE(contains(packed.errors, "schema.in:12:49: error: "));
     KelvaronBundle bundle(pathOf("out.kelvaron"));
     EXPECT_TRUE(bundle.parseBundle());
     EXPECT_EQ(bundle.getFile(1).toUtf8(), schema);

@@ -1,5 +1,4 @@
 #include "support/profilesprogram.h"
-#include "support/waiting.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -11,7 +10,7 @@ TEST_F(ShowCommandTest, ShowsEverySettingWithItsValueAndUnits)
 {
     writeFile("in.hex", oneProfileHex());
     const ProgramRun shown = runWithHeader({"show", "in.hex"});
-    EXPECT_EQ(shown.exitCode, 0) << shown.errors.constData();
+    EXPECT_EQ(shown.exitCode, 0) << shown.errors;
     EXPECT_EQ(shown.errors, "");
     EXPECT_EQ(shown.output, "profile 1, \"one\" (Cell)\n"
                             "  Title       one\n"
@@ -27,10 +26,9 @@ TEST_F(ShowCommandTest, ShowsXmlWithItsGlobalSettings)
 {
     writeFile("in.xml", xml(profile(0, "one") + profile(1, "t &amp; w", "2", "8", "false")));
     const ProgramRun shown = runWithHeader({"show", "in.xml"});
-    EXPECT_EQ(shown.exitCode, 0) << shown.errors.constData();
-    EXPECT_TRUE(shown.output.startsWith("Global\nprofile 1, \"one\" (Cell)\n"))
-        << shown.output.constData();
-    EXPECT_TRUE(shown.output.contains("\nprofile 2, \"t & w\" (Cell)\n"));
+    EXPECT_EQ(shown.exitCode, 0) << shown.errors;
+    EXPECT_TRUE(startsWith(shown.output, "Global\nprofile 1, \"one\" (Cell)\n"));
+    EXPECT_TRUE(contains(shown.output, "\nprofile 2, \"t & w\" (Cell)\n"));
 }
 
 TEST_F(ShowCommandTest, ShowsWhatIsUsableAndTellsTheRest)
@@ -38,7 +36,7 @@ TEST_F(ShowCommandTest, ShowsWhatIsUsableAndTellsTheRest)
     writeFile("in.xml", xml(profile(0, "one") + profile(1, "old").replace("Cell", "Zinc")));
     const ProgramRun shown = runWithHeader({"show", "in.xml"});
     expectRefused(shown, 1, "in.xml: error: the profile \"old\" is left out");
-    EXPECT_TRUE(shown.output.contains("profile 1, \"one\""));
+    EXPECT_TRUE(contains(shown.output, "profile 1, \"one\""));
     EXPECT_FALSE(shown.output.contains("old"));
 }
 
@@ -46,10 +44,9 @@ TEST_F(ShowCommandTest, KeepsAValueInItsLine)
 {
     writeFile("in.xml", xml(profile(0, "a&#10;b\tc")));
     const ProgramRun shown = runWithHeader({"show", "in.xml"});
-    EXPECT_TRUE(shown.output.contains("  Title       a\xEF\xBF\xBD"
-                                      "b\xEF\xBF\xBD"
-                                      "c\n"))
-        << shown.output.constData();
+    EXPECT_TRUE(contains(shown.output, "  Title       a\xEF\xBF\xBD"
+                                       "b\xEF\xBF\xBD"
+                                       "c\n"));
 }
 
 TEST_F(ShowCommandTest, WritesJson)
@@ -98,5 +95,5 @@ TEST_F(ShowCommandTest, ReportsAnOutputThatCannotBeWritten)
     process.start(KELVARON_PROFILES_EXECUTABLE, {"show", "--header", "schema.in", "in.hex"});
     ASSERT_TRUE(process.waitForFinished(patience));
     EXPECT_EQ(process.exitCode(), 3);
-    EXPECT_TRUE(process.readAllStandardError().contains("standard output cannot be written"));
+    EXPECT_TRUE(contains(process.readAllStandardError(), "standard output cannot be written"));
 }

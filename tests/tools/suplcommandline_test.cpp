@@ -1,5 +1,4 @@
 #include "support/suplprogram.h"
-#include "support/waiting.h"
 
 namespace
 {
@@ -28,7 +27,7 @@ TEST_F(SuplCommandLineTest, DoesWhatTheEditorAsksForInItsOrder)
 
 TEST_F(SuplCommandLineTest, HelpTellsOperationsAndFaults)
 {
-    const SuplRun help = run({"--help"});
+    const ProgramRun help = run({"--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_EQ(help.errors, "");
     for (const char* word : {"-E LOW HIGH",
@@ -55,17 +54,17 @@ TEST_F(SuplCommandLineTest, HelpTellsOperationsAndFaults)
                              "charger-state.txt",
                              "supl-faults.txt",
                              "supl-log.txt"}) {
-        EXPECT_TRUE(help.output.contains(word)) << word;
+        EXPECT_TRUE(contains(help.output, word)) << word;
     }
 }
 
 TEST_P(SuplBadArgumentsTest, AreAnsweredWithTheUsage)
 {
-    const SuplRun refused = run(GetParam());
+    const ProgramRun refused = run(GetParam());
     EXPECT_FALSE(refused.crashed);
     EXPECT_EQ(refused.exitCode, 2);
     EXPECT_EQ(refused.output, "");
-    EXPECT_TRUE(refused.errors.startsWith("Usage:")) << refused.errors.constData();
+    EXPECT_TRUE(startsWith(refused.errors, "Usage:"));
     EXPECT_FALSE(QFile::exists(home("charger-memory.bin")));
 }
 
@@ -98,7 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SuplCommandLineTest, AnEmptyPortCannotBeOpened)
 {
-    const SuplRun refused = run(with({"-R"}, ""));
+    const ProgramRun refused = run(with({"-R"}, ""));
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(refused.output, "Opening port \"\"\nCan not open comport\n");
 }
@@ -155,10 +154,10 @@ TEST_F(SuplCommandLineTest, WithoutADeviceDescriptionNothingIsDone)
 
 TEST_F(SuplCommandLineTest, ADeviceDescriptionOfAnotherChargerIsRefused)
 {
-    const QByteArray good = readFile(KELVARON_DEMO_DIR "/device.txt");
+    const QByteArray good = contentOf(KELVARON_DEMO_DIR "/device.txt");
     const auto expectRefused = [&](const QByteArray& line, const QByteArray& replacement,
                                    const QByteArray& words) {
-        ASSERT_TRUE(good.contains(line)) << line.constData();
+        ASSERT_TRUE(good.contains(line)) << line;
         writeFile(work("device.txt"), QByteArray(good).replace(line, replacement));
         expectFailure(reset(), words);
     };
@@ -184,7 +183,7 @@ TEST_F(SuplCommandLineTest, ADeviceDescriptionOfAnotherChargerIsRefused)
 
 TEST_F(SuplCommandLineTest, ADeviceDescriptionWithWindowsLineEndsIsRead)
 {
-    writeFile(work("device.txt"), readFile(KELVARON_DEMO_DIR "/device.txt").replace("\n", "\r\n"));
+    writeFile(work("device.txt"), contentOf(KELVARON_DEMO_DIR "/device.txt").replace("\n", "\r\n"));
     expectDone(reset());
 }
 
@@ -195,6 +194,6 @@ TEST_F(SuplCommandLineTest, StartsFromItsOwnFolderWithoutAnyEnvironment)
     process.setWorkingDirectory(home(QString()));
     process.start("/usr/bin/env", QStringList{"-i", "./supl.mac"} + reset());
     ASSERT_TRUE(process.waitForFinished(patience));
-    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput().constData();
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardOutput();
     EXPECT_TRUE(QFile::exists(home("charger-memory.bin")));
 }

@@ -1,5 +1,4 @@
 #include "support/suplprogram.h"
-#include "support/waiting.h"
 
 namespace
 {
@@ -38,10 +37,10 @@ protected:
         process.start(home("supl.mac"), arguments);
         QByteArray output;
         while (!output.contains(words)) {
-            ASSERT_TRUE(process.waitForReadyRead(patience)) << output.constData();
+            ASSERT_TRUE(process.waitForReadyRead(patience)) << output;
             output += process.readAllStandardOutput();
         }
-        EXPECT_FALSE(process.waitForFinished(300)) << output.constData();
+        EXPECT_FALSE(process.waitForFinished(300)) << output;
         process.kill();
         ASSERT_TRUE(process.waitForFinished(patience));
     }
@@ -50,7 +49,7 @@ protected:
     QByteArray imageRead() const
     {
         srecCat({"out.hex", "-intel", "-offset", "-0x13800", "-o", "out.bin", "-binary"});
-        return readFile(work("out.bin"));
+        return contentOf(work("out.bin"));
     }
 };
 } // namespace
@@ -94,7 +93,7 @@ TEST_F(SuplFaultsTest, NoBootloader)
 {
     setFaults("no-bootloader = yes\n");
     for (const QString& step : steps()) {
-        const SuplRun failed = run(argumentsOf(step));
+        const ProgramRun failed = run(argumentsOf(step));
         EXPECT_EQ(failed.exitCode, 1);
         EXPECT_EQ(failed.output, "Opening port \"ttyUSB0\"\n"
                                  "Bootloader Version is unknown\nTimeout\n");
@@ -106,7 +105,7 @@ TEST_F(SuplFaultsTest, NoStx)
 {
     setFaults("no-stx = yes\n");
     for (const QString& step : steps()) {
-        const SuplRun failed = run(argumentsOf(step));
+        const ProgramRun failed = run(argumentsOf(step));
         EXPECT_EQ(failed.exitCode, 1);
         EXPECT_EQ(failed.output, "Opening port \"ttyUSB0\"\nno stx char\n");
     }
@@ -120,9 +119,9 @@ TEST_F(SuplFaultsTest, AnExitCodeComesBeforeTheStepHasDoneAnything)
     for (const int code : {0, 1, 7, 99, 255}) {
         setFaults("exit-code = " + QByteArray::number(code) + '\n');
         for (const QString& step : steps()) {
-            const SuplRun ended = run(argumentsOf(step));
+            const ProgramRun ended = run(argumentsOf(step));
             EXPECT_FALSE(ended.crashed);
-            EXPECT_EQ(ended.exitCode, code) << qPrintable(step);
+            EXPECT_EQ(ended.exitCode, code) << step;
         }
     }
     EXPECT_EQ(memory(), before);
@@ -137,7 +136,7 @@ TEST_F(SuplFaultsTest, AFaultOfOneStepLeavesTheOthersAlone)
         for (const QString& step : steps()) {
             ASSERT_TRUE(QFile::remove(home("charger-memory.bin")) || step == "erase");
             EXPECT_EQ(run(argumentsOf(step)).exitCode, step == faulty ? 7 : 0)
-                << qPrintable(step) << " with a faulty " << qPrintable(faulty);
+                << step << " with a faulty " << faulty;
         }
     }
 }
@@ -160,7 +159,7 @@ TEST_F(SuplFaultsTest, ACrashIsReal)
 {
     setFaults("crash = yes\n");
     for (const QString& step : steps()) {
-        EXPECT_TRUE(run(argumentsOf(step)).crashed) << qPrintable(step);
+        EXPECT_TRUE(run(argumentsOf(step)).crashed) << step;
     }
     EXPECT_FALSE(QFile::exists(work("out.hex")));
     EXPECT_FALSE(QFile::exists(home("charger-state.txt")));
@@ -222,10 +221,10 @@ TEST_F(SuplFaultsTest, AFloodIsPrintedAndTheStepGoesOn)
 {
     setFaults("flood = 20000\n");
     for (const QString& step : steps()) {
-        const SuplRun done = run(argumentsOf(step));
+        const ProgramRun done = run(argumentsOf(step));
         EXPECT_EQ(done.exitCode, 0);
         const int lines = step == "flash" ? 4 * 20000 : 20000;
-        EXPECT_EQ(done.output.count("noise "), lines) << qPrintable(step);
+        EXPECT_EQ(done.output.count("noise "), lines) << step;
     }
 }
 
@@ -250,9 +249,9 @@ TEST_F(SuplFaultsTest, AWriteProtectedMemoryKeepsItsContent)
 TEST_F(SuplFaultsTest, AVerificationFails)
 {
     setFaults("verify-fail = yes\n");
-    const SuplRun failed = run(flash());
+    const ProgramRun failed = run(flash());
     EXPECT_EQ(failed.exitCode, 1);
-    EXPECT_TRUE(failed.output.contains("Flash Write success\n"));
+    EXPECT_TRUE(contains(failed.output, "Flash Write success\n"));
     EXPECT_TRUE(failed.output.endsWith("verify fail at 0x0C00\n"));
     EXPECT_FALSE(failed.output.contains("Verified Flash OK"));
 }
@@ -275,8 +274,8 @@ TEST_F(SuplFaultsTest, AGarbledChecksumChangesNoData)
     expectDone(readProfiles("good.hex"));
     setFaults("garble = checksum\n");
     expectDone(readProfiles("out.hex"));
-    const QList<QByteArray> good = readFile(work("good.hex")).split('\n');
-    QList<QByteArray> bad = readFile(work("out.hex")).split('\n');
+    const QList<QByteArray> good = contentOf(work("good.hex")).split('\n');
+    QList<QByteArray> bad = contentOf(work("out.hex")).split('\n');
     EXPECT_EQ(bad.at(1).chopped(2), good.at(1).chopped(2));
     EXPECT_EQ(bad.at(1).right(2).toInt(nullptr, 16), good.at(1).right(2).toInt(nullptr, 16) ^ 1);
     bad[1] = good.at(1);
@@ -290,9 +289,9 @@ TEST_F(SuplFaultsTest, ATruncatedFileEndsInsideALine)
     expectDone(readProfiles("good.hex"));
     setFaults("truncate = yes\n");
     expectDone(readProfiles("out.hex"));
-    const QByteArray good = readFile(work("good.hex"));
-    const QByteArray cut = readFile(work("out.hex"));
-    EXPECT_TRUE(good.startsWith(cut));
+    const QByteArray good = contentOf(work("good.hex"));
+    const QByteArray cut = contentOf(work("out.hex"));
+    EXPECT_TRUE(startsWith(good, cut));
     EXPECT_LT(cut.size(), good.size() * 3 / 4);
     EXPECT_GT(cut.size(), good.size() / 4);
     EXPECT_NE(cut.back(), '\n');
@@ -304,7 +303,8 @@ TEST_F(SuplFaultsTest, FaultsOfAReadHoldForTheSmallestOne)
     for (const char* fault : {"garble = data\n", "garble = checksum\n", "truncate = yes\n"}) {
         setFaults(fault);
         expectDone(with({"-l", "0x9C00", "0x9C02", "out.hex"}));
-        EXPECT_NE(readFile(work("out.hex")), ":020000040001F9\n:04380000FFFFFF00C7\n:00000001FF\n");
+        EXPECT_NE(contentOf(work("out.hex")),
+                  ":020000040001F9\n:04380000FFFFFF00C7\n:00000001FF\n");
     }
 }
 
@@ -316,7 +316,7 @@ TEST_F(SuplFaultsTest, TheLogTellsEveryRun)
     expectDone(eraseProfiles());
     EXPECT_EQ(run(write("profiles.hex")).exitCode, 9);
     EXPECT_TRUE(run(readProfiles("two words.hex")).crashed);
-    EXPECT_EQ(readFile(home("supl-log.txt")),
+    EXPECT_EQ(contentOf(home("supl-log.txt")),
               "\"-s\" \"ttyUSB0\" \"-h\" \"-V\" \"-E\" \"0x9C00\" \"0xA000\"\n"
               "exit code 0\n"
               "\"-s\" \"ttyUSB0\" \"-h\" \"-V\" \"-w\" \"profiles.hex\"\n"

@@ -4,7 +4,6 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "profileimport/parsedprofile.h"
 #include "support/suplprogram.h"
-#include "support/waiting.h"
 
 #include <QFileInfo>
 
@@ -28,7 +27,7 @@ protected:
 
     void keepProfiles() const
     {
-        writeFile(work("device.txt"), readFile(KELVARON_DEMO_DIR "/device_nooverwrite.txt"));
+        writeFile(work("device.txt"), contentOf(KELVARON_DEMO_DIR "/device_nooverwrite.txt"));
     }
 };
 } // namespace
@@ -36,7 +35,7 @@ protected:
 TEST_F(SuplFlashTest, ErasesProgramsAndVerifiesInThisOrder)
 {
     makeWholeImage();
-    const SuplRun done = run(flash());
+    const ProgramRun done = run(flash());
     EXPECT_EQ(done.exitCode, 0);
     QByteArray expected = "Opening port \"ttyUSB0\"\n"
                           "Bootloader Version is 1.20\n"
@@ -103,7 +102,7 @@ TEST_F(SuplFlashTest, TheBootloaderIsNeverReached)
 
 TEST_F(SuplFlashTest, AMissingFileIsToldAfterTheErase)
 {
-    const SuplRun failed = run(flash("absent.hex"));
+    const ProgramRun failed = run(flash("absent.hex"));
     EXPECT_EQ(failed.exitCode, 1);
     EXPECT_TRUE(failed.output.endsWith(
         "All flash above bldr erased\nfailed to find input file absent.hex\n"));
@@ -117,9 +116,9 @@ TEST_F(SuplFlashTest, ABadFileIsNotProgrammed)
     QByteArray text = hexFile(0x0C00, pattern(64));
     text.replace("00000001FF", "00000001FE");
     writeFile(work("hexToFlash.hex"), text);
-    const SuplRun failed = run(flash());
+    const ProgramRun failed = run(flash());
     EXPECT_EQ(failed.exitCode, 1);
-    EXPECT_TRUE(failed.output.contains("bad hex file hexToFlash.hex: line 9: wrong checksum"));
+    EXPECT_TRUE(contains(failed.output, "bad hex file hexToFlash.hex: line 9: wrong checksum"));
     EXPECT_FALSE(failed.output.contains("hex file loaded"));
     EXPECT_EQ(memory(), blank(memorySize));
 }
@@ -132,12 +131,11 @@ TEST_F(SuplFlashTest, VerifiesEveryByteOfItsFile)
         QByteArray other = image;
         other[changed] = static_cast<char>(other.at(changed) ^ 0x10);
         writeFile(work("b.hex"), hexFile(0x0C00, other));
-        const SuplRun failed = run(with({"-e", "-w", "a.hex", "-v", "b.hex"}));
+        const ProgramRun failed = run(with({"-e", "-w", "a.hex", "-v", "b.hex"}));
         EXPECT_EQ(failed.exitCode, 1);
-        EXPECT_TRUE(failed.output.contains("Flash Write success\n"));
+        EXPECT_TRUE(contains(failed.output, "Flash Write success\n"));
         const QByteArray address = changed < 4 ? "0x0C00" : "0x0C1E";
-        EXPECT_TRUE(failed.output.endsWith("verify fail at " + address + '\n'))
-            << failed.output.constData();
+        EXPECT_TRUE(failed.output.endsWith("verify fail at " + address + '\n')) << failed.output;
     }
 }
 
@@ -186,10 +184,10 @@ TEST_F(SuplFlashTest, TheDemoBundleIsFlashed)
     srecCat({"hexToFlash.hex", "-intel", "-o", "firmware.bin", "-binary"});
     srecCat(
         {"hexToFlash.hex", "-intel", "-crop", "0x1800", "0x13800", "-o", "program.bin", "-binary"});
-    const QByteArray program = readFile(work("program.bin")).mid(bootloaderSize);
+    const QByteArray program = contentOf(work("program.bin")).mid(bootloaderSize);
     EXPECT_GE(program.size() * 3 / 4, 30000);
     EXPECT_LE(program.size() * 3 / 4, 60000);
-    QByteArray profiles = readFile(work("firmware.bin")).mid(profilesAt);
+    QByteArray profiles = contentOf(work("firmware.bin")).mid(profilesAt);
     EXPECT_GT(profiles.size(), 100);
     profiles += blank(2048 - profiles.size());
 
@@ -230,5 +228,5 @@ TEST_F(SuplFlashTest, TheDemoInstallationHasTheSimulatorAsItsUploader)
 {
     const QString installed = KELVARON_BIN_DIR "/KelvaronProfileEditorFiles/supl.mac";
     EXPECT_TRUE(QFileInfo(installed).isExecutable());
-    EXPECT_EQ(readFile(installed), readFile(KELVARON_UPLOADER_SIMULATOR));
+    EXPECT_EQ(contentOf(installed), contentOf(KELVARON_UPLOADER_SIMULATOR));
 }

@@ -13,11 +13,11 @@ protected:
     void expectRefused(const QByteArray& text, const QByteArray& words) const
     {
         writeFile(work("bad.hex"), text);
-        const SuplRun refused = run(write("bad.hex"));
-        EXPECT_EQ(refused.exitCode, 1) << text.constData();
-        EXPECT_TRUE(refused.output.contains(words)) << refused.output.constData();
+        const ProgramRun refused = run(write("bad.hex"));
+        EXPECT_EQ(refused.exitCode, 1) << text;
+        EXPECT_TRUE(contains(refused.output, words));
         EXPECT_FALSE(refused.output.contains("hex file loaded"));
-        EXPECT_EQ(memory(), blank(memorySize)) << text.constData();
+        EXPECT_EQ(memory(), blank(memorySize)) << text;
     }
 
     /// Expects a file to be taken, and the word "abc" to be at the beginning of the profiles.
@@ -26,7 +26,7 @@ protected:
         setMemory(0, QByteArray());
         writeFile(work("good.hex"), text);
         expectDone(write("good.hex"));
-        EXPECT_EQ(memory(0x9C00, 0x9C02), word) << text.constData();
+        EXPECT_EQ(memory(0x9C00, 0x9C02), word) << text;
     }
 };
 } // namespace
@@ -54,7 +54,7 @@ TEST_F(SuplHexFileTest, AChangedBitIsNoticedWhereverItIs)
         QByteArray bad = good;
         bad[i] = static_cast<char>(bad.at(i) ^ 1);
         writeFile(work("bad.hex"), bad);
-        ASSERT_EQ(run(write("bad.hex")).exitCode, 1) << bad.constData();
+        ASSERT_EQ(run(write("bad.hex")).exitCode, 1) << bad;
     }
     EXPECT_EQ(memory(), blank(memorySize));
 }
@@ -170,7 +170,7 @@ TEST_F(SuplHexFileTest, WhatIsReadHasUpperCaseDigitsAnAddressRecordAndAnEnd)
 {
     setMemory(0x9C00, QByteArray("\xAB\xCD\xEF\0", 4));
     expectDone(readProfiles("out.hex"));
-    const QList<QByteArray> lines = readFile(work("out.hex")).split('\n');
+    const QList<QByteArray> lines = contentOf(work("out.hex")).split('\n');
     ASSERT_EQ(lines.size(), 1 + 128 + 1 + 1);
     EXPECT_EQ(lines.at(0), ":020000040001F9");
     EXPECT_EQ(lines.at(1), ":10380000ABCDEF00FFFFFF00FFFFFF00FFFFFF005A");

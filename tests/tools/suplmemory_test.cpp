@@ -6,7 +6,7 @@ class SuplMemoryTest : public SuplTest
 {
 protected:
     /// Writes one word at an address (of words), in a file of its own.
-    SuplRun writeWord(int address, const QByteArray& threeBytes) const
+    ProgramRun writeWord(int address, const QByteArray& threeBytes) const
     {
         writeFile(work("word.hex"), hexFile(address, threeBytes + QByteArray(1, '\0')));
         return run(write("word.hex"));
@@ -19,7 +19,7 @@ TEST_F(SuplMemoryTest, ANewChargerIsBlank)
     expectDone(readProfiles("out.hex"));
     EXPECT_EQ(memory(), blank(memorySize));
     srecCat({"out.hex", "-intel", "-offset", "-0x13800", "-o", "out.bin", "-binary"});
-    EXPECT_EQ(readFile(work("out.bin")), blank(2048));
+    EXPECT_EQ(contentOf(work("out.bin")), blank(2048));
 }
 
 TEST_F(SuplMemoryTest, LiesBesideTheProgramAndNowhereElse)
@@ -53,7 +53,7 @@ TEST_F(SuplMemoryTest, ErasesWholePagesOnly)
 
 TEST_F(SuplMemoryTest, PagesAreAsLargeAsTheDeviceDescriptionSays)
 {
-    const QByteArray device = readFile(work("device.txt"));
+    const QByteArray device = contentOf(work("device.txt"));
     writeFile(work("device.txt"), QByteArray(device).replace("= 512", "= 256"));
     expectDone(with({"-E", "0x9A00", "0x9C00"}));
     writeFile(work("device.txt"), QByteArray(device).replace("= 512", "= 1024"));
@@ -89,9 +89,9 @@ TEST_F(SuplMemoryTest, TheBootloaderCannotBeErased)
 TEST_F(SuplMemoryTest, TheBootloaderCannotBeProgrammed)
 {
     for (const int address : {0x0000, 0x0400, 0x0BFE}) {
-        const SuplRun refused = writeWord(address, "abc");
+        const ProgramRun refused = writeWord(address, "abc");
         EXPECT_EQ(refused.exitCode, 1);
-        EXPECT_TRUE(refused.output.contains("not in the range that can be programmed"));
+        EXPECT_TRUE(contains(refused.output, "not in the range that can be programmed"));
         EXPECT_EQ(memory(), blank(memorySize));
     }
     EXPECT_EQ(writeWord(0x0C00, "abc").exitCode, 0);
@@ -101,7 +101,7 @@ TEST_F(SuplMemoryTest, TheBootloaderCanBeRead)
 {
     setMemory(0x0400, "abc");
     expectDone(with({"-l", "0x0400", "0x0402", "out.hex"}));
-    EXPECT_EQ(readFile(work("out.hex")),
+    EXPECT_EQ(contentOf(work("out.hex")),
               ":020000040000FA\n:04080000616263" + QByteArray("00CE\n") + ":00000001FF\n");
 }
 
@@ -111,9 +111,9 @@ TEST_F(SuplMemoryTest, ProgrammingOnlyClearsBits)
     EXPECT_EQ(writeWord(0x9C00, QByteArray("\x30\xFE\x00", 3)).exitCode, 0);
     EXPECT_EQ(memory(0x9C00, 0x9C02), QByteArray("\x30\xFE\x00\0", 4));
 
-    const SuplRun failed = writeWord(0x9C00, QByteArray("\x31\xFC\x00", 3));
+    const ProgramRun failed = writeWord(0x9C00, QByteArray("\x31\xFC\x00", 3));
     EXPECT_EQ(failed.exitCode, 1);
-    EXPECT_TRUE(failed.output.contains("Flash Write failed at 0x9C00"));
+    EXPECT_TRUE(contains(failed.output, "Flash Write failed at 0x9C00"));
     EXPECT_FALSE(failed.output.contains("Flash Write success"));
     EXPECT_EQ(memory(0x9C00, 0x9C02), QByteArray("\x30\xFC\x00\0", 4));
 }
@@ -159,7 +159,7 @@ TEST_F(SuplMemoryTest, WhatWasWrittenIsReadBack)
     expectDone(write("image.hex"));
     expectDone(readProfiles("out.hex"));
     srecCat({"out.hex", "-intel", "-offset", "-0x13800", "-o", "out.bin", "-binary"});
-    EXPECT_EQ(readFile(work("out.bin")), image);
+    EXPECT_EQ(contentOf(work("out.bin")), image);
 }
 
 TEST_F(SuplMemoryTest, ReadsAndWritesAcrossTheLimitOf64KiB)
@@ -172,7 +172,7 @@ TEST_F(SuplMemoryTest, ReadsAndWritesAcrossTheLimitOf64KiB)
 
     expectDone(with({"-l", "0x7C02", "0x83FE", "out.hex"}));
     srecCat({"out.hex", "-intel", "-offset", "-0xF804", "-o", "out.bin", "-binary"});
-    EXPECT_EQ(readFile(work("out.bin")), image.mid(4, 4096 - 8));
+    EXPECT_EQ(contentOf(work("out.bin")), image.mid(4, 4096 - 8));
     expectDone(write("out.hex")); // no line of it crosses the limit
 }
 
@@ -182,7 +182,7 @@ TEST_F(SuplMemoryTest, TheWholeFlashCanBeRead)
     writeFile(home("charger-memory.bin"), before);
     expectDone(with({"-l", "0x0000", "0xA000", "out.hex"}));
     srecCat({"out.hex", "-intel", "-o", "out.bin", "-binary"});
-    EXPECT_EQ(readFile(work("out.bin")), before);
+    EXPECT_EQ(contentOf(work("out.bin")), before);
 }
 
 TEST_F(SuplMemoryTest, FilesMayBeElsewhere)
@@ -192,7 +192,7 @@ TEST_F(SuplMemoryTest, FilesMayBeElsewhere)
     expectDone(readProfiles(path));
     expectDone(write(path));
     expectDone(readProfiles("../else where/b.hex"));
-    EXPECT_EQ(readFile(folder.filePath("else where/b.hex")), readFile(path));
+    EXPECT_EQ(contentOf(folder.filePath("else where/b.hex")), contentOf(path));
 }
 
 TEST_F(SuplMemoryTest, AReadThatCannotBeStoredFails)
@@ -201,10 +201,10 @@ TEST_F(SuplMemoryTest, AReadThatCannotBeStoredFails)
     expectFailure(readProfiles("."), "can not write output file");
     expectFailure(readProfiles(""), "can not write output file");
     writeFile(work("out.hex"), "older");
-    const SuplRun full = run(readProfiles("out.hex"), 1000);
+    const ProgramRun full = run(readProfiles("out.hex"), 1000);
     EXPECT_EQ(full.exitCode, 1);
-    EXPECT_TRUE(full.output.contains("can not write output file out.hex"));
-    EXPECT_EQ(readFile(work("out.hex")), "older");
+    EXPECT_TRUE(contains(full.output, "can not write output file out.hex"));
+    EXPECT_EQ(contentOf(work("out.hex")), "older");
 }
 
 TEST_F(SuplMemoryTest, ADamagedMemoryIsNotUsedAndNotTouched)
@@ -225,9 +225,9 @@ TEST_F(SuplMemoryTest, ADamagedMemoryIsNotUsedAndNotTouched)
 
 TEST_F(SuplMemoryTest, IsWrittenWholeOrNotAtAll)
 {
-    SuplRun full = run(eraseProfiles(), 1000);
+    ProgramRun full = run(eraseProfiles(), 1000);
     EXPECT_EQ(full.exitCode, 3);
-    EXPECT_TRUE(full.output.contains("charger-memory.bin cannot be written"));
+    EXPECT_TRUE(contains(full.output, "charger-memory.bin cannot be written"));
     EXPECT_FALSE(QFile::exists(home("charger-memory.bin")));
 
     const QByteArray before = pattern(memorySize);
@@ -241,10 +241,10 @@ TEST_F(SuplMemoryTest, IsWrittenWholeOrNotAtAll)
 TEST_F(SuplMemoryTest, ResetsAreCounted)
 {
     expectDone(reset());
-    EXPECT_EQ(readFile(home("charger-state.txt")), "resets = 1\n");
+    EXPECT_EQ(contentOf(home("charger-state.txt")), "resets = 1\n");
     expectDone(reset());
     expectDone(eraseProfiles()); // back in bootloader mode
-    EXPECT_EQ(readFile(home("charger-state.txt")), "resets = 2\n");
+    EXPECT_EQ(contentOf(home("charger-state.txt")), "resets = 2\n");
 }
 
 TEST_F(SuplMemoryTest, ADamagedStateIsToldAndNotTouched)
@@ -255,7 +255,7 @@ TEST_F(SuplMemoryTest, ADamagedStateIsToldAndNotTouched)
           QByteArray("sets = 1\n"), QByteArray("resets = 1\nresets = 2\n")}) {
         writeFile(home("charger-state.txt"), text);
         expectFailure(reset(), "charger-state.txt is damaged", 3);
-        EXPECT_EQ(readFile(home("charger-state.txt")), text);
+        EXPECT_EQ(contentOf(home("charger-state.txt")), text);
     }
     writeFile(home("charger-state.txt"), "\xFF\0");
     expectFailure(reset(), "charger-state.txt: line 1 is not \"key = value\"", 3);

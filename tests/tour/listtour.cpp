@@ -12,7 +12,6 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QTest>
 
 ListTour::ListTour(MainWindow* mainWindow, TourCamera* tourCamera)
     : window(mainWindow), camera(tourCamera),

@@ -5,9 +5,10 @@
 #include "support/ownenvironment.h"
 #include "tour.h"
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDir>
 
 int main(int argc, char** argv)
 {
@@ -48,5 +49,6 @@ int main(int argc, char** argv)
         window.resize(sizes.at(0).toInt(), sizes.at(1).toInt());
     }
     window.show();
-    return Tour(&window, folder).run() ? EXIT_SUCCESS : EXIT_FAILURE;
+    const bool isWhole = Tour(&window, folder).run();
+    return isWhole && !::testing::UnitTest::GetInstance()->Failed() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

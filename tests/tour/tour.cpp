@@ -6,10 +6,10 @@
 #include "settingsui/advancedmodetogglecheckbox.h"
 #include "settingsui/fieldnote.h"
 #include "settingsui/settingslineedit.h"
-#include "support/gui/httpserver.h"
+#include "support/gui/dialogscript.h"
+#include "support/gui/updateserver.h"
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
-#include "updatecheck/newfirmwarechecker.h"
 
 #include <QAction>
 #include <QApplication>
@@ -21,11 +21,9 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
@@ -90,19 +88,15 @@ void Tour::makeProfiles()
 void Tour::makeProfile(int chemistry, const QString& title, const QString& subtitle, bool isShown)
 {
     click(window, "addProfileButton");
-    QWidget* wizard = QApplication::activeModalWidget();
-    camera.check(wizard != nullptr, "the wizard opens");
-    if (wizard == nullptr) {
-        return;
-    }
+    QWidget* wizard = openedDialog("the wizard");
     wizard->findChild<QComboBox*>()->setCurrentIndex(chemistry);
     if (isShown) {
         camera.take(wizard, "wizard-chemistry");
     }
     click(wizard, "nextButton");
     const QList<SettingsLineEdit*> fields = wizard->findChildren<SettingsLineEdit*>();
-    typeInto(fields.at(0), title);
-    typeInto(fields.at(1), subtitle);
+    typeOver(fields.at(0), title);
+    typeOver(fields.at(1), subtitle);
     if (isShown) {
         camera.take(wizard, "wizard-settings");
     }
@@ -121,7 +115,7 @@ void Tour::editProfile()
         toggle->click();
     }
     showWhatFieldsTake();
-    typeInto(window->findChildren<SettingsLineEdit*>().at(0), "Drill pack 6S");
+    typeOver(window->findChildren<SettingsLineEdit*>().at(0), "Drill pack 6S");
     camera.take(window, "edit-mode-advanced");
     auto* scroll = window->findChild<QScrollArea*>("containerScroll");
     scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
@@ -138,7 +132,7 @@ void Tour::showWhatFieldsTake()
     const auto fields = window->findChildren<SettingsLineEdit*>();
     camera.takeTooltip(pane, fields.at(5), "field-tooltip");
     SettingsLineEdit* cells = fields.at(2);
-    typeInto(cells, "60");
+    typeOver(cells, "60");
     QTest::keyClick(cells, Qt::Key_Return);
     const auto note = [this] { return window->findChild<FieldNote*>(); };
     const bool isNoted = waitFor([&] { return note() != nullptr && note()->isVisible(); });
@@ -146,7 +140,7 @@ void Tour::showWhatFieldsTake()
     if (isNoted) {
         camera.takeWith(pane, note(), "field-note");
     }
-    typeInto(cells, "6");
+    typeOver(cells, "6");
 }
 
 void Tour::flagAndReorder()
@@ -166,11 +160,8 @@ void Tour::flagAndReorder()
 void Tour::deleteOneProfile()
 {
     auto* list = window->findChild<QListWidget*>("profileNamesList");
-    onNextDialog([this](QWidget* box) {
-        camera.take(box, "message-delete");
-        QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes),
-                          Qt::LeftButton);
-    });
+    DialogScript script;
+    script.thenPress("Yes", takes("message-delete"));
     click(list->itemWidget(list->item(1)), "deleteProfileButton");
     camera.check(list->count() == 2, "one profile is deleted");
 }
@@ -180,59 +171,50 @@ void Tour::saveAndLoad()
     const QString file = camera.pathOf("profiles.xml");
     QFile::remove(file);
     auto* list = window->findChild<QListWidget*>("profileNamesList");
-    chooseFile("actionExportXML", file, "save-dialog", [this] {
-        onNextDialog([this](QWidget* box) {
-            camera.take(box, "message-saved");
-            QTest::keyClick(box, Qt::Key_Return);
-        });
-    });
+    DialogScript script;
+    chooseFile(script, file, "save-dialog");
+    script.thenPress("OK", takes("message-saved"));
+    trigger("actionExportXML");
     camera.check(QFile::exists(file), "the list is saved");
     listTour.showStatus();
-    onNextDialog([this](QWidget* box) {
-        camera.take(box, "message-delete-all");
-        QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::Yes),
-                          Qt::LeftButton);
-    });
+    script.thenPress("Yes", takes("message-delete-all"));
     trigger("actionDeleteAllProfiles");
     camera.check(list->count() == 0, "the list is empty");
     camera.take(window, "list-empty");
-    chooseFile("actionImportXML", file, "load-dialog", [] {});
+    chooseFile(script, file, "load-dialog");
+    trigger("actionImportXML");
     camera.check(list->count() == 2 && rowTitle(list, 0) == "Drill pack 6S",
                  "the list is loaded back");
     camera.take(window, "loaded-back");
     checkRowsAreWhole();
 }
 
-void Tour::chooseFile(const QString& actionName, const QString& path, const QString& pictureName,
-                      const std::function<void()>& expectDialogs)
+void Tour::chooseFile(DialogScript& script, const QString& path, const QString& pictureName)
 {
-    onNextDialog([&](QWidget* dialog) {
-        auto* fileName = dialog->findChild<QLineEdit*>("fileNameEdit");
+    script.thenDo([=](QWidget& dialog) {
+        auto* fileName = dialog.findChild<QLineEdit*>("fileNameEdit");
         fileName->setText(path); // typed letter by letter it would enter folders on its way
-        camera.take(dialog, pictureName);
-        expectDialogs();
+        camera.take(&dialog, pictureName);
         QTest::keyClick(fileName, Qt::Key_Return);
     });
-    trigger(actionName);
 }
 
 void Tour::writeToCharger()
 {
-    startTransfer("actionWriteProfiles", "write",
-                  [this] { answerResetQuestion("write-success", "Stay in Bootloader Mode"); });
-    waitUntilNoDialogIsLeft();
+    QWidget* dialog = openTransfer("actionWriteProfiles", "write");
+    camera.takeTooltip(dialog, dialog->findChild<QComboBox*>(), "port-tooltip");
+    DialogScript script;
+    answerResetQuestion(script, "write-success", "Stay in Bootloader Mode");
+    transfer(dialog, "write");
 }
 
 void Tour::readFromCharger()
 {
-    startTransfer("actionReadProfiles", "read", [this] {
-        onNextDialog([this](QWidget* box) {
-            camera.take(box, "message-add-or-replace");
-            QTest::mouseClick(box->findChildren<QPushButton*>().last(), Qt::LeftButton);
-            answerResetQuestion("read-success", "Reset Kelvaron");
-        });
-    });
-    waitUntilNoDialogIsLeft();
+    QWidget* dialog = openTransfer("actionReadProfiles", "read");
+    DialogScript script;
+    script.thenPress("Replace Profiles", takes("message-add-or-replace"));
+    answerResetQuestion(script, "read-success", "Reset Kelvaron");
+    transfer(dialog, "read");
     const auto* list = window->findChild<QListWidget*>("profileNamesList");
     camera.check(list->count() == 2 && rowTitle(list, 0) == "Drill pack 6S"
                      && rowTitle(list, 1) == "Garden tractor",
@@ -240,34 +222,28 @@ void Tour::readFromCharger()
     camera.take(window, "read-back");
 }
 
-void Tour::startTransfer(const QString& actionName, const QString& pictureName,
-                         const std::function<void()>& expectDialogs)
+QWidget* Tour::openTransfer(const QString& actionName, const QString& pictureName)
 {
     trigger(actionName);
-    QWidget* dialog = QApplication::activeModalWidget();
-    camera.check(dialog != nullptr, "the transfer dialog opens");
-    if (dialog != nullptr) {
-        camera.take(dialog, pictureName + "-port");
-        if (pictureName == "write") {
-            camera.takeTooltip(dialog, dialog->findChild<QComboBox*>(), "port-tooltip");
-        }
-        expectDialogs();
-        click(dialog, "okButton");
-        camera.take(dialog, pictureName + "-working");
-    }
+    QWidget* dialog = openedDialog("the transfer dialog");
+    camera.take(dialog, pictureName + "-port");
+    return dialog;
 }
 
-void Tour::answerResetQuestion(const QString& pictureName, const QString& button)
+void Tour::transfer(QWidget* dialog, const QString& pictureName)
 {
-    onNextDialog([=](QWidget* question) {
-        camera.take(question->parentWidget(), pictureName);
-        camera.take(question, "message-reset");
-        const QList<QPushButton*> buttons = question->findChildren<QPushButton*>();
-        for (QPushButton* candidate : buttons) {
-            if (candidate->text() == button) {
-                QTest::mouseClick(candidate, Qt::LeftButton);
-            }
-        }
+    click(dialog, "okButton");
+    camera.take(dialog, pictureName + "-working");
+    waitUntilNoDialogIsLeft();
+}
+
+void Tour::answerResetQuestion(DialogScript& script, const QString& pictureName,
+                               const QString& button)
+{
+    script.thenDo([=](QWidget& question) {
+        camera.take(question.parentWidget(), pictureName);
+        camera.take(&question, "message-reset");
+        clickOn(buttonWithText(question, button));
     });
 }
 
@@ -280,17 +256,14 @@ void Tour::waitUntilNoDialogIsLeft()
 void Tour::flashFirmware()
 {
     trigger("actionFlashFirmware");
-    QWidget* tool = QApplication::activeModalWidget();
-    camera.check(tool != nullptr, "the firmware tool opens");
-    if (tool == nullptr) {
-        return;
-    }
+    QWidget* tool = openedDialog("the firmware tool");
     camera.take(tool, "firmware-tool");
     const QStringList bundles = QDir().entryList({"*.kelvaron"});
-    typeInto(tool->findChild<QLineEdit*>("fileInputBox"), bundles.value(0));
+    typeOver(tool->findChild<QLineEdit*>("fileInputBox"), bundles.value(0));
     click(tool, "advancedOptionsButton");
     camera.take(tool, "firmware-chosen");
-    answerResetQuestion("firmware-verified", "Stay in Bootloader Mode");
+    DialogScript script;
+    answerResetQuestion(script, "firmware-verified", "Stay in Bootloader Mode");
     // The machine may be too slow for the watchdog.
     tool->findChild<FirmwareTool::FirmwareFlasher*>()->setClock([] { return std::time_t(0); });
     click(tool, "submitButton");
@@ -318,21 +291,14 @@ void Tour::pictureWhenShown(QWidget* root, const char* markName, const QString& 
 
 void Tour::checkForFirmware()
 {
-    HttpServer server;
-    const QString newest = ApplicationGlobalMap::getString("bundle_version");
-    server.answer("/downloads/latest_bundle_info_new.xml",
-                  {200, "<info><current_version>" + newest.toUtf8() + "</current_version></info>"});
-    NewFirmwareChecker::NewFirmwareChecker::setServer(server.address());
+    UpdateServer server;
+    server.offer(ApplicationGlobalMap::getString("bundle_version"), {});
     trigger("actionCheckNewFirmware");
-    QWidget* checker = QApplication::activeModalWidget();
-    camera.check(checker != nullptr, "the update check opens");
-    if (checker == nullptr) {
-        return;
-    }
-    onNextDialog([this, checker](QWidget* box) {
+    QWidget* checker = openedDialog("the update check");
+    DialogScript script;
+    script.thenPress("OK", [this, checker](QMessageBox& box) {
         camera.take(checker, "update-check");
-        camera.take(box, "message-up-to-date");
-        QTest::keyClick(box, Qt::Key_Return);
+        camera.take(&box, "message-up-to-date");
     });
     const auto* button = checker->findChild<QPushButton*>("mainButton");
     const auto isOver = [checker, button] {
@@ -356,33 +322,31 @@ void Tour::showEditMenu()
 
 void Tour::showMessages()
 {
-    const auto close = [this](const char* name) {
-        return [this, name](QWidget* box) {
-            camera.take(box, name);
-            QTest::keyClick(box, Qt::Key_Return);
-        };
-    };
-    onNextDialog(close("message-getting-started"));
+    DialogScript script;
+    script.thenPress("OK", takes("message-getting-started"));
     trigger("actionHelp_2");
-    onNextDialog(close("message-about"));
+    script.thenPress("OK", takes("message-about"));
     trigger("actionAbout");
+}
+
+QWidget* Tour::openedDialog(const QString& name)
+{
+    QWidget* dialog = QApplication::activeModalWidget();
+    camera.check(dialog != nullptr, name + " opens");
+    if (dialog == nullptr) {
+        std::_Exit(EXIT_FAILURE); // the rest of the tour is about it
+    }
+    return dialog;
 }
 
 void Tour::trigger(const QString& actionName)
 {
-    auto* action = window->findChild<QAction*>(actionName);
-    camera.check(action != nullptr && action->isEnabled(), actionName + " is enabled");
-    action->trigger();
+    ::trigger(window->findChild<QAction*>(actionName));
 }
 
 void Tour::click(QWidget* root, const QString& name)
 {
-    auto* button = root->findChild<QAbstractButton*>(name);
-    const bool isClickable = button != nullptr && button->isVisible() && button->isEnabled();
-    camera.check(isClickable, name + " can be clicked");
-    if (isClickable) {
-        QTest::mouseClick(button, Qt::LeftButton);
-    }
+    clickOn(childNamed<QAbstractButton>(root, name));
 }
 
 void Tour::clickRow(int row)
@@ -393,34 +357,9 @@ void Tour::clickRow(int row)
                       place.topLeft() + QPoint(40, 12));
 }
 
-void Tour::typeInto(QWidget* field, const QString& text)
+DialogScript::Look Tour::takes(const char* pictureName)
 {
-    auto* edit = qobject_cast<QLineEdit*>(field);
-    edit->setFocus();
-    edit->selectAll();
-    typeText(edit, text);
-}
-
-void Tour::onNextDialog(const std::function<void(QWidget*)>& interact)
-{
-    auto* timer = new QTimer(this);
-    const QWidget* before = QApplication::activeModalWidget();
-    auto waited = std::make_shared<int>(0);
-    timer->setInterval(20);
-    connect(timer, &QTimer::timeout, this, [=] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        *waited += timer->interval();
-        if ((dialog == nullptr || dialog == before || !dialog->isVisible()) && *waited < patience) {
-            return;
-        }
-        timer->stop();
-        timer->deleteLater();
-        camera.check(dialog != nullptr && dialog != before, "a dialog appears");
-        if (dialog != nullptr && dialog != before) {
-            interact(dialog);
-        }
-    });
-    timer->start();
+    return [this, pictureName](QMessageBox& box) { camera.take(&box, pictureName); };
 }
 
 void Tour::checkRowsAreWhole()

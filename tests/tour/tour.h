@@ -1,12 +1,11 @@
 #pragma once
 
 #include "listtour.h"
+#include "support/gui/dialogscript.h"
 #include "tourcamera.h"
 
 #include <QObject>
 #include <QString>
-
-#include <functional>
 
 class MainWindow;
 class QAction;
@@ -44,18 +43,18 @@ private:
     void showMessages();
 
     void makeProfile(int chemistry, const QString& title, const QString& subtitle, bool isShown);
-    void startTransfer(const QString& actionName, const QString& pictureName,
-                       const std::function<void()>& expectDialogs);
-    void answerResetQuestion(const QString& pictureName, const QString& button);
+    QWidget* openTransfer(const QString& actionName, const QString& pictureName);
+    void transfer(QWidget* dialog, const QString& pictureName);
+    void answerResetQuestion(DialogScript& script, const QString& pictureName,
+                             const QString& button);
     void waitUntilNoDialogIsLeft();
     void pictureWhenShown(QWidget* window, const char* markName, const QString& name);
     void trigger(const QString& actionName);
     void click(QWidget* root, const QString& name);
     void clickRow(int row);
-    void typeInto(QWidget* field, const QString& text);
-    void onNextDialog(const std::function<void(QWidget*)>& interact);
-    void chooseFile(const QString& actionName, const QString& path, const QString& pictureName,
-                    const std::function<void()>& expectDialogs);
+    QWidget* openedDialog(const QString& name);
+    DialogScript::Look takes(const char* pictureName);
+    void chooseFile(DialogScript& script, const QString& path, const QString& pictureName);
     void checkRowsAreWhole();
 
     MainWindow* window;

@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QTest>
 #include <QToolTip>
 #include <QWidget>
 

@@ -4,7 +4,6 @@
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
 
-#include <QTest>
 #include <QTimer>
 
 class DeviceWatcherTest : public ::testing::Test

@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
-#include <QTest>
 
 #include <csignal>
 
@@ -26,7 +25,7 @@ protected:
                 return candidate;
             }
         }
-        ADD_FAILURE() << "no button " << text.toStdString();
+        ADD_FAILURE() << "no button " << text;
         return nullptr;
     }
 
@@ -113,7 +112,7 @@ TEST_F(ResetDialogTest, ButtonsStayUsableDuringTheResetAndASecondPressStartsNoSe
         EXPECT_TRUE(button(shown, "Stay in Bootloader Mode")->isEnabled());
         clickOn(button(shown, "Reset Kelvaron"));
         EXPECT_EQ(dialog.findChildren<QProcess*>().size(), 1);
-        FakeUploader::write("go", "");
+        writeFile("go", "");
     });
     EXPECT_EQ(dialog.exec(), 100);
     EXPECT_EQ(FakeUploader::runs().size(), 1);
@@ -127,12 +126,12 @@ TEST_F(ResetDialogTest, StayingDuringTheResetEndsTheRun)
         DialogScript script;
         script.thenDo([&](QWidget& shown) {
             clickOn(button(shown, "Reset Kelvaron"));
-            ASSERT_TRUE(waitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
+            ASSERT_TRUE(waitFor([] { return !contentOf("pid").isEmpty(); }));
             clickOn(button(shown, "Stay in Bootloader Mode"));
         });
         EXPECT_EQ(dialog.exec(), 102);
     }
-    EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";
+    EXPECT_NE(::kill(contentOf("pid").trimmed().toInt(), 0), 0) << "still running";
 }
 
 TEST_F(ResetDialogTest, ReturnOnTheFreshQuestionStays)

@@ -1,118 +1,17 @@
 #include "transfer/uploaddownloaddialog.h"
 
-#include "support/fakeports.h"
-#include "support/fakeuploader.h"
-#include "support/gui/dialogscript.h"
-#include "support/gui/widgets.h"
-#include "support/waiting.h"
+#include "support/gui/transferdialogtest.h"
 #include "transfer/downloadprofiles.h"
 #include "transfer/kelvaronresetdialog.h"
 #include "transfer/uploadprofiles.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLocale>
-#include <QPointer>
-#include <QProcess>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
-
-#include <memory>
 
 using UploadDownload::DownloadProfiles;
-using UploadDownload::UploadDownloadDialog;
 using UploadDownload::UploadProfiles;
-
-class TransferDialogTest : public ::testing::Test
-{
-protected:
-    ~TransferDialogTest() override
-    {
-        window.reset();
-        expectNoWindowLeft();
-    }
-
-    void openWriter(const QString& file = "profilesToUpload.hex") { open(true, file); }
-    void openReader(const QString& file = "downloadedProfiles.hex") { open(false, file); }
-
-    void open(bool writes, const QString& file)
-    {
-        dialog = new UploadDownloadDialog(writes, window.get());
-        dialog->setFileLocation(file);
-    }
-
-    template <typename T>
-    T* child(const QString& name) const
-    {
-        return childNamed<T>(dialog, name);
-    }
-    QPushButton* okButton() const { return child<QPushButton>("okButton"); }
-    QComboBox* portBox() const { return child<QComboBox>("comPortsDropdown"); }
-    QString status() const { return child<QLabel>("statusLabel")->text(); }
-    QProgressBar* bar() const { return child<QProgressBar>("progressBar"); }
-
-    QStringList listedPorts() const
-    {
-        QStringList texts;
-        for (int i = 0; i < portBox()->count(); ++i) {
-            texts.append(portBox()->itemText(i));
-        }
-        return texts;
-    }
-
-    static void expectFailure(DialogScript& script)
-    {
-        script.expectMessage("Failed!",
-                             "Please make sure to select the correct COM port, and that the "
-                             "Kelvaron is in bootloader mode, and try again.");
-    }
-
-    static QPushButton* stayButton(const QWidget& resetDialog)
-    {
-        for (QPushButton* button : resetDialog.findChildren<QPushButton*>()) {
-            if (button->text() == "Stay in Bootloader Mode") {
-                return button;
-            }
-        }
-        return nullptr;
-    }
-
-    /// The question after a success, answered with staying.
-    static void expectSuccess(DialogScript& script)
-    {
-        script.thenDo([](QWidget& question) {
-            EXPECT_EQ(question.windowTitle(), "Stay in Bootloader Mode or Reset?");
-            clickOn(stayButton(question));
-        });
-    }
-
-    /// Presses the button and waits until the dialog is gone.
-    void transferToTheEnd()
-    {
-        clickOn(okButton());
-        ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
-    }
-
-    static bool hasRun(int count) { return FakeUploader::runs().size() >= count; }
-
-    /// Whether every process started so far has ended.
-    bool isQuiet() const
-    {
-        const QList<QProcess*> processes = window->findChildren<QProcess*>();
-        return std::all_of(processes.begin(), processes.end(), [](const QProcess* process) {
-            return process->state() == QProcess::NotRunning;
-        });
-    }
-
-    FakeUploader uploader;
-    FakePorts ports{{"A", "B", "C"}};
-    std::unique_ptr<QWidget> window = std::make_unique<QWidget>();
-    QPointer<UploadDownloadDialog> dialog;
-};
 
 // Construction
 
@@ -212,7 +111,7 @@ TEST_F(TransferDialogTest, WritesTheFileToTheChosenPort)
     openWriter("some file.hex");
     portBox()->setCurrentText("B");
     DialogScript script;
-    expectSuccess(script);
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(FakeUploader::runs(),
               QList<QStringList>({{"-s", "B", "-h", "-V", "-E", "0x9C00", "0xA000"},
@@ -229,8 +128,8 @@ TEST_F(TransferDialogTest, IsBusyWhileTheUploaderRuns)
     EXPECT_EQ(bar()->minimum(), 0);
     EXPECT_EQ(bar()->maximum(), 0);
     DialogScript script;
-    expectSuccess(script);
-    FakeUploader::write("go", "");
+    script.expectResetQuestion();
+    writeFile("go", "");
     ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
 }
 
@@ -248,9 +147,9 @@ TEST_F(TransferDialogTest, WrittenProfilesAreReportedBeforeTheQuestionAboutTheRe
         EXPECT_TRUE(okButton()->isEnabled());
         EXPECT_NE(qobject_cast<KelvaronResetDialog*>(&question), nullptr);
         EXPECT_EQ(question.parent(), dialog);
-        EXPECT_TRUE(question.findChild<QLabel*>()->text().startsWith(
-            "<b>Profiles successfully written to the Kelvaron!</b><br>"));
-        clickOn(stayButton(question));
+        EXPECT_TRUE(startsWith(question.findChild<QLabel*>()->text(),
+                               "<b>Profiles successfully written to the Kelvaron!</b><br>"));
+        clickOn(buttonWithText(question, "Stay in Bootloader Mode"));
     });
     transferToTheEnd();
     EXPECT_EQ(finished.size(), 1);
@@ -264,9 +163,9 @@ TEST_F(TransferDialogTest, ReadProfilesAreReportedBeforeTheQuestionAboutTheReset
     script.thenDo([&](QWidget& question) {
         EXPECT_EQ(finished.size(), 1);
         EXPECT_EQ(status(), "Read Success!");
-        EXPECT_TRUE(question.findChild<QLabel*>()->text().startsWith(
-            "<b>Profiles successfully read from the Kelvaron!</b><br>"));
-        clickOn(stayButton(question));
+        EXPECT_TRUE(startsWith(question.findChild<QLabel*>()->text(),
+                               "<b>Profiles successfully read from the Kelvaron!</b><br>"));
+        clickOn(buttonWithText(question, "Stay in Bootloader Mode"));
     });
     transferToTheEnd();
     EXPECT_EQ(finished.size(), 1);
@@ -297,7 +196,7 @@ TEST_F(TransferDialogTest, WithoutPortsTheUploaderDecides)
     uploader.setBehaviour("exit 1");
     openWriter();
     DialogScript script;
-    expectFailure(script);
+    script.expectTransferFailure();
     transferToTheEnd();
     ASSERT_EQ(FakeUploader::runs().size(), 1);
     EXPECT_EQ(FakeUploader::runs().at(0).mid(0, 2), QStringList({"-s", ""}));
@@ -330,7 +229,7 @@ TEST_F(TransferDialogTest, FailedProgrammingIsToldOnce)
     uploader.setBehaviour("[ \"$5\" != -w ]");
     openWriter();
     DialogScript script;
-    expectFailure(script);
+    script.expectTransferFailure();
     transferToTheEnd();
 }
 
@@ -340,7 +239,7 @@ TEST_F(TransferDialogTest, CrashingUploaderIsToldOnce)
     for (const bool writes : {true, false}) {
         open(writes, "x.hex");
         DialogScript script;
-        expectFailure(script);
+        script.expectTransferFailure();
         transferToTheEnd();
         QCoreApplication::processEvents();
     }
@@ -352,7 +251,7 @@ TEST_F(TransferDialogTest, MissingUploaderIsToldOnce)
     for (const bool writes : {true, false}) {
         open(writes, "x.hex");
         DialogScript script;
-        expectFailure(script);
+        script.expectTransferFailure();
         transferToTheEnd();
     }
 }
@@ -363,135 +262,9 @@ TEST_F(TransferDialogTest, UploaderThatIsNotExecutableIsToldOnce)
     for (const bool writes : {true, false}) {
         open(writes, "x.hex");
         DialogScript script;
-        expectFailure(script);
+        script.expectTransferFailure();
         transferToTheEnd();
     }
-}
-
-// Closing at odd times
-
-TEST_F(TransferDialogTest, EscapeClosesAndDeletesTheIdleDialog)
-{
-    openWriter();
-    QTest::keyClick(dialog, Qt::Key_Escape);
-    flushDeletions();
-    EXPECT_EQ(dialog, nullptr);
-    EXPECT_TRUE(FakeUploader::runs().isEmpty());
-}
-
-TEST_F(TransferDialogTest, WriteGoesOnWithoutTheClosedDialogAndItsResultReachesNobody)
-{
-    for (const QByteArray& end :
-         {QByteArray("exit 0"), QByteArray("exit 1"), FakeUploader::crash()}) {
-        QFile::remove("runs.txt");
-        QFile::remove("go");
-        uploader.setBehaviour(FakeUploader::waitForGo() + "; [ \"$5\" = -E ] || { " + end + "; }");
-        openWriter();
-        const DialogScript nothing;
-        clickOn(okButton());
-        ASSERT_TRUE(waitFor([] { return hasRun(1); }));
-        QTest::keyClick(dialog, Qt::Key_Escape);
-        flushDeletions();
-        EXPECT_EQ(dialog, nullptr);
-        FakeUploader::write("go", "");
-        ASSERT_TRUE(waitFor([this] { return hasRun(2) && isQuiet(); }));
-        QCoreApplication::processEvents();
-    }
-    EXPECT_EQ(window->findChildren<UploadProfiles*>().size(), 3);
-}
-
-TEST_F(TransferDialogTest, ReadThatEndsBetweenClosingAndDeletionIsIgnored)
-{
-    openReader();
-    QSignalSpy finished(dialog, &UploadDownloadDialog::finished);
-    const DialogScript nothing;
-    dialog->close();
-    ASSERT_NE(dialog, nullptr);
-    dialog->uploadDownloadSuccess();
-    dialog->uploadDownloadFailed();
-    EXPECT_EQ(finished.size(), 0);
-}
-
-TEST_F(TransferDialogTest, DialogMayGoWhileItsFailureIsShown)
-{
-    uploader.setBehaviour("exit 1");
-    openWriter();
-    clickOn(okButton());
-    DialogScript script;
-    script.thenDo([this](QWidget&) {
-        dialog->close();
-        flushDeletions();
-    });
-    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
-}
-
-TEST_F(TransferDialogTest, DialogMayGoDuringTheQuestionAboutTheReset)
-{
-    openWriter();
-    clickOn(okButton());
-    DialogScript script;
-    script.thenDo([this](QWidget&) {
-        dialog->close();
-        flushDeletions();
-    });
-    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
-}
-
-TEST_F(TransferDialogTest, DialogMayGoWhileItsSuccessIsHandled)
-{
-    openReader();
-    QObject::connect(dialog, &UploadDownloadDialog::finished, window.get(), [this] {
-        dialog->close();
-        flushDeletions();
-    });
-    const DialogScript nothing;
-    clickOn(okButton());
-    ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
-}
-
-TEST_F(TransferDialogTest, MainWindowMayGoDuringATransfer)
-{
-    uploader.setBehaviour(FakeUploader::waitForGo());
-    openWriter();
-    clickOn(okButton());
-    ASSERT_TRUE(waitFor([] { return hasRun(1); }));
-    const DialogScript nothing;
-    window.reset();
-    EXPECT_EQ(dialog, nullptr);
-    QCoreApplication::processEvents();
-}
-
-// A press after success closes the dialog and starts another operation.
-
-TEST_F(TransferDialogTest, PressAfterSuccessStartsAnotherOperationWhileTheDialogCloses)
-{
-    openWriter();
-    DialogScript script;
-    script.thenDo([this](QWidget&) {
-        // The question stands before the dialog: a mouse could not press this.
-        okButton()->click();
-        EXPECT_TRUE(dialog->isHidden());
-        EXPECT_EQ(window->findChildren<UploadProfiles*>().size(), 2);
-    });
-    transferToTheEnd();
-    ASSERT_TRUE(waitFor([this] { return hasRun(4) && isQuiet(); }));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(FakeUploader::runs().at(2).at(4), "-E");
-    EXPECT_EQ(FakeUploader::runs().at(3).at(4), "-w");
-}
-
-TEST_F(TransferDialogTest, OperationStartedWhileClosingFailsSilently)
-{
-    openWriter();
-    DialogScript script;
-    script.thenDo([this](QWidget&) {
-        uploader.setBehaviour(FakeUploader::crash());
-        okButton()->click();
-    });
-    transferToTheEnd();
-    ASSERT_TRUE(waitFor([this] { return hasRun(3) && isQuiet(); }));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(FakeUploader::runs().size(), 3);
 }
 
 // Ownership and keyboard
@@ -501,7 +274,7 @@ TEST_F(TransferDialogTest, WorkersBelongToTheMainWindowAndStay)
     for (const bool writes : {true, false, true}) {
         open(writes, "x.hex");
         DialogScript script;
-        expectSuccess(script);
+        script.expectResetQuestion();
         transferToTheEnd();
     }
     EXPECT_EQ(window->findChildren<UploadProfiles*>(QString(), Qt::FindDirectChildrenOnly).size(),
@@ -527,7 +300,7 @@ TEST_F(TransferDialogTest, ReturnKeyStartsTheTransfer)
 {
     openWriter();
     DialogScript script;
-    expectSuccess(script);
+    script.expectResetQuestion();
     QTest::keyClick(portBox(), Qt::Key_Return);
     ASSERT_TRUE(waitFor([this] { return dialog == nullptr; }));
     EXPECT_EQ(FakeUploader::runs().size(), 2);
@@ -545,9 +318,9 @@ TEST_F(TransferDialogTest, PortCannotBeChangedWhileATransferRuns)
     DialogScript script;
     script.thenDo([this](QWidget& question) {
         EXPECT_TRUE(portBox()->isEnabled());
-        clickOn(stayButton(question));
+        clickOn(buttonWithText(question, "Stay in Bootloader Mode"));
     });
-    FakeUploader::write("go", "");
+    writeFile("go", "");
     EXPECT_TRUE(waitFor([this] { return dialog == nullptr; }));
 }
 
@@ -569,7 +342,7 @@ TEST_F(TransferDialogTest, ResetGoesToThePortOfTheTransferThoughItIsNotListedAny
             }
         }
     });
-    FakeUploader::write("go", "");
+    writeFile("go", "");
     EXPECT_TRUE(waitFor([this] { return dialog == nullptr; }));
     EXPECT_EQ(FakeUploader::runs().last(), QStringList({"-s", "C", "-h", "-V", "-R"}));
 }

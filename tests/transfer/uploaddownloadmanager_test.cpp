@@ -1,21 +1,15 @@
 #include "transfer/uploaddownloadmanager.h"
 
 #include "HEXGeneratorParser/hexmanager.h"
-#include "profiles/profilenameslistmanager.h"
 #include "support/fakeports.h"
 #include "support/fakeuploader.h"
-#include "support/gui/dialogscript.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QFileInfo>
-#include <QLabel>
 #include <QProcess>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 
 using HEXGeneratorParser::HEXManager;
 using UploadDownload::UploadDownloadDialog;
@@ -40,35 +34,6 @@ protected:
         for (int i = 0; i < count; ++i) {
             window.add(QString("Cell %1").arg(i + 1));
         }
-    }
-
-    /// The question about the reset, answered with staying.
-    static void expectResetQuestion(DialogScript& script)
-    {
-        script.thenDo([](QWidget& question) {
-            EXPECT_EQ(question.windowTitle(), "Stay in Bootloader Mode or Reset?");
-            for (QPushButton* button : question.findChildren<QPushButton*>()) {
-                if (button->text() == "Stay in Bootloader Mode") {
-                    clickOn(button);
-                    return;
-                }
-            }
-        });
-    }
-
-    static void expectAppendQuestion(DialogScript& script, const QString& answer)
-    {
-        script.expectMessageBox("Add Profiles to List?",
-                                "Do you want to add the imported profiles to the current list of "
-                                "profiles, or replace them?<br>",
-                                {"Add Profiles", "Replace Profiles"}, "Add Profiles", answer);
-    }
-
-    static void expectFailure(DialogScript& script)
-    {
-        script.expectMessage("Failed!",
-                             "Please make sure to select the correct COM port, and that the "
-                             "Kelvaron is in bootloader mode, and try again.");
     }
 
     /// Presses the open dialog's button and waits until the dialog is gone.
@@ -104,7 +69,7 @@ TEST_F(TransferManagerTest, WritesAWholeFileBeforeTheDialogOpens)
     ASSERT_NE(dialog(), nullptr);
     EXPECT_EQ(dialog()->windowTitle(), "Profile Writer");
     EXPECT_EQ(dialog()->parent(), &window);
-    EXPECT_TRUE(FakeUploader::read("profilesToUpload.hex").trimmed().endsWith(":00000001FF"));
+    EXPECT_TRUE(contentOf("profilesToUpload.hex").trimmed().endsWith(":00000001FF"));
     EXPECT_TRUE(FakeUploader::runs().isEmpty());
     dialog()->close();
 }
@@ -114,7 +79,7 @@ TEST_F(TransferManagerTest, HandsTheFileToTheUploader)
     fillList(1);
     manager->on_writeButtonPressed();
     DialogScript script;
-    expectResetQuestion(script);
+    script.expectResetQuestion();
     transferToTheEnd();
     ASSERT_EQ(FakeUploader::runs().size(), 2);
     EXPECT_EQ(FakeUploader::runs().at(1),
@@ -165,7 +130,7 @@ TEST_F(TransferManagerTest, EmptyListIsWrittenToo)
 {
     manager->on_writeButtonPressed();
     DialogScript script;
-    expectResetQuestion(script);
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(FakeUploader::runs().size(), 2);
 }
@@ -176,9 +141,9 @@ TEST_F(TransferManagerTest, FailedWriteLeavesTheFileAndTheList)
     uploader.setBehaviour("exit 1");
     manager->on_writeButtonPressed();
     DialogScript script;
-    expectFailure(script);
+    script.expectTransferFailure();
     transferToTheEnd();
-    EXPECT_TRUE(FakeUploader::read("profilesToUpload.hex").trimmed().endsWith(":00000001FF"));
+    EXPECT_TRUE(contentOf("profilesToUpload.hex").trimmed().endsWith(":00000001FF"));
     EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
 }
 
@@ -187,7 +152,7 @@ TEST_F(TransferManagerTest, FinishedWriteImportsNothing)
     fillList(1);
     manager->on_writeButtonPressed();
     DialogScript script;
-    expectResetQuestion(script); // and no question about adding or replacing
+    script.expectResetQuestion(); // and no question about adding or replacing
     transferToTheEnd();
     EXPECT_EQ(window.count(), 1);
 }
@@ -211,7 +176,7 @@ TEST_F(TransferManagerTest, ReadsIntoAnEmptyListWithoutAQuestion)
     window.list->deleteAllProfilesNoConfirmation();
     manager->on_readButtonPressed();
     DialogScript script;
-    expectResetQuestion(script);
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
     EXPECT_EQ(emptied.size(), 0);
@@ -227,8 +192,8 @@ TEST_F(TransferManagerTest, AddingKeepsTheList)
     window.add("Torch");
     manager->on_readButtonPressed();
     DialogScript script;
-    expectAppendQuestion(script, "Add Profiles");
-    expectResetQuestion(script);
+    script.expectAppendQuestion("Add Profiles");
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Torch", "Cell 1"}));
     EXPECT_EQ(emptied.size(), 0);
@@ -241,8 +206,8 @@ TEST_F(TransferManagerTest, ReplacingEmptiesTheListFirst)
     window.add("Torch");
     manager->on_readButtonPressed();
     DialogScript script;
-    expectAppendQuestion(script, "Replace Profiles");
-    expectResetQuestion(script);
+    script.expectAppendQuestion("Replace Profiles");
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(window.titles(), QStringList("Cell 1"));
     EXPECT_EQ(emptied.size(), 1);
@@ -260,8 +225,8 @@ TEST_F(TransferManagerTest, AReplacementThatIsGuardedAgainstChangesNothing)
     });
     manager->on_readButtonPressed();
     DialogScript script;
-    expectAppendQuestion(script, "Replace Profiles");
-    expectResetQuestion(script);
+    script.expectAppendQuestion("Replace Profiles");
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Torch"}));
@@ -279,8 +244,8 @@ TEST_F(TransferManagerTest, OnlyAReplacementIsGuarded)
     });
     manager->on_readButtonPressed();
     DialogScript script;
-    expectAppendQuestion(script, "Add Profiles");
-    expectResetQuestion(script);
+    script.expectAppendQuestion("Add Profiles");
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(asked, 0);
     EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 1"}));
@@ -293,8 +258,8 @@ TEST_F(TransferManagerTest, ClosingTheQuestionReplaces)
     window.add("Torch");
     manager->on_readButtonPressed();
     DialogScript script;
-    expectAppendQuestion(script, DialogScript::closeControl);
-    expectResetQuestion(script);
+    script.expectAppendQuestion(DialogScript::closeControl);
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(window.titles(), QStringList("Cell 1"));
 }
@@ -306,7 +271,7 @@ TEST_F(TransferManagerTest, FailedReadImportsAndDeletesNothing)
     uploader.setBehaviour("exit 1");
     manager->on_readButtonPressed();
     DialogScript script;
-    expectFailure(script);
+    script.expectTransferFailure();
     transferToTheEnd();
     EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
     EXPECT_EQ(emptied.size(), 0);
@@ -324,7 +289,7 @@ TEST_F(TransferManagerTest, ReadWhoseDialogWasClosedImportsNothing)
     flushDeletions();
     ASSERT_EQ(dialog(), nullptr);
     const DialogScript nothing;
-    FakeUploader::write("go", "");
+    writeFile("go", "");
     auto* process = window.findChild<QProcess*>();
     ASSERT_NE(process, nullptr);
     ASSERT_TRUE(waitFor([process] { return process->state() == QProcess::NotRunning; }));
@@ -339,7 +304,7 @@ TEST_F(TransferManagerTest, FileThatCannotBeReadIsToldAndTheListStaysEmptied)
     uploader.setBehaviour("echo rubbish > \"$8\"");
     manager->on_readButtonPressed();
     DialogScript script;
-    expectAppendQuestion(script, "Replace Profiles");
+    script.expectAppendQuestion("Replace Profiles");
     script.expectMessage("Import from HEX status",
                          "An error occured while importing profiles from HEX. Please try again.");
     script.thenDo([this](QWidget& question) { // success all the same
@@ -356,10 +321,10 @@ TEST_F(TransferManagerTest, FileThatCannotBeReadKeepsTheListWhenItWasToBeAdded)
     uploader.setBehaviour("exit 0"); // without writing a file
     manager->on_readButtonPressed();
     DialogScript script;
-    expectAppendQuestion(script, "Add Profiles");
+    script.expectAppendQuestion("Add Profiles");
     script.expectMessage("Import from HEX status",
                          "An error occured while importing profiles from HEX. Please try again.");
-    expectResetQuestion(script);
+    script.expectResetQuestion();
     transferToTheEnd();
     EXPECT_EQ(window.titles(), QStringList({"Cell 1", "Cell 2"}));
 }

@@ -8,7 +8,6 @@
 
 #include <QPointer>
 #include <QProcess>
-#include <QTest>
 
 TEST(UploaderTest, IsStartedFromTheWorkingFolder)
 {

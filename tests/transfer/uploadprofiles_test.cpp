@@ -5,10 +5,8 @@
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <csignal>
 #include <memory>
@@ -78,7 +76,7 @@ TEST_F(UploadProfilesTest, DoesNotProgramBeforeTheEraseHasEnded)
     worker->start();
     ASSERT_TRUE(waitFor([] { return steps().size() == 1; }));
     EXPECT_EQ(owner.findChildren<QProcess*>().size(), 1);
-    FakeUploader::write("go", "");
+    writeFile("go", "");
     ASSERT_TRUE(finished.wait(patience));
     EXPECT_EQ(steps(), QStringList({"-E", "-w"}));
 }
@@ -167,10 +165,10 @@ TEST_F(UploadProfilesTest, OwnerThatGoesEndsTheRun)
     auto* run = new UploadProfiles("COM7", "x.hex", window.get());
     QSignalSpy heard(run, &UploadProfiles::errorUploading);
     run->start();
-    ASSERT_TRUE(waitFor([] { return !FakeUploader::read("pid").isEmpty(); }));
+    ASSERT_TRUE(waitFor([] { return !contentOf("pid").isEmpty(); }));
     window.reset();
     EXPECT_EQ(heard.size(), 0);
-    EXPECT_NE(::kill(FakeUploader::read("pid").trimmed().toInt(), 0), 0) << "still running";
+    EXPECT_NE(::kill(contentOf("pid").trimmed().toInt(), 0), 0) << "still running";
 }
 
 // The image
@@ -179,16 +177,16 @@ TEST_F(UploadProfilesTest, FileThatAnotherEditorHasWrittenMeanwhileIsPutRight)
 {
     uploader.setBehaviour(
         "cat profilesToUpload.hex >> seen.txt; echo theirs > profilesToUpload.hex");
-    FakeUploader::write("profilesToUpload.hex", "theirs\n");
+    writeFile("profilesToUpload.hex", "theirs\n");
     worker->setImage("ours\n");
     runToItsEnd();
     EXPECT_EQ(finished.size(), 1);
-    EXPECT_EQ(FakeUploader::read("seen.txt"), "ours\nours\n") << "before the erase and after it";
+    EXPECT_EQ(contentOf("seen.txt"), "ours\nours\n") << "before the erase and after it";
 }
 
 TEST_F(UploadProfilesTest, FileThatIsRightIsNotWrittenAgain)
 {
-    FakeUploader::write("profilesToUpload.hex", "ours\n");
+    writeFile("profilesToUpload.hex", "ours\n");
     ASSERT_TRUE(
         QFile::link("profilesToUpload.hex", "same")); // a file written anew would not be one
     ASSERT_TRUE(QFile::rename("profilesToUpload.hex", "other"));
@@ -218,7 +216,7 @@ TEST_F(UploadProfilesTest, WriteWaitsForTheWholeOfAnEarlierOne)
     worker->start();
     later->start();
     ASSERT_TRUE(waitFor([] { return FakeUploader::runs().size() == 1; }));
-    FakeUploader::write("go", "");
+    writeFile("go", "");
     ASSERT_TRUE(waitFor([&] { return !laterFinished.isEmpty(); }));
     EXPECT_EQ(steps(), QStringList({"-E", "-w", "-E", "-w"}));
     EXPECT_EQ(FakeUploader::runs().at(1).last(), "profilesToUpload.hex");
@@ -252,7 +250,7 @@ TEST_F(UploadProfilesTest, WriteThatGoesAwayWhileItWaitsNeverStarts)
     worker->start();
     later->start();
     delete later;
-    FakeUploader::write("go", "");
+    writeFile("go", "");
     ASSERT_TRUE(waitFor([this] { return !finished.isEmpty(); }));
     QCoreApplication::processEvents();
     EXPECT_EQ(steps(), QStringList({"-E", "-w"}));

@@ -7,12 +7,10 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
 using NewFirmwareChecker::FileDownloader;
-using Pace = HttpServer::Pace;
 
 namespace
 {
@@ -163,7 +161,7 @@ TEST_F(FileDownloaderTest, AddressesThatAreNotHttpFail)
          {QString(), QString("file"), QString("/downloads/file"), QString("http://"),
           QString("http:///file"), QString("data:,text"), QString("no address at all"),
           "file://" + file.fileName(), QString("qrc:/new/images/upload.png")}) {
-        SCOPED_TRACE(address.toStdString());
+        SCOPED_TRACE(address);
         failed.clear();
         downloader->startDownloading(address);
         EXPECT_TRUE(failed.isEmpty()); // told from the event loop, as every other error

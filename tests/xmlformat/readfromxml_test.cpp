@@ -3,8 +3,6 @@
 #include "profileimport/parsedprofile.h"
 #include "support/gui/xmlfile.h"
 
-#include <memory>
-
 namespace
 {
 class ReadFromXmlTest : public XmlFileTest
@@ -283,9 +281,9 @@ TEST_F(ReadFromXmlTest, FileThatIsNoXmlGivesNothingAndSaysSo)
                                 QString("{\"profiles\": []}"), QString(QChar(0)) + "PNG"}) {
         XMLGeneratorParser::ReadFromXML fresh;
         EXPECT_TRUE(fresh.readProfiles(writeFile("in.xml", text)));
-        EXPECT_TRUE(fresh.getProfiles().isEmpty()) << text.toStdString();
-        EXPECT_EQ(fresh.getGlobalSettings(), nullptr) << text.toStdString();
-        EXPECT_FALSE(fresh.errorText().isEmpty()) << text.toStdString();
+        EXPECT_TRUE(fresh.getProfiles().isEmpty()) << text;
+        EXPECT_EQ(fresh.getGlobalSettings(), nullptr) << text;
+        EXPECT_FALSE(fresh.errorText().isEmpty()) << text;
     }
 }
 
@@ -294,7 +292,7 @@ TEST_F(ReadFromXmlTest, ProfilesBeforeTheErrorAreKept)
     readBroken(inRoot(profileText("1", "one") + profileText("0", "zero")
                       + "<profile id=\"2\"><title>bro ken</tit"));
     EXPECT_EQ(titles(), QStringList({"zero", "one"}));
-    EXPECT_TRUE(reader.errorText().contains("line")) << reader.errorText().toStdString();
+    EXPECT_TRUE(contains(reader.errorText(), "line"));
 }
 
 TEST_F(ReadFromXmlTest, ProfilesBehindTheErrorAreNotRead)
@@ -311,8 +309,8 @@ TEST_F(ReadFromXmlTest, ElementNameThatXmlDoesNotAllowIsAnError)
         EXPECT_TRUE(fresh.readProfiles(
             writeFile("in.xml", inRoot(profileText("0", "zero") + "<profile id=\"1\"><" + tag
                                        + ">1</" + tag + "></profile>"))));
-        EXPECT_EQ(fresh.getProfiles().size(), 1) << tag.toStdString();
-        EXPECT_FALSE(fresh.errorText().isEmpty()) << tag.toStdString();
+        EXPECT_EQ(fresh.getProfiles().size(), 1) << tag;
+        EXPECT_FALSE(fresh.errorText().isEmpty()) << tag;
     }
 }
 
@@ -340,7 +338,7 @@ TEST_F(ReadFromXmlTest, FileBrokenOffAnywhereGivesTheWholeProfilesBeforeIt)
         ASSERT_TRUE(fresh.readProfiles(file.fileName()));
         EXPECT_FALSE(fresh.errorText().isEmpty()) << size;
         const int expected = size >= secondEnd ? 2 : size >= firstEnd ? 1 : 0;
-        EXPECT_EQ(fresh.getProfiles().size(), expected) << whole.left(size).constData();
+        EXPECT_EQ(fresh.getProfiles().size(), expected) << whole.left(size);
     }
 }
 

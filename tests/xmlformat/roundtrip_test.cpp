@@ -1,19 +1,12 @@
 // Everything that the editor can hold survives saving and loading.
 
 #include "CBGenerator/formula.h"
-#include "CBGenerator/generator.h"
-#include "CBGenerator/structsetting.h"
-#include "CBGenerator/structsettings.h"
-#include "profileimport/importprofilesmain.h"
-#include "settingsui/settingspanemanager.h"
 #include "support/gui/xmlfile.h"
 #include "testpaths.h"
 
-#include <QListWidget>
 #include <QProcess>
 
 #include <random>
-#include <vector>
 
 using HParser::StructSetting;
 using HParser::StructSettings;
@@ -239,18 +232,15 @@ TEST_F(RoundTripTest, ThreeHundredRandomProfilesComeBack)
     script.thenDo([](QWidget& dialog) {
         clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Yes)); // global settings
     });
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), "Imported With Changes");
+    script.thenPress("OK", [](const QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), "Imported With Changes");
         // Texts of all alphabets were saved; nothing else is to be told.
-        const QString changes = box->text().section("\n\n", 1, 1);
+        const QString changes = box.text().section("\n\n", 1, 1);
         const QStringList lines = changes.split('\n');
         for (const QString& line : lines) {
             EXPECT_TRUE(line.contains("the charger cannot hold") || line.startsWith("and "))
-                << line.toStdString();
+                << line;
         }
-        clickOn(box->button(QMessageBox::Ok));
     });
     editor.xml.importFromXML(pathOf("profiles.xml"));
     script.finish();

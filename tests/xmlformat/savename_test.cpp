@@ -3,7 +3,6 @@
 #include "support/gui/xmlfile.h"
 
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QTest>
 
 class SaveNameTest : public XmlFileTest
@@ -40,12 +39,6 @@ protected:
         });
     }
 
-    void expectSaved()
-    {
-        script.expectMessage("Export to XML status",
-                             "The profiles have been successfully exported!");
-    }
-
     void save() { editor.xml.on_exportAsXMLButtonClicked(); }
 
     /// Loads a file of the folder "saved_profiles".
@@ -69,10 +62,10 @@ TEST_F(SaveNameTest, ThereIsNoneAtFirst)
 TEST_F(SaveNameTest, IsThatOfTheFileSavedLast)
 {
     expectDialog("", "bench");
-    expectSaved();
+    script.expectExported("XML");
     save();
     expectDialog("bench.xml", "field.xml");
-    expectSaved();
+    script.expectExported("XML");
     save();
     expectDialog("field.xml", "Esc");
     save();
@@ -102,8 +95,7 @@ TEST_F(SaveNameTest, FileThatCouldNotBeWrittenIsNotOffered)
 {
     ASSERT_TRUE(QDir(folder.path()).mkdir("saved_profiles/mine.xml"));
     expectDialog("", "mine");
-    script.thenDo([](QWidget& question) { // a folder is there already
-        clickOn(qobject_cast<QMessageBox*>(&question)->button(QMessageBox::Yes));
+    script.thenPress("Yes", [](const QMessageBox& /*box*/) { // a folder is there already
     });
     script.expectMessage("Export to XML status",
                          "An error occured while exporting profiles to XML. Please try again.");
@@ -116,16 +108,14 @@ TEST_F(SaveNameTest, NoToReplacingGoesBackToTheDialogWithTheTypedName)
 {
     writeFile("saved_profiles/mine.xml", "older");
     expectDialog("", "mine");
-    script.thenDo([](QWidget& question) {
-        EXPECT_EQ(question.windowTitle(), "Replace File?");
-        clickOn(qobject_cast<QMessageBox*>(&question)->button(QMessageBox::No));
-    });
+    script.thenPress("No",
+                     [](const QMessageBox& box) { EXPECT_EQ(box.windowTitle(), "Replace File?"); });
     expectDialog("mine", "other");
-    expectSaved();
+    script.expectExported("XML");
     save();
     script.finish();
     EXPECT_EQ(readFile("saved_profiles/mine.xml"), "older");
-    EXPECT_TRUE(readFile("saved_profiles/other.xml").startsWith("<KelvaronProfiles>"));
+    EXPECT_TRUE(startsWith(readFile("saved_profiles/other.xml"), "<KelvaronProfiles>"));
 }
 
 TEST_F(SaveNameTest, ProgramMayEndFromInsideTheQuestion)

@@ -1,13 +1,7 @@
 #include "xmlformat/writetoxml.h"
 
-#include "CBGenerator/generator.h"
-#include "CBGenerator/structsetting.h"
-#include "CBGenerator/structsettings.h"
+#include "support/filesizelimit.h"
 #include "support/gui/xmlfile.h"
-
-#include <csignal>
-
-#include <sys/resource.h>
 
 namespace
 {
@@ -28,34 +22,11 @@ protected:
     {
         const QString opening = "<" + tag + ">";
         const int start = document.indexOf(opening) + opening.size();
-        EXPECT_GE(start, opening.size()) << tag.toStdString();
+        EXPECT_GE(start, opening.size()) << tag;
         return document.mid(start, document.indexOf("</" + tag + ">", start) - start);
     }
 
     XmlEditor editor;
-};
-
-/// While it lives no file can grow beyond this size, as on a full disk.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit small = {bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handlerBefore);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit before = {};
-    void (*handlerBefore)(int) = std::signal(SIGXFSZ, SIG_IGN);
 };
 
 TEST_F(WriteToXmlTest, DocumentIsExactlyOfTheStatedForm)
@@ -102,7 +73,7 @@ TEST_F(WriteToXmlTest, DocumentIsExactlyOfTheStatedForm)
 TEST_F(WriteToXmlTest, EmptyListIsGlobalSettingsAlone)
 {
     const QString document = saved();
-    EXPECT_TRUE(document.startsWith("<KelvaronProfiles>\n\t<GlobalSettings>\n\t\t<charger_name>"));
+    EXPECT_TRUE(startsWith(document, "<KelvaronProfiles>\n\t<GlobalSettings>\n\t\t<charger_name>"));
     EXPECT_TRUE(document.endsWith("</scale>\n\t</GlobalSettings>\n</KelvaronProfiles>\n"));
     EXPECT_FALSE(document.contains("profile id"));
 }
@@ -111,8 +82,8 @@ TEST_F(WriteToXmlTest, FlagsAreThoseOfTheRow)
 {
     ProfileSettings* profile = editor.import("One", true, false);
     profile->setModifiable(false);
-    EXPECT_TRUE(saved().contains(
-        "<profile id=\"0\" active=\"true\" default=\"false\" modifiable=\"false\">"));
+    EXPECT_TRUE(contains(
+        saved(), "<profile id=\"0\" active=\"true\" default=\"false\" modifiable=\"false\">"));
 }
 
 TEST_F(WriteToXmlTest, RowsAreNumberedInListOrder)
@@ -129,14 +100,14 @@ TEST_F(WriteToXmlTest, RowsAreNumberedInListOrder)
     int position = 0;
     for (const QString& text : order) {
         position = document.indexOf(text, position);
-        ASSERT_GE(position, 0) << text.toStdString() << "\n" << document.toStdString();
+        ASSERT_GE(position, 0) << text << "\n" << document;
     }
 }
 
 TEST_F(WriteToXmlTest, ChemistryIsWrittenUnescaped)
 {
     editor.add("One")->chemistry = "Tom & <Jerry>";
-    EXPECT_TRUE(saved().contains("\t\t<chemistry>Tom & <Jerry></chemistry>\n"));
+    EXPECT_TRUE(contains(saved(), "\t\t<chemistry>Tom & <Jerry></chemistry>\n"));
 }
 
 TEST_F(WriteToXmlTest, ValuesAreEscaped)
@@ -187,7 +158,7 @@ TEST_F(WriteToXmlTest, IdsHaveNoGroupSeparators)
     }
     EXPECT_TRUE(XMLGeneratorParser::WriteToXML().write(pathOf("out.xml"), rows,
                                                        editor.generator->getGlobalSettings()));
-    EXPECT_TRUE(readFile("out.xml").contains("<profile id=\"1000\" "));
+    EXPECT_TRUE(contains(readFile("out.xml"), "<profile id=\"1000\" "));
 }
 
 TEST_F(WriteToXmlTest, OlderFileIsReplacedWhole)
@@ -219,7 +190,7 @@ TEST_F(WriteToXmlTest, FullDiskKeepsTheOlderFile)
     editor.add("One");
     writeFile("out.xml", "older");
     {
-        const FullDisk disk(64);
+        const FileSizeLimit fullDisk(64);
         EXPECT_FALSE(save("out.xml"));
     }
     EXPECT_EQ(readFile("out.xml"), "older");
@@ -230,7 +201,7 @@ TEST_F(WriteToXmlTest, FullDiskLeavesNoNewFile)
 {
     editor.add("One");
     {
-        const FullDisk disk(64);
+        const FileSizeLimit fullDisk(64);
         EXPECT_FALSE(save("new.xml"));
     }
     EXPECT_EQ(filesInFolder(), QStringList());

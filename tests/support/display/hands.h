@@ -1,11 +1,9 @@
 #pragma once
 
+#include "support/printing.h"
 #include "support/waiting.h"
 
-#include <gtest/gtest.h>
-
 #include <QProcess>
-#include <QStringList>
 #include <QWidget>
 
 /// A user's hands on the X server: its keyboard and pointer, through the xdotool program.

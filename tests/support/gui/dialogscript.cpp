@@ -3,16 +3,12 @@
 #include "support/gui/widgets.h"
 #include "support/waiting.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 #include <algorithm>
@@ -58,31 +54,32 @@ QStringList sortedNames(const QMessageBox& box)
     return names;
 }
 
-void answerMessageBox(QWidget& dialog, const QString& title, const QString& text,
-                      QStringList buttons, const QString& defaultButton, const QString& press)
+void answerMessageBox(QWidget& dialog, const DialogScript::Look& look, const QString& press)
 {
     auto* box = qobject_cast<QMessageBox*>(&dialog);
     if (box == nullptr) {
         ADD_FAILURE() << "not a message box: " << dialog.metaObject()->className() << " \""
-                      << qPrintable(dialog.windowTitle()) << "\"";
+                      << dialog.windowTitle() << "\"";
         return;
     }
-    EXPECT_EQ(box->windowTitle(), title);
-    EXPECT_EQ(box->text(), text);
-    buttons.sort();
-    EXPECT_EQ(sortedNames(*box), buttons) << qPrintable(title);
-    EXPECT_EQ(effectiveDefaultButton(*box), defaultButton) << qPrintable(title);
-    EXPECT_TRUE(box->isModal());
+    if (look) {
+        look(*box);
+    }
     if (press == DialogScript::closeControl) {
         box->close();
         return;
     }
     QAbstractButton* button = buttonNamed(*box, press);
     if (button == nullptr) {
-        ADD_FAILURE() << "no button \"" << qPrintable(press) << "\"";
+        ADD_FAILURE() << "no button \"" << press << "\"";
         return;
     }
     clickOn(button);
+}
+
+QStringList filtersOf(const QString& format)
+{
+    return {format + " files (*." + format.toLower() + ")", "Any files (*.*)"};
 }
 
 void answerFileDialog(QWidget& widget, const QString& caption, const QStringList& nameFilters,
@@ -91,7 +88,7 @@ void answerFileDialog(QWidget& widget, const QString& caption, const QStringList
     auto* dialog = qobject_cast<QFileDialog*>(&widget);
     if (dialog == nullptr) {
         ADD_FAILURE() << "not a file dialog: " << widget.metaObject()->className() << " \""
-                      << qPrintable(widget.windowTitle()) << "\"";
+                      << widget.windowTitle() << "\"";
         return;
     }
     EXPECT_EQ(dialog->windowTitle(), caption);
@@ -132,9 +129,16 @@ DialogScript& DialogScript::expectMessageBox(const QString& title, const QString
                                              const QStringList& buttons,
                                              const QString& defaultButton, const QString& press)
 {
-    add(title, [=](QWidget& dialog) {
-        answerMessageBox(dialog, title, text, buttons, defaultButton, press);
-    });
+    const auto look = [=](const QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), title);
+        EXPECT_EQ(box.text(), text);
+        QStringList expected = buttons;
+        expected.sort();
+        EXPECT_EQ(sortedNames(box), expected) << title;
+        EXPECT_EQ(effectiveDefaultButton(box), defaultButton) << title;
+        EXPECT_TRUE(box.isModal());
+    };
+    add(title, [=](QWidget& dialog) { answerMessageBox(dialog, look, press); });
     return *this;
 }
 
@@ -158,9 +162,97 @@ DialogScript& DialogScript::expectFileDialog(const QString& caption, const QStri
     return *this;
 }
 
+DialogScript& DialogScript::thenPress(const QString& button, const Look& look)
+{
+    add("(any message)", [=](QWidget& dialog) { answerMessageBox(dialog, look, button); });
+    return *this;
+}
+
 DialogScript& DialogScript::thenDo(Interaction interaction)
 {
     add("(any dialog)", std::move(interaction));
+    return *this;
+}
+
+DialogScript& DialogScript::expectExportDialog(const QString& format, const QString& directory,
+                                               const QString& typeName)
+{
+    return expectFileDialog("Select " + format + " File to Export Profiles", filtersOf(format),
+                            directory, typeName);
+}
+
+DialogScript& DialogScript::expectImportDialog(const QString& format, const QString& directory,
+                                               const QString& typeName)
+{
+    return expectFileDialog("Select " + format + " File to Import Profiles", filtersOf(format),
+                            directory, typeName);
+}
+
+DialogScript& DialogScript::expectExported(const QString& format)
+{
+    return expectMessage("Export to " + format + " status",
+                         "The profiles have been successfully exported!");
+}
+
+DialogScript& DialogScript::expectAppendQuestion(const QString& press)
+{
+    return expectMessageBox("Add Profiles to List?",
+                            "Do you want to add the imported profiles to the current list of "
+                            "profiles, or replace them?<br>",
+                            {"Add Profiles", "Replace Profiles"}, "Add Profiles", press);
+}
+
+DialogScript& DialogScript::expectNoBackupQuestion(const QString& press)
+{
+    return expectQuestion(
+        "Replace Without Backup?",
+        "The current profiles could not be saved to the file backup_before_replace.xml before they "
+        "are replaced. If you continue, they will be lost. Do you want to replace them anyway?",
+        press);
+}
+
+DialogScript& DialogScript::expectGlobalSettingsQuestion(const QString& press)
+{
+    return expectQuestion(
+        "Import Global Settings?",
+        "The global settings in the file you chose are different than the ones you currently "
+        "have. Do you want to overwrite the existing settings?",
+        press);
+}
+
+DialogScript& DialogScript::expectImportChanges(const QStringList& changes)
+{
+    return expectMessage("Imported With Changes",
+                         "What was imported does not match the settings of the Kelvaron Bundle "
+                         "in use:\n\n"
+                             + changes.join('\n')
+                             + "\n\nPlease check this before you write to the Kelvaron.");
+}
+
+DialogScript& DialogScript::expectHexImportError(const QString& suffix)
+{
+    return expectMessage("Import from HEX status",
+                         "An error occured while importing profiles from HEX. Please try again."
+                             + suffix);
+}
+
+DialogScript& DialogScript::expectTransferFailure()
+{
+    return expectMessage("Failed!", "Please make sure to select the correct COM port, and that the "
+                                    "Kelvaron is in bootloader mode, and try again.");
+}
+
+DialogScript& DialogScript::expectResetQuestion(const QString& press,
+                                                const std::function<void()>& look)
+{
+    const QString title = "Stay in Bootloader Mode or Reset?";
+    add(title, [=](QWidget& question) {
+        EXPECT_EQ(question.windowTitle(), title);
+        if (look) {
+            look();
+        }
+        clickOn(buttonWithText(question, press));
+    });
     return *this;
 }
 
@@ -189,8 +281,7 @@ void DialogScript::poll()
     if (known == nullptr) {
         play(*dialog);
     } else if (known->ticksOpen >= 0 && ++known->ticksOpen > patienceTicks) {
-        ADD_FAILURE() << "the dialog \"" << qPrintable(known->name)
-                      << "\" was answered but stayed open";
+        ADD_FAILURE() << "the dialog \"" << known->name << "\" was answered but stayed open";
         known->ticksOpen = -1;
         forceClosed(*dialog);
     }
@@ -201,8 +292,8 @@ void DialogScript::play(QWidget& dialog)
     seen.push_back({&dialog, dialog.windowTitle(), 0});
     if (steps.empty()) {
         const auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ADD_FAILURE() << "unexpected dialog \"" << qPrintable(dialog.windowTitle()) << "\" "
-                      << (box != nullptr ? qPrintable(box->text()) : "");
+        ADD_FAILURE() << "unexpected dialog \"" << dialog.windowTitle() << "\" "
+                      << (box != nullptr ? box->text() : QString());
         forceClosed(dialog);
         return;
     }
@@ -238,12 +329,12 @@ void DialogScript::finish()
 {
     finished = true;
     for (const Step& step : steps) {
-        ADD_FAILURE() << "the dialog \"" << qPrintable(step.name) << "\" never appeared";
+        ADD_FAILURE() << "the dialog \"" << step.name << "\" never appeared";
     }
     steps.clear();
     for (const Seen& entry : seen) {
         if (entry.ticksOpen >= 0 && entry.dialog != nullptr && entry.dialog->isVisible()) {
-            ADD_FAILURE() << "the dialog \"" << qPrintable(entry.name) << "\" is still open";
+            ADD_FAILURE() << "the dialog \"" << entry.name << "\" is still open";
             forceClosed(*entry.dialog);
         }
     }

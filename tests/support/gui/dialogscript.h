@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -24,6 +25,7 @@ class DialogScript : public QObject
 {
 public:
     using Interaction = std::function<void(QWidget&)>;
+    using Look = std::function<void(QMessageBox&)>;
 
     /// The answer that uses the window's close control instead of a button.
     static const QString closeControl;
@@ -48,8 +50,44 @@ public:
     DialogScript& expectFileDialog(const QString& caption, const QStringList& nameFilters,
                                    const QString& directory, const QString& typeName);
 
+    /// A QMessageBox, in which this button is pressed after `look` has looked at it.
+    DialogScript& thenPress(const QString& button, const Look& look = {});
+
     /// Any dialog; the interaction has to close it.
     DialogScript& thenDo(Interaction interaction);
+
+    // The editor's own dialogs. A format is "XML" or "HEX".
+
+    /// The file dialog of an export or an import; see expectFileDialog().
+    DialogScript& expectExportDialog(const QString& format, const QString& directory,
+                                     const QString& typeName);
+    DialogScript& expectImportDialog(const QString& format, const QString& directory,
+                                     const QString& typeName);
+
+    /// The message after an export.
+    DialogScript& expectExported(const QString& format);
+
+    /// Whether imported profiles are added or replace the list.
+    DialogScript& expectAppendQuestion(const QString& press);
+
+    /// Whether the list is replaced although it could not be saved first.
+    DialogScript& expectNoBackupQuestion(const QString& press);
+
+    /// Whether the global settings of a file are taken over.
+    DialogScript& expectGlobalSettingsQuestion(const QString& press);
+
+    /// The message after an import that did not match the schema, with these lines.
+    DialogScript& expectImportChanges(const QStringList& changes);
+
+    /// An error of a HEX import, with the text that follows the common one.
+    DialogScript& expectHexImportError(const QString& suffix);
+
+    /// The error of a transfer.
+    DialogScript& expectTransferFailure();
+
+    /// What the Kelvaron does after a transfer or a flash.
+    DialogScript& expectResetQuestion(const QString& press = "Stay in Bootloader Mode",
+                                      const std::function<void()>& look = {});
 
     /// Whether every dialog of the script has appeared, been answered and gone.
     bool isPlayed() const;

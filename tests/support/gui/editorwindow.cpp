@@ -1,23 +1,9 @@
 #include "support/gui/editorwindow.h"
 
-#include "CBGenerator/generator.h"
-#include "CBGenerator/structsetting.h"
-#include "CBGenerator/structsettings.h"
-#include "profileimport/importprofilesmain.h"
-#include "profiles/profilename.h"
-#include "profiles/profilenamelistwidget.h"
-#include "profiles/profilenameslistmanager.h"
-#include "profiles/profilesettings.h"
-#include "settingsui/globalsettingsmanager.h"
 #include "settingsui/settingsgridlayout.h"
-#include "settingsui/settingspanemanager.h"
-#include "support/gui/dialogscript.h"
-#include "support/gui/widgets.h"
 #include "support/waiting.h"
 
 #include <QApplication>
-#include <QLineEdit>
-#include <QTest>
 
 EditorWindow::EditorWindow(const QByteArray& schema) : ui(std::make_unique<Ui::MainWindow>())
 {
@@ -155,16 +141,12 @@ QWidget* EditorWindow::gridCell(const QString& label, int column) const
 
 QLineEdit* EditorWindow::lineEdit(const QString& label) const
 {
-    auto* field = qobject_cast<QLineEdit*>(gridCell(label, 3));
-    EXPECT_NE(field, nullptr) << label.toStdString();
-    return field;
+    return editorIn<QLineEdit>(ui->containerScroll, label);
 }
 
 QCheckBox* EditorWindow::checkBox(const QString& label) const
 {
-    auto* box = qobject_cast<QCheckBox*>(gridCell(label, 3));
-    EXPECT_NE(box, nullptr) << label.toStdString();
-    return box;
+    return editorIn<QCheckBox>(ui->containerScroll, label);
 }
 
 QCheckBox* EditorWindow::advancedToggle() const
@@ -176,7 +158,7 @@ HParser::StructSetting* EditorWindow::setting(int rowNumber, const QString& name
 {
     HParser::StructSetting* found =
         row(rowNumber)->getProfileSettings()->settings->getStructSettingByDescriptiveName(name);
-    EXPECT_NE(found, nullptr) << name.toStdString();
+    EXPECT_NE(found, nullptr) << name;
     return found;
 }
 

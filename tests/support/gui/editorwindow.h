@@ -1,30 +1,27 @@
 #pragma once
 
+#include "CBGenerator/generator.h"
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "profileimport/importprofilesmain.h"
+#include "profiles/profilename.h"
+#include "profiles/profilenamelistwidget.h"
+#include "profiles/profilenameslistmanager.h"
+#include "profiles/profilesettings.h"
+#include "settingsui/globalsettingsmanager.h"
+#include "settingsui/settingspanemanager.h"
+#include "support/gui/dialogscript.h"
 #include "support/gui/testschema.h"
+#include "support/gui/widgets.h"
 #include "ui_mainwindow.h"
 
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMainWindow>
-
-#include <memory>
-
-class GlobalSettingsManager;
-class ProfileName;
-class ProfileNameListWidget;
-class ProfileNamesListManager;
-class ProfileSettings;
-class QGridLayout;
-class QLineEdit;
-class SettingsPaneManager;
-
-namespace HParser
-{
-class Generator;
-class StructSetting;
-} // namespace HParser
-namespace ImportProfiles
-{
-class ImportProfilesMain;
-}
+#include <QPushButton>
 
 /// The main window's form with its list and pane, wired as the program does, on a test schema and
 /// without an installation. Shown and active when constructed.
@@ -90,3 +87,12 @@ QGridLayout* gridOf(const QWidget* root);
 
 /// The widget in a column of the grid's row that has this label; nullptr when the cell is empty.
 QWidget* cellOf(const QGridLayout* grid, const QString& label, int column);
+
+/// The editor in the grid's row that has this label; fails the test when there is none.
+template <typename T>
+T* editorIn(const QWidget* root, const QString& label)
+{
+    auto* found = qobject_cast<T*>(cellOf(gridOf(root), label, 3));
+    EXPECT_NE(found, nullptr) << label;
+    return found;
+}

@@ -3,6 +3,7 @@
 #include "firmware/finishingrun.h"
 #include "firmware/firmwareflasher.h"
 #include "support/bundletext.h"
+#include "support/files.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/steppeduploader.h"
 #include "support/gui/widgets.h"
@@ -10,11 +11,7 @@
 #include "support/waiting.h"
 #include "ui_kelvaronfirmwaretoolwindow.h"
 
-#include <QDir>
-#include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
@@ -38,37 +35,6 @@ inline QString frozenText(const QString& logName)
            + "\"<br>will contain more information";
 }
 
-/// A working folder of its own, in which the process stays while the test runs.
-class WorkingFolder
-{
-public:
-    WorkingFolder() : before(QDir::currentPath()) { EXPECT_TRUE(QDir::setCurrent(folder.path())); }
-    ~WorkingFolder() { QDir::setCurrent(before); }
-
-    WorkingFolder(const WorkingFolder&) = delete;
-    WorkingFolder& operator=(const WorkingFolder&) = delete;
-
-    QString path() const { return folder.path(); }
-
-private:
-    QTemporaryDir folder;
-    QString before;
-};
-
-inline void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    ASSERT_EQ(file.write(bytes), bytes.size());
-}
-
-/// "(none)" when there is no such file.
-inline std::string bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(none)";
-}
-
 /// The names of the logs in the working folder.
 inline QStringList logNames()
 {
@@ -87,6 +53,13 @@ inline QStringList stagesOf(const Ui::KelvaronFirmwareToolWindow& form)
     return {stage(form.eraseFlashPB, form.eraseFlashCM), stage(form.loadFilePB, form.loadFileCM),
             stage(form.uploadPB, form.uploadCM), stage(form.verifyPB, form.verifyCM)};
 }
+
+/// The display of the stages in the course of a flash.
+inline const QStringList erasing = {"busy", "0/100", "0/100", "0/100"};
+inline const QStringList loading = {"100/100 √", "busy", "0/100", "0/100"};
+inline const QStringList uploading = {"100/100 √", "100/100 √", "0/100", "0/100"};
+inline const QStringList verifying = {"100/100 √", "100/100 √", "100/100 √", "0/100"};
+inline const QStringList verified = {"100/100 √", "100/100 √", "100/100 √", "100/100 √"};
 
 /// The flasher on the form of its window, with an uploader that prints what the test says.
 class FlasherTest : public ::testing::Test
@@ -141,8 +114,7 @@ protected:
     {
         const auto target = log().size() + static_cast<std::size_t>(chunk.size());
         uploader.print(chunk);
-        EXPECT_TRUE(waitFor([&] { return log().size() >= target; }))
-            << "not read: " << chunk.constData();
+        EXPECT_TRUE(waitFor([&] { return log().size() >= target; })) << "not read: " << chunk;
     }
 
     /// A run that has come to this stage.
@@ -166,7 +138,7 @@ protected:
     QStringList stages() const { return stagesOf(form); }
 
     /// The bytes of the log of the last run. The names of logs do not sort by time.
-    std::string log() const { return bytesOf("logs/" + logName); }
+    std::string log() const { return contentOf("logs/" + logName).toStdString(); }
 
     WorkingFolder folder;
     QTemporaryDir firmwareFolder;

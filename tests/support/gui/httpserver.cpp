@@ -1,6 +1,6 @@
 #include "support/gui/httpserver.h"
 
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <QTcpSocket>
 #include <QTimer>

@@ -88,3 +88,5 @@ private:
     QList<HeldAnswer> held;
     QMap<QTcpSocket*, QByteArray> pending; ///< the clients and what has come of their requests
 };
+
+using Pace = HttpServer::Pace;

@@ -1,30 +1,20 @@
 #include "support/gui/installation.h"
 
-#include "support/waiting.h"
 #include "testpaths.h"
+#include "xmlformat/xmlmanager.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
 #include <QProcess>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolBar>
 
-MainWindowTest::MainWindowTest()
-    : installationFolder(QCoreApplication::applicationDirPath() + "/KelvaronProfileEditorFiles"),
-      workingFolder(QDir::currentPath())
+MainWindowTest::MainWindowTest() : workingFolder(QDir::currentPath())
 {
-    QDir(installationFolder).removeRecursively();
-    EXPECT_TRUE(QDir().mkpath(installationFolder));
+    filesFolder = QCoreApplication::applicationDirPath() + "/KelvaronProfileEditorFiles";
+    QDir(filesFolder).removeRecursively();
+    EXPECT_TRUE(QDir().mkpath(filesFolder));
     EXPECT_TRUE(QFile::copy(KELVARON_DEMO_BUNDLE, pathOf("v1.0.0.kelvaron")));
-    QFile uploader(pathOf("supl.mac"));
-    EXPECT_TRUE(uploader.open(QIODevice::WriteOnly));
+    writeFile("supl.mac", {});
 }
 
 MainWindowTest::~MainWindowTest()
@@ -32,7 +22,7 @@ MainWindowTest::~MainWindowTest()
     window.reset();
     expectNoWindowLeft();
     QDir::setCurrent(workingFolder);
-    QDir(installationFolder).removeRecursively();
+    QDir(filesFolder).removeRecursively();
 }
 
 void MainWindowTest::start()
@@ -45,30 +35,34 @@ void MainWindowTest::start()
 
 QByteArray MainWindowTest::demoSchema()
 {
-    QFile file(QString(KELVARON_DEMO_DIR) + "/kelvaron_chemistries.cb");
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return ::contentOf(KELVARON_DEMO_DIR "/kelvaron_chemistries.cb");
 }
 
 void MainWindowTest::installBundle(const QString& version, const QByteArray& schema) const
 {
     const QTemporaryDir folder;
-    QFile file(folder.filePath("schema.cb"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(schema);
-    file.close();
+    const QString schemaFile = folder.filePath("schema.cb");
+    ::writeFile(schemaFile, schema);
     QProcess tool;
     tool.start(KELVARON_PROFILES_EXECUTABLE,
                {"bundle", "pack", "--force", "--output", pathOf("v" + version + ".kelvaron"),
-                "--device", QString(KELVARON_DEMO_DIR) + "/device.txt", "--schema", file.fileName(),
+                "--device", QString(KELVARON_DEMO_DIR) + "/device.txt", "--schema", schemaFile,
                 "--key", "VERSION=" + version});
     ASSERT_TRUE(tool.waitForFinished(patience));
-    ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().constData();
+    ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError();
 }
 
-QString MainWindowTest::pathOf(const QString& name) const
+void MainWindowTest::installSimulator(const QByteArray& faults) const
 {
-    return installationFolder + '/' + name;
+    ASSERT_TRUE(QFile::remove(pathOf("supl.mac")));
+    ASSERT_TRUE(QFile::copy(QString(KELVARON_BIN_DIR) + "/KelvaronProfileEditorFiles/supl.mac",
+                            pathOf("supl.mac")));
+    setFaults(faults);
+}
+
+void MainWindowTest::setFaults(const QByteArray& lines) const
+{
+    writeFile("supl-faults.txt", "pace = 0%\nlog = yes\n" + lines);
 }
 
 QAction* MainWindowTest::command(const QString& name) const
@@ -84,7 +78,7 @@ QAction* MainWindowTest::toolbarCommand(const QString& text) const
             return action;
         }
     }
-    ADD_FAILURE() << "not in the toolbar: " << text.toStdString();
+    ADD_FAILURE() << "not in the toolbar: " << text;
     return nullptr;
 }
 
@@ -107,7 +101,33 @@ QListWidget* MainWindowTest::list() const
     return child<QListWidget>("profileNamesList");
 }
 
-QString MainWindowTest::rowTitle(int row) const
+ProfileName* MainWindowTest::row(int number) const
 {
-    return childNamed<QLabel>(list()->itemWidget(list()->item(row)), "profileTitle")->text();
+    return qobject_cast<ProfileName*>(list()->itemWidget(list()->item(number)));
+}
+
+QString MainWindowTest::rowTitle(int number) const
+{
+    return childNamed<QLabel>(row(number), "profileTitle")->text();
+}
+
+QStringList MainWindowTest::titles() const
+{
+    QStringList found;
+    for (int row = 0; row < list()->count(); ++row) {
+        found.append(rowTitle(row));
+    }
+    return found;
+}
+
+QByteArray MainWindowTest::document() const
+{
+    return window->findChild<XMLGeneratorParser::XMLManager*>()->document().toUtf8();
+}
+
+void MainWindowTest::startWithTwoProfiles()
+{
+    start();
+    makeProfile("One");
+    makeProfile("Two");
 }

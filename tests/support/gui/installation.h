@@ -1,17 +1,24 @@
 #pragma once
 
 #include "mainwindow.h"
+#include "profiles/profilename.h"
+#include "support/filestest.h"
 #include "support/gui/dialogscript.h"
 #include "support/gui/widgets.h"
+#include "support/waiting.h"
 
-#include <QByteArray>
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 
 #include <memory>
 
 /// A fresh installation folder beside the test program, and the main window on it. Both go away
 /// with the test.
-class MainWindowTest : public ::testing::Test
+class MainWindowTest : public FilesTest
 {
 protected:
     MainWindowTest();
@@ -26,7 +33,9 @@ protected:
     /// The installed demo's schema header.
     static QByteArray demoSchema();
 
-    QString pathOf(const QString& name) const;
+    /// Puts the simulated charger in the uploader's place, in a hurry and with these faults.
+    void installSimulator(const QByteArray& faults = {}) const;
+    void setFaults(const QByteArray& lines) const;
 
     template <typename T>
     T* child(const QString& name) const
@@ -43,11 +52,18 @@ protected:
     void makeProfile(const QString& title, int chemistry = 0) const;
 
     QListWidget* list() const;
-    QString rowTitle(int row) const;
+    ProfileName* row(int number) const;
+    QString rowTitle(int number) const;
+    QStringList titles() const;
+
+    /// The list as it would be saved.
+    QByteArray document() const;
+
+    /// start(), and the profiles "One" and "Two".
+    void startWithTwoProfiles();
 
     std::unique_ptr<MainWindow> window;
 
 private:
-    QString installationFolder;
     QString workingFolder;
 };

@@ -1,18 +1,12 @@
 #include "support/gui/steppeduploader.h"
 
+#include "support/files.h"
 #include "support/waiting.h"
-
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTest>
 
 #include <csignal>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace
 {
@@ -23,19 +17,11 @@ const QByteArray script = "#!/bin/sh\n"
                           "while read -r line; do\n"
                           "    eval \"$line\"\n"
                           "done < stepped.steps\n";
-
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    ASSERT_EQ(file.write(bytes), bytes.size());
-}
 } // namespace
 
 SteppedUploader::SteppedUploader(const QString& installationFolder) : folder(installationFolder)
 {
-    write(path("supl.mac"), script);
-    QFile::setPermissions(path("supl.mac"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    writeProgram(path("supl.mac"), script);
     const QByteArray pipe = QFile::encodeName(path("stepped.steps"));
     EXPECT_EQ(mkfifo(pipe.constData(), 0600), 0);
     steps = open(pipe.constData(), O_RDWR | O_CLOEXEC);
@@ -50,7 +36,7 @@ SteppedUploader::~SteppedUploader()
 void SteppedUploader::print(const QByteArray& chunk)
 {
     const QString name = QString("stepped.chunk%1").arg(++numChunks);
-    write(path(name), chunk);
+    writeFile(path(name), chunk);
     run("cat " + name.toLatin1());
 }
 
@@ -87,7 +73,7 @@ bool SteppedUploader::waitForEnd() const
 QByteArray SteppedUploader::read(const QString& name) const
 {
     QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
     return file.readAll();
 }
 

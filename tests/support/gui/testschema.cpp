@@ -1,8 +1,7 @@
 #include "support/gui/testschema.h"
 
 #include "CBGenerator/generator.h"
-
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <QFile>
 #include <QTemporaryDir>

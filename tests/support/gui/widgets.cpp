@@ -6,9 +6,9 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionButton>
-#include <QTest>
 #include <QVector>
 
 void clickOn(QWidget* widget)
@@ -21,7 +21,7 @@ void clickOn(QWidget* widget)
     ASSERT_TRUE(widget->isEnabled()) << name << " is disabled";
     QWidget* modal = QApplication::activeModalWidget();
     ASSERT_TRUE(modal == nullptr || modal->isAncestorOf(widget) || modal == widget)
-        << name << " is blocked by \"" << modal->windowTitle().toStdString() << "\"";
+        << name << " is blocked by \"" << modal->windowTitle() << "\"";
     QPoint place = widget->rect().center();
     if (auto* checkBox = qobject_cast<QCheckBox*>(widget)) {
         QStyleOptionButton option;
@@ -51,7 +51,7 @@ void typeOver(QLineEdit* field, const QString& text)
     ASSERT_NE(field, nullptr);
     QCoreApplication::processEvents();
     ASSERT_TRUE(field->isVisible() && field->isEnabled())
-        << field->accessibleName().toStdString() << " cannot be typed into";
+        << field->accessibleName() << " cannot be typed into";
     QApplication::setActiveWindow(field->window());
     field->setFocus();
     ASSERT_TRUE(waitFor([field] { return field->hasFocus(); }));
@@ -70,8 +70,20 @@ void enterText(QLineEdit* field, const QString& text)
 void trigger(QAction* action)
 {
     ASSERT_NE(action, nullptr);
-    ASSERT_TRUE(action->isEnabled()) << action->text().toStdString() << " is disabled";
+    ASSERT_TRUE(action->isEnabled()) << action->text() << " is disabled";
     action->trigger();
+}
+
+QPushButton* buttonWithText(const QWidget& root, const QString& text)
+{
+    const QList<QPushButton*> buttons = root.findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
+        if (button->text() == text) {
+            return button;
+        }
+    }
+    ADD_FAILURE() << "no button \"" << text << "\" in \"" << root.windowTitle() << "\"";
+    return nullptr;
 }
 
 void flushDeletions()
@@ -88,7 +100,7 @@ void expectNoWindowLeft()
     const QWidgetList widgets = QApplication::topLevelWidgets();
     for (QWidget* widget : widgets) {
         ADD_FAILURE() << "left over: " << widget->metaObject()->className() << " \""
-                      << widget->windowTitle().toStdString() << "\"";
+                      << widget->windowTitle() << "\"";
         widget->close();
     }
 }

@@ -1,26 +1,13 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include "support/printing.h"
 
 #include <QObject>
-#include <QString>
-#include <QStringList>
-
-#include <ostream>
 
 class QAction;
 class QLineEdit;
+class QPushButton;
 class QWidget;
-
-// Qt's texts in the messages of failed expectations.
-inline void PrintTo(const QString& text, std::ostream* stream)
-{
-    *stream << '"' << text.toStdString() << '"';
-}
-inline void PrintTo(const QStringList& texts, std::ostream* stream)
-{
-    *stream << "[\"" << texts.join("\", \"").toStdString() << "\"]";
-}
 
 /// Clicks with the left mouse button in the middle of a widget (a check box: on its box). Fails the
 /// test when the user could not do that because it is hidden or disabled.
@@ -44,9 +31,12 @@ template <typename T>
 T* childNamed(const QObject* root, const QString& name)
 {
     T* found = root->findChild<T*>(name);
-    EXPECT_NE(found, nullptr) << name.toStdString();
+    EXPECT_NE(found, nullptr) << name;
     return found;
 }
+
+/// The button with this text below a widget; fails the test when there is none.
+QPushButton* buttonWithText(const QWidget& root, const QString& text);
 
 /// Deletes what waits for its deletion.
 void flushDeletions();

@@ -1,20 +1,9 @@
 #pragma once
 
-#include "profiles/profilename.h"
-#include "profiles/profilenameslistmanager.h"
-#include "profiles/profilesettings.h"
-#include "support/gui/dialogscript.h"
+#include "support/files.h"
 #include "support/gui/editorwindow.h"
-#include "support/gui/widgets.h"
 #include "xmlformat/xmlmanager.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QMessageBox>
-#include <QTemporaryDir>
 #include <QTextCodec>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
@@ -29,18 +18,14 @@ protected:
 
     QString writeFile(const QString& name, const QString& text) const
     {
-        QFile file(pathOf(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
-        file.write(text.toUtf8());
-        return file.fileName();
+        ::writeFile(pathOf(name), text.toUtf8());
+        return pathOf(name);
     }
 
     /// The file's bytes, which are to be UTF-8.
     QString readFile(const QString& name) const
     {
-        QFile file(pathOf(name));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-        return QString::fromUtf8(file.readAll());
+        return QString::fromUtf8(contentOf(pathOf(name)));
     }
 
     QStringList filesInFolder() const
@@ -84,8 +69,8 @@ inline DialogScript::Interaction messageWith(const QString& title, const QString
         }
         EXPECT_EQ(box->windowTitle(), title);
         for (const QString& word : words) {
-            EXPECT_TRUE(shownText(*box).contains(word))
-                << word.toStdString() << " is not in: " << shownText(*box).toStdString();
+            EXPECT_TRUE(contains(shownText(*box), word))
+                << word << " is not in: " << shownText(*box);
         }
         box->accept();
     };
