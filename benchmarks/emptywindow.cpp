@@ -1,7 +1,7 @@
 // The floor of a start: an empty window of the editor's size.
 
-#include "paintedwatch.h"
 #include "look/screenscaling.h"
+#include "paintedwatch.h"
 
 #include <QApplication>
 #include <QMainWindow>

@@ -104,12 +104,12 @@ protected:
         EXPECT_LE(each, phase.most + atOnce / phase.count) << "bytes kept by each " << phase.name;
         print("  kept by each: %.0f bytes of at most %.0f\n", each, phase.most);
         print("  kept on purpose so far: %d workers, %d processes, %d generators; %d objects "
-             "in all\n",
-             window->findChildren<UploadDownload::UploadProfiles*>().size()
-                 + window->findChildren<UploadDownload::DownloadProfiles*>().size(),
-             window->findChildren<QProcess*>().size(),
-             window->findChildren<HParser::Generator*>().size(),
-             window->findChildren<QObject*>().size());
+              "in all\n",
+              window->findChildren<UploadDownload::UploadProfiles*>().size()
+                  + window->findChildren<UploadDownload::DownloadProfiles*>().size(),
+              window->findChildren<QProcess*>().size(),
+              window->findChildren<HParser::Generator*>().size(),
+              window->findChildren<QObject*>().size());
     }
 
     static void tellMemory(int done)

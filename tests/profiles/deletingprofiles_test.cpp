@@ -13,13 +13,13 @@ TEST_F(ProfileListTest, CrossAsksForTheRowByItsTitle)
     window.row(1)->setTitle("My <Cell> & more");
     DialogScript script;
     script.thenPress("No", [this](const QMessageBox& box) {
-            EXPECT_EQ(box.windowTitle(), "Deleting Profile");
-            EXPECT_EQ(box.parentWidget(), &window);
-            QTextDocument document;
-            document.setHtml(box.text());
-            EXPECT_EQ(document.toPlainText(),
-                      "Do you really want to delete the profile \"My <Cell> & more\"?");
-        });
+        EXPECT_EQ(box.windowTitle(), "Deleting Profile");
+        EXPECT_EQ(box.parentWidget(), &window);
+        QTextDocument document;
+        document.setHtml(box.text());
+        EXPECT_EQ(document.toPlainText(),
+                  "Do you really want to delete the profile \"My <Cell> & more\"?");
+    });
     window.clickCross(1);
     EXPECT_EQ(window.count(), 4);
     EXPECT_EQ(window.currentRow(), 3);
@@ -242,7 +242,8 @@ TEST_F(DeletingAllTest, EditThatBeganMeanwhileKeepsTheRows)
 {
     addFour();
     DialogScript script;
-    script.thenPress("Yes", [this](const QMessageBox& /*box*/) { window.pane->on_editButtonClicked(); });
+    script.thenPress("Yes",
+                     [this](const QMessageBox& /*box*/) { window.pane->on_editButtonClicked(); });
     EXPECT_TRUE(window.list->deleteAllProfilesAskConfirmation());
     EXPECT_EQ(window.count(), 4);
 }

@@ -211,9 +211,9 @@ TEST_F(GlobalSettingsTest, ReloadDuringTheQuestionRestoresTheNewBlock)
     editAll();
     DialogScript script;
     script.thenPress("Yes", [this](const QMessageBox& /*box*/) {
-            reload();
-            oldGenerator.reset();
-        });
+        reload();
+        oldGenerator.reset();
+    });
     clickOn(childNamed<QPushButton>(dialog, "cancelPushButton"));
     script.finish();
     expectClosed();

@@ -53,10 +53,10 @@ TEST_F(XmlExportTest, AsksBeforeACompletedNameOverwritesAFile)
     writeFile("saved_profiles/mine.xml", "older");
     expectSaveDialog("mine");
     script.thenPress("No", [](const QMessageBox& box) {
-            EXPECT_TRUE(contains(shownText(box), "mine.xml"));
-            EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
-            EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
-        });
+        EXPECT_TRUE(contains(shownText(box), "mine.xml"));
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+    });
     expectSaveDialog("");
     save();
     EXPECT_EQ(readFile("saved_profiles/mine.xml"), "older");

@@ -63,7 +63,7 @@ protected:
         script.expectMessage(
             "Bundle Not Read",
             "The file " + bundle + " is " + reason
-                + ", so it was not read and the bundle used before stays in use. Please replace the file, or remove it from the folder "
+                + ", so it was not read and the previous bundle is still used. Please replace the file, or remove it from the folder "
                   "KelvaronProfileEditorFiles, and restart the program.");
     }
 
