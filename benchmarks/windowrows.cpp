@@ -6,6 +6,7 @@
 #include "mainwindow.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
+#include "profiles/profilerows.h"
 #include "profiles/profilesettings.h"
 #include "rows.h"
 #include "xmlformat/writetoxml.h"
@@ -195,15 +196,6 @@ void addBareRows(Stage& stage, const QList<ProfileName*>& rows)
     stage.barePaint.wait();
 }
 
-QList<ProfileName*> rowsOf(const QListWidget& list)
-{
-    QList<ProfileName*> rows;
-    for (int i = 0; i < list.count(); ++i) {
-        rows.append(static_cast<ProfileNameListWidget*>(list.item(i))->getProfileName());
-    }
-    return rows;
-}
-
 /// The labels and editors of a profile, as plain Qt widgets.
 QWidget* newBareGrid(const HParser::StructSettings& settings)
 {
@@ -240,7 +232,7 @@ ComparisonTable::Function selecting(const std::shared_ptr<Stage>& stage, bool mi
 {
     return [stage, mixed](benchmark::State& state) {
         stage->load(stage->profileFile(2, mixed));
-        const QList<ProfileName*> rows = rowsOf(stage->list);
+        const QList<ProfileName*> rows = ProfileRows::widgets(stage->list);
         stage->list.scrollToTop();
         int next = 0;
         for (auto iteration : state) {
@@ -257,7 +249,7 @@ ComparisonTable::Function makingBareGrids(const std::shared_ptr<Stage>& stage, b
 {
     return [stage, mixed](benchmark::State& state) {
         stage->load(stage->profileFile(2, mixed));
-        const QList<ProfileName*> rows = rowsOf(stage->list);
+        const QList<ProfileName*> rows = ProfileRows::widgets(stage->list);
         int next = 0;
         for (auto iteration : state) {
             static_cast<void>(iteration);
@@ -305,7 +297,7 @@ void addLoading(ComparisonTable& table, const std::shared_ptr<Stage>& stage, int
     row.floor = [stage, count](benchmark::State& state) {
         const QString file = stage->profileFile(count, true);
         stage->load(file);
-        const QList<ProfileName*> rows = rowsOf(stage->list);
+        const QList<ProfileName*> rows = ProfileRows::widgets(stage->list);
         for (auto iteration : state) {
             static_cast<void>(iteration);
             addBareRows(*stage, rows);
@@ -339,7 +331,7 @@ void addDeleting(ComparisonTable& table, const std::shared_ptr<Stage>& stage)
     };
     row.floor = [stage](benchmark::State& state) {
         stage->load(stage->profileFile(count, true));
-        const QList<ProfileName*> rows = rowsOf(stage->list);
+        const QList<ProfileName*> rows = ProfileRows::widgets(stage->list);
         for (auto iteration : state) {
             static_cast<void>(iteration);
             state.PauseTiming();

@@ -12,16 +12,16 @@
 #include "profiles/profilesettings.h"
 #include "support/fuzzgui.h"
 #include "support/fuzztarget.h"
+#include "xmlformat/profiledocument.h"
 #include "xmlformat/readfromxml.h"
-#include "xmlformat/writetoxml.h"
 
 #include <vector>
 
 using HParser::Generator;
 using HParser::StructSetting;
 using ImportProfiles::ImportProfilesMain;
+using XMLGeneratorParser::ProfileDocument;
 using XMLGeneratorParser::ReadFromXML;
-using XMLGeneratorParser::WriteToXML;
 
 namespace
 {
@@ -78,11 +78,11 @@ public:
     /// Returns the file that saving the list writes.
     QString document() const
     {
-        QList<ProfileName*> list;
-        for (int i = 0; i < static_cast<int>(profiles.size()); ++i) {
-            list.append(&row(i));
+        QList<const ProfileSettings*> list;
+        for (const auto& profile : profiles) {
+            list.append(profile.get());
         }
-        return WriteToXML::document(list, schemaWithGlobalSettings().getGlobalSettings());
+        return ProfileDocument::text(list, schemaWithGlobalSettings().getGlobalSettings());
     }
 
     int size() const { return static_cast<int>(profiles.size()); }

@@ -285,6 +285,15 @@ int MessageDialogs::xmlImportReadError(QWidget* parent)
                         "Failed to read the XML file specified. Please try again.");
 }
 
+int MessageDialogs::exportStatus(QWidget* parent, const QString& format, bool isWritten)
+{
+    return message(parent, QStringLiteral("Export to %1 status").arg(format),
+                   isWritten ? QStringLiteral("The profiles have been successfully exported!")
+                             : QStringLiteral("An error occured while exporting profiles to %1. "
+                                              "Please try again.")
+                                   .arg(format));
+}
+
 int MessageDialogs::editModeProfilesDeletion(QWidget* parent)
 {
     return plainMessage(parent, "Cannot Delete Profiles",

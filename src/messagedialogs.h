@@ -11,6 +11,11 @@ class VersionString;
 ///
 /// Every function shows a modal message box over `parent` and returns its result, the button
 /// pressed, unless it says otherwise.
+///
+/// Where the text of a message is written: here when it is shown at start-up, by several classes or
+/// about a file that was read or written. A class that refuses a command, or asks before it carries
+/// one out, writes that text itself and shows it through message() or question(). The firmware tool's
+/// messages are in FirmwareErrors and FirmwareMessageDialogs.
 class MessageDialogs
 {
 public:
@@ -64,6 +69,9 @@ public:
     /// After an import from an incomplete file: reports the error and how many profiles were read
     /// before it.
     static int xmlFileBroken(QWidget* parent, const QString& error, int profilesRead);
+
+    /// After profiles were written into a file of this format, "XML" or "HEX", or could not be.
+    static int exportStatus(QWidget* parent, const QString& format, bool isWritten);
 
     /// After an import from an XML file that is not a profile file.
     static int xmlFileHoldsNoProfiles(QWidget* parent);

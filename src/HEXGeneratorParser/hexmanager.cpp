@@ -6,11 +6,9 @@
 #include "HEXGeneratorParser/readfromhex.h"
 #include "HEXGeneratorParser/writetohex.h"
 #include "base/fatalassertion.h"
-#include "filedialogs/filedialogs.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
-#include "profiles/profilename.h"
-#include "profiles/profilenamelistwidget.h"
+#include "profiles/profilerows.h"
 #include "profiles/profilesettings.h"
 
 #include <QFileInfo>
@@ -19,33 +17,12 @@
 
 namespace HEXGeneratorParser
 {
-namespace
-{
-const QString fileFilter = QStringLiteral("HEX files (*.hex);;Any files (*.*)");
-
-void showImportError(QWidget* parent, int error)
-{
-    switch (error) {
-    case ReadFromHEX::READ_ERROR:
-        MessageDialogs::hexImportReadError(parent);
-        break;
-    case ReadFromHEX::CHECKSUM_ERROR:
-        MessageDialogs::hexImportChecksumError(parent);
-        break;
-    case ReadFromHEX::TYPE_ERROR:
-        MessageDialogs::hexImportTypeError(parent);
-        break;
-    default:
-        break;
-    }
-}
-} // namespace
-
 HEXManager::HEXManager(QWidget* dialogParent, QListWidget* list,
                        HParser::Generator* settingsGenerator,
                        ImportProfiles::ImportProfilesMain* profileImporter, QObject* parent)
     : QObject(parent), parentWidget(dialogParent), profileList(list), generator(settingsGenerator),
-      importer(profileImporter), numProfilesAllowed(getNumProfilesAllowed())
+      importer(profileImporter), numProfilesAllowed(getNumProfilesAllowed()),
+      fileDialog(dialogParent, QStringLiteral("HEX"), ProfileFileDialog::SuffixRule::KEEP_NAME)
 {}
 
 void HEXManager::setAllSettings(HParser::Generator* newGenerator)
@@ -78,7 +55,7 @@ QByteArray HEXManager::image() const
 QList<HParser::StructSettings*> HEXManager::structs() const
 {
     QList<HParser::StructSettings*> structs;
-    for (const ProfileSettings* profile : profiles()) {
+    for (const ProfileSettings* profile : ProfileRows::profiles(*profileList)) {
         structs.append(profile->settings);
     }
     KELVARON_ASSERT_TEXT(structs.size() <= numProfilesAllowed,
@@ -86,20 +63,10 @@ QList<HParser::StructSettings*> HEXManager::structs() const
     return structs;
 }
 
-QList<const ProfileSettings*> HEXManager::profiles() const
-{
-    QList<const ProfileSettings*> found;
-    for (int i = 0; i < profileList->count(); ++i) {
-        const auto* item = static_cast<ProfileNameListWidget*>(profileList->item(i));
-        found.append(item->getProfileName()->getProfileSettings());
-    }
-    return found;
-}
-
 bool HEXManager::confirmTexts() const
 {
     QStringList complaints;
-    for (const ProfileSettings* profile : profiles()) {
+    for (const ProfileSettings* profile : ProfileRows::profiles(*profileList)) {
         complaints.append(StorableText::complaints(*profile->settings, profile->getTitle()));
     }
     return complaints.isEmpty()
@@ -115,17 +82,27 @@ void HEXManager::importProfiles(const QString& fileName)
     importer->importProfiles(reader.parseProfiles(generator), QFileInfo(fileName).fileName());
 }
 
+int HEXManager::showImportError(QWidget* parent, int error)
+{
+    switch (error) {
+    case ReadFromHEX::CHECKSUM_ERROR:
+        return MessageDialogs::hexImportChecksumError(parent);
+    case ReadFromHEX::TYPE_ERROR:
+        return MessageDialogs::hexImportTypeError(parent);
+    default:
+        return MessageDialogs::hexImportReadError(parent);
+    }
+}
+
 void HEXManager::on_exportAsHEXButtonClicked()
 {
-    const QString fileName = FileDialogs::saveFileName(
-        parentWidget, QStringLiteral("Select HEX File to Export Profiles"), lastUsedDirectory,
-        fileFilter);
+    const QString fileName = fileDialog.askFileToSave();
     if (fileName.isEmpty()) {
         return;
     }
-    updateLastUsedDirectory(fileName);
     if (getCurrentNumProfiles() > numProfilesAllowed) {
-        showExportStatus(
+        MessageDialogs::message(
+            parentWidget, QStringLiteral("Export to HEX status"),
             QStringLiteral("You currently have %1 profiles, but only %2 profiles can be exported "
                            "to a single HEX file. Please delete some profiles and try again")
                 .arg(getCurrentNumProfiles())
@@ -135,27 +112,15 @@ void HEXManager::on_exportAsHEXButtonClicked()
     if (!confirmTexts()) {
         return;
     }
-    showExportStatus(
-        exportProfiles(fileName)
-            ? QStringLiteral("The profiles have been successfully exported!")
-            : QStringLiteral(
-                "An error occured while exporting profiles to HEX. Please try again."));
-}
-
-void HEXManager::showExportStatus(const QString& text)
-{
-    MessageDialogs::message(parentWidget, QStringLiteral("Export to HEX status"), text);
+    MessageDialogs::exportStatus(parentWidget, QStringLiteral("HEX"), exportProfiles(fileName));
 }
 
 void HEXManager::on_importFromHEXButtonClicked()
 {
-    const QString fileName = FileDialogs::openFileName(
-        parentWidget, QStringLiteral("Select HEX File to Import Profiles"), lastUsedDirectory,
-        fileFilter);
+    const QString fileName = fileDialog.askFileToLoad();
     if (fileName.isEmpty()) {
         return;
     }
-    updateLastUsedDirectory(fileName);
     if (profileList->count() > 0
         && MessageDialogs::askAppendProfiles(parentWidget) == QMessageBox::No) {
         if (replaceGuard && !replaceGuard()) {
@@ -172,6 +137,6 @@ void HEXManager::on_importFromHEXButtonClicked()
 
 void HEXManager::updateLastUsedDirectory(const QString& fileName)
 {
-    lastUsedDirectory = QFileInfo(fileName).absolutePath();
+    fileDialog.rememberFolder(fileName);
 }
 } // namespace HEXGeneratorParser

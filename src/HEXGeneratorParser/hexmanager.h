@@ -1,12 +1,12 @@
 #pragma once
 
+#include "filedialogs/profilefiledialog.h"
 #include "rescue/replaceguard.h"
 
 #include <QByteArray>
 #include <QObject>
 #include <QString>
 
-class ProfileSettings;
 class QListWidget;
 class QWidget;
 
@@ -53,6 +53,9 @@ public:
     /// Returns what exportProfiles() writes to the file; null on failure.
     QByteArray image() const;
 
+    /// Shows why importProfiles() failed: `error` is what it throws.
+    static int showImportError(QWidget* parent, int error);
+
     /// Returns whether to write the list to an image. If the list has texts that an image cannot
     /// hold, shows them and asks the user.
     bool confirmTexts() const;
@@ -73,16 +76,14 @@ public slots:
     void on_importFromHEXButtonClicked();
 
 private:
-    QList<const ProfileSettings*> profiles() const;
     QList<HParser::StructSettings*> structs() const;
-    void showExportStatus(const QString& text);
 
     QWidget* parentWidget;
     QListWidget* profileList;
     HParser::Generator* generator;
     ImportProfiles::ImportProfilesMain* importer;
     ReplaceGuard replaceGuard;
-    QString lastUsedDirectory = QStringLiteral("saved_profiles");
     int numProfilesAllowed;
+    ProfileFileDialog fileDialog;
 };
 } // namespace HEXGeneratorParser

@@ -2,9 +2,12 @@
 
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
+#include "profiles/profilerows.h"
 
 #include <QAccessibleWidget>
 #include <QListWidget>
+
+#include <algorithm>
 
 namespace
 {
@@ -73,12 +76,7 @@ public:
 
     int indexOfChild(const QAccessibleInterface* child) const override
     {
-        for (int i = 0; i < list->count(); ++i) {
-            if (child->object() == list->itemWidget(list->item(i))) {
-                return i;
-            }
-        }
-        return -1;
+        return ProfileRows::widgets(*list).indexOf(qobject_cast<ProfileName*>(child->object()));
     }
 
     QAccessibleInterface* childAt(int x, int y) const override
@@ -89,13 +87,11 @@ public:
 
     QAccessibleInterface* focusChild() const override
     {
-        for (int i = 0; i < list->count(); ++i) {
-            const auto* row = qobject_cast<ProfileName*>(list->itemWidget(list->item(i)));
-            if (row != nullptr && row->isHighlighted()) {
-                return child(i);
-            }
-        }
-        return nullptr;
+        const QList<ProfileName*> rows = ProfileRows::widgets(*list);
+        const auto selected = std::find_if(rows.cbegin(), rows.cend(), [](const ProfileName* row) {
+            return row->isHighlighted();
+        });
+        return selected != rows.cend() ? QAccessible::queryAccessibleInterface(*selected) : nullptr;
     }
 
 private:

@@ -9,6 +9,7 @@
 #include "profiles/profilelistkeys.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
+#include "profiles/profilerows.h"
 #include "profiles/profilesettings.h"
 #include "profiles/profilewizarddialog.h"
 #include "profiles/rowdrag.h"
@@ -69,7 +70,7 @@ ProfileNamesListManager::~ProfileNamesListManager()
 
 void ProfileNamesListManager::on_listWidgetClicked(QListWidgetItem* item)
 {
-    auto* clicked = static_cast<ProfileNameListWidget*>(item);
+    ProfileNameListWidget* clicked = ProfileRows::itemOf(item);
     if (clicked == currentItem) {
         return;
     }
@@ -118,8 +119,7 @@ void ProfileNamesListManager::selectByTitle(const QString& text)
     int containing = -1;
     for (int step = 0; step < count; ++step) {
         const int row = (from + step) % count;
-        const auto* item = static_cast<ProfileNameListWidget*>(listWidget->item(row));
-        const QString title = item->getProfileName()->getTitle();
+        const QString title = ProfileRows::itemAt(*listWidget, row)->getProfileName()->getTitle();
         if (title.startsWith(text, Qt::CaseInsensitive)) {
             selectRow(row);
             return;
@@ -381,8 +381,8 @@ void ProfileNamesListManager::deleteAllRows()
     }
     currentItem = nullptr;
     defaultItem = nullptr;
-    for (int i = 0; i < listWidget->count(); ++i) {
-        static_cast<ProfileNameListWidget*>(listWidget->item(i))->getProfileName()->forgetProfile();
+    for (ProfileName* row : ProfileRows::widgets(*listWidget)) {
+        row->forgetProfile();
     }
     listWidget->clear();
     setMoveButtonsEnabled(false);
@@ -455,8 +455,7 @@ void ProfileNamesListManager::moveRow(int from, int to)
 /// so it is rebuilt.
 ProfileNameListWidget* ProfileNamesListManager::placeAnew(int from, int to)
 {
-    const std::unique_ptr<ProfileNameListWidget> taken(
-        static_cast<ProfileNameListWidget*>(listWidget->item(from)));
+    const std::unique_ptr<ProfileNameListWidget> taken(ProfileRows::itemAt(*listWidget, from));
     ProfileNameListWidget* moved = taken->clone();
     listWidget->takeItem(from);
     taken->getProfileName()->forgetProfile();

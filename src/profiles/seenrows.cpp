@@ -1,6 +1,7 @@
 #include "profiles/seenrows.h"
 
 #include "profiles/profilenamelistwidget.h"
+#include "profiles/profilerows.h"
 
 #include <QListWidget>
 #include <QResizeEvent>
@@ -38,10 +39,10 @@ void SeenRows::makeForms()
     const QRect shown = list->viewport()->rect();
     const QListWidgetItem* first = list->itemAt(0, 0);
     for (int i = first != nullptr ? list->row(first) : 0; i < list->count(); ++i) {
-        const QListWidgetItem* item = list->item(i);
+        const ProfileNameListWidget* item = ProfileRows::itemAt(*list, i);
         if (list->visualItemRect(item).top() > shown.bottom()) {
             break;
         }
-        static_cast<const ProfileNameListWidget*>(item)->getProfileName()->makeForm();
+        item->getProfileName()->makeForm();
     }
 }

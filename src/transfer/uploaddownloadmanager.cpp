@@ -1,15 +1,12 @@
 #include "transfer/uploaddownloadmanager.h"
 
 #include "HEXGeneratorParser/hexmanager.h"
-#include "HEXGeneratorParser/readfromhex.h"
 #include "messagedialogs.h"
 #include "rescue/profilebackups.h"
 #include "transfer/uploaddownloaddialog.h"
 
 #include <QMessageBox>
 #include <QWidget>
-
-using HEXGeneratorParser::ReadFromHEX;
 
 namespace UploadDownload
 {
@@ -75,23 +72,11 @@ void UploadDownloadManager::importProfiles()
             emit listWritten();
         }
     } catch (int error) {
-        showImportError(dialogParent(), error);
+        HEXGeneratorParser::HEXManager::showImportError(dialogParent(), error);
         return;
     }
     if (backups != nullptr) {
         backups->keep(ProfileBackups::Occasion::READ);
-    }
-}
-
-int UploadDownloadManager::showImportError(QWidget* parent, int error)
-{
-    switch (error) {
-    case ReadFromHEX::TYPE_ERROR:
-        return MessageDialogs::hexImportTypeError(parent);
-    case ReadFromHEX::CHECKSUM_ERROR:
-        return MessageDialogs::hexImportChecksumError(parent);
-    default:
-        return MessageDialogs::hexImportReadError(parent);
     }
 }
 

@@ -33,9 +33,6 @@ public:
     /// kept. Borrowed.
     void setBackups(ProfileBackups* profileBackups) { backups = profileBackups; }
 
-    /// Shows why a file could not be imported: `error` is what HEXManager::importProfiles() throws.
-    static int showImportError(QWidget* parent, int error);
-
 signals:
     /// Emitted when the charger holds the list as it is: it has just been written, or read into an
     /// empty list.

@@ -7,8 +7,8 @@
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
 #include "profiles/profilenameslistmanager.h"
+#include "xmlformat/profiledocument.h"
 #include "xmlformat/readfromxml.h"
-#include "xmlformat/writetoxml.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -27,8 +27,8 @@ QString ProfileClipboard::selectedProfile() const
     if (list->getCurrentItem() == nullptr) {
         return {};
     }
-    return WriteToXML::document({list->getCurrentItem()->getProfileName()},
-                                generator->getGlobalSettings());
+    return ProfileDocument::text({list->getCurrentItem()->getProfileName()->getProfileSettings()},
+                                 generator->getGlobalSettings());
 }
 
 void ProfileClipboard::copy()

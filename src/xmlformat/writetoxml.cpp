@@ -1,68 +1,31 @@
 #include "xmlformat/writetoxml.h"
 
-#include "CBGenerator/structsetting.h"
-#include "CBGenerator/structsettings.h"
-#include "base/fatalassertion.h"
-#include "base/xmlutility.h"
-#include "profiles/profilesettings.h"
-
-#include <QTextStream>
+#include "base/textfile.h"
+#include "profiles/profilename.h"
+#include "xmlformat/profiledocument.h"
 
 namespace XMLGeneratorParser
 {
-namespace
-{
-QString flag(const ProfileSettings& profile, const char* name)
-{
-    const HParser::StructSetting* setting =
-        profile.settings->getStructSettingByDescriptiveName(QLatin1String(name));
-    KELVARON_ASSERT(setting != nullptr);
-    return WriteToXML::boolToString(setting->isOn());
-}
-} // namespace
-
 WriteToXML::WriteToXML(QObject* parent) : QObject(parent) {}
 
-QString WriteToXML::document(const QList<const ProfileSettings*>& profiles,
-                             const HParser::StructSettings* globalSettings)
+bool WriteToXML::write(const QString& fileName, const QList<ProfileName*>& profiles,
+                       const HParser::StructSettings* globalSettings)
 {
-    QString text;
-    QTextStream stream(&text);
-    stream << "<KelvaronProfiles>\n";
-    stream << "\t<GlobalSettings>\n";
-    xmlOutputSettings(&stream, globalSettings->getStructSettings());
-    stream << "\t</GlobalSettings>\n";
-    for (int i = 0; i < profiles.size(); ++i) {
-        xmlOutputProfile(&stream, i, *profiles.at(i));
+    QList<const ProfileSettings*> settings;
+    for (const ProfileName* row : profiles) {
+        settings.append(row->getProfileSettings());
     }
-    stream << "</KelvaronProfiles>\n";
-    stream.flush();
-    return text;
-}
-
-void WriteToXML::xmlOutputProfile(QTextStream* stream, int id, const ProfileSettings& profile)
-{
-    *stream << "\t<profile id=\"" << id << "\" active=\"" << flag(profile, "active")
-            << "\" default=\"" << flag(profile, "default") << "\" modifiable=\""
-            << flag(profile, "modifiable") << "\">\n";
-    *stream << "\t\t<chemistry>" << profile.chemistry << "</chemistry>\n";
-    *stream << "\t\t<!-- Chemistry Specific Properties: -->\n";
-    xmlOutputSettings(stream, profile.settings->getStructSettings());
-    *stream << "\t</profile>\n";
+    return TextFile::write(fileName, ProfileDocument::text(settings, globalSettings));
 }
 
 void WriteToXML::xmlOutputSettings(QTextStream* stream,
                                    const QList<HParser::StructSetting*>& settings)
 {
-    for (const HParser::StructSetting* setting : settings) {
-        const QString tag = XMLUtility::xmlTagFromDescriptiveName(setting->descriptiveName);
-        *stream << "\t\t<" << tag << '>' << XMLUtility::valueText(setting->getValue()) << "</"
-                << tag << ">\n";
-    }
+    ProfileDocument::writeSettings(stream, settings);
 }
 
 QString WriteToXML::boolToString(bool value)
 {
-    return value ? QStringLiteral("true") : QStringLiteral("false");
+    return ProfileDocument::boolText(value);
 }
 } // namespace XMLGeneratorParser

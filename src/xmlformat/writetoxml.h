@@ -5,7 +5,6 @@
 #include <QString>
 
 class ProfileName;
-class ProfileSettings;
 class QTextStream;
 
 namespace HParser
@@ -16,9 +15,7 @@ class StructSettings;
 
 namespace XMLGeneratorParser
 {
-/// Writes the profile file (see docs/file-formats/profiles.md): the global settings, then every
-/// profile in list order; UTF-8 without an XML declaration. The functions that take rows of the
-/// list are part of the editor, the others of the core.
+/// Writes rows of the profile list into a profile file, in UTF-8; ProfileDocument makes its text.
 class WriteToXML : public QObject
 {
     Q_OBJECT
@@ -31,23 +28,9 @@ public:
     bool write(const QString& fileName, const QList<ProfileName*>& profiles,
                const HParser::StructSettings* globalSettings);
 
-    /// Returns the file's text.
-    static QString document(const QList<ProfileName*>& profiles,
-                            const HParser::StructSettings* globalSettings);
-
-    /// The same for profiles that are not in a list. Their flags are read from their settings.
-    /// REQUIRES: chemistries with the flags of a profile (fatal assertion).
-    static QString document(const QList<const ProfileSettings*>& profiles,
-                            const HParser::StructSettings* globalSettings);
-
-    /// Returns the lines for the settings of one struct.
+    /// The lines of one struct's settings, and a flag's text: see ProfileDocument.
     static void xmlOutputSettings(QTextStream* stream,
                                   const QList<HParser::StructSetting*>& settings);
-
-    /// Returns "true" or "false".
     static QString boolToString(bool value);
-
-private:
-    static void xmlOutputProfile(QTextStream* stream, int id, const ProfileSettings& profile);
 };
 } // namespace XMLGeneratorParser

@@ -1,50 +1,37 @@
 #include "xmlformat/xmlmanager.h"
 
 #include "CBGenerator/generator.h"
-#include "filedialogs/exportfilename.h"
-#include "filedialogs/filedialogs.h"
 #include "messagedialogs.h"
 #include "profileimport/importprofilesmain.h"
-#include "profiles/profilenamelistwidget.h"
+#include "profiles/profilerows.h"
+#include "xmlformat/profiledocument.h"
 #include "xmlformat/readfromxml.h"
 #include "xmlformat/writetoxml.h"
 
 #include <QFileInfo>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QPointer>
 
 namespace XMLGeneratorParser
 {
-namespace
-{
-const QString fileFilter = QStringLiteral("XML files (*.xml);;Any files (*.*)");
-}
-
 XMLManager::XMLManager(QWidget* dialogParent, QListWidget* list,
                        ImportProfiles::ImportProfilesMain* profileImporter,
                        HParser::Generator* settingsGenerator, QObject* parent)
     : QObject(parent), parentWidget(dialogParent), profileList(list), generator(settingsGenerator),
-      importer(profileImporter)
+      importer(profileImporter),
+      fileDialog(dialogParent, QStringLiteral("XML"), ProfileFileDialog::SuffixRule::ADD_SUFFIX)
 {}
 
 bool XMLManager::exportToXML(const QString& fileName) const
 {
-    return WriteToXML().write(fileName, rows(), generator->getGlobalSettings());
+    return WriteToXML().write(fileName, ProfileRows::widgets(*profileList),
+                              generator->getGlobalSettings());
 }
 
 QString XMLManager::document() const
 {
-    return WriteToXML::document(rows(), generator->getGlobalSettings());
-}
-
-QList<ProfileName*> XMLManager::rows() const
-{
-    QList<ProfileName*> found;
-    for (int i = 0; i < profileList->count(); ++i) {
-        found.append(static_cast<ProfileNameListWidget*>(profileList->item(i))->getProfileName());
-    }
-    return found;
+    return ProfileDocument::text(ProfileRows::profiles(*profileList),
+                                 generator->getGlobalSettings());
 }
 
 void XMLManager::importFromXML(const QString& fileName, ImportOccasion occasion)
@@ -74,48 +61,21 @@ void XMLManager::deliver(const ReadFromXML& reader, const QString& fileName,
 
 void XMLManager::on_exportAsXMLButtonClicked()
 {
-    const QString fileName = askExportFileName();
+    const QString fileName = fileDialog.askFileToSave();
     if (fileName.isEmpty()) {
         return;
     }
     const bool isWritten = exportToXML(fileName);
     if (isWritten) {
         emit listSaved();
-        lastUsedName = QFileInfo(fileName).fileName();
+        fileDialog.rememberName(fileName);
     }
-    MessageDialogs::message(
-        parentWidget, QStringLiteral("Export to XML status"),
-        isWritten ? QStringLiteral("The profiles have been successfully exported!")
-                  : QStringLiteral(
-                      "An error occured while exporting profiles to XML. Please try again."));
-}
-
-QString XMLManager::askExportFileName()
-{
-    const QPointer<XMLManager> self(this); // may be deleted with the window while a dialog is open
-    QString offered = lastUsedName;
-    for (;;) {
-        const QString chosen = FileDialogs::saveFileName(
-            parentWidget, QStringLiteral("Select XML File to Export Profiles"), lastUsedDirectory,
-            fileFilter, offered);
-        if (chosen.isEmpty()) {
-            return {};
-        }
-        updateLastUsedDirectory(chosen);
-        const QString completed =
-            ExportFileName::complete(parentWidget, chosen, QStringLiteral("xml"));
-        if (self == nullptr || !completed.isEmpty()) {
-            return completed;
-        }
-        offered = QFileInfo(chosen).fileName(); // the user declined to replace an existing file
-    }
+    MessageDialogs::exportStatus(parentWidget, QStringLiteral("XML"), isWritten);
 }
 
 void XMLManager::on_importFromXMLButtonClicked()
 {
-    const QString fileName = FileDialogs::openFileName(
-        parentWidget, QStringLiteral("Select XML File to Import Profiles"), lastUsedDirectory,
-        fileFilter);
+    const QString fileName = fileDialog.askFileToLoad();
     if (!fileName.isEmpty()) {
         loadFile(fileName);
     }
@@ -141,7 +101,7 @@ void XMLManager::loadFile(const QString& fileName)
     }
     const bool wasEmpty = profileList->count() == 0;
     if (!reader.getProfiles().isEmpty() && reader.errorText().isEmpty()) {
-        lastUsedName = QFileInfo(fileName).fileName();
+        fileDialog.rememberName(fileName);
     }
     deliver(reader, QFileInfo(fileName).fileName(), ImportOccasion::USER_IMPORT);
     if (wasEmpty && profileList->count() > 0) {
@@ -158,6 +118,6 @@ bool XMLManager::canReplaceList(const ReadFromXML& reader) const
 
 void XMLManager::updateLastUsedDirectory(const QString& fileName)
 {
-    lastUsedDirectory = QFileInfo(fileName).absolutePath();
+    fileDialog.rememberFolder(fileName);
 }
 } // namespace XMLGeneratorParser

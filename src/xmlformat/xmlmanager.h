@@ -1,13 +1,12 @@
 #pragma once
 
+#include "filedialogs/profilefiledialog.h"
 #include "profileimport/importoccasion.h"
 #include "rescue/replaceguard.h"
 
-#include <QList>
 #include <QObject>
 #include <QString>
 
-class ProfileName;
 class QListWidget;
 class QWidget;
 
@@ -74,8 +73,6 @@ public slots:
     void on_importFromXMLButtonClicked();
 
 private:
-    QList<ProfileName*> rows() const;
-    QString askExportFileName();
     void deliver(const ReadFromXML& reader, const QString& fileName, ImportOccasion occasion);
     bool canReplaceList(const ReadFromXML& reader) const;
 
@@ -84,7 +81,6 @@ private:
     HParser::Generator* generator;
     ImportProfiles::ImportProfilesMain* importer;
     ReplaceGuard replaceGuard;
-    QString lastUsedDirectory = QStringLiteral("saved_profiles");
-    QString lastUsedName; ///< the file that was loaded or saved last, without its folder
+    ProfileFileDialog fileDialog;
 };
 } // namespace XMLGeneratorParser

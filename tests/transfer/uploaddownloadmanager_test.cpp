@@ -341,6 +341,6 @@ TEST_F(TransferManagerTest, EveryImportErrorHasItsText)
     for (const auto& [error, text] : texts) {
         DialogScript script;
         script.expectMessage("Import from HEX status", text);
-        UploadDownloadManager::showImportError(&window, error);
+        HEXManager::showImportError(&window, error);
     }
 }

@@ -9,7 +9,7 @@
 #include "base/textfile.h"
 #include "commandoptions.h"
 #include "profiles/profilesettings.h"
-#include "xmlformat/writetoxml.h"
+#include "xmlformat/profiledocument.h"
 
 #include <QFileInfo>
 
@@ -99,5 +99,5 @@ bool ProfileOutput::writeXml(const QString& path, const ProfileFile& input,
     const HParser::StructSettings* global =
         input.globalSettings() != nullptr ? input.globalSettings() : defaults.get();
     return TextFile::write(path,
-                           XMLGeneratorParser::WriteToXML::document(input.profiles(), global));
+                           XMLGeneratorParser::ProfileDocument::text(input.profiles(), global));
 }

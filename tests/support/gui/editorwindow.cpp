@@ -1,5 +1,6 @@
 #include "support/gui/editorwindow.h"
 
+#include "profiles/profilerows.h"
 #include "settingsui/settingsgridlayout.h"
 #include "support/waiting.h"
 
@@ -63,12 +64,12 @@ int EditorWindow::count() const
 
 ProfileNameListWidget* EditorWindow::item(int row) const
 {
-    return static_cast<ProfileNameListWidget*>(ui->profileNamesList->item(row));
+    return ProfileRows::itemAt(*ui->profileNamesList, row);
 }
 
 ProfileName* EditorWindow::row(int row) const
 {
-    return qobject_cast<ProfileName*>(ui->profileNamesList->itemWidget(item(row)));
+    return item(row)->getProfileName();
 }
 
 QStringList EditorWindow::titles() const

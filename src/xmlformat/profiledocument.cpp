@@ -1,0 +1,66 @@
+#include "xmlformat/profiledocument.h"
+
+#include "CBGenerator/structsetting.h"
+#include "CBGenerator/structsettings.h"
+#include "base/fatalassertion.h"
+#include "base/xmlutility.h"
+#include "profiles/profilesettings.h"
+
+#include <QTextStream>
+
+namespace XMLGeneratorParser
+{
+namespace
+{
+QString flag(const ProfileSettings& profile, const char* name)
+{
+    const HParser::StructSetting* setting =
+        profile.settings->getStructSettingByDescriptiveName(QLatin1String(name));
+    KELVARON_ASSERT(setting != nullptr);
+    return ProfileDocument::boolText(setting->isOn());
+}
+} // namespace
+
+QString ProfileDocument::text(const QList<const ProfileSettings*>& profiles,
+                              const HParser::StructSettings* globalSettings)
+{
+    QString text;
+    QTextStream stream(&text);
+    stream << "<KelvaronProfiles>\n";
+    stream << "\t<GlobalSettings>\n";
+    writeSettings(&stream, globalSettings->getStructSettings());
+    stream << "\t</GlobalSettings>\n";
+    for (int i = 0; i < profiles.size(); ++i) {
+        writeProfile(&stream, i, *profiles.at(i));
+    }
+    stream << "</KelvaronProfiles>\n";
+    stream.flush();
+    return text;
+}
+
+void ProfileDocument::writeProfile(QTextStream* stream, int id, const ProfileSettings& profile)
+{
+    *stream << "\t<profile id=\"" << id << "\" active=\"" << flag(profile, "active")
+            << "\" default=\"" << flag(profile, "default") << "\" modifiable=\""
+            << flag(profile, "modifiable") << "\">\n";
+    *stream << "\t\t<chemistry>" << profile.chemistry << "</chemistry>\n";
+    *stream << "\t\t<!-- Chemistry Specific Properties: -->\n";
+    writeSettings(stream, profile.settings->getStructSettings());
+    *stream << "\t</profile>\n";
+}
+
+void ProfileDocument::writeSettings(QTextStream* stream,
+                                    const QList<HParser::StructSetting*>& settings)
+{
+    for (const HParser::StructSetting* setting : settings) {
+        const QString tag = XMLUtility::xmlTagFromDescriptiveName(setting->descriptiveName);
+        *stream << "\t\t<" << tag << '>' << XMLUtility::valueText(setting->getValue()) << "</"
+                << tag << ">\n";
+    }
+}
+
+QString ProfileDocument::boolText(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+} // namespace XMLGeneratorParser
