@@ -26,7 +26,8 @@ void startApplication()
         const QString folder = FuzzTarget::scratchPath(QStringLiteral("work"));
         FUZZ_EXPECT(QDir().mkpath(folder));
         FUZZ_EXPECT(QDir::setCurrent(folder));
-        ApplicationGlobalMap::putString(QStringLiteral("bundle_version"), QStringLiteral("1.2.3"));
+        ApplicationGlobalMap::putString(ApplicationGlobalMap::bundleVersion,
+                                        QStringLiteral("1.2.3"));
     }
 }
 

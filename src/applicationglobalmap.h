@@ -1,15 +1,18 @@
 #pragma once
 
+#include <QLatin1String>
 #include <QString>
 
 /// The few values shared by unrelated features, stored as texts by key.
 ///
-/// There is one map for the whole process, used on the GUI thread only. The only key in use is
-/// "bundle_version", the version of the bundle in use.
+/// There is one map for the whole process, used on the GUI thread only.
 class ApplicationGlobalMap
 {
 public:
     ApplicationGlobalMap() = delete;
+
+    /// The only key in use: the version of the bundle in use.
+    static constexpr QLatin1String bundleVersion{"bundle_version"};
 
     static void putString(const QString& key, const QString& value);
 

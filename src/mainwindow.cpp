@@ -123,7 +123,8 @@ QString MainWindow::getMostRecentKelvaronBundle()
         MessageDialogs::noBundlesFound(this);
         endProcess(EXIT_FAILURE);
     }
-    ApplicationGlobalMap::putString(QStringLiteral("bundle_version"), installation.bundleVersion());
+    ApplicationGlobalMap::putString(ApplicationGlobalMap::bundleVersion,
+                                    installation.bundleVersion());
     return installation.bundleFileName();
 }
 

@@ -157,7 +157,7 @@ QString aboutText()
                           "<p>Made by the Kelvaron Profile Editor authors.<br>"
                           "<a href=\"%3\">%4</a></p></center>")
         .arg(latin1(BuildConstants::buildText),
-             ApplicationGlobalMap::getString(QStringLiteral("bundle_version")).toHtmlEscaped(),
+             ApplicationGlobalMap::getString(ApplicationGlobalMap::bundleVersion).toHtmlEscaped(),
              latin1(BuildConstants::productPage),
              // With a large font, the whole address would be broken after its slashes.
              QUrl(latin1(BuildConstants::productPage)).host());

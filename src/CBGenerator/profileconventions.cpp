@@ -5,7 +5,7 @@
 
 QStringList HParser::ProfileConventions::flags()
 {
-    return {QStringLiteral("active"), QStringLiteral("default"), QStringLiteral("modifiable")};
+    return {activeFlag, defaultFlag, modifiableFlag};
 }
 
 bool HParser::ProfileConventions::hasFlag(const StructSettings& settings, const QString& name)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLatin1String>
 #include <QStringList>
 
 namespace HParser
@@ -9,7 +10,17 @@ class StructSettings;
 /// What a chemistry needs to be a profile.
 namespace ProfileConventions
 {
-/// The names of the flags that each chemistry has: "active", "default" and "modifiable".
+/// The names of settings that the editor itself knows.
+inline constexpr QLatin1String type("type");
+inline constexpr QLatin1String checksum("checksum");
+inline constexpr QLatin1String activeFlag("active");
+inline constexpr QLatin1String defaultFlag("default");
+inline constexpr QLatin1String modifiableFlag("modifiable");
+
+/// The name under which files keep a profile's chemistry beside its settings.
+inline constexpr QLatin1String chemistry("chemistry");
+
+/// The names of the flags that each chemistry has: active, default and modifiable.
 QStringList flags();
 
 /// True when the struct has a flag of this name.

@@ -1,6 +1,7 @@
 #include "HEXGeneratorParser/readfromhex.h"
 
 #include "CBGenerator/generator.h"
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexbufferread.h"
@@ -19,6 +20,7 @@
 #include <optional>
 
 using HParser::Generator;
+namespace ProfileConventions = HParser::ProfileConventions;
 using HParser::StructSetting;
 using HParser::StructSettings;
 
@@ -27,8 +29,6 @@ namespace HEXGeneratorParser
 namespace
 {
 constexpr int erasedType = 255;
-const QString typeName = QStringLiteral("type");
-const QString checksumName = QStringLiteral("checksum");
 
 bool loadFlash(FILE* file, std::vector<unsigned char>& flash)
 {
@@ -95,11 +95,11 @@ QString readValue(HexBufferRead& buffer, const StructSetting& setting)
 bool storeFlag(ParsedProfile& profile, const QString& name, const QString& value)
 {
     const bool flag = value == QLatin1String("true");
-    if (name == QLatin1String("active")) {
+    if (name == ProfileConventions::activeFlag) {
         profile.setActiveStatus(flag);
-    } else if (name == QLatin1String("default")) {
+    } else if (name == ProfileConventions::defaultFlag) {
         profile.setDefaultStatus(flag);
-    } else if (name == QLatin1String("modifiable")) {
+    } else if (name == ProfileConventions::modifiableFlag) {
         profile.setModifiableStatus(flag);
     } else {
         return false;
@@ -109,7 +109,7 @@ bool storeFlag(ParsedProfile& profile, const QString& name, const QString& value
 
 void checkChecksum(int expected, const QMap<QString, QString>& properties)
 {
-    const int found = properties.value(checksumName).toInt();
+    const int found = properties.value(ProfileConventions::checksum).toInt();
     if (expected != found) {
         printLine(QStringLiteral("ERROR!!! Checksums dont match! Expected : %1, Found : %2")
                       .arg(expected)
@@ -178,10 +178,10 @@ ParsedProfile* ReadFromHEX::parseProfile(HexBufferRead& buffer, const StructSett
     const QList<StructSetting*> members = layout.getOriginalOrderStructSettings();
     for (const StructSetting* setting : members) {
         const QString name = setting->descriptiveName;
-        if (name == typeName) {
+        if (name == ProfileConventions::type) {
             continue;
         }
-        if (name == checksumName) {
+        if (name == ProfileConventions::checksum) {
             expectedChecksum = HexUtility::getChecksumFromChecksumTotal(buffer.sumBytesStruct());
         }
         const QString value = readValue(buffer, *setting);
@@ -193,7 +193,7 @@ ParsedProfile* ReadFromHEX::parseProfile(HexBufferRead& buffer, const StructSett
     if (buffer.isPastEnd()) {
         return nullptr;
     }
-    properties.insert(QStringLiteral("chemistry"), layout.getDescriptiveName());
+    properties.insert(ProfileConventions::chemistry, layout.getDescriptiveName());
     if (expectedChecksum) {
         checkChecksum(*expectedChecksum, properties);
     }

@@ -1,6 +1,7 @@
 #include "HEXGeneratorParser/writetohex.h"
 
 #include "CBGenerator/formula.h"
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexbuffer.h"
@@ -135,7 +136,7 @@ void WriteToHEX::serializeProfile(HEXBuffer* buffer, const StructSettings* setti
     const QList<StructSetting*> members = settings->getOriginalOrderStructSettings();
     for (const StructSetting* setting : members) {
         const SettingContext context(*settings, *setting);
-        if (setting->descriptiveName == QLatin1String("checksum")) {
+        if (setting->descriptiveName == HParser::ProfileConventions::checksum) {
             buffer->appendByte(static_cast<char>(
                 HexUtility::getChecksumFromChecksumTotal(buffer->sumBytesStruct())));
         } else {

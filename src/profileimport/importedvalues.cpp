@@ -2,6 +2,7 @@
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/generator.h"
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "base/xmlutility.h"
@@ -27,7 +28,7 @@ std::unique_ptr<ProfileSettings> ImportedValues::makeProfile(const ParsedProfile
 
 QString ImportedValues::chemistryOf(const ParsedProfile& parsed)
 {
-    return parsed.getProperties().value(QStringLiteral("chemistry"));
+    return parsed.getProperties().value(HParser::ProfileConventions::chemistry);
 }
 
 void ImportedValues::store(const ParsedProfile& parsed, StructSettings* settings)

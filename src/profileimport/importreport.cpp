@@ -1,6 +1,7 @@
 #include "profileimport/importreport.h"
 
 #include "CBGenerator/formula.h"
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/storabletext.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
@@ -124,7 +125,7 @@ void ImportReport::examineUnknown(const QString& profileName,
                                   const QMap<QString, QString>& properties,
                                   const StructSettings& settings)
 {
-    QSet<QString> known = {QStringLiteral("chemistry")};
+    QSet<QString> known = {HParser::ProfileConventions::chemistry};
     const QList<StructSetting*> members = settings.getOriginalOrderStructSettings();
     for (const StructSetting* setting : members) {
         known.insert(XMLUtility::xmlTagFromDescriptiveName(setting->descriptiveName));

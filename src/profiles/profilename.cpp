@@ -1,5 +1,6 @@
 #include "profiles/profilename.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "base/fatalassertion.h"
@@ -139,9 +140,10 @@ QString ProfileName::activeText() const
 void ProfileName::setProfileSettings(ProfileSettings* settings)
 {
     profileSettings = settings;
-    activeSetting = settings->settings->getStructSettingByDescriptiveName(QStringLiteral("active"));
-    defaultSetting =
-        settings->settings->getStructSettingByDescriptiveName(QStringLiteral("default"));
+    activeSetting = settings->settings->getStructSettingByDescriptiveName(
+        HParser::ProfileConventions::activeFlag);
+    defaultSetting = settings->settings->getStructSettingByDescriptiveName(
+        HParser::ProfileConventions::defaultFlag);
     KELVARON_ASSERT(activeSetting != nullptr && defaultSetting != nullptr);
     setActive(false);
     setDefault(false);

@@ -1,5 +1,6 @@
 #include "profiles/profilenameslistmanager.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "base/fatalassertion.h"
@@ -507,12 +508,11 @@ void ProfileNamesListManager::undo()
 
 void ProfileNamesListManager::restore(int row, std::unique_ptr<ProfileSettings> profile)
 {
-    const auto isOn = [&profile](const char* flag) {
-        return profile->settings->getStructSettingByDescriptiveName(QString::fromLatin1(flag))
-            ->isOn();
+    const auto isOn = [&profile](QLatin1String flag) {
+        return profile->settings->getStructSettingByDescriptiveName(flag)->isOn();
     };
-    const bool active = isOn("active");
-    const bool isDefault = isOn("default");
+    const bool active = isOn(HParser::ProfileConventions::activeFlag);
+    const bool isDefault = isOn(HParser::ProfileConventions::defaultFlag);
     ProfileNameListWidget* item = makeItem(std::move(profile));
     item->getProfileName()->setActive(active);
     if (isDefault && defaultItem == nullptr) {

@@ -1,6 +1,7 @@
 #include "profiles/profilesettings.h"
 
 #include "CBGenerator/generator.h"
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "base/fatalassertion.h"
@@ -16,7 +17,8 @@ void ProfileSettings::setChemistry(const QString& chemistryName, HParser::Genera
     settings = ownedSettings.get();
     KELVARON_ASSERT(settings != nullptr);
     settings->buildFormulaTrees();
-    modifiableSetting = settings->getStructSettingByDescriptiveName(QStringLiteral("modifiable"));
+    modifiableSetting =
+        settings->getStructSettingByDescriptiveName(HParser::ProfileConventions::modifiableFlag);
     setModifiable(true);
 }
 

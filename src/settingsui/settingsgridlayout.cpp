@@ -1,5 +1,6 @@
 #include "settingsui/settingsgridlayout.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "settingsui/advancedmodetogglecheckbox.h"
@@ -20,8 +21,8 @@ namespace
 bool belongsToList(const StructSettings& settings, const StructSetting& setting)
 {
     return !settings.getGlobal()
-           && (setting.descriptiveName == QLatin1String("active")
-               || setting.descriptiveName == QLatin1String("default"));
+           && (setting.descriptiveName == HParser::ProfileConventions::activeFlag
+               || setting.descriptiveName == HParser::ProfileConventions::defaultFlag);
 }
 
 /// Copies value texts member by member; both belong to the same schema struct.

@@ -124,7 +124,7 @@ bool NewFirmwareChecker::downloadNeeded() const
     if (!hasUsableVersion()) {
         return false;
     }
-    const QString inUse = ApplicationGlobalMap::getString(QStringLiteral("bundle_version"));
+    const QString inUse = ApplicationGlobalMap::getString(ApplicationGlobalMap::bundleVersion);
     const VersionString installed(VersionString::isDottedVersion(inUse) ? inUse
                                                                         : QStringLiteral("0"));
     return VersionString(currentVersion()).greaterThan(installed);

@@ -33,7 +33,7 @@ NewFirmwareCheckerDialog::NewFirmwareCheckerDialog(QWidget* parent)
     setWindowTitle(QStringLiteral("Firmware Checker"));
     show();
     ui->installedBundleVersion->setText(
-        shownVersion(ApplicationGlobalMap::getString(QStringLiteral("bundle_version"))));
+        shownVersion(ApplicationGlobalMap::getString(ApplicationGlobalMap::bundleVersion)));
 
     connect(checker, &NewFirmwareChecker::firmwareInfoDownloaded, this,
             &NewFirmwareCheckerDialog::onFirmwareInfoDownloaded);

@@ -1,5 +1,6 @@
 #include "xmlformat/profiledocument.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "base/fatalassertion.h"
@@ -12,10 +13,10 @@ namespace XMLGeneratorParser
 {
 namespace
 {
-QString flag(const ProfileSettings& profile, const char* name)
+QString flag(const ProfileSettings& profile, const QString& name)
 {
     const HParser::StructSetting* setting =
-        profile.settings->getStructSettingByDescriptiveName(QLatin1String(name));
+        profile.settings->getStructSettingByDescriptiveName(name);
     KELVARON_ASSERT(setting != nullptr);
     return ProfileDocument::boolText(setting->isOn());
 }
@@ -40,10 +41,11 @@ QString ProfileDocument::text(const QList<const ProfileSettings*>& profiles,
 
 void ProfileDocument::writeProfile(QTextStream* stream, int id, const ProfileSettings& profile)
 {
-    *stream << "\t<profile id=\"" << id << "\" active=\"" << flag(profile, "active")
-            << "\" default=\"" << flag(profile, "default") << "\" modifiable=\""
-            << flag(profile, "modifiable") << "\">\n";
-    *stream << "\t\t<chemistry>" << profile.chemistry << "</chemistry>\n";
+    *stream << "\t<profile id=\"" << id << '"';
+    for (const QString& name : HParser::ProfileConventions::flags()) {
+        *stream << ' ' << name << "=\"" << flag(profile, name) << '"';
+    }
+    *stream << ">\n\t\t<chemistry>" << profile.chemistry << "</chemistry>\n";
     *stream << "\t\t<!-- Chemistry Specific Properties: -->\n";
     writeSettings(stream, profile.settings->getStructSettings());
     *stream << "\t</profile>\n";

@@ -1,5 +1,6 @@
 #include "xmlformat/readfromxml.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "base/textfile.h"
 #include "profileimport/parsedprofile.h"
 
@@ -82,9 +83,9 @@ void ReadFromXML::parseProfile(QXmlStreamReader& xml)
     };
     auto parsed = std::make_unique<ParsedProfile>();
     parsed->setID(attributes.value(QLatin1String("id")).toInt());
-    parsed->setActiveStatus(isTrue(QLatin1String("active")));
-    parsed->setDefaultStatus(isTrue(QLatin1String("default")));
-    parsed->setModifiableStatus(isTrue(QLatin1String("modifiable")));
+    parsed->setActiveStatus(isTrue(HParser::ProfileConventions::activeFlag));
+    parsed->setDefaultStatus(isTrue(HParser::ProfileConventions::defaultFlag));
+    parsed->setModifiableStatus(isTrue(HParser::ProfileConventions::modifiableFlag));
     parseProperties(xml, parsed.get());
     if (xml.hasError()) {
         return; // incomplete: not a profile that was read completely
