@@ -3,16 +3,13 @@
 #include "applicationglobalmap.h"
 #include "base/buildconstants.h"
 #include "base/countedtext.h"
+#include "fittedmessagebox.h"
 #include "serialports/portlock.h"
 #include "versionstring.h"
 
 #include <QDir>
-#include <QFontInfo>
-#include <QLabel>
-#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QScreen>
 #include <QStringList>
 #include <QUrl>
 
@@ -23,8 +20,6 @@ QString latin1(const char* text)
     return QString::fromLatin1(text);
 }
 
-const char installationError[] = "Installation Error";
-const char hexImportStatus[] = "Import from HEX status";
 const char xmlImportStatus[] = "Import from XML status";
 
 /// Returns the lines that fit into a box on the screen.
@@ -38,77 +33,21 @@ QString shortened(const QStringList& lines)
     return text;
 }
 
-QMessageBox* textBox(QWidget* parent, const QString& title, const QString& text,
-                     Qt::TextFormat format)
+FittedMessageBox* textBox(QWidget* parent, const QString& title, const QString& text,
+                          Qt::TextFormat format)
 {
-    auto* box = new QMessageBox(parent);
+    auto* box = new FittedMessageBox(parent);
     box->setWindowTitle(title);
     box->setTextFormat(format);
     box->setText(text);
     return box;
 }
 
-/// Returns the height of a text wrapped at this width.
-int heightAt(int width, const QString& text, const QFont& font)
-{
-    QLabel label(text);
-    label.setFont(font);
-    label.setWordWrap(true);
-    return label.heightForWidth(width);
-}
-
-/// Returns the width in pixels that a box never exceeds by itself.
-int widestBox(int screenWidth)
-{
-    constexpr int smallScreen = 1024;
-    constexpr int margin = 480;
-    constexpr int widest = 1000;
-    return screenWidth <= smallScreen ? screenWidth : qMin(screenWidth - margin, widest);
-}
-
-/// Returns the whole text of a box.
-QString wholeText(const QMessageBox& box)
-{
-    return box.informativeText().isEmpty()
-               ? box.text()
-               : box.text() + QStringLiteral("\n\n") + box.informativeText();
-}
-
-/// A box wraps its text into a narrow column; a long text in a large font makes it higher than the
-/// screen. Such a text gets a wider column, and a smaller font if that is not enough.
-void keepOnScreen(QMessageBox* box)
-{
-    constexpr int usualWidth = 500; // pixels, the box's own on a screen with room
-    constexpr int besides = 50;     // margins
-    constexpr int around = 140;     // margins, buttons and title bar
-    constexpr double smallest = 7;  // points
-    const QSize screen = box->screen()->availableSize();
-    const int widest = widestBox(screen.width());
-    const QSize room = QSize(widest, screen.height()) - QSize(around, around);
-    const int usualColumn = qMin(usualWidth, widest / 2) - besides;
-    const QString text = wholeText(*box);
-    QFont font = box->font();
-    double size = QFontInfo(font).pointSizeF();
-    if (heightAt(usualColumn, text, font) <= room.height()) {
-        return;
-    }
-    while (size > smallest && heightAt(room.width(), text, font) > room.height()) {
-        size -= 1;
-        font.setPointSizeF(size);
-    }
-    box->setFont(font);
-    if (auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-        label->setFont(font);
-        label->setMinimumWidth(room.width());
-    }
-}
-
 /// Shows a box and deletes it. It is on the heap because its parent may be deleted, and the box
 /// with it, while it is open.
-int run(QMessageBox* box)
+int run(FittedMessageBox* box)
 {
-    keepOnScreen(box);
-    const QPointer<QMessageBox> guard(box);
+    const QPointer<FittedMessageBox> guard(box);
     const int result = box->exec();
     delete guard;
     return result;
@@ -119,35 +58,47 @@ int plainMessage(QWidget* parent, const char* title, const char* text)
     return MessageDialogs::message(parent, latin1(title), latin1(text));
 }
 
+/// `fault` is a sentence; the way out is the same for each.
+int installationMessage(QWidget* parent, const char* fault)
+{
+    return MessageDialogs::message(parent, QStringLiteral("Installation Error"),
+                                   latin1(fault)
+                                       + QStringLiteral(" Please try reinstalling the program."));
+}
+
+int hexImportMessage(QWidget* parent, const char* reason)
+{
+    return MessageDialogs::message(
+        parent, QStringLiteral("Import from HEX status"),
+        QStringLiteral("An error occured while importing profiles from HEX. Please try again.")
+            + latin1(reason));
+}
+
 QString helpText()
 {
-    constexpr int headingSize = 5;
-    constexpr int textSize = 3;
     return QStringLiteral(
-               "<font size=\"%1\"><b>Kelvaron Profile Editor Basic Usage:</b></font>"
-               "<font size=\"%2\"><ol>"
-               "<li>Connect the USB end of the USB-&gt;TTL programming cable to your computer, and "
-               "TRS end (1/8\" audio plug) to the programming adapter cable of the Kelvaron</li>"
-               "<br>"
-               "<li>Put the Kelvaron in bootloader mode. With V0.9 or later firmware, this is done "
-               "by pressing and holding both buttons to enter the setup menu, then going to "
-               "advanced setup-&gt; Connect to PC. Alternately, it can be accomplished by leaving "
-               "the Kelvaron powered off for 30 seconds, and then pressing and holding the lower "
-               "button when AC power is applied. In bootloader mode, the OLED display screen will "
-               "be completely blank. If you see the screen displaying information, then the "
-               "Kelvaron is not in bootloader and cannot be reprogrammed</li>"
-               "<br>"
-               "<li>With the Kelvaron on and in bootloader mode, you can then read and write "
-               "profiles to the device by selecting the \"read from kelvaron\" and \"write to "
-               "kelvaron\" buttons</li>"
-               "<br>"
-               "<li>You will be prompted to select the COM port in a pop-up window. Usually the "
-               "default is correct, but if in doubt, unplug and replug the USB cable from your "
-               "computer to see which COM Port item disappears and then reappears from the "
-               "list</li>"
-               "</ol></font>")
-        .arg(headingSize)
-        .arg(textSize);
+        "<font size=\"5\"><b>Kelvaron Profile Editor Basic Usage:</b></font>"
+        "<font size=\"3\"><ol>"
+        "<li>Connect the USB end of the USB-&gt;TTL programming cable to your computer, and "
+        "TRS end (1/8\" audio plug) to the programming adapter cable of the Kelvaron</li>"
+        "<br>"
+        "<li>Put the Kelvaron in bootloader mode. With V0.9 or later firmware, this is done "
+        "by pressing and holding both buttons to enter the setup menu, then going to "
+        "advanced setup-&gt; Connect to PC. Alternately, it can be accomplished by leaving "
+        "the Kelvaron powered off for 30 seconds, and then pressing and holding the lower "
+        "button when AC power is applied. In bootloader mode, the OLED display screen will "
+        "be completely blank. If you see the screen displaying information, then the "
+        "Kelvaron is not in bootloader and cannot be reprogrammed</li>"
+        "<br>"
+        "<li>With the Kelvaron on and in bootloader mode, you can then read and write "
+        "profiles to the device by selecting the \"read from kelvaron\" and \"write to "
+        "kelvaron\" buttons</li>"
+        "<br>"
+        "<li>You will be prompted to select the COM port in a pop-up window. Usually the "
+        "default is correct, but if in doubt, unplug and replug the USB cable from your "
+        "computer to see which COM Port item disappears and then reappears from the "
+        "list</li>"
+        "</ol></font>");
 }
 
 QString aboutText()
@@ -173,7 +124,7 @@ int MessageDialogs::message(QWidget* parent, const QString& title, const QString
 int MessageDialogs::question(QWidget* parent, const QString& title, const QString& text,
                              Qt::TextFormat format)
 {
-    QMessageBox* box = textBox(parent, title, text, format);
+    FittedMessageBox* box = textBox(parent, title, text, format);
     box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box->setDefaultButton(QMessageBox::No);
     return run(box);
@@ -198,14 +149,13 @@ int MessageDialogs::askDeleteAllProfiles(QWidget* parent)
 
 int MessageDialogs::askAppendProfiles(QWidget* parent)
 {
-    QMessageBox box(parent);
+    FittedMessageBox box(parent);
     box.setWindowTitle(QStringLiteral("Add Profiles to List?"));
     box.setText(QStringLiteral("Do you want to add the imported profiles to the current list of "
                                "profiles, or replace them?<br>"));
     const QPushButton* addButton =
         box.addButton(QStringLiteral("&Add Profiles"), QMessageBox::AcceptRole);
     box.addButton(QStringLiteral("&Replace Profiles"), QMessageBox::RejectRole);
-    keepOnScreen(&box);
     box.exec();
     return box.clickedButton() == addButton ? QMessageBox::Yes : QMessageBox::No;
 }
@@ -219,64 +169,49 @@ int MessageDialogs::kelvaronFirmwareToolCorrupt(QWidget* parent)
 
 int MessageDialogs::mainFolderNotFound(QWidget* parent)
 {
-    return plainMessage(parent, installationError,
-                        "The folder KelvaronProfileEditorFiles could not be found. Please try "
-                        "reinstalling the program.");
+    return installationMessage(parent, "The folder KelvaronProfileEditorFiles could not be found.");
 }
 
 int MessageDialogs::cbFileMissing(QWidget* parent)
 {
-    return plainMessage(parent, installationError,
-                        "The file kelvaron_chemistries.cb could not be found. Please try "
-                        "reinstalling the program.");
+    return installationMessage(parent, "The file kelvaron_chemistries.cb could not be found.");
 }
 
 int MessageDialogs::suplMissing(QWidget* parent)
 {
-    return plainMessage(
-        parent, installationError,
-        "The executable supl.exe could not be found. Please try reinstalling the program.");
+    return installationMessage(parent, "The executable supl.exe could not be found.");
 }
 
 int MessageDialogs::deviceTxtMissing(QWidget* parent)
 {
-    return plainMessage(
-        parent, installationError,
-        "The file device.txt could not be found. Please try reinstalling the program.");
+    return installationMessage(parent, "The file device.txt could not be found.");
 }
 
 int MessageDialogs::firmwareToolMissing(QWidget* parent)
 {
-    return plainMessage(parent, installationError,
-                        "The executable KelvaronFirmwareTool.exe could not be found. Please try "
-                        "reinstalling the program.");
+    return installationMessage(parent,
+                               "The executable KelvaronFirmwareTool.exe could not be found.");
 }
 
 int MessageDialogs::corruptCBFile(QWidget* parent)
 {
-    return plainMessage(parent, installationError,
-                        "The file kelvaron_chemistries.cb is corrupt or has been altered. Please "
-                        "try reinstalling the program.");
+    return installationMessage(parent,
+                               "The file kelvaron_chemistries.cb is corrupt or has been altered.");
 }
 
 int MessageDialogs::hexImportReadError(QWidget* parent)
 {
-    return plainMessage(parent, hexImportStatus,
-                        "An error occured while importing profiles from HEX. Please try again.");
+    return hexImportMessage(parent, "");
 }
 
 int MessageDialogs::hexImportChecksumError(QWidget* parent)
 {
-    return plainMessage(
-        parent, hexImportStatus,
-        "An error occured while importing profiles from HEX. Please try again. (Checksum)");
+    return hexImportMessage(parent, " (Checksum)");
 }
 
 int MessageDialogs::hexImportTypeError(QWidget* parent)
 {
-    return plainMessage(parent, hexImportStatus,
-                        "An error occured while importing profiles from HEX. Please try again. "
-                        "(Invalid Type Field)");
+    return hexImportMessage(parent, " (Invalid Type Field)");
 }
 
 int MessageDialogs::xmlImportReadError(QWidget* parent)
@@ -302,8 +237,7 @@ int MessageDialogs::editModeProfilesDeletion(QWidget* parent)
 
 int MessageDialogs::noBundlesFound(QWidget* parent)
 {
-    return plainMessage(parent, installationError,
-                        "No Kelvaron Bundles were found. Please try reinstalling the program.");
+    return installationMessage(parent, "No Kelvaron Bundles were found.");
 }
 
 int MessageDialogs::firmwareDownloadNotNeeded(QWidget* parent)
@@ -460,12 +394,9 @@ int MessageDialogs::fatalError(QWidget* parent, const QString& installedFile,
     if (!rescueFile.isEmpty()) {
         text += QStringLiteral("\n\nYour profiles were saved to %1.").arg(rescueFile);
     }
-    QMessageBox box(parent);
-    box.setIcon(QMessageBox::Critical);
-    box.setWindowTitle(QStringLiteral("Kelvaron Profile Editor"));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.setInformativeText(details);
-    keepOnScreen(&box);
-    return box.exec();
+    FittedMessageBox* box =
+        textBox(parent, QStringLiteral("Kelvaron Profile Editor"), text, Qt::PlainText);
+    box->setIcon(QMessageBox::Critical);
+    box->setInformativeText(details);
+    return run(box);
 }
