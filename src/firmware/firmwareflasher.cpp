@@ -4,6 +4,7 @@
 #include "firmware/finishingrun.h"
 #include "firmware/firmwareerrors.h"
 #include "firmware/firmwarefiles.h"
+#include "firmware/flashoutput.h"
 #include "firmware/stringmanipulation.h"
 #include "messagedialogs.h"
 #include "serialports/portturn.h"
@@ -19,7 +20,6 @@
 #include <QTextStream>
 #include <QTimer>
 
-#include <cstring>
 #include <stdexcept>
 
 namespace FirmwareTool
@@ -43,14 +43,6 @@ void showMark(QLabel* mark)
 {
     mark->setText(checkMark);
     mark->show();
-}
-
-/// Returns whether "Bootloader Version is.*Timeout" matches. A regular expression would take
-/// minutes on a chunk that repeats the beginning of the pattern.
-bool hasTimedOut(const char* chunk)
-{
-    const char* version = std::strstr(chunk, "Bootloader Version is");
-    return version != nullptr && std::strstr(version, "Timeout") != nullptr;
 }
 } // namespace
 
@@ -111,7 +103,7 @@ void FirmwareFlasher::beginRun()
         });
         return;
     }
-    stage = ERASING;
+    stage = FlashOutput::ERASING;
     initializeSuplLogFile();
     startUploader();
     cleanUI();
@@ -122,7 +114,7 @@ void FirmwareFlasher::beginRun()
 void FirmwareFlasher::giveUp()
 {
     release();
-    stage = FINISHED;
+    stage = FlashOutput::FINISHED;
 }
 
 bool FirmwareFlasher::extractRequiredFiles()
@@ -182,84 +174,62 @@ void FirmwareFlasher::readStream()
         logFile->write(lastChunk); // bytes: output that is not text is logged unchanged, too
         logFile->flush();
     }
-    switch (stage) {
-    case ERASING:
-        readWhileErasing(lastChunk.constData());
+    switch (FlashOutput::meaningOf(lastChunk.constData(), stage)) {
+    case FlashOutput::Meaning::NONE:
+        showProgress(lastChunk.constData());
         break;
-    case LOADING:
-        readWhileLoading(lastChunk.constData());
+    case FlashOutput::Meaning::STAGE_DONE:
+        enterNextStage();
         break;
-    case UPLOADING:
-        readWhileUploading(lastChunk.constData());
-        break;
-    case VERIFYING:
-        readWhileVerifying(lastChunk.constData());
-        break;
-    default:
-        break;
-    }
-}
-
-void FirmwareFlasher::readWhileErasing(const char* chunk)
-{
-    if (StringManipulation::matchStar7(chunk)) {
-        abort(FirmwareErrors::error2);
-    } else if (StringManipulation::contains("All flash above bldr erased", chunk)) {
-        enter(LOADING, "Entering loading state");
-    } else if (StringManipulation::contains("Can not open comport", chunk)) {
-        abort(FirmwareErrors::error4);
-    } else if (hasTimedOut(chunk)) {
+    case FlashOutput::Meaning::NO_ANSWER:
         abort(FirmwareErrors::error1);
-    } else if (StringManipulation::matchStar1(chunk)) {
-        abort(FirmwareErrors::error3);
-    } else if (StringManipulation::contains("no stx char", chunk)) {
-        abort(FirmwareErrors::error13);
-    }
-}
-
-void FirmwareFlasher::readWhileLoading(const char* chunk)
-{
-    if (StringManipulation::matchStar2(chunk)) {
-        enter(UPLOADING, "Entering uploading state");
-    } else if (StringManipulation::matchStar7(chunk)) {
+        break;
+    case FlashOutput::Meaning::IMAGE_MISSING:
         abort(FirmwareErrors::error2);
-    }
-}
-
-void FirmwareFlasher::readWhileUploading(const char* chunk)
-{
-    if (StringManipulation::matchStar5(chunk)) {
-        enter(VERIFYING, "Entering verifying state");
-    } else {
-        showProgress(ui->uploadPB, chunk);
-    }
-}
-
-void FirmwareFlasher::readWhileVerifying(const char* chunk)
-{
-    if (StringManipulation::contains("Verified Flash OK", chunk)) {
-        finish();
-    } else if (StringManipulation::matchStar6(chunk)) {
+        break;
+    case FlashOutput::Meaning::DEVICE_DESCRIPTION_MISSING:
+        abort(FirmwareErrors::error3);
+        break;
+    case FlashOutput::Meaning::PORT_NOT_OPENED:
+        abort(FirmwareErrors::error4);
+        break;
+    case FlashOutput::Meaning::FLASH_DIFFERS:
         abort(FirmwareErrors::error5);
-    } else {
-        showProgress(ui->verifyPB, chunk);
+        break;
+    case FlashOutput::Meaning::GARBLED:
+        abort(FirmwareErrors::error13);
+        break;
     }
 }
 
-void FirmwareFlasher::showProgress(QProgressBar* bar, const char* chunk)
+void FirmwareFlasher::showProgress(const char* chunk)
 {
     const int percentage = StringManipulation::getPercentage(chunk);
-    if (percentage != -1) {
-        bar->setValue(percentage);
-        lastActivity = clock();
+    if (percentage == -1 || (stage != FlashOutput::UPLOADING && stage != FlashOutput::VERIFYING)) {
+        return;
     }
+    (stage == FlashOutput::UPLOADING ? ui->uploadPB : ui->verifyPB)->setValue(percentage);
+    lastActivity = clock();
 }
 
-void FirmwareFlasher::enter(Stage next, const char* trace)
+void FirmwareFlasher::enterNextStage()
 {
-    stage = next;
+    ++stage;
     updateGUI();
-    printLine(QString::fromLatin1(trace));
+    switch (stage) {
+    case FlashOutput::LOADING:
+        printLine(QStringLiteral("Entering loading state"));
+        break;
+    case FlashOutput::UPLOADING:
+        printLine(QStringLiteral("Entering uploading state"));
+        break;
+    case FlashOutput::VERIFYING:
+        printLine(QStringLiteral("Entering verifying state"));
+        break;
+    default:
+        finish();
+        break;
+    }
 }
 
 void FirmwareFlasher::abort(Error showError)
@@ -271,8 +241,6 @@ void FirmwareFlasher::abort(Error showError)
 
 void FirmwareFlasher::finish()
 {
-    stage = VERIFIED;
-    updateGUI();
     letUploaderEnd();
     endRun();
     report([this] {
@@ -298,7 +266,7 @@ void FirmwareFlasher::checkAppFrozen()
 void FirmwareFlasher::endRun()
 {
     release();
-    stage = FINISHED;
+    stage = FlashOutput::FINISHED;
     lastActivity = clock();
 }
 
@@ -375,23 +343,23 @@ void FirmwareFlasher::updateGUI()
 {
     lastActivity = clock();
     switch (stage) {
-    case ERASING:
+    case FlashOutput::ERASING:
         showBusy(ui->eraseFlashPB);
         break;
-    case LOADING:
+    case FlashOutput::LOADING:
         showMark(ui->eraseFlashCM);
         ui->eraseFlashPB->setMaximum(100);
         showBusy(ui->loadFilePB);
         break;
-    case UPLOADING:
+    case FlashOutput::UPLOADING:
         showMark(ui->loadFileCM);
         ui->loadFilePB->setMaximum(100);
         break;
-    case VERIFYING:
+    case FlashOutput::VERIFYING:
         showMark(ui->uploadCM);
         ui->uploadPB->setValue(100);
         break;
-    case VERIFIED:
+    case FlashOutput::VERIFIED:
         showMark(ui->verifyCM);
         ui->verifyPB->setValue(100);
         break;

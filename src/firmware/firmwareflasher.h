@@ -1,5 +1,7 @@
 #pragma once
 
+#include "firmware/flashoutput.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QPointer>
@@ -12,7 +14,6 @@
 class PortTurn;
 class QFile;
 class QProcess;
-class QProgressBar;
 class QTimer;
 class QWidget;
 
@@ -99,26 +100,13 @@ public slots:
     void chargingCompleteDialogueBox();
 
 private:
-    enum Stage : int
-    {
-        ERASING = 1,
-        LOADING,
-        UPLOADING,
-        VERIFYING,
-        VERIFIED,
-        FINISHED
-    };
     using Error = void (*)(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
     void beginRun();
     void refuse(const QString& holder);
     void startUploader();
-    void readWhileErasing(const char* chunk);
-    void readWhileLoading(const char* chunk);
-    void readWhileUploading(const char* chunk);
-    void readWhileVerifying(const char* chunk);
-    void showProgress(QProgressBar* bar, const char* chunk);
-    void enter(Stage next, const char* trace);
+    void showProgress(const char* chunk);
+    void enterNextStage();
     void abort(Error showError);
     void finish();
     void endRun();
@@ -137,8 +125,8 @@ private:
         process; ///< a child of this object's parent; null while waiting for the port
     QByteArray lastChunk;
     Ui::KelvaronFirmwareToolWindow* ui;
-    int stage = ERASING;
-    bool isStarting = false; ///< startFlashing() can still throw to its caller
+    int stage = FlashOutput::ERASING; ///< a FlashOutput::Stage
+    bool isStarting = false;          ///< startFlashing() can still throw to its caller
     std::time_t lastActivity = 0;
     QTimer* watchdog = nullptr; ///< a child of this object
     Clock clock;
