@@ -7,8 +7,6 @@
 #include <QAccessibleWidget>
 #include <QListWidget>
 
-#include <algorithm>
-
 namespace
 {
 /// One row: a list item with the row's labels and buttons as its children.
@@ -87,11 +85,8 @@ public:
 
     QAccessibleInterface* focusChild() const override
     {
-        const QList<ProfileName*> rows = ProfileRows::widgets(*list);
-        const auto selected = std::find_if(rows.cbegin(), rows.cend(), [](const ProfileName* row) {
-            return row->isHighlighted();
-        });
-        return selected != rows.cend() ? QAccessible::queryAccessibleInterface(*selected) : nullptr;
+        const int row = ProfileRows::selected(*list);
+        return row >= 0 ? child(row) : nullptr;
     }
 
 private:

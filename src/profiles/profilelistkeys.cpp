@@ -1,5 +1,8 @@
 #include "profiles/profilelistkeys.h"
 
+#include "profiles/profilename.h"
+#include "profiles/profilerows.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QListWidget>
@@ -22,9 +25,9 @@ bool ProfileListKeys::eventFilter(QObject* watched, QEvent* event)
         emit deletionWanted();
         return true;
     }
-    const int step = isPlain ? stepOf(press->key()) : 0;
-    if (step != 0) {
-        emit stepped(step);
+    const int rows = isPlain ? stepOf(press->key()) : 0;
+    if (rows != 0) {
+        step(rows);
         return true;
     }
     const bool isText = (press->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
@@ -42,8 +45,40 @@ bool ProfileListKeys::addTyped(const QString& letters)
     }
     typed = goesOn ? typed + letters : letters;
     sinceTyped.start();
-    emit titleTyped(typed);
+    const int found = findTyped();
+    if (found >= 0) {
+        emit titleFound(found);
+    }
     return true;
+}
+
+/// Returns the next row, starting with the selected one, whose title begins with the characters typed, or
+/// else contains them; -1 when there is none. The search ignores case.
+int ProfileListKeys::findTyped() const
+{
+    const QList<ProfileName*> rows = ProfileRows::widgets(*list);
+    // The first character moves on to the next title; further ones may match the selected title, too.
+    const int from = std::max(0, ProfileRows::selected(*list) + (typed.size() == 1 ? 1 : 0));
+    int containing = -1;
+    for (int i = 0; i < rows.size(); ++i) {
+        const int row = (from + i) % rows.size();
+        const QString title = rows.at(row)->getTitle();
+        if (title.startsWith(typed, Qt::CaseInsensitive)) {
+            return row;
+        }
+        if (containing < 0 && title.contains(typed, Qt::CaseInsensitive)) {
+            containing = row;
+        }
+    }
+    return containing;
+}
+
+void ProfileListKeys::step(int rows)
+{
+    if (list->count() > 0) {
+        const int from = std::max(0, ProfileRows::selected(*list));
+        emit stepped(std::clamp(from + rows, 0, list->count() - 1));
+    }
 }
 
 int ProfileListKeys::stepOf(int key) const

@@ -20,21 +20,21 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
-    /// Requests the row this far below the selected one, or above it if negative. A row beyond an
-    /// end of the list means the row at that end.
-    void stepped(int rows);
+    /// Requests this row, some steps from the selected one.
+    void stepped(int row);
 
     /// Requests the deletion of the selected row.
     void deletionWanted();
 
-    /// Requests the profile whose title contains this text: the characters typed so far in quick
-    /// succession.
-    void titleTyped(const QString& text);
+    /// Requests this row: its title contains the characters typed so far in quick succession.
+    void titleFound(int row);
 
 private:
     int stepOf(int key) const;
     int rowsOnAPage() const;
+    void step(int rows);
     bool addTyped(const QString& letters);
+    int findTyped() const;
 
     QListWidget* list;
     QString typed;

@@ -7,6 +7,7 @@
 #include "look/plainarea.h"
 #include "messagedialogs.h"
 #include "profiles/profilelistaccessible.h"
+#include "profiles/profilelisthistory.h"
 #include "profiles/profilelistkeys.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
@@ -21,15 +22,14 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include <algorithm>
-
 ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* list,
                                                  QPushButton* create, QPushButton* up,
                                                  QPushButton* down,
                                                  HParser::Generator* settingsGenerator,
                                                  SettingsPaneManager* pane)
     : QObject(parent), settingsPane(pane), generator(settingsGenerator), parentWidget(parent),
-      listWidget(list), createButton(create), upButton(up), downButton(down)
+      listWidget(list), createButton(create), upButton(up), downButton(down), importedRows(list),
+      history(new ProfileListHistory(this))
 {
     ProfileNameListWidget::qlistWidget = listWidget;
     seenRows = new SeenRows(listWidget);
@@ -44,8 +44,12 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     connect(listWidget, &QListWidget::itemClicked, this,
             &ProfileNamesListManager::on_listWidgetClicked);
     const auto* keys = new ProfileListKeys(listWidget);
-    connect(keys, &ProfileListKeys::stepped, this, &ProfileNamesListManager::selectByStep);
-    connect(keys, &ProfileListKeys::titleTyped, this, &ProfileNamesListManager::selectByTitle);
+    connect(keys, &ProfileListKeys::stepped, this, &ProfileNamesListManager::selectRow);
+    connect(keys, &ProfileListKeys::titleFound, this, [this](int row) {
+        if (!settingsPane->getEditMode()) {
+            selectRow(row);
+        }
+    });
     connect(keys, &ProfileListKeys::deletionWanted, this, &ProfileNamesListManager::deleteSelected);
     connect(createButton, &QPushButton::clicked, this,
             &ProfileNamesListManager::on_createProfileButtonClicked);
@@ -53,9 +57,13 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     connect(drag, &RowDrag::dropped, this, &ProfileNamesListManager::moveRow);
     connect(settingsPane, &SettingsPaneManager::editing, this, [this](bool on) {
         if (on) {
-            forgetHistory();
+            history->forget();
         }
     });
+    connect(history, &ProfileListHistory::changed, this, &ProfileNamesListManager::historyChanged);
+    connect(history, &ProfileListHistory::deletionUndone, this, &ProfileNamesListManager::restore);
+    connect(history, &ProfileListHistory::moveUndone, this,
+            [this](int from, int to) { on_listWidgetClicked(placeAnew(from, to)); });
     upButton->setAutoRepeat(true); // a held key keeps moving the row
     downButton->setAutoRepeat(true);
     connect(upButton, &QPushButton::clicked, this, &ProfileNamesListManager::profilePushUp);
@@ -96,42 +104,6 @@ void ProfileNamesListManager::showSelected()
     row->highlight();
     row->placeInTabOrder(listWidget, createButton);
     seenRows->keepInSight(row);
-}
-
-void ProfileNamesListManager::selectByStep(int rows)
-{
-    if (listWidget->count() == 0) {
-        return;
-    }
-    const int from = currentItem == nullptr ? 0 : listWidget->row(currentItem);
-    const int last = listWidget->count() - 1;
-    selectRow(std::clamp(from + rows, 0, last));
-}
-
-void ProfileNamesListManager::selectByTitle(const QString& text)
-{
-    if (settingsPane->getEditMode() || listWidget->count() == 0) {
-        return;
-    }
-    const int count = listWidget->count();
-    // The first character moves on to the next title; further ones may match the selected title,
-    // too.
-    const int from = listWidget->row(currentItem) + (text.size() == 1 ? 1 : 0);
-    int containing = -1;
-    for (int step = 0; step < count; ++step) {
-        const int row = (from + step) % count;
-        const QString title = ProfileRows::itemAt(*listWidget, row)->getProfileName()->getTitle();
-        if (title.startsWith(text, Qt::CaseInsensitive)) {
-            selectRow(row);
-            return;
-        }
-        if (containing < 0 && title.contains(text, Qt::CaseInsensitive)) {
-            containing = row;
-        }
-    }
-    if (containing >= 0) {
-        selectRow(containing);
-    }
 }
 
 void ProfileNamesListManager::selectRow(int row)
@@ -192,20 +164,20 @@ void ProfileNamesListManager::insertProfile(int row, ProfileNameListWidget* item
 
 ProfileNameListWidget* ProfileNamesListManager::adoptProfile(ProfileSettings* profile)
 {
-    forgetHistory();
+    history->forget();
     ++profilesAdded;
-    return makeItem(std::unique_ptr<ProfileSettings>(profile));
+    return makeItem(profile);
 }
 
-ProfileNameListWidget* ProfileNamesListManager::makeItem(std::unique_ptr<ProfileSettings> profile)
+ProfileNameListWidget* ProfileNamesListManager::makeItem(ProfileSettings* profile)
 {
     ProfileNameListWidget* item = makeProfileName();
     ProfileName* row = item->getProfileName();
-    row->setProfileSettings(profile.get());
+    row->setProfileSettings(profile);
     row->setTitle(profile->getTitle());
     row->setSubtitle(profile->getSubtitle());
     row->dehighlight();
-    profiles.push_back(std::move(profile));
+    profiles.emplace(profile, profile);
     return item;
 }
 
@@ -226,53 +198,36 @@ void ProfileNamesListManager::on_profileReadyForImport(ProfileSettings* profile,
                                                        bool isDefault)
 {
     ProfileNameListWidget* item = adoptProfile(profile);
-    item->getProfileName()->setActive(active);
-    if (isDefault && defaultItem == nullptr) {
-        item->getProfileName()->setDefault(true);
-        defaultItem = item;
-    }
-    heldItems.append(item);
-    if (rowHolds == 0) {
-        showHeldItems();
-    }
+    defaultMark.admit(item, active, isDefault);
+    importedRows.add(item);
+    showImportedRows();
 }
 
 void ProfileNamesListManager::holdBackRows()
 {
-    ++rowHolds;
+    importedRows.hold();
 }
 
 void ProfileNamesListManager::showHeldBackRows()
 {
-    --rowHolds;
-    if (rowHolds == 0 && !heldItems.isEmpty()) {
-        showHeldItems();
-    }
+    importedRows.release();
+    showImportedRows();
 }
 
-void ProfileNamesListManager::showHeldItems()
+void ProfileNamesListManager::showImportedRows()
 {
-    // All items first: attaching a row triggers a layout of the list.
-    const int first = insertionRow < 0 ? listWidget->count() : insertionRow;
-    insertionRow = -1;
-    for (int i = 0; i < heldItems.size(); ++i) {
-        listWidget->insertItem(first + i, heldItems.at(i));
+    if (ProfileNameListWidget* newest = importedRows.show()) {
+        selectRow(listWidget->row(newest));
+        seenRows->makeForms();
+        emitQuickUpdate();
     }
-    for (ProfileNameListWidget* item : qAsConst(heldItems)) {
-        item->attachRow();
-    }
-    ProfileNameListWidget* newest = heldItems.last();
-    heldItems.clear();
-    selectRow(listWidget->row(newest));
-    seenRows->makeForms();
-    emitQuickUpdate();
 }
 
 void ProfileNamesListManager::importBelowSelected(const std::function<void()>& import)
 {
-    insertionRow = currentItem == nullptr ? -1 : listWidget->row(currentItem) + 1;
+    importedRows.setPlace(currentItem == nullptr ? -1 : listWidget->row(currentItem) + 1);
     import();
-    insertionRow = -1;
+    importedRows.setPlace(-1);
 }
 
 void ProfileNamesListManager::emitQuickUpdate()
@@ -286,28 +241,19 @@ void ProfileNamesListManager::on_activeStatusChangeRequest(ProfileName* row, boo
 {
     row->setActive(active);
     emitQuickUpdate();
-    if (active) {
-        return;
-    }
-    row->setDefault(false);
-    emitQuickUpdate();
-    if (defaultItem != nullptr && defaultItem->getProfileName() == row) {
-        defaultItem = nullptr;
+    if (!active) {
+        defaultMark.takeFrom(row);
+        emitQuickUpdate();
     }
 }
 
 void ProfileNamesListManager::on_defaultStatusChangeRequest(ProfileName* row, bool isDefault)
 {
     if (isDefault) {
-        if (defaultItem != nullptr) {
-            defaultItem->getProfileName()->setDefault(false);
-        }
-        row->setDefault(true);
-        row->setActive(true);
-        defaultItem = row->getListItem();
+        defaultMark.moveTo(row);
     } else {
         row->setDefault(false);
-        defaultItem = nullptr;
+        defaultMark.forget();
     }
     emitQuickUpdate();
 }
@@ -348,31 +294,17 @@ void ProfileNamesListManager::deleteProfile(ProfileNameListWidget* item)
         setMoveButtonsEnabled(false);
         emit noMoreProfilesLeft();
     }
-    if (item == defaultItem) {
-        defaultItem = nullptr;
-    }
+    defaultMark.itemLeaves(item);
     if (listWidget->count() > 0) {
         on_listWidgetClicked(listWidget->item(row == 0 ? 0 : row - 1));
     }
 
     // Not earlier: the pane showed this profile until the neighbour was selected.
-    const ProfileSettings* profile = item->getProfileName()->getProfileSettings();
+    auto profile = profiles.extract(item->getProfileName()->getProfileSettings());
+    KELVARON_ASSERT(!profile.empty());
     item->getProfileName()->forgetProfile();
     delete item;
-    record({row, -1, takeProfile(profile)});
-}
-
-std::unique_ptr<ProfileSettings> ProfileNamesListManager::takeProfile(
-    const ProfileSettings* profile)
-{
-    const auto found = std::find_if(profiles.begin(), profiles.end(),
-                                    [profile](const std::unique_ptr<ProfileSettings>& owned) {
-                                        return owned.get() == profile;
-                                    });
-    KELVARON_ASSERT(found != profiles.end());
-    std::unique_ptr<ProfileSettings> taken = std::move(*found);
-    profiles.erase(found);
-    return taken;
+    history->recordDeletion(row, std::move(profile.mapped()));
 }
 
 void ProfileNamesListManager::deleteAllRows()
@@ -381,7 +313,7 @@ void ProfileNamesListManager::deleteAllRows()
         return;
     }
     currentItem = nullptr;
-    defaultItem = nullptr;
+    defaultMark.forget();
     for (ProfileName* row : ProfileRows::widgets(*listWidget)) {
         row->forgetProfile();
     }
@@ -389,7 +321,7 @@ void ProfileNamesListManager::deleteAllRows()
     setMoveButtonsEnabled(false);
     emit noMoreProfilesLeft();
     profiles.clear(); // not earlier: the pane no longer shows its profile
-    forgetHistory();
+    history->forget();
 }
 
 bool ProfileNamesListManager::deleteAllProfilesNoConfirmation()
@@ -449,7 +381,7 @@ void ProfileNamesListManager::moveRow(int from, int to)
         return;
     }
     placeAnew(from, to);
-    record({from, to, nullptr});
+    history->recordMove(from, to);
 }
 
 /// Returns the item at its new place. The row of an item that was taken out cannot be attached again,
@@ -460,9 +392,7 @@ ProfileNameListWidget* ProfileNamesListManager::placeAnew(int from, int to)
     ProfileNameListWidget* moved = taken->clone();
     listWidget->takeItem(from);
     taken->getProfileName()->forgetProfile();
-    if (defaultItem == taken.get()) {
-        defaultItem = moved;
-    }
+    defaultMark.itemLeaves(taken.get(), moved);
     connectProfileNameSignals(moved);
     if (to == 0) {
         prependProfile(moved);
@@ -479,46 +409,27 @@ ProfileNameListWidget* ProfileNamesListManager::placeAnew(int from, int to)
     return moved;
 }
 
-void ProfileNamesListManager::record(Change change)
+bool ProfileNamesListManager::canUndo() const
 {
-    history.push_back(std::move(change));
-    emit historyChanged();
-}
-
-void ProfileNamesListManager::forgetHistory()
-{
-    history.clear();
-    emit historyChanged();
+    return !history->isEmpty();
 }
 
 void ProfileNamesListManager::undo()
 {
-    if (history.empty() || settingsPane->getEditMode()) {
-        return;
+    if (!settingsPane->getEditMode()) {
+        history->undo();
     }
-    Change change = std::move(history.back());
-    history.pop_back();
-    if (change.deleted != nullptr) {
-        restore(change.row, std::move(change.deleted));
-    } else {
-        on_listWidgetClicked(placeAnew(change.newRow, change.row));
-    }
-    emit historyChanged();
 }
 
-void ProfileNamesListManager::restore(int row, std::unique_ptr<ProfileSettings> profile)
+void ProfileNamesListManager::restore(int row, ProfileSettings* profile)
 {
-    const auto isOn = [&profile](QLatin1String flag) {
+    const auto isOn = [profile](QLatin1String flag) {
         return profile->settings->getStructSettingByDescriptiveName(flag)->isOn();
     };
     const bool active = isOn(HParser::ProfileConventions::activeFlag);
     const bool isDefault = isOn(HParser::ProfileConventions::defaultFlag);
-    ProfileNameListWidget* item = makeItem(std::move(profile));
-    item->getProfileName()->setActive(active);
-    if (isDefault && defaultItem == nullptr) {
-        item->getProfileName()->setDefault(true);
-        defaultItem = item;
-    }
+    ProfileNameListWidget* item = makeItem(profile);
+    defaultMark.admit(item, active, isDefault);
     insertProfile(row, item);
     on_listWidgetClicked(item);
 }

@@ -1,12 +1,15 @@
 #pragma once
 
-#include <QList>
+#include "profiles/defaultmark.h"
+#include "profiles/importedrows.h"
+
 #include <QObject>
 
 #include <functional>
 #include <memory>
-#include <vector>
+#include <unordered_map>
 
+class ProfileListHistory;
 class ProfileName;
 class ProfileNameListWidget;
 class ProfileSettings;
@@ -25,7 +28,7 @@ class Generator;
 /// The rules of the profile list: selection, creation, deletion, order, and the active and default
 /// flags. It owns the profiles; the rows borrow them.
 ///
-/// At most one row is default, and it is `defaultItem`. While the settings pane edits a profile,
+/// While the settings pane edits a profile,
 /// selecting, creating and deleting are refused; moving and the two flags are not.
 class ProfileNamesListManager : public QObject
 {
@@ -45,7 +48,7 @@ public:
     ProfileNameListWidget* getCurrentItem() const { return currentItem; }
 
     /// The item of the default profile; nullptr when there is none.
-    ProfileNameListWidget* getDefaultItem() const { return defaultItem; }
+    ProfileNameListWidget* getDefaultItem() const { return defaultMark.getItem(); }
 
     /// Returns how many profiles were added since the program started, including deleted ones.
     int getProfilesAdded() const { return profilesAdded; }
@@ -72,12 +75,8 @@ public:
     /// list.
     void importBelowSelected(const std::function<void()>& import);
 
-    /// Selects the next profile, starting with the selected one, whose title begins with this text,
-    /// or else contains it. The search ignores case. Does nothing in edit mode.
-    void selectByTitle(const QString& text);
-
     /// Returns whether there is a deletion or move for undo() to revert.
-    bool canUndo() const { return !history.empty(); }
+    bool canUndo() const;
 
 signals:
     /// Another profile was selected; the pane has to be rebuilt.
@@ -135,28 +134,16 @@ public slots:
     void on_defaultStatusChangeRequest(ProfileName* row, bool isDefault);
 
 private:
-    /// A deletion, with the profile that was deleted, or a move.
-    struct Change
-    {
-        int row;         ///< where the profile was
-        int newRow = -1; ///< where it was moved to
-        std::unique_ptr<ProfileSettings> deleted;
-    };
-
-    void selectByStep(int rows);
     void selectRow(int row);
     void showSelected();
     ProfileNameListWidget* adoptProfile(ProfileSettings* profile);
-    ProfileNameListWidget* makeItem(std::unique_ptr<ProfileSettings> profile);
+    ProfileNameListWidget* makeItem(ProfileSettings* profile);
     void selectNewest(ProfileNameListWidget* item);
-    void showHeldItems();
+    void showImportedRows();
     void deleteAllRows();
     void moveCurrentItem(int row);
     ProfileNameListWidget* placeAnew(int from, int to);
-    std::unique_ptr<ProfileSettings> takeProfile(const ProfileSettings* profile);
-    void restore(int row, std::unique_ptr<ProfileSettings> profile);
-    void record(Change change);
-    void forgetHistory();
+    void restore(int row, ProfileSettings* profile);
     void emitQuickUpdate();
     void setMoveButtonsEnabled(bool enabled);
 
@@ -169,11 +156,9 @@ private:
     QPushButton* downButton;
     SeenRows* seenRows = nullptr; ///< a child of the list
     ProfileNameListWidget* currentItem = nullptr;
-    ProfileNameListWidget* defaultItem = nullptr;
+    DefaultMark defaultMark;
     int profilesAdded = 0;
-    int rowHolds = 0;
-    int insertionRow = -1;                   ///< for the next imported profiles; -1: at the end
-    QList<ProfileNameListWidget*> heldItems; ///< not yet in the list
-    std::vector<std::unique_ptr<ProfileSettings>> profiles;
-    std::vector<Change> history;
+    ImportedRows importedRows;
+    std::unordered_map<const ProfileSettings*, std::unique_ptr<ProfileSettings>> profiles;
+    ProfileListHistory* history; ///< a child of this object
 };

@@ -4,6 +4,8 @@
 
 #include <QListWidget>
 
+#include <algorithm>
+
 ProfileNameListWidget* ProfileRows::itemOf(QListWidgetItem* item)
 {
     return static_cast<ProfileNameListWidget*>(item);
@@ -30,4 +32,12 @@ QList<const ProfileSettings*> ProfileRows::profiles(const QListWidget& list)
         profiles.append(row->getProfileSettings());
     }
     return profiles;
+}
+
+int ProfileRows::selected(const QListWidget& list)
+{
+    const QList<ProfileName*> rows = widgets(list);
+    const auto found = std::find_if(rows.cbegin(), rows.cend(),
+                                    [](const ProfileName* row) { return row->isHighlighted(); });
+    return found != rows.cend() ? static_cast<int>(found - rows.cbegin()) : -1;
 }

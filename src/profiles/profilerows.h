@@ -23,4 +23,7 @@ QList<ProfileName*> widgets(const QListWidget& list);
 
 /// The rows' profiles, from the first row to the last. The list's manager owns them.
 QList<const ProfileSettings*> profiles(const QListWidget& list);
+
+/// The selected row; -1 when there is none.
+int selected(const QListWidget& list);
 } // namespace ProfileRows
