@@ -1,10 +1,34 @@
 #pragma once
 
-#include "job.h"
+#include <QString>
 
 #include <optional>
 
 class QStringList;
+
+enum class Operation
+{
+    Help,
+    Erase,
+    Write,
+    Read,
+    Reset,
+    Flash
+};
+
+/// What one run has to do. Addresses count program words as the charger does: two per word.
+struct Job
+{
+    Operation operation = Operation::Help;
+    QString port;
+    quint32 low = 0;    ///< of Erase and Read
+    quint32 high = 0;   ///< the first address behind the range
+    QString file;       ///< to program, or to read into
+    QString verifyFile; ///< of Flash
+
+    /// The name of the operation in the faults file.
+    QString step() const;
+};
 
 /// The command line of the uploader. Its order is fixed, as in the charger's own tool.
 namespace CommandLine

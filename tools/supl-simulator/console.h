@@ -1,8 +1,16 @@
 #pragma once
 
-#include "pace.h"
-
 class QString;
+
+/// How long the pauses are: a share of the normal ones, or all of them the same.
+struct Pace
+{
+    bool isFixed = false;
+    int number = 100; ///< percent, or milliseconds when fixed
+
+    /// The pause in milliseconds in place of a normal one.
+    int pause(int normal) const { return isFixed ? number : normal * number / 100; }
+};
 
 /// Standard output as the uploader's readers expect it: a reader treats whatever has arrived as one
 /// chunk, so every line is written at once and followed by a pause.

@@ -1,9 +1,9 @@
 #include "devicedescription.h"
 
-#include "addresstext.h"
 #include "chargermemory.h"
 #include "failure.h"
 #include "keyvaluefile.h"
+#include "memoryword.h"
 
 #include <QHash>
 

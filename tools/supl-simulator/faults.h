@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pace.h"
+#include "console.h"
 
 #include <QHash>
 #include <QString>

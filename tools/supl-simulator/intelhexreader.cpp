@@ -1,6 +1,5 @@
 #include "intelhexreader.h"
 
-#include "addresstext.h"
 #include "failure.h"
 
 #include <QFile>

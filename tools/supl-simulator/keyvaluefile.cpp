@@ -1,7 +1,5 @@
 #include "keyvaluefile.h"
 
-#include "failure.h"
-
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>

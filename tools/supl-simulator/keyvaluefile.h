@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exitcode.h"
+#include "failure.h"
 
 #include <QList>
 #include <QString>

@@ -1,5 +1,4 @@
 #include "commandline.h"
-#include "exitcode.h"
 #include "uploader.h"
 
 #include <QCoreApplication>

@@ -1,14 +1,14 @@
 #include "uploader.h"
 
-#include "addresstext.h"
 #include "crash.h"
-#include "failure.h"
 #include "intelhexreader.h"
 #include "intelhexwriter.h"
+#include "keyvaluefile.h"
 #include "readfile.h"
-#include "resetcounter.h"
-#include "runlog.h"
+#include "wholefile.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 #include <QThread>
 
@@ -20,6 +20,25 @@ namespace
 constexpr int shortPause = 60;
 constexpr int longPause = 250;
 constexpr int transferPause = 100; ///< around a marker that no reader waits for
+
+/// How often the charger was reset; the file may be missing.
+int resetsIn(const QString& path)
+{
+    if (!QFileInfo::exists(path)) {
+        return 0;
+    }
+    const auto entries = KeyValueFile::read(path, ExitCode::BrokenSetup);
+    bool isNumber = false;
+    int count = 0;
+    if (entries && entries->size() == 1 && entries->first().key == QLatin1String("resets")) {
+        count = entries->first().value.toInt(&isNumber);
+    }
+    if (!isNumber || count < 0 || count >= 1000000000) {
+        throw Failure{QFileInfo(path).fileName() + QStringLiteral(" is damaged"),
+                      ExitCode::BrokenSetup};
+    }
+    return count;
+}
 } // namespace
 
 Uploader::Uploader(Job runJob, const QString& folder)
@@ -31,24 +50,27 @@ Uploader::Uploader(Job runJob, const QString& folder)
 
 ExitCode Uploader::run(const QStringList& arguments)
 {
-    const QString logPath = folderPath + QLatin1String("supl-log.txt");
     ExitCode code = ExitCode::Ok;
     try {
         faults = Faults(folderPath + QLatin1String("supl-faults.txt"));
         faults.enter(job.step());
         usePace();
-        if (faults.isOn("log")) {
-            RunLog::begin(logPath, arguments);
-        }
+        log(QLatin1Char('"') + arguments.join(QStringLiteral("\" \"")) + QLatin1Char('"'));
         code = doJob();
     } catch (const Failure& failure) {
         console.marker(failure.message);
         code = failure.code;
     }
-    if (faults.isOn("log")) {
-        RunLog::end(logPath, static_cast<int>(code));
-    }
+    log(QStringLiteral("exit code %1").arg(static_cast<int>(code)));
     return code;
+}
+
+void Uploader::log(const QString& line) const
+{
+    QFile file(folderPath + QLatin1String("supl-log.txt"));
+    if (faults.isOn("log") && file.open(QIODevice::Append)) {
+        file.write(line.toUtf8() + '\n');
+    }
 }
 
 ExitCode Uploader::doJob()
@@ -170,8 +192,17 @@ void Uploader::reset()
     enterStage();
     console.line(QStringLiteral("Resetting"), longPause);
     passMiddle();
-    ResetCounter::increase(folderPath + QLatin1String("charger-state.txt"));
+    countReset();
     console.marker(QStringLiteral("Reset success"));
+}
+
+void Uploader::countReset()
+{
+    const QString path = folderPath + QLatin1String("charger-state.txt");
+    if (!WholeFile::write(path, "resets = " + QByteArray::number(resetsIn(path) + 1) + '\n')) {
+        throw Failure{QFileInfo(path).fileName() + QStringLiteral(" cannot be written"),
+                      ExitCode::BrokenSetup};
+    }
 }
 
 void Uploader::flash()

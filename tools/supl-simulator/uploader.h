@@ -1,11 +1,10 @@
 #pragma once
 
 #include "chargermemory.h"
-#include "console.h"
+#include "commandline.h"
 #include "devicedescription.h"
-#include "exitcode.h"
+#include "failure.h"
 #include "faults.h"
-#include "job.h"
 #include "memoryword.h"
 
 #include <QLockFile>
@@ -29,6 +28,10 @@ private:
     using Work = std::function<void(int, int)>;
 
     ExitCode doJob();
+
+    /// Adds a line to the list of runs that tests read. A log that cannot be written is no fault of the
+    /// run.
+    void log(const QString& line) const;
     void openPort();
     void greet();
     void erase();
@@ -36,6 +39,8 @@ private:
     void read();
     void reset();
     void flash();
+
+    void countReset();
 
     void usePace();
 
