@@ -123,7 +123,7 @@ fuzz() {
     local target="$1" folder seeds=() options=()
     local corpus="$PWD/build/fuzz/corpus/$target" log="$PWD/build/fuzz/logs/$target.log"
     mkdir -p "$corpus" build/fuzz/findings build/fuzz/logs
-    for folder in "$PWD/fuzz/corpus/$target" "$PWD/fuzz/regressions/$target"; do
+    for folder in "$PWD/build/fuzz/fuzz/seeds/$target" "$PWD/fuzz/regressions/$target"; do
         if [[ -d "$folder" ]]; then
             seeds+=("$folder")
         fi
