@@ -16,17 +16,17 @@ enum class Operation
     Flash
 };
 
-/// What one run has to do. Addresses count program words as the charger does: two per word.
+/// The task of one run. As in the charger, a program word has two addresses.
 struct Job
 {
     Operation operation = Operation::Help;
     QString port;
-    quint32 low = 0;    ///< of Erase and Read
-    quint32 high = 0;   ///< the first address behind the range
-    QString file;       ///< to program, or to read into
-    QString verifyFile; ///< of Flash
+    quint32 low = 0;    ///< for Erase and Read
+    quint32 high = 0;   ///< the first address after the range
+    QString file;       ///< the file to program or to create
+    QString verifyFile; ///< for Flash
 
-    /// The name of the operation in the faults file.
+    /// Returns the name of the operation in the faults file.
     QString step() const;
 };
 

@@ -2,13 +2,13 @@
 
 class QString;
 
-/// How long the pauses are: a share of the normal ones, or all of them the same.
+/// The length of the pauses: a percentage of the normal length, or a fixed length.
 struct Pace
 {
     bool isFixed = false;
     int number = 100; ///< percent, or milliseconds when fixed
 
-    /// The pause in milliseconds in place of a normal one.
+    /// Returns the pause in milliseconds that replaces a normal one.
     int pause(int normal) const { return isFixed ? number : normal * number / 100; }
 };
 

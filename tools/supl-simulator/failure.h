@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// What a run returns to its caller.
+/// The exit codes of a run.
 enum class ExitCode : int
 {
     Ok = 0,         ///< everything asked for was done

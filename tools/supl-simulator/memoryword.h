@@ -10,7 +10,7 @@ struct MemoryWord
     quint32 value = 0;   ///< 24 bits
 };
 
-/// An address as people write it: 0x9C00.
+/// Returns an address in the form 0x9C00.
 inline QString addressText(quint32 address)
 {
     return QStringLiteral("0x")

@@ -21,7 +21,7 @@ constexpr int shortPause = 60;
 constexpr int longPause = 250;
 constexpr int transferPause = 100; ///< around a marker that no reader waits for
 
-/// How often the charger was reset; the file may be missing.
+/// Returns how often the charger was reset; the file may be missing.
 int resetsIn(const QString& path)
 {
     if (!QFileInfo::exists(path)) {

@@ -29,8 +29,8 @@ private:
 
     ExitCode doJob();
 
-    /// Adds a line to the list of runs that tests read. A log that cannot be written is no fault of the
-    /// run.
+    /// Adds a line to the log of runs for tests. A log that cannot be written does not make the run
+    /// fail.
     void log(const QString& line) const;
     void openPort();
     void greet();
