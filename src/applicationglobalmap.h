@@ -19,6 +19,8 @@ public:
     /// Returns the value; inserts a missing key with an empty value.
     static QString getString(const QString& key);
 
+    // Kept: part of the interface; nothing calls the four functions in this version.
+
     /// Stores the number as text with 6 significant digits.
     static void putDouble(const QString& key, double value);
 

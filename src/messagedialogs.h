@@ -31,13 +31,15 @@ public:
     /// the list.
     static int askAppendProfiles(QWidget* parent);
 
+    // Kept: part of the interface; nothing shows them in this version.
     static int kelvaronFirmwareToolCorrupt(QWidget* parent);
+    static int firmwareToolMissing(QWidget* parent);
+    static int corruptCBFile(QWidget* parent);
+
     static int mainFolderNotFound(QWidget* parent);
     static int cbFileMissing(QWidget* parent);
     static int suplMissing(QWidget* parent);
     static int deviceTxtMissing(QWidget* parent);
-    static int firmwareToolMissing(QWidget* parent);
-    static int corruptCBFile(QWidget* parent);
     static int hexImportReadError(QWidget* parent);
     static int hexImportChecksumError(QWidget* parent);
     static int hexImportTypeError(QWidget* parent);

@@ -33,7 +33,7 @@ public:
     /// The charger's flash differs from the image.
     static void error5(Ui::KelvaronFirmwareToolWindow* form, QWidget* parent);
 
-    // Errors of an installation; none is raised in this version.
+    // Kept: part of the interface. Errors of an installation; nothing raises them in this version.
     static void error6(QWidget* parent);
     static void error7(QWidget* parent);
     static void error8(QWidget* parent);
@@ -44,7 +44,7 @@ public:
     /// The start of a flash failed with an exception.
     static void error10(QWidget* parent);
 
-    // Errors of an installation; none is raised in this version.
+    // Kept: part of the interface, as errors 6 to 8.
     static void error11(QWidget* parent);
     static void error12(QWidget* parent);
 

@@ -6,6 +6,8 @@ namespace FirmwareTool
 {
 /// Helpers for NUL-terminated byte strings, used to search the uploader's output. Every `char
 /// const*` must point to such a string.
+///
+/// Kept: the functions without a caller in this version are part of the interface.
 class StringManipulation
 {
 public:
@@ -33,7 +35,7 @@ public:
     static int length(const char* text);
 
     /// Returns the progress before the last "%" in the text; -1 if there is none. The two
-    /// characters before it are taken as digits without a check, so "100%" yields 0, from its "00".
+    /// characters before it are taken as digits without a check, so "100%" yields 100, from its "00".
     static int getPercentage(const char* text);
 
     /// Return whether the text contains one of the uploader's fixed messages.

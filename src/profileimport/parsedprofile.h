@@ -30,6 +30,7 @@ public:
     QMap<QString, QString> getProperties() const { return properties; }
     void setProperties(const QMap<QString, QString>& newProperties) { properties = newProperties; }
 
+    /// Writes everything to standard output. Kept: part of the interface.
     void print() const;
 
 private:

@@ -2,7 +2,7 @@
 
 #include "profiles/profilesettings.h"
 
-ProfileListHistory::ProfileListHistory(QObject* parent) : QObject(parent) {}
+ProfileListHistory::ProfileListHistory() = default;
 
 ProfileListHistory::~ProfileListHistory() = default;
 

@@ -14,7 +14,7 @@ class ProfileListHistory : public QObject
     Q_OBJECT
 
 public:
-    explicit ProfileListHistory(QObject* parent);
+    ProfileListHistory();
     ~ProfileListHistory() override;
 
     bool isEmpty() const { return changes.empty(); }

@@ -7,7 +7,6 @@
 #include "look/plainarea.h"
 #include "messagedialogs.h"
 #include "profiles/profilelistaccessible.h"
-#include "profiles/profilelisthistory.h"
 #include "profiles/profilelistkeys.h"
 #include "profiles/profilename.h"
 #include "profiles/profilenamelistwidget.h"
@@ -28,8 +27,7 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
                                                  HParser::Generator* settingsGenerator,
                                                  SettingsPaneManager* pane)
     : QObject(parent), settingsPane(pane), generator(settingsGenerator), parentWidget(parent),
-      listWidget(list), createButton(create), upButton(up), downButton(down), importedRows(list),
-      history(new ProfileListHistory(this))
+      listWidget(list), createButton(create), upButton(up), downButton(down), importedRows(list)
 {
     ProfileNameListWidget::qlistWidget = listWidget;
     seenRows = new SeenRows(listWidget);
@@ -57,12 +55,12 @@ ProfileNamesListManager::ProfileNamesListManager(QWidget* parent, QListWidget* l
     connect(drag, &RowDrag::dropped, this, &ProfileNamesListManager::moveRow);
     connect(settingsPane, &SettingsPaneManager::editing, this, [this](bool on) {
         if (on) {
-            history->forget();
+            history.forget();
         }
     });
-    connect(history, &ProfileListHistory::changed, this, &ProfileNamesListManager::historyChanged);
-    connect(history, &ProfileListHistory::deletionUndone, this, &ProfileNamesListManager::restore);
-    connect(history, &ProfileListHistory::moveUndone, this,
+    connect(&history, &ProfileListHistory::changed, this, &ProfileNamesListManager::historyChanged);
+    connect(&history, &ProfileListHistory::deletionUndone, this, &ProfileNamesListManager::restore);
+    connect(&history, &ProfileListHistory::moveUndone, this,
             [this](int from, int to) { on_listWidgetClicked(placeAnew(from, to)); });
     upButton->setAutoRepeat(true); // a held key keeps moving the row
     downButton->setAutoRepeat(true);
@@ -150,12 +148,6 @@ void ProfileNamesListManager::appendProfile(ProfileNameListWidget* item)
     listWidget->scrollToItem(item);
 }
 
-void ProfileNamesListManager::prependProfile(ProfileNameListWidget* item)
-{
-    item->prependToList();
-    listWidget->scrollToItem(item);
-}
-
 void ProfileNamesListManager::insertProfile(int row, ProfileNameListWidget* item)
 {
     item->insertInList(row);
@@ -164,7 +156,7 @@ void ProfileNamesListManager::insertProfile(int row, ProfileNameListWidget* item
 
 ProfileNameListWidget* ProfileNamesListManager::adoptProfile(ProfileSettings* profile)
 {
-    history->forget();
+    history.forget();
     ++profilesAdded;
     return makeItem(profile);
 }
@@ -185,11 +177,6 @@ void ProfileNamesListManager::addNewProfile(ProfileSettings* profile)
 {
     ProfileNameListWidget* item = adoptProfile(profile);
     appendProfile(item);
-    selectNewest(item);
-}
-
-void ProfileNamesListManager::selectNewest(ProfileNameListWidget* item)
-{
     listWidget->scrollToBottom();
     on_listWidgetClicked(item);
 }
@@ -201,11 +188,6 @@ void ProfileNamesListManager::on_profileReadyForImport(ProfileSettings* profile,
     defaultMark.admit(item, active, isDefault);
     importedRows.add(item);
     showImportedRows();
-}
-
-void ProfileNamesListManager::holdBackRows()
-{
-    importedRows.hold();
 }
 
 void ProfileNamesListManager::showHeldBackRows()
@@ -304,13 +286,16 @@ void ProfileNamesListManager::deleteProfile(ProfileNameListWidget* item)
     KELVARON_ASSERT(!profile.empty());
     item->getProfileName()->forgetProfile();
     delete item;
-    history->recordDeletion(row, std::move(profile.mapped()));
+    history.recordDeletion(row, std::move(profile.mapped()));
 }
 
-void ProfileNamesListManager::deleteAllRows()
+bool ProfileNamesListManager::deleteAllProfilesNoConfirmation()
 {
+    if (settingsPane->getEditMode()) {
+        return false;
+    }
     if (listWidget->count() == 0) {
-        return;
+        return true;
     }
     currentItem = nullptr;
     defaultMark.forget();
@@ -321,15 +306,7 @@ void ProfileNamesListManager::deleteAllRows()
     setMoveButtonsEnabled(false);
     emit noMoreProfilesLeft();
     profiles.clear(); // not earlier: the pane no longer shows its profile
-    history->forget();
-}
-
-bool ProfileNamesListManager::deleteAllProfilesNoConfirmation()
-{
-    if (settingsPane->getEditMode()) {
-        return false;
-    }
-    deleteAllRows();
+    history.forget();
     return true;
 }
 
@@ -347,19 +324,9 @@ bool ProfileNamesListManager::deleteAllProfilesAskConfirmation()
     return true;
 }
 
-void ProfileNamesListManager::profilePushUp()
+void ProfileNamesListManager::stepCurrentItem(int rows)
 {
-    moveCurrentItem(listWidget->row(currentItem) - 1);
-}
-
-void ProfileNamesListManager::profilePushDown()
-{
-    moveCurrentItem(listWidget->row(currentItem) + 1);
-}
-
-void ProfileNamesListManager::moveToTop()
-{
-    moveCurrentItem(0);
+    moveCurrentItem(listWidget->row(currentItem) + rows);
 }
 
 void ProfileNamesListManager::moveToEnd()
@@ -381,7 +348,7 @@ void ProfileNamesListManager::moveRow(int from, int to)
         return;
     }
     placeAnew(from, to);
-    history->recordMove(from, to);
+    history.recordMove(from, to);
 }
 
 /// Returns the item at its new place. The row of an item that was taken out cannot be attached again,
@@ -394,11 +361,7 @@ ProfileNameListWidget* ProfileNamesListManager::placeAnew(int from, int to)
     taken->getProfileName()->forgetProfile();
     defaultMark.itemLeaves(taken.get(), moved);
     connectProfileNameSignals(moved);
-    if (to == 0) {
-        prependProfile(moved);
-    } else {
-        insertProfile(to, moved);
-    }
+    insertProfile(to, moved);
     if (currentItem == taken.get()) {
         currentItem = moved;
         showSelected();
@@ -409,15 +372,10 @@ ProfileNameListWidget* ProfileNamesListManager::placeAnew(int from, int to)
     return moved;
 }
 
-bool ProfileNamesListManager::canUndo() const
-{
-    return !history->isEmpty();
-}
-
 void ProfileNamesListManager::undo()
 {
     if (!settingsPane->getEditMode()) {
-        history->undo();
+        history.undo();
     }
 }
 

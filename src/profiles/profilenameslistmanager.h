@@ -2,6 +2,7 @@
 
 #include "profiles/defaultmark.h"
 #include "profiles/importedrows.h"
+#include "profiles/profilelisthistory.h"
 
 #include <QObject>
 
@@ -9,7 +10,6 @@
 #include <memory>
 #include <unordered_map>
 
-class ProfileListHistory;
 class ProfileName;
 class ProfileNameListWidget;
 class ProfileSettings;
@@ -61,7 +61,7 @@ public:
 
     /// Put an item into the list, which owns it from then on, and scroll to it.
     void appendProfile(ProfileNameListWidget* item);
-    void prependProfile(ProfileNameListWidget* item);
+    void prependProfile(ProfileNameListWidget* item) { insertProfile(0, item); }
     void insertProfile(int row, ProfileNameListWidget* item);
 
     /// Takes an item out of the list and deletes it without asking; a neighbour is selected.
@@ -76,7 +76,7 @@ public:
     void importBelowSelected(const std::function<void()>& import);
 
     /// Returns whether there is a deletion or move for undo() to revert.
-    bool canUndo() const;
+    bool canUndo() const { return !history.isEmpty(); }
 
 signals:
     /// Another profile was selected; the pane has to be rebuilt.
@@ -108,7 +108,7 @@ public slots:
     /// Between these two calls, which nest, imported profiles are only collected; at the end they
     /// appear together and the last one is selected. Adding them one by one would rebuild the list
     /// and the pane each time, which is slow for hundreds of profiles.
-    void holdBackRows();
+    void holdBackRows() { importedRows.hold(); }
     void showHeldBackRows();
 
     /// Ask, then delete one profile.
@@ -121,9 +121,9 @@ public slots:
     /// Asks first; returns true if the answer was Yes.
     bool deleteAllProfilesAskConfirmation();
 
-    void profilePushUp();
-    void profilePushDown();
-    void moveToTop();
+    void profilePushUp() { stepCurrentItem(-1); }
+    void profilePushDown() { stepCurrentItem(1); }
+    void moveToTop() { moveCurrentItem(0); }
     void moveToEnd();
 
     /// Reverts the last deletion or move; does nothing in edit mode. The history is cleared when a
@@ -138,9 +138,8 @@ private:
     void showSelected();
     ProfileNameListWidget* adoptProfile(ProfileSettings* profile);
     ProfileNameListWidget* makeItem(ProfileSettings* profile);
-    void selectNewest(ProfileNameListWidget* item);
     void showImportedRows();
-    void deleteAllRows();
+    void stepCurrentItem(int rows);
     void moveCurrentItem(int row);
     ProfileNameListWidget* placeAnew(int from, int to);
     void restore(int row, ProfileSettings* profile);
@@ -160,5 +159,5 @@ private:
     int profilesAdded = 0;
     ImportedRows importedRows;
     std::unordered_map<const ProfileSettings*, std::unique_ptr<ProfileSettings>> profiles;
-    ProfileListHistory* history; ///< a child of this object
+    ProfileListHistory history;
 };

@@ -85,6 +85,6 @@ private:
     QPointer<ProfileName> currentProfile;
     bool editMode = false;
     QPointer<QWidget> focusBeforeEdit; ///< gets the focus when the edit ends
-    HParser::Generator* generator;
+    HParser::Generator* generator;     ///< kept: part of the interface; nothing reads it
     QPointer<SettingsGridLayout> grid; ///< created for the first profile, reused for the others
 };

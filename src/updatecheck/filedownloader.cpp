@@ -35,7 +35,6 @@ void FileDownloader::startDownloading(const QString& url, int mostBytes)
 {
     reset();
     limit = mostBytes;
-    requestedUrl = url;
     request.setUrl(httpUrl(url));
     reply = manager.get(request);
     connect(reply, &QNetworkReply::readyRead, this, &FileDownloader::onReadyRead);

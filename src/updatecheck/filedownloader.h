@@ -61,6 +61,5 @@ private:
     bool failed = false;
     QByteArray buffer;
     int limit = 0; ///< bytes of the answer
-    QString requestedUrl;
 };
 } // namespace NewFirmwareChecker

@@ -28,7 +28,7 @@ public:
     bool write(const QString& fileName, const QList<ProfileName*>& profiles,
                const HParser::StructSettings* globalSettings);
 
-    /// The lines of one struct's settings, and a flag's text: see ProfileDocument.
+    // Kept: part of the interface. Both do what ProfileDocument does.
     static void xmlOutputSettings(QTextStream* stream,
                                   const QList<HParser::StructSetting*>& settings);
     static QString boolToString(bool value);

@@ -1,3 +1,4 @@
+#include "base/buildconstants.h"
 #include "base/linecapture.h"
 #include "commandline.h"
 #include "console.h"
@@ -9,7 +10,7 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kelvaron-profiles"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(KELVARON_PROFILES_VERSION));
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(BuildConstants::editorVersion));
     const LineCapture traces; // standard output is reserved for the results
     exitOnFatalAssertion();
     return static_cast<int>(finishOutput(CommandLine().run(QCoreApplication::arguments())));
