@@ -9,6 +9,7 @@ set -euo pipefail
 export LC_ALL=C.UTF-8
 
 packages=build/package/packages
+made=build/package/packaging # what is configured with the version
 unpacked="$(mktemp -d)"
 trap 'rm -rf "$unpacked"' EXIT
 status=0
@@ -37,11 +38,11 @@ man_page_is_clean() {
 
 # shellcheck disable=SC2317 # called through check
 windows_resources_compile() {
-    (cd packaging/windows && x86_64-w64-mingw32-windres --preprocessor=gcc --preprocessor-arg=-E \
+    (cd "$made/windows" && x86_64-w64-mingw32-windres --preprocessor=gcc --preprocessor-arg=-E \
         --preprocessor-arg=-xc --preprocessor-arg=-DRC_INVOKED kelvaron-profile-editor.rc \
         -O coff -o "$unpacked/resources.o") &&
         x86_64-w64-mingw32-objdump -h "$unpacked/resources.o" | grep -q '\.rsrc' &&
-        xmllint --noout packaging/windows/kelvaron-profile-editor.manifest
+        xmllint --noout "$made/windows/kelvaron-profile-editor.manifest"
 }
 
 # shellcheck disable=SC2317 # called through check
@@ -50,7 +51,7 @@ windows_installer_compiles() {
     mkdir -p "$folder/KelvaronProfileEditorFiles" "$folder/demo" "$folder/platforms"
     touch "$folder"/{KelvaronProfileEditor.exe,Qt5Core.dll,platforms/qwindows.dll} \
         "$folder"/{KelvaronProfileEditorFiles/supl.exe,demo/supl.exe}
-    (cd packaging/windows && makensis -V2 "-DSOURCE=$folder" \
+    (cd "$made/windows" && makensis -V2 "-DSOURCE=$folder" \
         "-DOUTPUT=$unpacked/kelvaron-profile-editor-setup.exe" installer.nsi)
 }
 
