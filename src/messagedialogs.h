@@ -12,10 +12,10 @@ class VersionString;
 /// Every function shows a modal message box over `parent` and returns its result, the button
 /// pressed, unless it says otherwise.
 ///
-/// Where the text of a message is written: here when it is shown at start-up, by several classes or
-/// about a file that was read or written. A class that refuses a command, or asks before it carries
-/// one out, writes that text itself and shows it through message() or question(). The firmware tool's
-/// messages are in FirmwareErrors and FirmwareMessageDialogs.
+/// The text of a message belongs here if several classes show it, or if it is about a file that was
+/// read or written. A class that refuses a command, or asks before it carries one out, contains that
+/// text itself and shows it with message() or question(). The messages about the editor's folder are
+/// in InstallationMessages, those of the firmware tool in FirmwareErrors and FirmwareMessageDialogs.
 class MessageDialogs
 {
 public:
