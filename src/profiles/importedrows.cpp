@@ -4,6 +4,8 @@
 
 #include <QListWidget>
 
+#include <utility>
+
 ProfileNameListWidget* ImportedRows::show()
 {
     if (holds > 0 || items.isEmpty()) {
