@@ -57,6 +57,14 @@ void Formula::visitSettings(const std::function<void(StructSetting*)>& visit) co
     }
 }
 
+bool Formula::canBeEvaluated() const
+{
+    bool isKnown = hasTree();
+    visitSettings(
+        [&isKnown](const StructSetting* setting) { isKnown = isKnown && setting != nullptr; });
+    return isKnown;
+}
+
 std::unique_ptr<FormulaNode> Formula::buildTree(const QString& text,
                                                 const QList<StructSetting*>& settings)
 {

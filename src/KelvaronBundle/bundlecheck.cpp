@@ -1,14 +1,12 @@
 #include "KelvaronBundle/bundlecheck.h"
 
+#include "CBGenerator/schemacheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "base/buildconstants.h"
 #include "base/textfile.h"
-#include "schemareview/headerreview.h"
 #include "versionstring.h"
 
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace
 {
@@ -20,14 +18,6 @@ bool isEditorNewEnough(const KelvaronBundle& bundle)
     return required.isEmpty()
            || !VersionString(QString::fromLatin1(BuildConstants::editorVersion))
                    .lessThan(VersionString(required));
-}
-
-bool canBeLoaded(const QString& schemaHeader)
-{
-    const Problems problems = HParser::HeaderReview::problems(schemaHeader);
-    return std::none_of(problems.cbegin(), problems.cend(), [](const Problem& problem) {
-        return problem.severity == Problem::Severity::Fatal;
-    });
 }
 } // namespace
 
@@ -52,5 +42,5 @@ bool BundleCheck::isSafe(const QString& path)
 bool BundleCheck::isUsable(const KelvaronBundle& bundle)
 {
     return bundle.getNumEmbedded() > KelvaronBundle::SCHEMA_HEADER && isEditorNewEnough(bundle)
-           && canBeLoaded(bundle.getFile(KelvaronBundle::SCHEMA_HEADER));
+           && HParser::SchemaCheck::isUsable(bundle.getFile(KelvaronBundle::SCHEMA_HEADER));
 }
