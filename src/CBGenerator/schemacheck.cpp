@@ -141,18 +141,12 @@ bool SchemaCheck::isUsable(const QString& headerText)
     if (!schema.parse(headerText).isEmpty()) {
         return false;
     }
-    const QList<StructSettings*> chemistries = schema.getChemistrySettings();
-    const auto isSound = [](const StructSettings* settings) {
-        return formulaFaults(*settings).isEmpty() && StructLayout::isSound(*settings);
-    };
-    const auto takesRoom = [](const StructSettings* settings) {
-        return StructLayout::dataBytes(*settings).value_or(0) > 0;
-    };
-    return isSound(schema.getGlobalSettings())
-           && std::all_of(chemistries.cbegin(), chemistries.cend(),
-                          [&](const StructSettings* settings) {
-                              return isSound(settings) && conventionFaults(*settings).isEmpty()
-                                     && takesRoom(settings);
-                          });
+    QList<StructSettings*> structs = schema.getChemistrySettings();
+    structs.append(schema.getGlobalSettings());
+    return std::all_of(structs.cbegin(), structs.cend(), [](const StructSettings* settings) {
+        const bool isProfile = settings->getGlobal() || conventionFaults(*settings).isEmpty();
+        return isProfile && formulaFaults(*settings).isEmpty()
+               && ProfileConventions::hasType(*settings) && StructLayout::isSound(*settings);
+    });
 }
 } // namespace HParser

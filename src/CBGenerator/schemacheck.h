@@ -33,7 +33,8 @@ public:
     /// What a chemistry lacks to be a profile.
     static QList<SchemaFault> conventionFaults(const StructSettings& settings);
 
-    /// Whether a start with this schema header succeeds, and its profiles can be written to images.
+    /// Whether a start with this schema header succeeds, and its profiles can be written to images and
+    /// read back.
     static bool isUsable(const QString& headerText);
 };
 } // namespace HParser

@@ -8,10 +8,26 @@ namespace HParser
 {
 namespace
 {
-// In the order of StructHeaderLine::Part. None can give back a character that the next one needs.
-constexpr const char* patterns[] = {"struct", "\\w+", "\\{",         "//", "Settings",
-                                    ":",      "\"",   "[\\w\\s]*\"", ",",  "global|instantiable",
-                                    "$"};
+struct HeaderPiece
+{
+    const char* pattern;
+    const char* name;
+};
+
+// None can give back a character that the next one needs.
+constexpr HeaderPiece pieces[] = {{"struct", "struct"},
+                                  {"\\w+", "a name"},
+                                  {"\\{", "{"},
+                                  {"//", "//"},
+                                  {"Settings", "Settings"},
+                                  {":", ":"},
+                                  {"\"", "a title in quotes"},
+                                  {"[\\w\\s]*\"", "letters, digits, \"_\" and blanks"},
+                                  {",", "a comma"},
+                                  {"global|instantiable", "global or instantiable"},
+                                  {"$", "the end of the line"}};
+constexpr int titlePiece = 7;
+constexpr int kindPiece = 9;
 
 /// Behind the pattern at the position; -1 when it does not match there.
 int endOf(const QString& pattern, const QString& line, int position, QString* text = nullptr)
@@ -29,24 +45,19 @@ int endOf(const QString& pattern, const QString& line, int position, QString* te
 
 StructHeaderLine::StructHeaderLine(const QString& line)
 {
-    constexpr int count = static_cast<int>(std::size(patterns));
-    for (int i = 0; i < count; ++i) {
-        part = static_cast<Part>(i);
-        if (part != Title) {
-            place = endOf(QStringLiteral("\\s*"), line, place);
-        }
+    for (int i = 0; i < static_cast<int>(std::size(pieces)); ++i) {
+        expectedPiece = QString::fromLatin1(pieces[i].name);
+        const int start = i == titlePiece ? place : endOf(QStringLiteral("\\s*"), line, place);
         QString text;
-        const int end = endOf(QString::fromLatin1(patterns[i]), line, place, &text);
-        if (end < 0 && part == Title) {
-            place = endOf(QStringLiteral("[\\w\\s]*"), line, place);
-        }
+        const int end = endOf(QString::fromLatin1(pieces[i].pattern), line, start, &text);
         if (end < 0) {
+            place = i == titlePiece ? endOf(QStringLiteral("[\\w\\s]*"), line, start) : start;
             return;
         }
         place = end;
-        if (part == Title) {
+        if (i == titlePiece) {
             titleText = text.chopped(1);
-        } else if (part == Kind) {
+        } else if (i == kindPiece) {
             global = text == QLatin1String("global");
         }
     }

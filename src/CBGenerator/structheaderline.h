@@ -10,31 +10,17 @@ namespace HParser
 class StructHeaderLine
 {
 public:
-    enum Part
-    {
-        StructWord,
-        Name,
-        Brace,
-        CommentMark,
-        SettingsWord,
-        Colon,
-        OpeningQuote,
-        Title, ///< letters, digits, underscores and blanks, and the closing quote
-        Comma,
-        Kind, ///< "global" or "instantiable"
-        End   ///< of the line
-    };
-
     explicit StructHeaderLine(const QString& line);
 
     /// True when the line opens a struct.
     bool isSound() const { return sound; }
 
-    /// The first part that is not there; `End` for a sound line.
-    Part lastPart() const { return part; }
+    /// What is missing first: "a name", or the piece itself, several between " or "; "the end of the
+    /// line" for a sound one.
+    QString expected() const { return expectedPiece; }
 
-    /// Where that part should be: behind the part before it and all blanks, counted from 0. Of a title
-    /// the first character that it may not hold.
+    /// Where it should be: behind the piece before it and all blanks, counted from 0. Of a title the
+    /// first character that it may not hold.
     int position() const { return place; }
 
     QString title() const { return titleText; }
@@ -42,7 +28,7 @@ public:
 
 private:
     QString titleText;
-    Part part = StructWord;
+    QString expectedPiece;
     int place = 0;
     bool sound = false;
     bool global = false;

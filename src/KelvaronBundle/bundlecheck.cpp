@@ -10,11 +10,9 @@
 
 namespace
 {
-const QString minimumKey = QStringLiteral("MIN_SOFTWARE_VERSION_REQUIRED");
-
 bool isEditorNewEnough(const KelvaronBundle& bundle)
 {
-    const QString required = bundle.valueFromKey(minimumKey);
+    const QString required = bundle.valueFromKey(KelvaronBundle::minimumVersionKey);
     return required.isEmpty()
            || !VersionString(QString::fromLatin1(BuildConstants::editorVersion))
                    .lessThan(VersionString(required));
@@ -35,7 +33,7 @@ bool BundleCheck::isSafe(const QString& path)
     }
     KelvaronBundle bundle(path);
     bundle.parseKeyValuePairs();
-    const QString required = bundle.valueFromKey(minimumKey);
+    const QString required = bundle.valueFromKey(KelvaronBundle::minimumVersionKey);
     return required.isEmpty() || VersionString::isDottedVersion(required);
 }
 
