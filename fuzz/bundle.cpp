@@ -8,6 +8,7 @@
 #include "support/fuzztarget.h"
 
 #include <QCryptographicHash>
+#include <QFile>
 #include <QStringList>
 
 #include <algorithm>
@@ -69,6 +70,13 @@ bool hasProblem(const Problems& problems, Problem::Severity least)
     return std::any_of(problems.begin(), problems.end(),
                        [least](const Problem& problem) { return problem.severity >= least; });
 }
+/// A block of keys without its end has every line up to that of the file, which the review refuses.
+bool isBlockOpen(const QString& path)
+{
+    QFile file(path);
+    FUZZ_EXPECT(file.open(QIODevice::ReadOnly));
+    return !KelvaronBundle::readKeyBlock(file).isClosed;
+}
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -97,7 +105,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     FUZZ_EXPECT(!isWhole || bundle.getNumFiles() >= fewestSections);
     const QString text = TextFile::read(path).value_or(QString());
     const Problems keys = BundleReview::keyProblems(text, QStringLiteral("v1.2.3x.kelvaron"));
-    FUZZ_EXPECT(isSafe || hasProblem(keys, Problem::Severity::Fatal));
+    const bool isRefused = hasProblem(keys, Problem::Severity::Fatal);
+    FUZZ_EXPECT(isSafe != isRefused || (isSafe && isBlockOpen(path)));
     FUZZ_EXPECT(isWhole
                 != hasProblem(BundleReview::sectionProblems(text), Problem::Severity::Error));
     BundleReview::problems(text, QString());

@@ -1,6 +1,6 @@
 // The schema header: whatever it contains, loading it succeeds or ends with a fatal assertion, and
-// a loaded schema never ends the program later. A header in which the review finds nothing fatal is
-// loaded, and its profiles are packed and read.
+// a loaded schema never ends the program later. A usable header is loaded, and its profiles are packed
+// and read; in any other the review finds something fatal.
 //
 // Widgets are slow: only every fourth size of an input has its settings shown in grids.
 
@@ -120,10 +120,9 @@ void editInGrid(StructSettings& settings)
 }
 
 /// Returns whether the review finds the header unusable for the editor.
-bool isRefused(const QString& path)
+bool isRefused(const QString& text)
 {
-    const Problems problems =
-        HParser::HeaderReview::problems(TextFile::read(path).value_or(QString()));
+    const Problems problems = HParser::HeaderReview::problems(text);
     return std::any_of(problems.begin(), problems.end(), [](const Problem& problem) {
         return problem.severity == Problem::Severity::Fatal;
     });
@@ -183,8 +182,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         HParser::SchemaCheck::run(generator);
         HexUtility::numProfilesAllowed(&generator);
     });
-    const bool isGood = !isRefused(generator.getHFileLocation());
-    FUZZ_EXPECT(isLoaded || !isGood);
+    const QString text = TextFile::read(generator.getHFileLocation()).value_or(QString());
+    const bool isUsable = HParser::SchemaCheck::isUsable(text);
+    FUZZ_EXPECT(isLoaded || !isUsable);
+    FUZZ_EXPECT(isUsable || isRefused(text));
     if (!isLoaded) {
         return 0;
     }
@@ -202,7 +203,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const QList<StructSettings*> chemistries = generator.getChemistrySettings();
     for (const StructSettings* chemistry : chemistries) {
         useProfile(generator, *chemistry, showsGrids,
-                   isGood && HexUtility::numProfilesAllowed(&generator) > 0);
+                   isUsable && HexUtility::numProfilesAllowed(&generator) > 0);
     }
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "CBGenerator/formula.h"
 
 #include "CBGenerator/formulabuilder.h"
+#include "CBGenerator/formulascanner.h"
 #include "CBGenerator/structsetting.h"
 #include "base/fatalassertion.h"
 #include "base/fatalcontext.h"
@@ -57,6 +58,14 @@ void Formula::visitSettings(const std::function<void(StructSetting*)>& visit) co
     }
 }
 
+bool Formula::canBeEvaluated() const
+{
+    bool isKnown = hasTree();
+    visitSettings(
+        [&isKnown](const StructSetting* setting) { isKnown = isKnown && setting != nullptr; });
+    return isKnown;
+}
+
 std::unique_ptr<FormulaNode> Formula::buildTree(const QString& text,
                                                 const QList<StructSetting*>& settings)
 {
@@ -65,17 +74,8 @@ std::unique_ptr<FormulaNode> Formula::buildTree(const QString& text,
 
 QString Formula::captureStuffInParentheses(const QString& text, int start)
 {
-    int depth = 1;
-    int end = start + 1;
-    while (end < text.size() && depth > 0) {
-        if (text.at(end) == QLatin1Char('(')) {
-            ++depth;
-        } else if (text.at(end) == QLatin1Char(')')) {
-            --depth;
-        }
-        ++end;
-    }
-    return text.mid(start, end - start);
+    const int end = FormulaScanner::groupEnd(text, start, text.size());
+    return text.mid(start, end < 0 ? -1 : end - start);
 }
 
 StructSetting* Formula::getSettingByVariableName(const QList<StructSetting*>& settings,

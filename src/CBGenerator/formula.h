@@ -40,8 +40,11 @@ public:
     /// malformed text leaves no tree.
     void buildFormulaTree(const QList<StructSetting*>& settings);
 
-    /// True when the formula can be evaluated (it may still name unknown settings).
+    /// True when the text is well-formed (it may still name unknown settings).
     bool hasTree() const { return constant.has_value() || root != nullptr; }
+
+    /// True when there is a tree, and each name in it is that of a setting.
+    bool canBeEvaluated() const;
 
     /// True when the value cannot change: no setting is named.
     bool isPlainNumber() const { return constant.has_value(); }

@@ -1,6 +1,7 @@
 #include "CBGenerator/formulabuilder.h"
 
 #include "CBGenerator/formula.h"
+#include "CBGenerator/formulascanner.h"
 #include "CBGenerator/structsetting.h"
 #include "base/standardoutput.h"
 
@@ -13,55 +14,6 @@ namespace
 // Deeper than any sensible formula; keeps a damaged header from exhausting the stack.
 constexpr int maximumDepth = 1500;
 
-// Scanned by hand: a regular expression that does not match at its place looks through the whole
-// rest of the text, which takes minutes for a long formula.
-
-int digitsEnd(const QString& text, int position)
-{
-    while (position < text.size() && text.at(position) >= QLatin1Char('0')
-           && text.at(position) <= QLatin1Char('9')) {
-        ++position;
-    }
-    return position;
-}
-
-/// Length of "(\+|\-)?\d+(\.\d+)?" at the position; 0 when there is no number.
-int numberLength(const QString& text, int position)
-{
-    const bool hasSign =
-        position < text.size()
-        && (text.at(position) == QLatin1Char('+') || text.at(position) == QLatin1Char('-'));
-    const int digits = hasSign ? position + 1 : position;
-    int end = digitsEnd(text, digits);
-    if (end == digits) {
-        return 0;
-    }
-    if (end < text.size() && text.at(end) == QLatin1Char('.')) {
-        const int fractionEnd = digitsEnd(text, end + 1);
-        end = fractionEnd > end + 1 ? fractionEnd : end;
-    }
-    return end - position;
-}
-
-/// Length of "[a-zA-Z]+\w*" at the position; 0 when there is no name.
-int variableLength(const QString& text, int position)
-{
-    const auto isNameStart = [](QChar c) {
-        return (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
-               || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
-    };
-    const auto isNamePart = [](QChar c) {
-        return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_');
-    };
-    if (position >= text.size() || !isNameStart(text.at(position))) {
-        return 0;
-    }
-    int end = position + 1;
-    while (end < text.size() && isNamePart(text.at(end))) {
-        ++end;
-    }
-    return end - position;
-}
 QString withoutSpace(const QString& text)
 {
     const auto isSpace = [](QChar c) { return c.isSpace(); };
@@ -97,7 +49,7 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildTree(const QString& text, int 
 std::optional<double> FormulaBuilder::plainNumber(const QString& text)
 {
     const QString compact = withoutSpace(text);
-    if (compact.isEmpty() || numberLength(compact, 0) != compact.size()) {
+    if (compact.isEmpty() || FormulaScanner::numberEnd(compact, 0) != compact.size()) {
         return {};
     }
     return compact.toDouble();
@@ -132,7 +84,7 @@ std::unique_ptr<FormulaNode> FormulaBuilder::buildRange(const Tokens& tokens, in
 
 std::unique_ptr<FormulaNode> FormulaBuilder::buildOperand(const QString& token) const
 {
-    if (numberLength(token, 0) > 0) {
+    if (FormulaScanner::numberEnd(token, 0) > 0) {
         return std::make_unique<FormulaNodeNum>(token.toDouble());
     }
     return std::make_unique<FormulaNodeVar>(Formula::getSettingByVariableName(settings, token),
@@ -169,15 +121,15 @@ FormulaBuilder::Tokens FormulaBuilder::tokenise(const QString& text)
 
 QString FormulaBuilder::matchOperand(const QString& text, int position)
 {
-    if (const int length = numberLength(text, position)) {
-        return text.mid(position, length);
+    if (const int end = FormulaScanner::numberEnd(text, position); end > position) {
+        return text.mid(position, end - position);
     }
     const bool opensGroup = position < text.size() && text.at(position) == QLatin1Char('(')
                             && text.lastIndexOf(QLatin1Char(')')) > position;
     if (opensGroup) {
         return Formula::captureStuffInParentheses(text, position);
     }
-    return text.mid(position, variableLength(text, position));
+    return text.mid(position, FormulaScanner::nameEnd(text, position) - position);
 }
 
 int FormulaBuilder::findSplitOperator(const QString& operators)

@@ -1,5 +1,7 @@
 #include "CBGenerator/generator.h"
 
+#include "CBGenerator/memberline.h"
+#include "CBGenerator/schemafault.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "CBGenerator/visualorder.h"
@@ -8,151 +10,83 @@
 #include "base/standardoutput.h"
 #include "base/textfile.h"
 
-#include <QRegExp>
-
 #include <algorithm>
 
 namespace HParser
 {
-namespace
-{
-// Every line is looked at by these, so they do without regular expressions.
-
-bool isBlank(const QString& line)
-{
-    return std::all_of(line.cbegin(), line.cend(), [](QChar c) { return c.isSpace(); });
-}
-
-bool isClosingLine(const QString& line)
-{
-    return line.contains(QLatin1Char('}')) && line.trimmed() == QLatin1String("}");
-}
-} // namespace
-
 Generator::Generator(QObject* parent) : QObject(parent) {}
 
 void Generator::generate()
 {
     printLine(QStringLiteral("Parsing Header File"));
     InstalledFileScope scope(hFileLocation);
-    const Lines lines = getHeaderFile();
-    profileStartWordAddress = parseProfileStartAddress(lines, scope);
-
-    const QList<int> structIndices = createStructIndicesList(lines);
-    for (const int index : structIndices) {
-        StructSettings* settings = processStruct(lines, index, scope);
-        if (settings->getGlobal()) {
-            delete globalSettings; // the last global struct wins
-            globalSettings = settings;
-        } else {
-            chemistrySettings.append(settings);
-        }
+    const std::optional<QString> text = TextFile::read(hFileLocation);
+    KELVARON_ASSERT_TEXT(text.has_value(), "false");
+    const QList<SchemaFault> faults = parse(*text);
+    if (!faults.isEmpty()) {
+        scope.setLine(faults.first().line, faults.first().context);
+        faults.first().fail();
     }
-    scope.clearLine();
-    KELVARON_ASSERT_TEXT(globalSettings != nullptr, "globalSettings != NULL");
-    KELVARON_ASSERT(chemistrySettings.size() != 0);
     emit finished();
 }
 
-Generator::Lines Generator::getHeaderFile() const
+QList<SchemaFault> Generator::parse(const QString& text, int firstLine)
 {
-    const std::optional<QString> text = TextFile::read(hFileLocation);
-    KELVARON_ASSERT_TEXT(text.has_value(), "false");
-    const QStringList allLines = text->split(QLatin1Char('\n'));
-    Lines lines;
-    for (int i = 0; i < allLines.size(); ++i) {
-        if (!isBlank(allLines.at(i))) {
-            lines.append({i + 1, allLines.at(i)});
-        }
+    const HeaderText header(text, firstLine);
+    QList<SchemaFault> faults = readStartAddress(header.startAddress());
+    for (const HeaderText::Struct& structure : header.structs()) {
+        faults += addStruct(structure);
     }
-    return lines;
-}
-
-int Generator::parseProfileStartAddress(const Lines& lines, InstalledFileScope& scope)
-{
-    const QRegExp define(QStringLiteral("^\\s*\\#\\s*define\\s*PROFILESTARTADDRESS\\s*"));
-    const auto found = std::find_if(lines.cbegin(), lines.cend(), [&define](const Line& line) {
-        return line.text.contains(QLatin1String("PROFILESTARTADDRESS"))
-               && line.text.contains(define);
-    });
-    KELVARON_ASSERT_TEXT(found != lines.cend(), "false");
-    scope.setLine(found->number, found->text);
-    const QStringList pieces =
-        found->text.split(QRegExp(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
-    bool conversionSuccessful = false;
-    const int address = pieces.last().toInt(&conversionSuccessful, 0); // base as C literals tell
-    KELVARON_ASSERT(conversionSuccessful);
-    scope.clearLine();
-    return address;
-}
-
-QList<int> Generator::createStructIndicesList(const Lines& lines)
-{
-    const QRegExp structHeader(
-        QStringLiteral("^\\s*struct\\s*\\w+\\s*\\{\\s*\\/\\/\\s*Settings\\s*\\:\\s*"
-                       "\"[\\w\\s]*\"\\s*\\,\\s*(global|instantiable)\\s*$"));
-    QList<int> indices;
-    for (int i = 0; i < lines.size(); ++i) {
-        const QString& line = lines.at(i).text;
-        if (line.contains(QLatin1Char('{')) && line.contains(structHeader)) {
-            indices.append(i);
-        }
+    if (globalSettings == nullptr) {
+        faults.append({"globalSettings != NULL", __FILE__, __LINE__});
     }
-    return indices;
+    if (chemistrySettings.isEmpty()) {
+        faults.append({"chemistrySettings.size() != 0", __FILE__, __LINE__});
+    }
+    return faults;
 }
 
-StructSettings* Generator::processStruct(const Lines& lines, int headerIndex,
-                                         InstalledFileScope& scope)
+QList<SchemaFault> Generator::readStartAddress(
+    const std::optional<HeaderText::StartAddress>& address)
 {
-    const Line header = KELVARON_AT(lines, headerIndex);
-    scope.setLine(header.number, header.text);
+    if (!address) {
+        return {{"false", __FILE__, __LINE__}};
+    }
+    if (!address->value) {
+        return {
+            {"conversionSuccessful", __FILE__, __LINE__, address->line.number, address->line.text}};
+    }
+    profileStartWordAddress = *address->value;
+    return {};
+}
+
+QList<SchemaFault> Generator::addStruct(const HeaderText::Struct& structure)
+{
     auto* settings = new StructSettings(this);
-    settings->setDescriptiveName(parseStructDescriptiveName(header.text));
-    settings->setGlobal(parseIsGlobal(header.text));
+    settings->setDescriptiveName(structure.title);
+    settings->setGlobal(structure.isGlobal);
 
+    QList<SchemaFault> faults;
     QList<StructSetting*> members;
-    for (int i = headerIndex + 1; i < lines.size(); ++i) {
-        const Line& line = lines.at(i);
-        if (isClosingLine(line.text)) {
-            break;
+    for (const HeaderText::Line& line : structure.members) {
+        const MemberLine member(line.text);
+        if (std::optional<SchemaFault> fault = StructSetting::faultOf(member)) {
+            fault->line = line.number;
+            fault->context = line.text;
+            faults.append(*fault);
+        } else {
+            members.append(new StructSetting(member, settings));
         }
-        scope.setLine(line.number, line.text);
-        members.append(processStructLine(line.text, settings));
     }
     settings->setOriginalOrderStructSettings(members);
     settings->setStructSettings(sortByVisualIndex(members));
-    return settings;
-}
-
-StructSetting* Generator::processStructLine(const QString& line, StructSettings* settings)
-{
-    return new StructSetting(line, settings);
-}
-
-QString Generator::parseStructDescriptiveName(const QString& headerLine)
-{
-    QRegExp quoted(QStringLiteral("\"[\\w\\s]*\""));
-    const int posFound = quoted.indexIn(headerLine);
-    KELVARON_ASSERT(posFound != -1);
-    const QString descriptiveNameWithQuotes = quoted.cap(0);
-    KELVARON_ASSERT_TEXT(descriptiveNameWithQuotes.startsWith(QLatin1Char('"')),
-                         R"(descriptiveNameWithQuotes.at(0) == '"')");
-    KELVARON_ASSERT_TEXT(
-        descriptiveNameWithQuotes.endsWith(QLatin1Char('"')),
-        R"(descriptiveNameWithQuotes.at(descriptiveNameWithQuotes.length() - 1) == '"')");
-    return StructSetting::stripOutQuotes(descriptiveNameWithQuotes);
-}
-
-bool Generator::parseIsGlobal(const QString& headerLine)
-{
-    const QStringList pieces = headerLine.split(QLatin1Char(','), Qt::SkipEmptyParts);
-    const QString isGlobalToken = KELVARON_AT(pieces, pieces.size() - 1).simplified();
-    const bool isGlobal = isGlobalToken == QLatin1String("global");
-    const bool isInstantiable = isGlobalToken == QLatin1String("instantiable");
-    KELVARON_ASSERT_TEXT(
-        isGlobal || isInstantiable,
-        R"((isGlobalToken.compare("global") == 0)||(isGlobalToken.compare("instantiable") == 0))");
-    return isGlobal;
+    if (structure.isGlobal) {
+        delete globalSettings; // the last global struct wins
+        globalSettings = settings;
+    } else {
+        chemistrySettings.append(settings);
+    }
+    return faults;
 }
 
 std::unique_ptr<StructSettings> Generator::getProfileSettings(const QString& chemistry) const

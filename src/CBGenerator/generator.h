@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CBGenerator/headertext.h"
+
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -7,12 +9,11 @@
 
 #include <memory>
 
-class InstalledFileScope;
-
 namespace HParser
 {
 class StructSetting;
 class StructSettings;
+struct SchemaFault;
 
 /// The settings schema: parses the schema header (see docs/file-formats/schema-header.md).
 ///
@@ -33,8 +34,13 @@ public:
     void setCBFileLocation(const QString& path) { cbFileLocation = path; }
     QString getCBFileLocation() const { return cbFileLocation; }
 
-    /// Parses the header and emits finished(). Called once.
+    /// Parses the header and emits finished(). Called once, or parse() in its place.
     void generate();
+
+    /// The same for a text, whose lines are counted from `firstLine`, without an end: returns
+    /// everything that is wrong, in the order in which generate() meets it. A schema with a fault has
+    /// settings missing.
+    QList<SchemaFault> parse(const QString& text, int firstLine = 1);
 
     /// The charger's global settings: shared, edited in place, owned by the generator.
     StructSettings* getGlobalSettings() const { return globalSettings; }
@@ -62,20 +68,8 @@ signals:
     void finished();
 
 private:
-    struct Line
-    {
-        int number; ///< in the file, counted from 1
-        QString text;
-    };
-    using Lines = QList<Line>;
-
-    Lines getHeaderFile() const;
-    static int parseProfileStartAddress(const Lines& lines, InstalledFileScope& scope);
-    static QList<int> createStructIndicesList(const Lines& lines);
-    StructSettings* processStruct(const Lines& lines, int headerIndex, InstalledFileScope& scope);
-    static StructSetting* processStructLine(const QString& line, StructSettings* settings);
-    static QString parseStructDescriptiveName(const QString& headerLine);
-    static bool parseIsGlobal(const QString& headerLine);
+    QList<SchemaFault> readStartAddress(const std::optional<HeaderText::StartAddress>& address);
+    QList<SchemaFault> addStruct(const HeaderText::Struct& structure);
     const StructSettings* findChemistry(const QString& name) const;
     static void printStruct(const StructSettings* settings);
 

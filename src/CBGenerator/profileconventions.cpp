@@ -13,3 +13,10 @@ bool HParser::ProfileConventions::hasFlag(const StructSettings& settings, const 
     const StructSetting* setting = settings.getStructSettingByDescriptiveName(name);
     return setting != nullptr && setting->settingType == StructSetting::BOOL;
 }
+
+bool HParser::ProfileConventions::hasType(const StructSettings& settings)
+{
+    const StructSetting* first = settings.getOriginalOrderStructSettings().value(0);
+    return first != nullptr && first->descriptiveName == QLatin1String("type")
+           && first->settingType == StructSetting::NUM;
+}

@@ -25,5 +25,8 @@ QStringList flags();
 
 /// True when the struct has a flag of this name.
 bool hasFlag(const StructSettings& settings, const QString& name);
+
+/// True when the struct begins with the number by which images name it, "type".
+bool hasType(const StructSettings& settings);
 } // namespace ProfileConventions
 } // namespace HParser

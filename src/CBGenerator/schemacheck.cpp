@@ -4,12 +4,15 @@
 #include "CBGenerator/formula.h"
 #include "CBGenerator/generator.h"
 #include "CBGenerator/profileconventions.h"
+#include "CBGenerator/schemafault.h"
+#include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "base/fatalassertion.h"
 #include "base/fatalcontext.h"
 
 #include <QStringList>
+
+#include <algorithm>
 
 namespace HParser
 {
@@ -27,29 +30,63 @@ private:
     QString text;
 };
 
-void checkNoLoop(DependencyGraph& graph)
+QString structContext(const StructSettings& settings)
 {
-    const QList<QList<const StructSetting*>> loops = graph.loops();
-    const QList<const StructSetting*> first = loops.value(0);
-    QStringList names;
-    for (const StructSetting* setting : first) {
-        names.append(QStringLiteral("\"%1\"").arg(setting->descriptiveName));
+    return QStringLiteral("Checking struct \"%1\"").arg(settings.getDescriptiveName());
+}
+
+/// Formulas that cannot be evaluated. Their trees are built.
+QList<SchemaFault> brokenFormulas(const StructSettings& settings)
+{
+    QList<SchemaFault> faults;
+    const QList<StructSetting*> members = settings.getOriginalOrderStructSettings();
+    for (StructSetting* setting : members) {
+        setting->buildFormulaTrees(settings.getStructSettings());
+        const QList<Formula*> formulas = setting->evaluatedFormulas();
+        for (const Formula* formula : formulas) {
+            if (!formula->canBeEvaluated()) {
+                faults.append({"formula can be evaluated", __FILE__, __LINE__, 0,
+                               QStringLiteral("Evaluating ") + formula->describe()});
+            }
+        }
     }
-    const TextContext context(QStringLiteral("Formulas of these settings follow each other: ")
-                              + names.join(QStringLiteral(" -> ")));
-    KELVARON_ASSERT_TEXT(loops.isEmpty(), "formulas do not form a loop");
+    return faults;
 }
 
 /// A formula changes its own setting once for each time that it names the changed one; where formulas
 /// name a setting several times the changes multiply from one to the next.
-void checkNoAvalanche(const DependencyGraph& graph)
+QList<SchemaFault> endlessChanges(const StructSettings& settings)
 {
-    const StructSetting* setting = graph.findAvalanche();
-    const TextContext context(
-        QStringLiteral("A change sets off more than %1 others, that of \"%2\"")
-            .arg(DependencyGraph::mostChanges)
-            .arg(setting != nullptr ? setting->descriptiveName : QString()));
-    KELVARON_ASSERT_TEXT(setting == nullptr, "changes do not multiply endlessly");
+    DependencyGraph graph(settings);
+    const QList<QList<const StructSetting*>> loops = graph.loops();
+    QList<SchemaFault> faults;
+    for (const QList<const StructSetting*>& loop : loops) {
+        QStringList names;
+        for (const StructSetting* setting : loop) {
+            names.append(QStringLiteral("\"%1\"").arg(setting->descriptiveName));
+        }
+        faults.append({"formulas do not form a loop", __FILE__, __LINE__, 0,
+                       QStringLiteral("Formulas of these settings follow each other: ")
+                           + names.join(QStringLiteral(" -> "))});
+    }
+    const StructSetting* avalanche = faults.isEmpty() ? graph.findAvalanche() : nullptr;
+    if (avalanche != nullptr) {
+        faults.append(
+            {"changes do not multiply endlessly", __FILE__, __LINE__, 0,
+             QStringLiteral("A change sets off more than %1 others, that of \"%2\"")
+                 .arg(QString::number(DependencyGraph::mostChanges), avalanche->descriptiveName)});
+    }
+    return faults;
+}
+
+/// Fails with the first fault.
+void refuse(const StructSettings& settings, const QList<SchemaFault>& faults)
+{
+    if (!faults.isEmpty()) {
+        const TextContext outer(structContext(settings));
+        const TextContext inner(faults.first().context);
+        faults.first().fail();
+    }
 }
 } // namespace
 
@@ -65,32 +102,51 @@ void SchemaCheck::run(const Generator& generator)
 
 void SchemaCheck::checkFormulas(const StructSettings& settings)
 {
-    const TextContext context(
-        QStringLiteral("Checking struct \"%1\"").arg(settings.getDescriptiveName()));
-    const std::unique_ptr<StructSettings> copy = settings.deepCopy();
-    copy->buildFormulaTrees(); // evaluates the defaults
-    DependencyGraph graph(*copy);
-    checkNoLoop(graph);
-    checkNoAvalanche(graph);
-    const QList<StructSetting*> members = copy->getOriginalOrderStructSettings();
-    for (const StructSetting* setting : members) {
-        const QList<Formula*> formulas = setting->evaluatedFormulas();
-        for (const Formula* formula : formulas) {
-            formula->toDouble();
-        }
-    }
+    refuse(settings, formulaFaults(settings));
 }
 
 void SchemaCheck::checkProfileConventions(const StructSettings& settings)
 {
-    const TextContext context(
-        QStringLiteral("Checking struct \"%1\"").arg(settings.getDescriptiveName()));
+    refuse(settings, conventionFaults(settings));
+}
+
+QList<SchemaFault> SchemaCheck::formulaFaults(const StructSettings& settings)
+{
+    const std::unique_ptr<StructSettings> copy = settings.deepCopy();
+    const QList<SchemaFault> faults = brokenFormulas(*copy);
+    return faults.isEmpty() ? endlessChanges(*copy) : faults;
+}
+
+QList<SchemaFault> SchemaCheck::conventionFaults(const StructSettings& settings)
+{
+    QList<SchemaFault> faults;
+    const auto demand = [&faults](bool isMet, const char* condition) {
+        if (!isMet) {
+            faults.append({condition, __FILE__, __LINE__});
+        }
+    };
     const auto hasFlag = [&settings](const char* name) {
         return ProfileConventions::hasFlag(settings, QLatin1String(name));
     };
-    KELVARON_ASSERT(hasFlag("active"));
-    KELVARON_ASSERT(hasFlag("default"));
-    KELVARON_ASSERT(hasFlag("modifiable"));
-    KELVARON_ASSERT(settings.getStructSettings().size() >= 2);
+    demand(hasFlag("active"), R"(hasFlag("active"))");
+    demand(hasFlag("default"), R"(hasFlag("default"))");
+    demand(hasFlag("modifiable"), R"(hasFlag("modifiable"))");
+    demand(settings.getStructSettings().size() >= 2, "settings.getStructSettings().size() >= 2");
+    return faults;
+}
+
+bool SchemaCheck::isUsable(const QString& headerText)
+{
+    Generator schema(nullptr);
+    if (!schema.parse(headerText).isEmpty()) {
+        return false;
+    }
+    QList<StructSettings*> structs = schema.getChemistrySettings();
+    structs.append(schema.getGlobalSettings());
+    return std::all_of(structs.cbegin(), structs.cend(), [](const StructSettings* settings) {
+        const bool isProfile = settings->getGlobal() || conventionFaults(*settings).isEmpty();
+        return isProfile && formulaFaults(*settings).isEmpty()
+               && ProfileConventions::hasType(*settings) && StructLayout::isSound(*settings);
+    });
 }
 } // namespace HParser

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QList>
+
 namespace HParser
 {
 class Generator;
 class StructSettings;
+struct SchemaFault;
 
 /// Finds at load time what would otherwise stop the program in the middle of someone's work.
 ///
@@ -19,12 +22,19 @@ class SchemaCheck
 public:
     SchemaCheck() = delete;
 
+    /// The first fault is a fatal assertion.
     static void run(const Generator& generator);
-
-    /// The formula checks for one struct.
     static void checkFormulas(const StructSettings& settings);
-
-    /// The checks for a chemistry's flags, title and subtitle.
     static void checkProfileConventions(const StructSettings& settings);
+
+    /// What is wrong with the formulas of a struct.
+    static QList<SchemaFault> formulaFaults(const StructSettings& settings);
+
+    /// What a chemistry lacks to be a profile.
+    static QList<SchemaFault> conventionFaults(const StructSettings& settings);
+
+    /// Whether a start with this schema header succeeds, and its profiles can be written to images and
+    /// read back.
+    static bool isUsable(const QString& headerText);
 };
 } // namespace HParser

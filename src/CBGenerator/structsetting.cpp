@@ -1,18 +1,8 @@
-// A member line:
-//
-//   declaration part          ;  descriptor part
-//   unsigned short current    ;  // num, 16, 0.5, 10, x0.1, 1, "Current", "A", Charging, 2, 0, basic
-//
-// Positions of the descriptor's pieces:
-//          0     1     2        3         4        5        6      7      8         9        10      11
-//   NUM    num   size  lower    upper     xscale   decimals "name" "unit" category  default  index   basic
-//   BOOL   bool  size  "name"   category  default  index    basic
-//   STRING string size "name"   category  "default" index   basic
-//   LIST   list  size  "name"   category  "default" index   items ...                                basic
-
 #include "CBGenerator/structsetting.h"
 
 #include "CBGenerator/formula.h"
+#include "CBGenerator/memberline.h"
+#include "CBGenerator/schemafault.h"
 #include "base/fatalassertion.h"
 #include "base/rounding.h"
 #include "base/standardoutput.h"
@@ -23,124 +13,82 @@
 
 namespace HParser
 {
-namespace
-{
-const QLatin1String basicWord("basic");
-
-/// QString::simplified() of a part, without its copies where there is nothing to simplify.
-QString simplified(const QStringRef& part)
-{
-    const QStringRef piece = part.trimmed();
-    for (int i = 0; i < piece.size(); ++i) {
-        const bool isBlank = piece.at(i) == QLatin1Char(' ');
-        if (isBlank ? piece.at(i + 1).isSpace() : piece.at(i).isSpace()) {
-            return piece.toString().simplified();
-        }
-    }
-    return piece.toString();
-}
-
-QRegExp arraySuffix()
-{
-    return QRegExp(QStringLiteral("\\[\\w*\\]"));
-}
-} // namespace
-
 StructSetting::StructSetting(QObject* parent) : QObject(parent) {}
 
-StructSetting::StructSetting(const QString& line, QObject* parent) : QObject(parent)
+StructSetting::StructSetting(const QString& line, QObject* parent)
+    : StructSetting(MemberLine(line), parent)
+{}
+
+StructSetting::StructSetting(const MemberLine& line, QObject* parent) : QObject(parent)
 {
-    const int separator = line.indexOf(QLatin1Char(';'));
-    const QString variableDeclarationPart = line.left(separator);
-    const QString commentDescriptorPart = separator < 0 ? QString() : line.mid(separator + 1);
-    KELVARON_ASSERT(variableDeclarationPart.size() != 0);
-    KELVARON_ASSERT(commentDescriptorPart.size() != 0);
-    parseDeclaration(variableDeclarationPart);
-    parseDescriptor(commentDescriptorPart);
+    if (const std::optional<SchemaFault> fault = faultOf(line)) {
+        fault->fail();
+    }
+    readDeclaration(line);
+    if (line.kind() != nullptr) {
+        readFields(line);
+    }
     initialiseValue();
 }
 
-void StructSetting::parseDeclaration(const QString& declaration)
+std::optional<SchemaFault> StructSetting::faultOf(const MemberLine& line)
 {
-    QStringList pieces = declaration.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    QString name = KELVARON_AT(pieces, pieces.size() - 1);
-    pieces.removeLast();
-    if (name.contains(QLatin1Char('[')) && name.contains(arraySuffix())) {
-        isArray = true;
-        arraySize = getNumInSquareBrackets(name);
-        name = name.remove(arraySuffix()).simplified();
+    switch (line.fault()) {
+    case MemberLine::Fault::None:
+        return {};
+    case MemberLine::Fault::NoDeclaration:
+        return SchemaFault{"variableDeclarationPart.size() != 0", __FILE__, __LINE__};
+    case MemberLine::Fault::NoDescriptor:
+        return SchemaFault{"commentDescriptorPart.size() != 0", __FILE__, __LINE__};
+    case MemberLine::Fault::NoName:
+    case MemberLine::Fault::NoFields:
+    case MemberLine::Fault::TooFewFields:
+        break;
     }
-    variableName = name;
-    variableDataType = pieces.join(QLatin1Char(' ')).toLower();
+    return SchemaFault{"index out of range", __FILE__, __LINE__};
 }
 
-void StructSetting::parseDescriptor(const QString& descriptor)
+void StructSetting::readDeclaration(const MemberLine& line)
 {
-    QString fields = descriptor;
-    fields.remove(QStringLiteral("//"));
-    const QVector<QStringRef> parts = fields.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
-    QStringList pieces;
-    pieces.reserve(parts.size());
-    for (const QStringRef& part : parts) {
-        pieces.append(simplified(part));
+    variableName = line.variableName();
+    variableDataType = line.dataType();
+    isArray = line.isArray();
+    arraySize = isArray ? getNumInSquareBrackets(line.name().text) : 0;
+}
+
+void StructSetting::readFields(const MemberLine& line)
+{
+    settingType = line.kind()->type;
+    size = line.text(MemberField::Size);
+    descriptiveName = stripOutQuotes(line.text(MemberField::Name));
+    categoryLabel = line.text(MemberField::Category);
+    visualIndex = newFormula(line.text(MemberField::Place));
+    isBasic = line.text(MemberField::Level) == QLatin1String("basic");
+    const QString defaultText = line.text(MemberField::Default);
+    switch (settingType) {
+    case NUM:
+        lowerBound = newFormula(line.text(MemberField::LowerBound));
+        upperBound = newFormula(line.text(MemberField::UpperBound));
+        scaleFactor = newFormula(line.text(MemberField::ScaleFactor).mid(1)); // behind the marker
+        decimalPlaces = newFormula(line.text(MemberField::Decimals));
+        units = stripOutQuotes(line.text(MemberField::Units));
+        defaultValue = newFormula(defaultText);
+        break;
+    case BOOL:
+        defaultValue = defaultText == QLatin1String("1");
+        break;
+    case LIST:
+        for (const MemberLine::Piece& field : line.fields()) {
+            list.append(field.text);
+        }
+        list = getList(list);
+        [[fallthrough]];
+    case STRING:
+        defaultValue = stripOutQuotes(defaultText);
+        break;
+    case UNKNOWN:
+        break;
     }
-    const QString keyword = KELVARON_AT(pieces, 0);
-    if (keyword == QLatin1String("num")) {
-        parseNum(pieces);
-    } else if (keyword == QLatin1String("bool")) {
-        parseBool(pieces);
-    } else if (keyword == QLatin1String("string")) {
-        parseString(pieces);
-    } else if (keyword == QLatin1String("list")) {
-        parseList(pieces);
-    }
-}
-
-void StructSetting::parseNum(const QStringList& pieces)
-{
-    settingType = NUM;
-    size = KELVARON_AT(pieces, 1);
-    lowerBound = newFormula(KELVARON_AT(pieces, 2));
-    upperBound = newFormula(KELVARON_AT(pieces, 3));
-    scaleFactor = newFormula(KELVARON_AT(pieces, 4).mid(1)); // behind a marker character
-    decimalPlaces = newFormula(KELVARON_AT(pieces, 5));
-    descriptiveName = stripOutQuotes(KELVARON_AT(pieces, 6));
-    units = stripOutQuotes(KELVARON_AT(pieces, 7));
-    categoryLabel = KELVARON_AT(pieces, 8);
-    defaultValue = newFormula(KELVARON_AT(pieces, 9));
-    visualIndex = newFormula(KELVARON_AT(pieces, 10));
-    isBasic = KELVARON_AT(pieces, 11) == basicWord;
-}
-
-void StructSetting::parsePlainFields(const QStringList& pieces)
-{
-    size = KELVARON_AT(pieces, 1);
-    descriptiveName = stripOutQuotes(KELVARON_AT(pieces, 2));
-    categoryLabel = KELVARON_AT(pieces, 3);
-    visualIndex = newFormula(KELVARON_AT(pieces, 5));
-    isBasic = KELVARON_AT(pieces, 6) == basicWord;
-}
-
-void StructSetting::parseBool(const QStringList& pieces)
-{
-    settingType = BOOL;
-    parsePlainFields(pieces);
-    defaultValue = KELVARON_AT(pieces, 4) == QLatin1String("1");
-}
-
-void StructSetting::parseString(const QStringList& pieces)
-{
-    settingType = STRING;
-    parsePlainFields(pieces);
-    defaultValue = stripOutQuotes(KELVARON_AT(pieces, 4));
-}
-
-void StructSetting::parseList(const QStringList& pieces)
-{
-    parseString(pieces);
-    settingType = LIST;
-    list = getList(pieces);
-    isBasic = pieces.last() == basicWord;
 }
 
 int StructSetting::getNumInSquareBrackets(const QString& text)

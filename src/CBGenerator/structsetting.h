@@ -12,6 +12,8 @@
 namespace HParser
 {
 class Formula;
+class MemberLine;
+struct SchemaFault;
 
 /// One member of a settings struct of the schema header: its description and its guarded value.
 ///
@@ -46,6 +48,10 @@ public:
     /// Parses one member line. A malformed line is a fatal assertion: an empty part, or too few
     /// fields ("index out of range").
     StructSetting(const QString& line, QObject* parent);
+    StructSetting(const MemberLine& line, QObject* parent);
+
+    /// Why the line cannot be parsed; nothing when it can.
+    static std::optional<SchemaFault> faultOf(const MemberLine& line);
 
     /// NUM: the number with 6 significant digits; BOOL: "true" or "false"; STRING and LIST: the
     /// text; unknown kind: "ERROR".
@@ -162,13 +168,8 @@ public slots:
     void on_formulasMemberSettingChanged();
 
 private:
-    void parseDeclaration(const QString& declaration);
-    void parseDescriptor(const QString& descriptor);
-    void parseNum(const QStringList& pieces);
-    void parsePlainFields(const QStringList& pieces); // those of all kinds but NUM
-    void parseBool(const QStringList& pieces);
-    void parseString(const QStringList& pieces);
-    void parseList(const QStringList& pieces);
+    void readDeclaration(const MemberLine& line);
+    void readFields(const MemberLine& line);
     Formula* newFormula(const QString& text);
     Formula* copyOf(const Formula* formula);
     void initialiseValue();

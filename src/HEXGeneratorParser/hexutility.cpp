@@ -2,14 +2,13 @@
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/generator.h"
+#include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "base/fatalassertion.h"
 #include "base/textfile.h"
 
 #include <QByteArray>
-#include <QHash>
-#include <QStringList>
 #include <QtEndian>
 
 #include <algorithm>
@@ -22,49 +21,18 @@ namespace
 {
 constexpr int dataBytesPerWord = 3;
 constexpr int bytesPerWord = 4;
-
-const QHash<QString, int>& sizesOfTypes()
-{
-    static const QHash<QString, int> sizes = {
-        {QStringLiteral("char"), 1},          {QStringLiteral("signed char"), 1},
-        {QStringLiteral("unsigned char"), 1}, {QStringLiteral("short"), 2},
-        {QStringLiteral("signed short"), 2},  {QStringLiteral("unsigned short"), 2},
-        {QStringLiteral("int"), 2},           {QStringLiteral("signed int"), 2},
-        {QStringLiteral("unsigned int"), 2},  {QStringLiteral("long"), 4},
-        {QStringLiteral("signed long"), 4},   {QStringLiteral("unsigned long"), 4}};
-    return sizes;
-}
 } // namespace
 
 int HexUtility::calculateByteCount(const QString& dataType)
 {
-    return sizesOfTypes().value(dataType, 0);
-}
-
-QStringList HexUtility::dataTypes()
-{
-    QStringList types = sizesOfTypes().keys();
-    types.sort();
-    return types;
+    return HParser::StructLayout::byteCount(dataType);
 }
 
 int HexUtility::getChemistrySize(const HParser::StructSettings* settings)
 {
-    qint64 numBitsOccupied = 0;
-    qint64 numBytes = 0;
-    const QList<HParser::StructSetting*> members = settings->getOriginalOrderStructSettings();
-    for (const HParser::StructSetting* setting : members) {
-        if (setting->size != QLatin1String("auto")) {
-            numBitsOccupied += setting->size.toInt();
-        } else if (setting->isArray) {
-            numBytes += setting->arraySize;
-        } else {
-            numBytes += calculateByteCount(setting->variableDataType);
-        }
-    }
-    KELVARON_ASSERT_TEXT(numBitsOccupied % 8 == 0, "numBitsOccupied%8 == 0");
-    const qint64 dataBytes = numBitsOccupied / 8 + numBytes;
-    const qint64 size = bytesPerWord * ((dataBytes + dataBytesPerWord - 1) / dataBytesPerWord);
+    const std::optional<qint64> dataBytes = HParser::StructLayout::dataBytes(*settings);
+    KELVARON_ASSERT_TEXT(dataBytes.has_value(), "numBitsOccupied%8 == 0");
+    const qint64 size = bytesPerWord * ((*dataBytes + dataBytesPerWord - 1) / dataBytesPerWord);
     return static_cast<int>(std::min<qint64>(size, std::numeric_limits<int>::max()));
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStringList>
+#include <QString>
 
 class QByteArray;
 
@@ -25,9 +25,6 @@ public:
     /// Returns the size in bytes of a C type on the charger, whose int has two; 0 for an unknown
     /// type.
     static int calculateByteCount(const QString& dataType);
-
-    /// Returns the C types of the charger.
-    static QStringList dataTypes();
 
     /// Returns the bytes that one structure occupies in the image, padding included. Bit widths
     /// that do not add up to whole bytes are a fatal assertion.

@@ -1,33 +1,21 @@
 #include "KelvaronBundle/bundlecheck.h"
 
+#include "CBGenerator/schemacheck.h"
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "base/buildconstants.h"
 #include "base/textfile.h"
-#include "schemareview/headerreview.h"
 #include "versionstring.h"
 
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace
 {
-const QString minimumKey = QStringLiteral("MIN_SOFTWARE_VERSION_REQUIRED");
-
 bool isEditorNewEnough(const KelvaronBundle& bundle)
 {
-    const QString required = bundle.valueFromKey(minimumKey);
+    const QString required = bundle.valueFromKey(KelvaronBundle::minimumVersionKey);
     return required.isEmpty()
            || !VersionString(QString::fromLatin1(BuildConstants::editorVersion))
                    .lessThan(VersionString(required));
-}
-
-bool canBeLoaded(const QString& schemaHeader)
-{
-    const Problems problems = HParser::HeaderReview::problems(schemaHeader);
-    return std::none_of(problems.cbegin(), problems.cend(), [](const Problem& problem) {
-        return problem.severity == Problem::Severity::Fatal;
-    });
 }
 } // namespace
 
@@ -45,12 +33,12 @@ bool BundleCheck::isSafe(const QString& path)
     }
     KelvaronBundle bundle(path);
     bundle.parseKeyValuePairs();
-    const QString required = bundle.valueFromKey(minimumKey);
+    const QString required = bundle.valueFromKey(KelvaronBundle::minimumVersionKey);
     return required.isEmpty() || VersionString::isDottedVersion(required);
 }
 
 bool BundleCheck::isUsable(const KelvaronBundle& bundle)
 {
     return bundle.getNumEmbedded() > KelvaronBundle::SCHEMA_HEADER && isEditorNewEnough(bundle)
-           && canBeLoaded(bundle.getFile(KelvaronBundle::SCHEMA_HEADER));
+           && HParser::SchemaCheck::isUsable(bundle.getFile(KelvaronBundle::SCHEMA_HEADER));
 }

@@ -5,6 +5,7 @@
 #include "base/standardoutput.h"
 #include "base/textfile.h"
 
+#include <QByteArrayMatcher>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
@@ -12,128 +13,86 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <cstring>
 
 namespace
 {
 const QLatin1String markerEnd("/\\/\\/\\");
-const QLatin1String keyBlockLine("...");
-
-// A device description, a schema and the checksums: with fewer nothing is there to be used.
-constexpr int fewestSections = 3;
 
 QRegExp keyValuePattern()
 {
     return QRegExp(QStringLiteral("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$"));
 }
 
-QStringList keyAndValue(const QString& line)
+QString hexDigest(const QByteArray& bytes)
 {
-    return line.split(QLatin1Char('='), Qt::SkipEmptyParts);
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex());
 }
 
-struct KeyBlock
+KelvaronBundle::KeyBlock keyBlockOf(const QString& path)
 {
-    int firstLine = 0; // counted from 1
-    QStringList lines;
-};
-
-/// Reads no further than the block, which stands at the beginning of any large bundle.
-KeyBlock readKeyBlock(const QString& path)
-{
-    KeyBlock block;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly) || file.size() > TextFile::largestFile) {
-        return block;
+        return {};
     }
-    int lineNumber = 0;
-    while (!file.atEnd()) {
-        QByteArray bytes = file.readLine();
-        bytes.replace("\r", "");
-        if (bytes.endsWith('\n')) {
-            bytes.chop(1);
-        }
-        const QString line =
-            lineNumber == 0 ? TextFile::decodedStart(bytes) : TextFile::decoded(bytes);
-        ++lineNumber;
-        if (block.firstLine > 0 && line == keyBlockLine) {
-            break;
-        }
-        if (block.firstLine > 0) {
-            block.lines.append(line);
-        } else if (line == keyBlockLine) {
-            block.firstLine = lineNumber + 1;
-        }
-    }
-    return block;
-}
-
-/// Like QByteArray::indexOf(), by the C library, which looks through many bytes at once.
-int indexOf(const QByteArray& text, char character, int from)
-{
-    if (from >= text.size()) {
-        return -1;
-    }
-    const char* start = text.constData();
-    const void* found =
-        std::memchr(start + from, character, static_cast<std::size_t>(text.size() - from));
-    return found == nullptr ? -1 : static_cast<int>(static_cast<const char*>(found) - start);
-}
-
-int endOfLine(const QByteArray& text, int start)
-{
-    const int end = indexOf(text, '\n', start);
-    return end < 0 ? text.size() : end;
-}
-
-/// Where the next marker line at or behind `from` starts; -1: there is none. Backslashes are rare,
-/// so the search goes by a marker's second character.
-int nextMarker(const QByteArray& text, int from)
-{
-    for (int found = indexOf(text, '\\', from); found >= 0;
-         found = indexOf(text, '\\', found + 1)) {
-        const int start = found - 1;
-        const bool isLineStart = start == 0 || (start > 0 && text.at(start - 1) == '\n');
-        if (start < from || !isLineStart) {
-            continue;
-        }
-        const QByteArray line = text.mid(start, endOfLine(text, start) - start);
-        if (KelvaronBundle::matchesStartEndLine(TextFile::decoded(line))) {
-            return start;
-        }
-    }
-    return -1;
+    return KelvaronBundle::readKeyBlock(file);
 }
 } // namespace
+
+const QLatin1String KelvaronBundle::keyBlockLine("...");
+const QLatin1String KelvaronBundle::versionKey("VERSION");
+const QLatin1String KelvaronBundle::minimumVersionKey("MIN_SOFTWARE_VERSION_REQUIRED");
 
 KelvaronBundle::KelvaronBundle(QString path) : bundleFilePath(std::move(path)) {}
 
 void KelvaronBundle::parseKeyValuePairs()
 {
     InstalledFileScope scope(bundleFilePath);
-    const KeyBlock block = readKeyBlock(bundleFilePath);
+    const KeyBlock block = keyBlockOf(bundleFilePath);
     for (int i = 0; i < block.lines.size(); ++i) {
         const QString& line = block.lines.at(i);
         scope.setLine(block.firstLine + i, line);
+        const std::optional<KeyValue> pair = parseKeyLine(line);
         KELVARON_ASSERT_TEXT(
-            line.contains(keyValuePattern()),
+            pair || line.contains(keyValuePattern()),
             R"(line.contains(QRegExp("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$")))");
-        const QStringList parts = keyAndValue(line);
-        KELVARON_ASSERT(parts.length() == 2);
-        keyValuePairs[parts.at(0).trimmed()] = parts.at(1).trimmed();
+        KELVARON_ASSERT_TEXT(pair.has_value(), "parts.length() == 2");
+        keyValuePairs[pair->first] = pair->second;
     }
 }
 
 bool KelvaronBundle::hasSoundKeyBlock(const QString& path)
 {
-    const QStringList lines = readKeyBlock(path).lines;
+    const QStringList lines = keyBlockOf(path).lines;
     return std::all_of(lines.cbegin(), lines.cend(),
                        [](const QString& line) { return parseKeyLine(line).has_value(); });
 }
 
+KelvaronBundle::KeyBlock KelvaronBundle::readKeyBlock(QIODevice& device)
+{
+    KeyBlock block;
+    for (int lineNumber = 1; !device.atEnd() && !block.isClosed; ++lineNumber) {
+        QByteArray bytes = device.readLine();
+        bytes.replace("\r", "");
+        if (bytes.endsWith('\n')) {
+            bytes.chop(1);
+        }
+        const QString line =
+            lineNumber == 1 ? TextFile::decodedStart(bytes) : TextFile::decoded(bytes);
+        const bool isEnd = line == keyBlockLine;
+        if (block.firstLine == 0 && isEnd) {
+            block.firstLine = lineNumber + 1;
+        } else if (isEnd) {
+            block.isClosed = true;
+        } else if (block.firstLine > 0) {
+            block.lines.append(line);
+        }
+    }
+    return block;
+}
+
 std::optional<KelvaronBundle::KeyValue> KelvaronBundle::parseKeyLine(const QString& line)
 {
-    const QStringList parts = keyAndValue(line);
+    const QStringList parts = line.split(QLatin1Char('='), Qt::SkipEmptyParts);
     if (!line.contains(keyValuePattern()) || parts.length() != 2) {
         return std::nullopt;
     }
@@ -142,12 +101,11 @@ std::optional<KelvaronBundle::KeyValue> KelvaronBundle::parseKeyLine(const QStri
 
 bool KelvaronBundle::parseBundle()
 {
-    std::optional<QByteArray> text = TextFile::readUtf8(bundleFilePath);
+    const std::optional<QByteArray> text = TextFile::readUtf8(bundleFilePath);
     if (!text) {
         return false;
     }
-    content = *std::move(text);
-    findSections();
+    cutSections(*text);
     if (!checksumsMatch()) {
         printLine(QStringLiteral("Match failed!"));
         return false;
@@ -156,28 +114,42 @@ bool KelvaronBundle::parseBundle()
     return true;
 }
 
-void KelvaronBundle::findSections()
+void KelvaronBundle::cutSections(const QByteArray& text)
 {
+    content = text;
     files.clear();
     markers.clear();
     sectionLines.clear();
+    const QByteArrayMatcher marker(QByteArray(markerEnd.data(), markerEnd.size()));
     int line = 0;
     int counted = 0; // the bytes whose lines are counted
-    for (int start = nextMarker(content, 0); start >= 0;) {
-        const int end = endOfLine(content, start);
+    for (int start = marker.indexIn(content); start >= 0;
+         start = marker.indexIn(content, start + 1)) {
+        if (start > 0 && content.at(start - 1) != '\n') {
+            continue;
+        }
         line += static_cast<int>(
             std::count(content.cbegin() + counted, content.cbegin() + start, '\n'));
         counted = start;
-        if (isLastSectionOpen()) {
-            files.last().length = start - files.last().start;
-        } else {
-            markers.append(TextFile::decoded(content.mid(start, end - start)));
-            files.append({std::min(end + 1, content.size()), 0});
-        }
-        sectionLines.append(line);
-        start = nextMarker(content, end);
+        const int lineFeed = content.indexOf('\n', start);
+        addMarker(line, start, lineFeed < 0 ? content.size() : lineFeed);
     }
-    numFiles = files.size();
+}
+
+/// Opens or closes a section if the line at these places is a marker.
+void KelvaronBundle::addMarker(int line, int start, int end)
+{
+    const QString text = TextFile::decoded(content.mid(start, end - start));
+    if (!matchesStartEndLine(text)) {
+        return;
+    }
+    if (isLastSectionOpen()) {
+        files.last().length = start - files.last().start;
+    } else {
+        markers.append(text);
+        files.append({std::min(end + 1, content.size()), 0});
+    }
+    sectionLines.append(line);
 }
 
 QByteArray KelvaronBundle::bytesOf(int index) const
@@ -188,21 +160,29 @@ QByteArray KelvaronBundle::bytesOf(int index) const
 
 bool KelvaronBundle::checksumsMatch() const
 {
-    if (numFiles < fewestSections || isLastSectionOpen()) {
+    if (getNumFiles() < fewestSections || isLastSectionOpen()) {
         return false;
     }
-    const QStringList expected = getFile(numFiles - 1).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    if (expected.size() < numFiles - 1) {
-        return false;
-    }
-    for (int i = 0; i < numFiles - 1; ++i) {
-        QCryptographicHash hash(QCryptographicHash::Md5);
-        hash.addData(content.constData() + files.at(i).start, files.at(i).length);
-        if (QString::fromLatin1(hash.result().toHex()) != expected.at(i)) {
+    const QVector<ChecksumLine> expected = checksumLines();
+    for (int i = 0; i < getNumEmbedded(); ++i) {
+        if (checksumOf(i) != expected.value(i).text) {
             return false;
         }
     }
     return true;
+}
+
+QVector<KelvaronBundle::ChecksumLine> KelvaronBundle::checksumLines() const
+{
+    const QStringList lines = getFile(getNumFiles() - 1).split(QLatin1Char('\n'));
+    const int first = sectionLines.at(2 * (getNumFiles() - 1)) + 1;
+    QVector<ChecksumLine> expected;
+    for (int i = 0; i < lines.size(); ++i) {
+        if (!lines.at(i).isEmpty()) {
+            expected.append({first + i, lines.at(i)});
+        }
+    }
+    return expected;
 }
 
 QString KelvaronBundle::getFile(int index) const
@@ -213,6 +193,17 @@ QString KelvaronBundle::getFile(int index) const
 QString KelvaronBundle::getMarker(int index) const
 {
     return KELVARON_AT(markers, index);
+}
+
+QString KelvaronBundle::getName(int index) const
+{
+    const QString marker = getMarker(index);
+    return marker.mid(markerEnd.size(), marker.size() - 2 * markerEnd.size()).trimmed();
+}
+
+QString KelvaronBundle::markerLine(const QString& name)
+{
+    return QStringLiteral("%1 %2 %1").arg(markerEnd, name);
 }
 
 bool KelvaronBundle::saveFile(int index, const QString& path) const
@@ -230,7 +221,7 @@ QString KelvaronBundle::getBundleVersion(const QString& path)
 {
     KelvaronBundle bundle(path);
     bundle.parseKeyValuePairs();
-    const QString version = bundle.valueFromKey(QStringLiteral("VERSION"));
+    const QString version = bundle.valueFromKey(versionKey);
     if (!version.isEmpty()) {
         return version;
     }
@@ -247,6 +238,10 @@ QString KelvaronBundle::getBundleVersion(const QString& path)
 
 QString KelvaronBundle::checksum(const QString& text)
 {
-    return QString::fromLatin1(
-        QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Md5).toHex());
+    return hexDigest(text.toUtf8());
+}
+
+QString KelvaronBundle::checksumOf(int index) const
+{
+    return hexDigest(bytesOf(index));
 }

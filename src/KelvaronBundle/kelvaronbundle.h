@@ -7,7 +7,10 @@
 #include <QStringList>
 #include <QVector>
 
+#include <algorithm>
 #include <optional>
+
+class QIODevice;
 
 /// Reads a bundle file: a key/value block, embedded text files and their MD5 checksums.
 ///
@@ -33,6 +36,13 @@ public:
         FIRMWARE_IMAGE = 2,                 ///< Intel HEX
         DEVICE_DESCRIPTION_NO_OVERWRITE = 3 ///< for a flash that keeps the charger's profiles
     };
+
+    static const QLatin1String keyBlockLine; ///< opens and closes the key/value block
+    static const QLatin1String versionKey;
+    static const QLatin1String minimumVersionKey; ///< of the editor that the bundle requires
+
+    /// Fewer sections (a device description, a schema header and the checksums) are of no use.
+    static constexpr int fewestSections = 3;
 
     /// Reads nothing yet.
     explicit KelvaronBundle(QString path);
@@ -62,8 +72,11 @@ public:
     /// can be used all the same.
     bool parseBundle();
 
+    /// Finds the sections in the text of a bundle, as UTF-8 without carriage returns.
+    void cutSections(const QByteArray& text);
+
     /// How many sections were found, the checksums' own included.
-    int getNumFiles() const { return numFiles; }
+    int getNumFiles() const { return files.size(); }
 
     /// The numbers, counted from 0, of the lines that open and close each section; the last one is
     /// missing when the last section is not closed.
@@ -76,6 +89,9 @@ public:
     /// The opening marker line of section `index`, as it stands.
     QString getMarker(int index) const;
 
+    /// What stands between the ends of that line, trimmed.
+    QString getName(int index) const;
+
     /// Writes section `index` to `path`, whole or not at all; false when it cannot be written. An
     /// index out of range is a fatal assertion.
     bool saveFile(int index, const QString& path) const;
@@ -84,7 +100,7 @@ public:
     QByteArray bytesOf(int index) const;
 
     /// How many embedded files can be used: all sections but the last, which holds the checksums.
-    int getNumEmbedded() const { return numFiles > 0 ? numFiles - 1 : 0; }
+    int getNumEmbedded() const { return std::max(0, getNumFiles() - 1); }
 
     /// True for a line that opens or closes a section.
     static bool matchesStartEndLine(const QString& line);
@@ -96,6 +112,33 @@ public:
     /// The checksum of a section's text: lower-case hexadecimal MD5 of its UTF-8 bytes.
     static QString checksum(const QString& text);
 
+    /// The same of section `index`. An index out of range is a fatal assertion.
+    QString checksumOf(int index) const;
+
+    /// A line of the last section, which holds a checksum for each of the others.
+    struct ChecksumLine
+    {
+        int number = 0; ///< of the line, counted from 0
+        QString text;
+    };
+
+    /// Those of the last section that are not empty. REQUIRES: a section.
+    QVector<ChecksumLine> checksumLines() const;
+
+    /// The line that opens and closes the section of a file of that name.
+    static QString markerLine(const QString& name);
+
+    /// The key/value block of a bundle.
+    struct KeyBlock
+    {
+        int firstLine = 0; ///< the number of its first line, counted from 1; 0 without a block
+        QStringList lines;
+        bool isClosed = false;
+    };
+
+    /// Reads no further than the block, which comes first in any large bundle.
+    static KeyBlock readKeyBlock(QIODevice& device);
+
 private:
     /// Where an embedded file stands in `content`.
     struct Range
@@ -104,14 +147,13 @@ private:
         int length = 0;
     };
 
-    void findSections();
+    void addMarker(int line, int start, int end);
     bool isLastSectionOpen() const { return sectionLines.size() % 2 != 0; }
     bool checksumsMatch() const;
 
     QString bundleFilePath;
     QByteArray content;        ///< the whole bundle as UTF-8, lines ended by a line feed
     QVector<int> sectionLines; ///< of the markers that open and close the sections, in turn; from 0
-    int numFiles = 0;
     QVector<Range> files;
     QStringList markers;
     QMap<QString, QString> keyValuePairs;

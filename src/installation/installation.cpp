@@ -67,7 +67,7 @@ Installation::Outcome Installation::extract()
     const InstalledFileScope scope(bundleName);
     KelvaronBundle bundle(bundleName);
     bundle.parseKeyValuePairs();
-    const QString demand = bundle.valueFromKey(QStringLiteral("MIN_SOFTWARE_VERSION_REQUIRED"));
+    const QString demand = bundle.valueFromKey(KelvaronBundle::minimumVersionKey);
     required = VersionString(demand.isEmpty() ? QStringLiteral("0") : demand);
     if (VersionString(QString::fromLatin1(BuildConstants::editorVersion)).lessThan(required)) {
         return Outcome::EDITOR_TOO_OLD;

@@ -4,34 +4,19 @@
 #include "base/buildconstants.h"
 #include "base/countedtext.h"
 #include "base/quotedtext.h"
-#include "base/textfile.h"
 #include "schemareview/headerreview.h"
 #include "schemareview/nearestword.h"
 #include "versionstring.h"
 
+#include <QBuffer>
 #include <QRegularExpression>
 
 #include <algorithm>
 
-namespace
-{
-// A device description, a settings header and the checksums.
-constexpr int fewestSections = 3;
-
-const QString keyBlockLine = QStringLiteral("...");
-const QString versionKey = QStringLiteral("VERSION");
-const QString minimumKey = QStringLiteral("MIN_SOFTWARE_VERSION_REQUIRED");
-
-QString markerForm(const QString& name)
-{
-    return QStringLiteral("/\\/\\/\\ %1 /\\/\\/\\").arg(name);
-}
-} // namespace
-
 Problems BundleReview::problems(const QString& text, const QString& fileName)
 {
     BundleReview review(text);
-    review.checkKeys(fileName);
+    review.checkKeys(text, fileName);
     review.checkSections();
     review.checkHeader();
     return review.sorted();
@@ -47,69 +32,61 @@ Problems BundleReview::sectionProblems(const QString& text)
 Problems BundleReview::keyProblems(const QString& text, const QString& fileName)
 {
     BundleReview review(text);
-    review.checkKeys(fileName);
+    review.checkKeys(text, fileName);
     return review.sorted();
 }
 
-BundleReview::BundleReview(const QString& text) : lines(TextFile::splitLines(text))
+BundleReview::BundleReview(const QString& text) : bundle(QString())
 {
-    for (int i = 0; i < lines.size(); ++i) {
-        const bool isMarker = KelvaronBundle::matchesStartEndLine(lines.at(i));
-        if (isMarker && openMarkerLine == 0) {
-            openMarkerLine = i + 1;
-        } else if (isMarker) {
-            sections.append({openMarkerLine + 1, lines.mid(openMarkerLine, i - openMarkerLine)});
-            openMarkerLine = 0;
-        }
-    }
+    bundle.cutSections(text.toUtf8());
+}
+
+int BundleReview::markerLine(int index) const
+{
+    return bundle.getSectionLines().at(index) + 1;
 }
 
 void BundleReview::checkSections()
 {
-    if (openMarkerLine != 0) {
-        add(openMarkerLine, 1, Problem::Severity::Fatal,
+    const int markers = bundle.getSectionLines().size();
+    const int whole = markers / 2;
+    const bool isOpen = markers % 2 != 0;
+    if (isOpen) {
+        add(markerLine(markers - 1), 1, Problem::Severity::Fatal,
             QStringLiteral("this section is never closed, or a marker before it is missing"),
             QStringLiteral("the same marker line behind its last line"));
     }
-    if (sections.size() < fewestSections) {
+    if (whole < KelvaronBundle::fewestSections) {
         add(0, 0, Problem::Severity::Fatal,
             QStringLiteral("%1 whole sections, fewer than a device description, a settings header "
                            "and checksums")
-                .arg(sections.size()),
+                .arg(whole),
             QStringLiteral("each between two lines such as %1")
-                .arg(markerForm(QStringLiteral("device.txt"))));
-        return;
-    }
-    if (openMarkerLine == 0) {
+                .arg(KelvaronBundle::markerLine(QStringLiteral("device.txt"))));
+    } else if (!isOpen) {
         checkChecksums();
     }
 }
 
 void BundleReview::checkChecksums()
 {
-    const Section& last = sections.last();
-    QList<int> expected; // line indices, empty lines do not count
-    for (int i = 0; i < last.lines.size(); ++i) {
-        if (!last.lines.at(i).isEmpty()) {
-            expected.append(i);
-        }
-    }
-    const int checked = sections.size() - 1;
+    const QVector<KelvaronBundle::ChecksumLine> expected = bundle.checksumLines();
+    const int checked = bundle.getNumEmbedded();
     for (int i = 0; i < checked; ++i) {
-        const QString sum = KelvaronBundle::checksum(textOf(sections.at(i)));
+        const QString sum = bundle.checksumOf(i);
         if (i >= expected.size()) {
-            add(last.firstLine + last.lines.size(), 1, Problem::Severity::Error,
+            add(markerLine(2 * checked + 1), 1, Problem::Severity::Error,
                 QStringLiteral("the checksum of section %1 is missing").arg(i), sum);
-        } else if (last.lines.at(expected.at(i)) != sum) {
-            add(last.firstLine + expected.at(i), 1, Problem::Severity::Error,
+        } else if (expected.at(i).text != sum) {
+            add(expected.at(i).number + 1, 1, Problem::Severity::Error,
                 QStringLiteral("section %1, from line %2 on, does not match this checksum")
                     .arg(i)
-                    .arg(sections.at(i).firstLine),
+                    .arg(markerLine(2 * i) + 1),
                 sum);
         }
     }
     if (expected.size() > checked) {
-        add(last.firstLine + expected.at(checked), 1, Problem::Severity::Warning,
+        add(expected.at(checked).number + 1, 1, Problem::Severity::Warning,
             QStringLiteral("%1 for %2")
                 .arg(countedText(expected.size(), QStringLiteral("checksum"),
                                  QStringLiteral("checksums")),
@@ -118,42 +95,43 @@ void BundleReview::checkChecksums()
     }
 }
 
-void BundleReview::checkKeys(const QString& fileName)
+void BundleReview::checkKeys(const QString& text, const QString& fileName)
 {
-    const int opening = lines.indexOf(keyBlockLine);
-    int index = opening + 1;
-    while (opening >= 0 && index < lines.size() && lines.at(index) != keyBlockLine) {
-        checkKeyLine(index);
-        ++index;
+    // With a byte order mark, which does not belong to the text: the reader takes one off.
+    QByteArray bytes = QByteArrayLiteral("\xEF\xBB\xBF") + text.toUtf8();
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    const KelvaronBundle::KeyBlock block = KelvaronBundle::readKeyBlock(buffer);
+    for (int i = 0; i < block.lines.size(); ++i) {
+        checkKeyLine(block.lines.at(i), block.firstLine + i);
     }
-    if (opening >= 0 && index == lines.size()) {
-        add(opening + 1, 1, Problem::Severity::Fatal,
+    if (block.firstLine > 0 && !block.isClosed) {
+        add(block.firstLine - 1, 1, Problem::Severity::Fatal,
             QStringLiteral("the block of keys is not closed"),
-            keyBlockLine + QStringLiteral(" behind the last key"));
+            KelvaronBundle::keyBlockLine + QStringLiteral(" behind the last key"));
     }
     checkVersions(fileName);
 }
 
-void BundleReview::checkKeyLine(int index)
+void BundleReview::checkKeyLine(const QString& line, int number)
 {
-    const QString& line = lines.at(index);
     const std::optional<KelvaronBundle::KeyValue> pair = KelvaronBundle::parseKeyLine(line);
     if (!pair) {
-        add(index + 1, 1, Problem::Severity::Fatal,
+        add(number, 1, Problem::Severity::Fatal,
             QStringLiteral("%1 is not a key with a value").arg(quotedText(line)),
             QStringLiteral("KEY = VALUE, of letters, digits, \"_\" and \".\""));
         return;
     }
     const QString& key = pair->first;
     if (values.contains(key)) {
-        add(index + 1, line.indexOf(key) + 1, Problem::Severity::Warning,
+        add(number, line.indexOf(key) + 1, Problem::Severity::Warning,
             QStringLiteral("the key %1 is there already in line %2; this one counts")
                 .arg(key)
                 .arg(values.value(key).line),
             QStringLiteral("each key once"));
     }
     const int valueStart = line.indexOf(pair->second, line.indexOf(QLatin1Char('=')) + 1);
-    values.insert(key, {index + 1, line.indexOf(key) + 1, valueStart + 1, pair->second});
+    values.insert(key, {number, line.indexOf(key) + 1, valueStart + 1, pair->second});
 }
 
 void BundleReview::checkVersions(const QString& fileName)
@@ -161,15 +139,16 @@ void BundleReview::checkVersions(const QString& fileName)
     static const QRegularExpression versionedName(QStringLiteral("[0-9].*\\.kelvaron"));
     const QString form = QStringLiteral("numbers with dots, such as 1.2.0");
     // The editor takes a key without a value for one that is absent.
-    const auto version = values.constFind(versionKey);
+    const auto version = values.constFind(KelvaronBundle::versionKey);
     if (version == values.constEnd() || version->text.isEmpty()) {
-        const QString meant = nearestWord(versionKey, values.keys());
-        if (!versionedName.match(fileName).hasMatch() && !meant.isEmpty() && meant != versionKey) {
+        const QString meant = nearestWord(KelvaronBundle::versionKey, values.keys());
+        if (!versionedName.match(fileName).hasMatch() && !meant.isEmpty()
+            && meant != KelvaronBundle::versionKey) {
             add(values.value(meant).line, values.value(meant).keyColumn, Problem::Severity::Error,
                 QStringLiteral(
                     "%1 is not the key of the version: the editor passes the bundle over")
                     .arg(quotedText(meant)),
-                versionKey);
+                KelvaronBundle::versionKey);
         } else if (!versionedName.match(fileName).hasMatch()) {
             add(0, 0, Problem::Severity::Error,
                 QStringLiteral("no version, neither as a key nor in the file's name: the editor "
@@ -181,13 +160,13 @@ void BundleReview::checkVersions(const QString& fileName)
             QStringLiteral("the version %1 is not a dotted version").arg(quotedText(version->text)),
             form);
     }
-    const auto minimum = values.constFind(minimumKey);
+    const auto minimum = values.constFind(KelvaronBundle::minimumVersionKey);
     if (minimum == values.constEnd() || minimum->text.isEmpty()) {
-        const QString meant = nearestWord(minimumKey, values.keys());
-        if (!meant.isEmpty() && meant != minimumKey) {
+        const QString meant = nearestWord(KelvaronBundle::minimumVersionKey, values.keys());
+        if (!meant.isEmpty() && meant != KelvaronBundle::minimumVersionKey) {
             add(values.value(meant).line, values.value(meant).keyColumn, Problem::Severity::Warning,
                 QStringLiteral("%1 is not a key that the editor knows").arg(quotedText(meant)),
-                minimumKey);
+                KelvaronBundle::minimumVersionKey);
         }
         return;
     }
@@ -206,17 +185,12 @@ void BundleReview::checkVersions(const QString& fileName)
 
 void BundleReview::checkHeader()
 {
-    if (sections.size() > KelvaronBundle::SCHEMA_HEADER + 1) {
-        const Section& header = sections.at(KelvaronBundle::SCHEMA_HEADER);
-        found +=
-            HParser::HeaderReview::problems(header.lines.join(QLatin1Char('\n')), header.firstLine);
+    constexpr int header = KelvaronBundle::SCHEMA_HEADER;
+    if (bundle.getSectionLines().size() > 2 * (header + 1)) {
+        QString text = bundle.getFile(header);
+        text.chop(1); // the line feed behind the last line
+        found += HParser::HeaderReview::problems(text, markerLine(2 * header) + 1);
     }
-}
-
-QString BundleReview::textOf(const Section& section) const
-{
-    return section.lines.isEmpty() ? QString()
-                                   : section.lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }
 
 void BundleReview::add(int line, int column, Problem::Severity severity, const QString& text,

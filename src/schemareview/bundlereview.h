@@ -1,10 +1,10 @@
 #pragma once
 
+#include "KelvaronBundle/kelvaronbundle.h"
 #include "schemareview/problem.h"
 
 #include <QMap>
-#include <QStringList>
-#include <QVector>
+#include <QString>
 
 /// Finds everything that is wrong with a bundle (see docs/file-formats/bundle.md), its settings header
 /// included. Where KelvaronBundle ends the program at a malformed line, this goes on.
@@ -22,21 +22,15 @@ public:
     static Problems keyProblems(const QString& text, const QString& fileName);
 
 private:
-    struct Section
-    {
-        int firstLine = 1; ///< of its text, counted from 1
-        QStringList lines;
-    };
-
     explicit BundleReview(const QString& text);
 
     void checkSections();
     void checkChecksums();
-    void checkKeys(const QString& fileName);
-    void checkKeyLine(int index);
+    void checkKeys(const QString& text, const QString& fileName);
+    void checkKeyLine(const QString& line, int number);
     void checkVersions(const QString& fileName);
     void checkHeader();
-    QString textOf(const Section& section) const;
+    int markerLine(int index) const; ///< the number of the line, counted from 1
     void add(int line, int column, Problem::Severity severity, const QString& text,
              const QString& advice);
     Problems sorted() const;
@@ -49,9 +43,7 @@ private:
         QString text;
     };
 
-    QStringList lines;
-    QList<Section> sections;
-    int openMarkerLine = 0;      ///< of a section that is never closed; 0 for none
+    KelvaronBundle bundle;       ///< its sections
     QMap<QString, Value> values; ///< by their keys
     Problems found;
 };

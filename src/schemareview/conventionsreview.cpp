@@ -2,13 +2,11 @@
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/profileconventions.h"
+#include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "HEXGeneratorParser/hexutility.h"
 #include "base/quotedtext.h"
 #include "schemareview/nearestword.h"
-
-using HEXGeneratorParser::HexUtility;
 
 namespace HParser
 {
@@ -25,7 +23,7 @@ bool takesOneByte(const StructSetting& setting)
         const int bits = setting.size.toInt(&isNumber);
         return bits == 8 || !isNumber;
     }
-    const int bytes = HexUtility::calculateByteCount(setting.variableDataType);
+    const int bytes = StructLayout::byteCount(setting.variableDataType);
     return bytes == 0 || (bytes == 1 && !setting.isArray);
 }
 } // namespace
@@ -48,7 +46,7 @@ bool ConventionsReview::checkFlags()
         if (member == nullptr) {
             if (const ReviewedStruct::Member* meant = memberMeant(name)) {
                 structure.add(
-                    *meant, ReviewedStruct::labelField(*meant->setting), Problem::Severity::Fatal,
+                    *meant, MemberField::Name, Problem::Severity::Fatal,
                     QStringLiteral("%1 is not the flag \"%2\" that \"%3\" needs")
                         .arg(quotedText(meant->setting->descriptiveName), name, structure.name()),
                     QLatin1Char('"') + name + QLatin1Char('"'));
@@ -60,11 +58,10 @@ bool ConventionsReview::checkFlags()
                     line);
             }
         } else if (!ProfileConventions::hasFlag(structure.settings(), name)) {
-            structure.add(*member, ReviewedStruct::kindField, Problem::Severity::Fatal,
+            structure.add(*member, MemberField::Kind, Problem::Severity::Fatal,
                           QStringLiteral("\"%1\" has to be a bool").arg(name), line);
         } else if (structure.isShown(member->setting)) {
-            structure.add(*member, ReviewedStruct::placeField(*member->setting),
-                          Problem::Severity::Warning,
+            structure.add(*member, MemberField::Place, Problem::Severity::Warning,
                           QStringLiteral("\"%1\" is set in the list of profiles").arg(name),
                           QStringLiteral("-1, which hides it"));
         }
@@ -102,8 +99,7 @@ void ConventionsReview::checkTypeMember()
         const bool isNamed =
             member.setting != nullptr && member.setting->descriptiveName == QLatin1String("type");
         if (isNamed && i > 0) {
-            structure.add(member, ReviewedStruct::labelField(*member.setting),
-                          Problem::Severity::Fatal,
+            structure.add(member, MemberField::Name, Problem::Severity::Fatal,
                           QStringLiteral("\"type\" is the first member of a struct and no other"),
                           QStringLiteral("another name"));
         }
@@ -119,16 +115,16 @@ void ConventionsReview::checkTypeMember()
     const ReviewedStruct::Member& first = structure.members().front();
     const StructSetting& setting = *first.setting;
     if (setting.descriptiveName != QLatin1String("type")) {
-        structure.add(first, ReviewedStruct::labelField(setting), Problem::Severity::Fatal,
+        structure.add(first, MemberField::Name, Problem::Severity::Fatal,
                       QStringLiteral("the first member of a struct is its \"type\""), form);
         return;
     }
     const bool isByte = takesOneByte(setting);
     if (setting.settingType != StructSetting::NUM || !isByte) {
-        structure.add(first, ReviewedStruct::kindField, Problem::Severity::Fatal,
+        structure.add(first, MemberField::Kind, Problem::Severity::Fatal,
                       QStringLiteral("\"type\" has to be a number of one byte"), form);
     } else if (structure.isShown(&setting)) {
-        structure.add(first, ReviewedStruct::placeField(setting), Problem::Severity::Warning,
+        structure.add(first, MemberField::Place, Problem::Severity::Warning,
                       QStringLiteral("\"type\" is nothing to be edited"),
                       QStringLiteral("-1, which hides it"));
     }
@@ -139,8 +135,7 @@ void ConventionsReview::checkChecksum()
     const ReviewedStruct::Member* member = structure.memberNamed(QStringLiteral("checksum"));
     if (member == nullptr) {
         if (const ReviewedStruct::Member* meant = memberMeant(QStringLiteral("checksum"))) {
-            structure.add(*meant, ReviewedStruct::labelField(*meant->setting),
-                          Problem::Severity::Warning,
+            structure.add(*meant, MemberField::Name, Problem::Severity::Warning,
                           QStringLiteral("%1 is not the \"checksum\": damage goes unnoticed")
                               .arg(quotedText(meant->setting->descriptiveName)),
                           QStringLiteral("\"checksum\""));
@@ -160,7 +155,7 @@ void ConventionsReview::checkChecksum()
                          && setting.scaleFactor->toString().toDouble() == 1;
     if (!isByte || !isCount) {
         structure.add(
-            *member, ReviewedStruct::kindField, Problem::Severity::Error,
+            *member, MemberField::Kind, Problem::Severity::Error,
             QStringLiteral("\"checksum\" has to be a number of one byte with scale factor 1"),
             QStringLiteral("num, auto, 0, 255, x1, 0, \"checksum\", \"\", Identity, 0, -1, "
                            "advanced, of type unsigned char"));

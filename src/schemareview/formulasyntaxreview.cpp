@@ -1,5 +1,7 @@
 #include "schemareview/formulasyntaxreview.h"
 
+#include "CBGenerator/formulascanner.h"
+
 namespace HParser
 {
 namespace
@@ -7,65 +9,6 @@ namespace
 // FormulaBuilder builds more than this.
 constexpr int mostOperators = 1000;
 constexpr int deepest = 400;
-
-bool isDigit(QChar c)
-{
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-}
-
-bool isNameStart(QChar c)
-{
-    return (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
-           || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
-}
-
-bool isNamePart(QChar c)
-{
-    return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_');
-}
-
-bool isSign(QChar c)
-{
-    return c == QLatin1Char('+') || c == QLatin1Char('-');
-}
-
-bool isOperator(QChar c)
-{
-    return isSign(c) || c == QLatin1Char('*') || c == QLatin1Char('/');
-}
-
-/// Behind the number at the position; the position itself when there is none.
-int numberEnd(const QString& text, int position)
-{
-    const auto digitsEnd = [&text](int from) {
-        while (from < text.size() && isDigit(text.at(from))) {
-            ++from;
-        }
-        return from;
-    };
-    const int digits =
-        position < text.size() && isSign(text.at(position)) ? position + 1 : position;
-    int end = digitsEnd(digits);
-    if (end == digits) {
-        return position;
-    }
-    if (end < text.size() && text.at(end) == QLatin1Char('.')) {
-        const int fractionEnd = digitsEnd(end + 1);
-        end = fractionEnd > end + 1 ? fractionEnd : end;
-    }
-    return end;
-}
-
-int nameEnd(const QString& text, int position)
-{
-    if (position >= text.size() || !isNameStart(text.at(position))) {
-        return position;
-    }
-    while (position < text.size() && isNamePart(text.at(position))) {
-        ++position;
-    }
-    return position;
-}
 } // namespace
 
 QList<FormulaSyntaxReview::Fault> FormulaSyntaxReview::faults(const QString& text,
@@ -91,8 +34,8 @@ FormulaSyntaxReview::FormulaSyntaxReview(const QString& text, const JudgeName& j
 /// Reads the operands and operators from `first` up to, not including, `last`. False after a fault.
 bool FormulaSyntaxReview::readExpression(int first, int last, int depth)
 {
-    const bool isGroup =
-        first < last && compact.at(first) == QLatin1Char('(') && groupEnd(first, last) == last;
+    const bool isGroup = first < last && compact.at(first) == QLatin1Char('(')
+                         && FormulaScanner::groupEnd(compact, first, last) == last;
     if (isGroup) {
         return readGroup(first, last, depth);
     }
@@ -101,7 +44,7 @@ bool FormulaSyntaxReview::readExpression(int first, int last, int depth)
         if (position == last) {
             return true;
         }
-        if (!isOperator(compact.at(position))) {
+        if (!FormulaScanner::isOperator(compact.at(position))) {
             return refuseOperator(position);
         }
         if (++operators > mostOperators) {
@@ -115,14 +58,14 @@ bool FormulaSyntaxReview::readExpression(int first, int last, int depth)
 
 bool FormulaSyntaxReview::readOperand(int& position, int last, int depth)
 {
-    if (const int end = numberEnd(compact, position); end > position) {
+    if (const int end = FormulaScanner::numberEnd(compact, position); end > position) {
         position = end;
         return true;
     }
     if (position < last && compact.at(position) == QLatin1Char('(')) {
         return readGroup(position, last, depth);
     }
-    const int end = nameEnd(compact, position);
+    const int end = FormulaScanner::nameEnd(compact, position);
     if (end == position) {
         return refuseOperand(position, last);
     }
@@ -133,14 +76,14 @@ bool FormulaSyntaxReview::readOperand(int& position, int last, int depth)
 
 bool FormulaSyntaxReview::readGroup(int& position, int last, int depth)
 {
-    const int end = groupEnd(position, last);
+    const int end = FormulaScanner::groupEnd(compact, position, last);
     if (end < 0) {
         return refuse(position, QStringLiteral("\"(\" is never closed"),
                       QStringLiteral("a \")\" behind the operand that it opens"));
     }
     const int inner = position + 1;
     const bool isDoubled = inner < end - 1 && compact.at(inner) == QLatin1Char('(')
-                           && groupEnd(inner, end - 1) == end - 1;
+                           && FormulaScanner::groupEnd(compact, inner, end - 1) == end - 1;
     if (isDoubled) {
         return refuse(inner, QStringLiteral("a doubled pair of parentheses"),
                       QStringLiteral("one pair of parentheses"));
@@ -162,20 +105,6 @@ void FormulaSyntaxReview::readName(int position, int end)
     }
 }
 
-/// Behind the closing parenthesis of the group; -1 when it is not closed.
-int FormulaSyntaxReview::groupEnd(int opening, int last) const
-{
-    int depth = 0;
-    for (int i = opening; i < last; ++i) {
-        if (compact.at(i) == QLatin1Char('(')) {
-            ++depth;
-        } else if (compact.at(i) == QLatin1Char(')') && --depth == 0) {
-            return i + 1;
-        }
-    }
-    return -1;
-}
-
 bool FormulaSyntaxReview::refuseOperand(int position, int last)
 {
     if (position >= last) {
@@ -185,7 +114,7 @@ bool FormulaSyntaxReview::refuseOperand(int position, int last)
                       QStringLiteral("a number, a name or an expression in parentheses"));
     }
     const QChar c = compact.at(position);
-    if (isSign(c)) {
+    if (FormulaScanner::isSign(c)) {
         return refuse(position, QStringLiteral("a sign can only stand before a number"),
                       c == QLatin1Char('-') ? QStringLiteral("\"0 - ...\", in parentheses")
                                             : QStringLiteral("it without the \"+\""));
@@ -205,8 +134,8 @@ bool FormulaSyntaxReview::refuseOperator(int position)
         return refuse(position, QStringLiteral("\")\" closes nothing"),
                       QStringLiteral("the formula without it, or a \"(\" before"));
     }
-    const bool isExponent =
-        (c == QLatin1Char('e') || c == QLatin1Char('E')) && isDigit(compact.at(position - 1));
+    const bool isExponent = (c == QLatin1Char('e') || c == QLatin1Char('E'))
+                            && FormulaScanner::isDigit(compact.at(position - 1));
     return refuse(position, QStringLiteral("\"%1\" is no operator").arg(c),
                   isExponent ? QStringLiteral("the number without an exponent")
                              : QStringLiteral("one of + - * /"));

@@ -37,7 +37,6 @@ private:
     bool refuse(int position, const QString& text, const QString& advice);
     bool refuseOperand(int position, int last);
     bool refuseOperator(int position);
-    int groupEnd(int opening, int last) const;
 
     const JudgeName& judgeName;
     QString compact;      ///< the formula without blanks

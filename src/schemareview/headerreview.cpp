@@ -25,13 +25,6 @@ QRegularExpression pattern(const char* text)
                               QRegularExpression::UseUnicodePropertiesOption);
 }
 
-bool isStartAddress(const QString& line)
-{
-    static const QRegularExpression define =
-        pattern("\\A\\s*#\\s*define\\s*PROFILESTARTADDRESS\\s*");
-    return define.match(line).hasMatch();
-}
-
 /// Where the first visible character stands.
 int firstColumn(const QString& line)
 {
@@ -46,11 +39,15 @@ int firstColumn(const QString& line)
 Problems HeaderReview::problems(const QString& text, int firstLine)
 {
     HeaderReview review(firstLine);
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    for (int i = 0; i < lines.size(); ++i) {
-        review.readLine(lines.at(i), firstLine + i);
+    const HeaderText header(text, firstLine);
+    review.checkStartAddress(header.startAddress());
+    for (const HeaderText::Line& line : header.otherLines()) {
+        review.readOutside(line, !header.startAddress());
     }
-    review.finish(firstLine + lines.size() - 1);
+    for (const HeaderText::Struct& structure : header.structs()) {
+        review.readStruct(structure);
+    }
+    review.finish(header);
     return review.found;
 }
 
@@ -58,38 +55,21 @@ HeaderReview::HeaderReview(int firstLineNumber) : firstLine(firstLineNumber) {}
 
 HeaderReview::~HeaderReview() = default;
 
-void HeaderReview::readLine(const QString& line, int number)
-{
-    if (line.trimmed().isEmpty()) {
-        return;
-    }
-    if (!hasStartAddress && isStartAddress(line)) {
-        readStartAddress(line, number);
-    }
-    if (isInside) {
-        readMember(line, number);
-    } else {
-        readOutside(line, number);
-    }
-}
-
-void HeaderReview::readOutside(const QString& line, int number)
+void HeaderReview::readOutside(const HeaderText::Line& line, bool mayBeAddress)
 {
     static const QRegularExpression likeStruct =
         pattern("\\A\\s*(typedef\\s+)?struct\\b|\\bSettings\\s*:\\s*\"");
-    if (StructHeader::isSound(line)) {
-        openStruct(line, number);
-    } else if (likeStruct.match(line).hasMatch()
-               && !line.trimmed().startsWith(QLatin1String("//"))) {
-        const StructHeader header(line);
+    if (likeStruct.match(line.text).hasMatch()
+        && !line.text.trimmed().startsWith(QLatin1String("//"))) {
+        const StructHeader header(line.text);
         (header.isMeantGlobal() ? meantGlobal : meantChemistry) = found.size();
-        found.append({number, header.column(), Problem::Severity::Error,
+        found.append({line.number, header.column(), Problem::Severity::Error,
                       QStringLiteral("%1: this line opens no struct of settings, its members are "
                                      "ignored")
                           .arg(header.fault()),
                       header.advice()});
-    } else if (!hasStartAddress) {
-        findMisspeltAddress(line, number);
+    } else if (mayBeAddress) {
+        findMisspeltAddress(line.text, line.number);
     }
 }
 
@@ -118,74 +98,58 @@ void HeaderReview::findMisspeltAddress(const QString& line, int number)
     }
 }
 
-void HeaderReview::readMember(const QString& line, int number)
+void HeaderReview::readStruct(const HeaderText::Struct& structure)
 {
-    const QString word = line.trimmed();
-    if (word == QLatin1String("}")) {
-        closeStruct();
-    } else if (word == QLatin1String("};")) {
-        found.append({number, firstColumn(line), Problem::Severity::Fatal,
-                      QStringLiteral("\"};\" does not close a struct"), QStringLiteral("}")});
-        closeStruct();
-    } else if (StructHeader::isSound(line)) {
-        found.append(
-            {number, firstColumn(line), Problem::Severity::Fatal,
-             QStringLiteral("\"%1\" is not closed before this line").arg(structs.back()->name()),
-             QStringLiteral("} on a line of its own before it")});
-        closeStruct();
-        openStruct(line, number);
-    } else {
-        structs.back()->addMember(line, number);
+    structs.push_back(std::make_unique<StructReview>(structure.header.number, structure.title,
+                                                     structure.isGlobal, found));
+    for (const HeaderText::Line& line : structure.members) {
+        if (line.text.trimmed() == QLatin1String("};")) {
+            found.append({line.number, firstColumn(line.text), Problem::Severity::Fatal,
+                          QStringLiteral("\"};\" does not close a struct"), QStringLiteral("}")});
+        } else if (HeaderText::opensStruct(line.text)) {
+            found.append(
+                {line.number, firstColumn(line.text), Problem::Severity::Fatal,
+                 QStringLiteral("\"%1\" is not closed before this line").arg(structure.title),
+                 QStringLiteral("} on a line of its own before it")});
+        } else {
+            structs.back()->addMember(line.text, line.number);
+        }
     }
+    structs.back()->finish();
 }
 
-void HeaderReview::readStartAddress(const QString& line, int number)
+void HeaderReview::checkStartAddress(const std::optional<HeaderText::StartAddress>& address)
 {
-    hasStartAddress = true;
-    const QString word = line.simplified().section(QLatin1Char(' '), -1);
-    const int column = line.lastIndexOf(word) + 1;
-    bool isNumber = false;
-    const int address = word.toInt(&isNumber, 0);
-    const QString advice = QStringLiteral("a C integer such as 0x9C00");
+    if (!address) {
+        return; // reported at the end: a line may be meant to define it
+    }
+    const HeaderText::Line& line = address->line;
+    const int column = line.text.lastIndexOf(address->word) + 1;
     constexpr qint64 lastStart =
         static_cast<qint64>(IntelHexFile::flashAreaSize) - 1 - HexUtility::imageSize;
-    if (!isNumber) {
-        found.append({number, column, Problem::Severity::Fatal,
-                      QStringLiteral("%1 is no address").arg(quotedText(word)), advice});
-    } else if (address < 0 || 2 * static_cast<qint64>(address) > lastStart) {
-        found.append({number, column, Problem::Severity::Error,
+    if (!address->value) {
+        found.append({line.number, column, Problem::Severity::Fatal,
+                      QStringLiteral("%1 is no address").arg(quotedText(address->word)),
+                      QStringLiteral("a C integer such as 0x9C00")});
+    } else if (*address->value < 0 || 2 * static_cast<qint64>(*address->value) > lastStart) {
+        found.append({line.number, column, Problem::Severity::Error,
                       QStringLiteral("the profiles would lie outside the charger's flash memory"),
                       QStringLiteral("a word address from 0 to 0x%1")
                           .arg(QString::number(lastStart / 2, 16).toUpper())});
     }
 }
 
-void HeaderReview::openStruct(const QString& line, int number)
+void HeaderReview::finish(const HeaderText& header)
 {
-    const QString title =
-        line.section(QLatin1Char('"'), 1, 1); // between the first two quotes of the line
-    const bool isGlobal = line.trimmed().endsWith(QLatin1String("global"));
-    structs.push_back(std::make_unique<StructReview>(number, title, isGlobal, found));
-    isInside = true;
-}
-
-void HeaderReview::closeStruct()
-{
-    structs.back()->finish();
-    isInside = false;
-}
-
-void HeaderReview::finish(int lastLine)
-{
-    if (isInside) {
-        found.append({lastLine, 0, Problem::Severity::Warning,
+    const bool isLastOpen = !header.structs().isEmpty() && !header.structs().last().isClosed;
+    if (isLastOpen) {
+        found.append({header.lastLine(), 0, Problem::Severity::Warning,
                       QStringLiteral("\"%1\" is not closed").arg(structs.back()->name()),
                       QStringLiteral("} on a line of its own")});
-        closeStruct();
     }
-    if (!hasStartAddress && misspeltAddress.line > 0) {
+    if (!header.startAddress() && misspeltAddress.line > 0) {
         found.append(misspeltAddress);
-    } else if (!hasStartAddress) {
+    } else if (!header.startAddress()) {
         found.append({firstLine, 0, Problem::Severity::Fatal,
                       QStringLiteral("the profile start address is missing"),
                       QStringLiteral("#define PROFILESTARTADDRESS 0x9C00")});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CBGenerator/headertext.h"
 #include "schemareview/problem.h"
 
 #include <memory>
@@ -25,14 +26,11 @@ private:
     explicit HeaderReview(int firstLineNumber);
     ~HeaderReview();
 
-    void readLine(const QString& line, int number);
-    void readOutside(const QString& line, int number);
-    void readMember(const QString& line, int number);
-    void readStartAddress(const QString& line, int number);
+    void readOutside(const HeaderText::Line& line, bool mayBeAddress);
+    void readStruct(const HeaderText::Struct& structure);
+    void checkStartAddress(const std::optional<HeaderText::StartAddress>& address);
     void findMisspeltAddress(const QString& line, int number);
-    void openStruct(const QString& line, int number);
-    void closeStruct();
-    void finish(int lastLine);
+    void finish(const HeaderText& header);
     void checkStructs();
     void checkNames();
     void checkTypes();
@@ -41,8 +39,6 @@ private:
     int firstLine;
     Problems found;
     std::vector<std::unique_ptr<StructReview>> structs;
-    bool isInside = false; ///< a struct is open
-    bool hasStartAddress = false;
     Problem misspeltAddress; ///< of line 0: none
     int meantGlobal = -1;    ///< index of the problem of a global struct that is not opened
     int meantChemistry = -1; ///< the same of a chemistry

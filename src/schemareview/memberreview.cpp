@@ -1,12 +1,9 @@
 #include "schemareview/memberreview.h"
 
 #include "CBGenerator/storabletext.h"
+#include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
-#include "HEXGeneratorParser/hexutility.h"
-#include "base/countedtext.h"
 #include "base/quotedtext.h"
-#include "schemareview/memberform.h"
-#include "schemareview/mendedline.h"
 #include "schemareview/nearestword.h"
 
 #include <QRegularExpression>
@@ -14,15 +11,10 @@
 
 #include <algorithm>
 
-using HEXGeneratorParser::HexUtility;
-
 namespace HParser
 {
 namespace
 {
-constexpr int listPlace = 5;
-constexpr int firstItem = 6;
-
 const QString basicLevel = QStringLiteral("basic");
 
 bool isQuoted(const QString& text)
@@ -43,74 +35,75 @@ MemberReview::MemberReview(const QString& lineText, int lineNumber, Problems& pr
     found += mended.problems();
 }
 
-bool MemberReview::check()
+StructSetting* MemberReview::check(QObject* parent)
 {
-    if (!checkParts() || !checkKind()) {
-        return false;
+    if (!checkParts() || !checkKind() || !checkNumberOfFields()) {
+        return nullptr;
     }
+    setting = new StructSetting(pieces, parent);
     checkName();
     checkType();
     checkSize();
     checkFields();
-    return true;
+    return setting;
 }
 
 bool MemberReview::checkParts()
 {
     const QString form = QStringLiteral("TYPE NAME; // KIND, ... on one line");
-    if (pieces.declaration().trimmed().startsWith(QLatin1String("//")) && !pieces.hasDescriptor()) {
-        add(pieces.firstColumn(), Problem::Severity::Fatal,
-            QStringLiteral("a comment line inside a struct"),
-            QStringLiteral("the comment outside the struct: inside are members and blank lines"));
-        return false;
-    }
-    if (pieces.name().text.isEmpty()) {
+    switch (pieces.fault()) {
+    case MemberLine::Fault::None:
+    case MemberLine::Fault::TooFewFields:
+        return true;
+    case MemberLine::Fault::NoDeclaration:
+    case MemberLine::Fault::NoName:
         add(pieces.firstColumn(), Problem::Severity::Fatal,
             QStringLiteral("a member without a type and a name"), form);
-        return false;
+        break;
+    case MemberLine::Fault::NoDescriptor:
+        if (pieces.declaration().trimmed().startsWith(QLatin1String("//"))) {
+            add(pieces.firstColumn(), Problem::Severity::Fatal,
+                QStringLiteral("a comment line inside a struct"),
+                QStringLiteral(
+                    "the comment outside the struct: inside are members and blank lines"));
+        } else {
+            add(pieces.endColumn(), Problem::Severity::Fatal,
+                QStringLiteral("a member without a description behind \";\""), form);
+        }
+        break;
+    case MemberLine::Fault::NoFields:
+        add(pieces.endColumn(), Problem::Severity::Fatal, QStringLiteral("no fields behind \";\""),
+            QStringLiteral("// ") + MemberFields::all().first().form);
+        break;
     }
-    if (!pieces.hasDescriptor()) {
-        add(pieces.endColumn(), Problem::Severity::Fatal,
-            QStringLiteral("a member without a description behind \";\""), form);
-        return false;
-    }
-    return true;
+    return false;
 }
 
 bool MemberReview::checkKind()
 {
     const MemberLine::Piece first = pieces.field(0);
-    if (pieces.fields().isEmpty()) {
-        add(pieces.endColumn(), Problem::Severity::Fatal, QStringLiteral("no fields behind \";\""),
-            QStringLiteral("// ") + MemberForm::form(QStringLiteral("num")));
+    if (pieces.kind() != nullptr) {
+        return true;
+    }
+    if (MemberFields::of(first.text.section(QLatin1Char(' '), 0, 0)) != nullptr) {
+        addMissingField(quotedText(first.text));
         return false;
     }
-    kind = first.text;
-    if (MemberForm::numberOfFields(kind) > 0) {
-        return checkNumberOfFields();
-    }
-    if (MemberForm::numberOfFields(kind.section(QLatin1Char(' '), 0, 0)) > 0) {
-        addMissingField(quotedText(kind));
-        return false;
-    }
-    const QString nearest = nearestWord(kind, MemberForm::kinds());
+    const QString nearest = nearestWord(first.text, MemberFields::keywords());
     add(first.column(), Problem::Severity::Fatal,
-        QStringLiteral("%1 is not a kind of setting").arg(quotedText(kind)),
+        QStringLiteral("%1 is not a kind of setting").arg(quotedText(first.text)),
         nearest.isEmpty() ? QStringLiteral("num, bool, string or list") : nearest);
     return false;
 }
 
 bool MemberReview::checkNumberOfFields()
 {
-    const int wanted = MemberForm::numberOfFields(kind);
-    const int fields = pieces.fields().size();
+    const MemberFields& kind = *pieces.kind();
     const QList<int> empty = pieces.emptyFieldColumns();
-    const QString counts =
-        QStringLiteral("%1 where a %2 has %3")
-            .arg(countedText(fields, QStringLiteral("field"), QStringLiteral("fields")), kind,
-                 QString::number(wanted));
-    const bool isShifted = isList() && isQuoted(pieces.field(listPlace).text); // that is an item
-    const bool isShort = fields < wanted || isShifted;
+    const QString counts = MendedLine::fieldCounts(pieces);
+    const bool isShifted =
+        kind.hasItems() && isQuoted(pieces.text(MemberField::Place)); // that is an item
+    const bool isShort = pieces.fault() == MemberLine::Fault::TooFewFields || isShifted;
     for (const int column : empty) {
         add(column, isShort ? Problem::Severity::Fatal : Problem::Severity::Error,
             QStringLiteral("an empty field does not count, all behind it move up")
@@ -120,9 +113,8 @@ bool MemberReview::checkNumberOfFields()
     if (isShort && empty.isEmpty()) {
         addMissingField(isShifted ? QStringLiteral("a field before the items is missing") : counts);
     }
-    if (fields > wanted && !MemberForm::mayHaveMore(kind)) {
-        add(pieces.field(wanted).column(), Problem::Severity::Error, counts,
-            MemberForm::form(kind));
+    if (pieces.fields().size() > kind.fewest() && !kind.hasItems()) {
+        add(pieces.field(kind.fewest()).column(), Problem::Severity::Error, counts, kind.form);
     }
     return !isShort;
 }
@@ -134,7 +126,9 @@ void MemberReview::addMissingField(const QString& text)
         add(column, Problem::Severity::Fatal, QStringLiteral("a comma is missing: ") + text,
             QStringLiteral("a comma here"));
     } else {
-        add(pieces.endColumn(), Problem::Severity::Fatal, text, MemberForm::form(kind));
+        const MemberFields* kind =
+            MemberFields::of(pieces.field(0).text.section(QLatin1Char(' '), 0, 0));
+        add(pieces.endColumn(), Problem::Severity::Fatal, text, kind->form);
     }
 }
 
@@ -144,8 +138,7 @@ int MemberReview::missingComma() const
     // Behind or before a quote, or where a number and something else meet.
     static const QRegularExpression gap(QStringLiteral(
         "(?<=\")\\s+\\S|(?<=\\S)\\s+(?=\")|[\\d.]\\s+(?=[\\w(])|[\\w)]\\s+(?=[x-]?[\\d.]+\\z)"));
-    const QList<MemberLine::Piece> fields = pieces.fields();
-    for (const MemberLine::Piece& piece : fields) {
+    for (const MemberLine::Piece& piece : pieces.fields()) {
         const QString& text = piece.raw;
         const bool isText = isQuoted(text) && text.count(QLatin1Char('"')) == 2;
         const QRegularExpressionMatch match = isText ? QRegularExpressionMatch() : gap.match(text);
@@ -154,139 +147,149 @@ int MemberReview::missingComma() const
             while (!text.at(blank).isSpace()) {
                 ++blank;
             }
-            return piece.columns.at(blank);
+            return piece.column(blank);
         }
     }
     const MemberLine::Piece first = pieces.field(0);
     const int blank = first.raw.indexOf(QLatin1Char(' '));
-    return blank < 0 ? 0 : first.columns.at(blank);
+    return blank < 0 ? 0 : first.column(blank);
+}
+
+bool MemberReview::isBroken() const
+{
+    return !setting->isArray && pieces.declaration().contains(QLatin1Char('['));
+}
+
+bool MemberReview::isText() const
+{
+    return setting->settingType == StructSetting::STRING
+           || setting->settingType == StructSetting::LIST;
 }
 
 void MemberReview::checkName()
 {
     const MemberLine::Piece name = pieces.name();
-    static const QRegularExpression brackets(QStringLiteral("\\[[\\w\\p{M}]*\\]"),
-                                             QRegularExpression::UseUnicodePropertiesOption);
-    isArray = name.text.contains(brackets);
-    if (!isArray && pieces.declaration().contains(QLatin1Char('['))) {
+    if (isBroken()) {
         // A number's type reaches up to the last blank then and is none of the charger's.
-        add(name.column(), isNum() ? Problem::Severity::Fatal : Problem::Severity::Error,
+        const bool isNum = setting->settingType == StructSetting::NUM;
+        add(name.column(), isNum ? Problem::Severity::Fatal : Problem::Severity::Error,
             QStringLiteral("blanks in the brackets: this is no array"),
-            isNum() ? QStringLiteral("the type and the name, without brackets")
-                    : QStringLiteral("name[12], without blanks"));
+            isNum ? QStringLiteral("the type and the name, without brackets")
+                  : QStringLiteral("name[12], without blanks"));
         return;
     }
-    arraySize = isArray ? StructSetting::getNumInSquareBrackets(name.text) : 0;
-    if (isArray && arraySize == 0) {
+    if (setting->isArray && setting->arraySize == 0) {
         add(name.column(), Problem::Severity::Error,
             QStringLiteral("an array without a size in digits"), QStringLiteral("name[12]"));
     }
-    const QString plain = name.text.section(QLatin1Char('['), 0, 0);
-    if (!isIdentifier(plain)) {
+    if (!isIdentifier(setting->variableName)) {
         add(name.column(), Problem::Severity::Error,
-            QStringLiteral("%1 is no C name").arg(quotedText(plain)),
+            QStringLiteral("%1 is no C name").arg(quotedText(setting->variableName)),
             QStringLiteral("letters, digits and \"_\", a letter first"));
     }
 }
 
-QString MemberReview::dataType() const
-{
-    const QString words = pieces.declaration().simplified();
-    return words.left(words.size() - pieces.name().text.size()).simplified().toLower();
-}
-
 void MemberReview::checkType()
 {
-    if (!isArray && pieces.declaration().contains(QLatin1Char('['))) {
+    if (isBroken()) {
         return; // told with the name: where the type ends is not known
     }
-    const int bytes = HexUtility::calculateByteCount(dataType());
+    const QString& type = setting->variableDataType;
+    const bool isNum = setting->settingType == StructSetting::NUM;
+    const bool isBool = setting->settingType == StructSetting::BOOL;
+    const int bytes = StructLayout::byteCount(type);
     if (bytes == 0) {
-        const QString nearest = nearestWord(dataType(), HexUtility::dataTypes());
-        add(pieces.firstColumn(), isNum() ? Problem::Severity::Fatal : Problem::Severity::Error,
-            QStringLiteral("%1 is no type of the charger").arg(quotedText(dataType())),
+        const QString nearest = nearestWord(type, StructLayout::dataTypes());
+        add(pieces.firstColumn(), isNum ? Problem::Severity::Fatal : Problem::Severity::Error,
+            QStringLiteral("%1 is no type of the charger").arg(quotedText(type)),
             nearest.isEmpty() ? QStringLiteral("char, short, int or long, signed or unsigned")
                               : nearest);
-    } else if (bytes != 1 && (isBool() || isText())) {
+    } else if (bytes != 1 && !isNum) {
         add(pieces.firstColumn(), Problem::Severity::Error,
-            isBool() ? QStringLiteral("a bool is stored in one byte and read in %1").arg(bytes)
-                     : QStringLiteral("a text is stored in single bytes"),
-            isBool() ? QStringLiteral("unsigned char") : QStringLiteral("char"));
+            isBool ? QStringLiteral("a bool is stored in one byte and read in %1").arg(bytes)
+                   : QStringLiteral("a text is stored in single bytes"),
+            isBool ? QStringLiteral("unsigned char") : QStringLiteral("char"));
     }
-    if (isText() && !isArray) {
+    if (isText() && !setting->isArray) {
         add(pieces.name().column(), Problem::Severity::Error,
             QStringLiteral("a text needs an array"), pieces.name().text + QStringLiteral("[12]"));
-    } else if (isArray && !isText()) {
+    } else if (setting->isArray && !isText()) {
         add(pieces.name().column(), Problem::Severity::Error,
-            QStringLiteral("a %1 cannot be an array").arg(kind),
+            QStringLiteral("a %1 cannot be an array").arg(pieces.kind()->keyword),
             QStringLiteral("a member for each number"));
     }
 }
 
 void MemberReview::checkSize()
 {
-    const MemberLine::Piece size = pieces.field(1);
-    if (size.text == QLatin1String("auto")) {
-        return;
-    }
-    static const QRegularExpression digits(QStringLiteral("\\A[0-9]+\\z"));
-    if (!digits.match(size.text).hasMatch()) {
+    const MemberLine::Piece size = pieces.field(MemberField::Size);
+    const QString autoSize = QStringLiteral("auto");
+    switch (StructLayout::faultOf(*setting)) {
+    case StructLayout::Fault::NoWidth:
         add(size.column(), Problem::Severity::Fatal,
             QStringLiteral("%1 is not a size").arg(quotedText(size.text)),
-            nearestWord(size.text, {QStringLiteral("auto")}).isEmpty()
+            nearestWord(size.text, {autoSize}).isEmpty()
                 ? QStringLiteral("auto, or a number of bits in digits")
-                : QStringLiteral("auto"));
-    } else if (isText()) {
+                : autoSize);
+        break;
+    case StructLayout::Fault::TextOfBits:
         add(size.column(), Problem::Severity::Fatal, QStringLiteral("a text cannot be a bit field"),
-            QStringLiteral("auto"));
-    } else {
-        bool fits = false;
-        const int width = size.text.toInt(&fits);
-        checkWidth(fits ? width : 1 << 20, size.column());
-    }
-}
-
-void MemberReview::checkWidth(int width, int column)
-{
-    const int bits = 8 * (isBool() ? 1 : HexUtility::calculateByteCount(dataType()));
-    if (width > bits && bits > 0) {
-        add(column, Problem::Severity::Fatal,
+            autoSize);
+        break;
+    case StructLayout::Fault::TooWide:
+        add(size.column(), Problem::Severity::Fatal,
             QStringLiteral("%1 bits do not fit into %2")
-                .arg(pieces.field(1).text, isBool() ? QStringLiteral("a bool") : dataType()),
-            QStringLiteral("%1 or less").arg(bits));
-    } else if (width == 0) {
-        add(column, Problem::Severity::Error, QStringLiteral("a bit field without bits"),
-            QStringLiteral("1 or more"));
+                .arg(size.text, setting->settingType == StructSetting::BOOL
+                                    ? QStringLiteral("a bool")
+                                    : setting->variableDataType),
+            QStringLiteral("%1 or less").arg(StructLayout::mostBits(*setting)));
+        break;
+    case StructLayout::Fault::None:
+        if (size.text != autoSize && size.text.toInt() == 0) {
+            add(size.column(), Problem::Severity::Error, QStringLiteral("a bit field without bits"),
+                QStringLiteral("1 or more"));
+        }
+        break;
+    case StructLayout::Fault::UnknownKind: // not here
+    case StructLayout::Fault::UnknownType: // reported with the type
+        break;
     }
 }
 
 void MemberReview::checkFields()
 {
-    checkQuoted(nameIndex(), QStringLiteral("the name"));
-    if (isNum()) {
-        checkQuoted(7, QStringLiteral("the units"));
+    const MemberLine::Piece defaultPiece = pieces.field(MemberField::Default);
+    checkQuoted(pieces.field(MemberField::Name), QStringLiteral("the name"));
+    switch (setting->settingType) {
+    case StructSetting::NUM:
+        checkQuoted(pieces.field(MemberField::Units), QStringLiteral("the units"));
         checkScaleFactor();
-    }
-    if (isBool() && pieces.field(4).text != QLatin1String("1")
-        && pieces.field(4).text != QLatin1String("0")) {
-        add(pieces.field(4).column(), Problem::Severity::Error,
-            QStringLiteral("the default %1 counts as off").arg(quotedText(pieces.field(4).text)),
-            QStringLiteral("1 or 0"));
-    }
-    if (isText()) {
-        checkQuoted(4, QStringLiteral("the default"));
-        checkText(StructSetting::stripOutQuotes(pieces.field(4).text), pieces.field(4).column(),
+        break;
+    case StructSetting::BOOL:
+        if (defaultPiece.text != QLatin1String("1") && defaultPiece.text != QLatin1String("0")) {
+            add(defaultPiece.column(), Problem::Severity::Error,
+                QStringLiteral("the default %1 counts as off").arg(quotedText(defaultPiece.text)),
+                QStringLiteral("1 or 0"));
+        }
+        break;
+    case StructSetting::STRING:
+    case StructSetting::LIST:
+        checkQuoted(defaultPiece, QStringLiteral("the default"));
+        checkText(std::get<QString>(setting->defaultValue), defaultPiece.column(),
                   QStringLiteral("the default"));
+        break;
+    case StructSetting::UNKNOWN:
+        break;
     }
-    if (isList()) {
+    if (setting->settingType == StructSetting::LIST) {
         checkListItems();
     }
-    checkLevel(isList() ? pieces.fields().size() - 1 : isNum() ? 11 : 6);
+    checkLevel();
 }
 
 void MemberReview::checkScaleFactor()
 {
-    const MemberLine::Piece scale = pieces.field(4);
+    const MemberLine::Piece scale = pieces.field(MemberField::ScaleFactor);
     const QChar first = scale.text.isEmpty() ? QChar() : scale.text.at(0);
     if (first.isDigit()) {
         add(scale.column(), Problem::Severity::Fatal,
@@ -305,25 +308,21 @@ void MemberReview::checkScaleFactor()
 
 void MemberReview::checkListItems()
 {
-    const int lastItem = pieces.fields().size() - 2;
-    const MemberLine::Piece defaultItem = pieces.field(4);
-    QStringList items;
-    for (int i = 0; i < pieces.fields().size(); ++i) {
-        items.append(pieces.field(i).text);
-    }
-    items = StructSetting::getList(items);
+    const QStringList& items = setting->list;
+    const int firstItem = pieces.indexOf(MemberField::Items);
+    const QString defaultItem = std::get<QString>(setting->defaultValue);
     QSet<QString> seen;
-    for (int i = firstItem; i <= lastItem; ++i) {
-        const MemberLine::Piece piece = pieces.field(i);
-        const QString& item = items.at(i - firstItem);
-        const bool isEnd = i == firstItem || i == lastItem;
+    for (int i = 0; i < items.size(); ++i) {
+        const MemberLine::Piece piece = pieces.field(firstItem + i);
+        const QString& item = items.at(i);
+        const bool isEnd = i == 0 || i == items.size() - 1;
         if (isEnd && item.isEmpty()) {
             add(piece.column(), Problem::Severity::Error,
                 QStringLiteral("%1 becomes an empty item").arg(quotedText(piece.text)),
                 QStringLiteral("letters, digits, \"_\" and blanks in quotes: the first and the "
                                "last item hold nothing else"));
         } else if (!isEnd) {
-            checkQuoted(i, QStringLiteral("the item"));
+            checkQuoted(piece, QStringLiteral("the item"));
         }
         checkText(item, piece.column(), QStringLiteral("the item"));
         if (seen.contains(item)) {
@@ -332,12 +331,12 @@ void MemberReview::checkListItems()
         }
         seen.insert(item);
     }
-    if (lastItem < firstItem) {
-        add(pieces.field(firstItem).column(), Problem::Severity::Error,
-            QStringLiteral("a list without items"), MemberForm::form(kind));
-    } else if (!items.contains(StructSetting::stripOutQuotes(defaultItem.text))) {
-        const QString nearest = nearestWord(StructSetting::stripOutQuotes(defaultItem.text), items);
-        add(defaultItem.column(), Problem::Severity::Error,
+    if (items.isEmpty()) {
+        add(pieces.field(MemberField::Level).column(), Problem::Severity::Error,
+            QStringLiteral("a list without items"), pieces.kind()->form);
+    } else if (!items.contains(defaultItem)) {
+        const QString nearest = nearestWord(defaultItem, items);
+        add(pieces.field(MemberField::Default).column(), Problem::Severity::Error,
             QStringLiteral("the default is none of the items"),
             QLatin1Char('"') + (nearest.isEmpty() ? items.first() : nearest) + QLatin1Char('"'));
     }
@@ -351,17 +350,16 @@ void MemberReview::checkText(const QString& text, int column, const QString& wha
             QStringLiteral("%1 holds %2, which the charger cannot hold")
                 .arg(what, quotedText(characters)),
             QStringLiteral("ASCII characters"));
-    } else if (arraySize > 0 && text.size() > arraySize - 1) {
+    } else if (setting->arraySize > 0 && text.size() > setting->arraySize - 1) {
         add(column, Problem::Severity::Error,
             QStringLiteral("%1 is longer than the %2 characters of %3")
-                .arg(what, QString::number(arraySize - 1), pieces.name().text),
+                .arg(what, QString::number(setting->arraySize - 1), pieces.name().text),
             QStringLiteral("a shorter text, or an array of %1").arg(text.size() + 1));
     }
 }
 
-void MemberReview::checkQuoted(int index, const QString& what)
+void MemberReview::checkQuoted(const MemberLine::Piece& piece, const QString& what)
 {
-    const MemberLine::Piece piece = pieces.field(index);
     if (isQuoted(piece.text)) {
         return;
     }
@@ -374,9 +372,9 @@ void MemberReview::checkQuoted(int index, const QString& what)
         QLatin1Char('"') + plain + QLatin1Char('"'));
 }
 
-void MemberReview::checkLevel(int index)
+void MemberReview::checkLevel()
 {
-    const MemberLine::Piece level = pieces.field(index);
+    const MemberLine::Piece level = pieces.field(MemberField::Level);
     if (level.text != basicLevel && !nearestWord(level.text, {basicLevel}).isEmpty()) {
         add(level.column(), Problem::Severity::Warning,
             QStringLiteral("%1 makes an advanced setting").arg(quotedText(level.text)), basicLevel);

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "schemareview/memberline.h"
 #include "schemareview/mendedline.h"
 #include "schemareview/problem.h"
 
-#include <QStringList>
+class QObject;
 
 namespace HParser
 {
+class StructSetting;
+
 /// Looks at one member line of the schema header: everything that can be told without the lines
 /// around it.
 class MemberReview
@@ -16,14 +17,12 @@ public:
     /// Appends what it finds to `problems`, with `lineNumber`.
     MemberReview(const QString& lineText, int lineNumber, Problems& problems);
 
-    /// Looks at the line, as it was meant where it is cut in the wrong places. False when StructSetting cannot parse it; what it would end the program for
-    /// is among the problems then.
-    bool check();
+    /// Looks at the line, as it was meant where commas or a semicolon cut it in the wrong places.
+    /// Returns the setting that the line describes, a child of `parent`; nullptr when none can be made
+    /// of it, which is a fatal problem then.
+    StructSetting* check(QObject* parent);
 
     const MemberLine& line() const { return pieces; }
-
-    /// The line as it was meant, for StructSetting.
-    QString text() const { return mended.text(); }
 
 private:
     bool checkParts();
@@ -34,19 +33,14 @@ private:
     void checkName();
     void checkType();
     void checkSize();
-    void checkWidth(int width, int column);
     void checkFields();
     void checkScaleFactor();
     void checkListItems();
     void checkText(const QString& text, int column, const QString& what);
-    void checkQuoted(int index, const QString& what);
-    void checkLevel(int index);
-    bool isNum() const { return kind == QLatin1String("num"); }
-    bool isBool() const { return kind == QLatin1String("bool"); }
-    bool isList() const { return kind == QLatin1String("list"); }
-    bool isText() const { return isList() || kind == QLatin1String("string"); }
-    int nameIndex() const { return isNum() ? 6 : 2; }
-    QString dataType() const;
+    void checkQuoted(const MemberLine::Piece& piece, const QString& what);
+    void checkLevel();
+    bool isBroken() const; ///< an array in the wrong form
+    bool isText() const;
     void add(int column, Problem::Severity severity, const QString& text,
              const QString& advice = {});
 
@@ -54,8 +48,6 @@ private:
     MemberLine pieces;
     int number;
     Problems& found;
-    QString kind;
-    int arraySize = 0;
-    bool isArray = false;
+    StructSetting* setting = nullptr;
 };
 } // namespace HParser

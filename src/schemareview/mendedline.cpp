@@ -2,7 +2,6 @@
 
 #include "base/countedtext.h"
 #include "base/quotedtext.h"
-#include "schemareview/memberform.h"
 
 namespace HParser
 {
@@ -13,7 +12,7 @@ const QLatin1Char comma(',');
 constexpr int mostMended = 10; // texts of a line: each takes a look at the whole line
 
 /// The index of the piece that closes the text which this piece opens; -1 when none does.
-int closingPiece(const QList<MemberLine::Piece>& pieces, int opening)
+int closingPiece(const QVector<MemberLine::Piece>& pieces, int opening)
 {
     const QString& first = pieces.at(opening).text;
     const bool isOpen = first.startsWith(quote) && first.count(quote) == 1;
@@ -26,6 +25,14 @@ int closingPiece(const QList<MemberLine::Piece>& pieces, int opening)
     return -1;
 }
 } // namespace
+
+QString MendedLine::fieldCounts(const MemberLine& pieces)
+{
+    const QString fields =
+        countedText(pieces.fields().size(), QStringLiteral("field"), QStringLiteral("fields"));
+    return QStringLiteral("%1 where a %2 has %3")
+        .arg(fields, pieces.kind()->keyword, QString::number(pieces.kind()->fewest()));
+}
 
 MendedLine::MendedLine(const QString& lineText, int lineNumber) : line(lineText), number(lineNumber)
 {
@@ -58,19 +65,20 @@ void MendedLine::mendQuotedCommas()
 {
     for (int i = 0; i < mostMended; ++i) {
         const MemberLine pieces(line);
-        const QString kind = pieces.field(0).text;
-        const int wanted = MemberForm::numberOfFields(kind);
-        const bool mayBeCut = MemberForm::mayHaveMore(kind) || pieces.fields().size() > wanted;
-        if (wanted == 0 || !mayBeCut || !mendNextText(pieces, wanted)) {
+        const MemberFields* kind = pieces.kind();
+        const bool mayBeCut =
+            kind != nullptr && (kind->hasItems() || pieces.fields().size() > kind->fewest());
+        if (!mayBeCut || !mendNextText(pieces)) {
             return;
         }
     }
 }
 
 /// Puts the first text that is cut together again. False when none is.
-bool MendedLine::mendNextText(const MemberLine& pieces, int wanted)
+bool MendedLine::mendNextText(const MemberLine& pieces)
 {
-    const QList<MemberLine::Piece> fields = pieces.fields();
+    const QVector<MemberLine::Piece>& fields = pieces.fields();
+    const MemberFields& kind = *pieces.kind();
     for (int i = 0; i < fields.size(); ++i) {
         const int last = closingPiece(fields, i);
         if (last < 0) {
@@ -78,14 +86,9 @@ bool MendedLine::mendNextText(const MemberLine& pieces, int wanted)
         }
         const int begin = fields.at(i).column() - 1;
         const int first = line.indexOf(comma, begin);
-        const QString kind = fields.first().text;
-        const bool isItem = MemberForm::mayHaveMore(kind) && i >= wanted - 1;
-        const QString counts = isItem ? QString()
-                                      : QStringLiteral(": %1 where a %2 has %3")
-                                            .arg(countedText(fields.size(), QStringLiteral("field"),
-                                                             QStringLiteral("fields")),
-                                                 kind, QString::number(wanted));
-        const int size = fields.at(last).columns.last() - begin;
+        const bool isItem = kind.hasItems() && i >= kind.indexOf(MemberField::Items, fields.size());
+        const QString counts = isItem ? QString() : QStringLiteral(": ") + fieldCounts(pieces);
+        const int size = fields.at(last).column(fields.at(last).raw.size() - 1) - begin;
         const QString whole = line.mid(begin, size).remove(comma).simplified();
         line.replace(begin, size, line.mid(begin, size).remove(comma).leftJustified(size));
         add(first + 1, isItem ? Problem::Severity::Error : Problem::Severity::Fatal,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "schemareview/memberline.h"
+#include "CBGenerator/memberline.h"
 #include "schemareview/problem.h"
 
 namespace HParser
@@ -19,10 +19,13 @@ public:
     /// What was taken out, with its place.
     Problems problems() const { return found; }
 
+    /// "11 fields where a num has 12". REQUIRES: a line of a known kind.
+    static QString fieldCounts(const MemberLine& pieces);
+
 private:
     void mendSemicolon();
     void mendQuotedCommas();
-    bool mendNextText(const MemberLine& pieces, int wanted);
+    bool mendNextText(const MemberLine& pieces);
     void add(int column, Problem::Severity severity, const QString& text, const QString& advice);
 
     QString line;

@@ -46,8 +46,8 @@ void NamesReview::check()
         }
         const QString variable = member.setting->variableName;
         if (variables.contains(variable)) {
-            structure.add(
-                member, ReviewedStruct::nameOfLine, Problem::Severity::Error,
+            structure.addAt(
+                member, member.pieces.name().column(), Problem::Severity::Error,
                 QStringLiteral("the C name %1 is taken in line %2")
                     .arg(quotedText(variable), QString::number(variables.value(variable))),
                 QStringLiteral("a name of its own"));
@@ -62,7 +62,7 @@ void NamesReview::checkTag(const ReviewedStruct::Member& member, QMap<QString, i
 {
     const QString name = member.setting->descriptiveName;
     const QString tag = XMLUtility::xmlTagFromDescriptiveName(name);
-    const int field = ReviewedStruct::labelField(*member.setting);
+    const MemberField field = MemberField::Name;
     if (structure.isShown(member.setting) && !XMLUtility::isTag(tag)) {
         structure.add(
             member, field, Problem::Severity::Error,

@@ -1,14 +1,12 @@
 #include "schemareview/numbersreview.h"
 
 #include "CBGenerator/formula.h"
+#include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
-#include "HEXGeneratorParser/hexutility.h"
 
 #include <algorithm>
 #include <cmath>
-
-using HEXGeneratorParser::HexUtility;
 
 namespace HParser
 {
@@ -45,7 +43,7 @@ void NumbersReview::checkTypeNumber(const ReviewedStruct::Member& member)
 {
     const double value = member.setting->number();
     if (!(value >= 1 && value < erasedType) || value != std::floor(value)) {
-        structure.add(member, ReviewedStruct::defaultField, Problem::Severity::Error,
+        structure.add(member, MemberField::Default, Problem::Severity::Error,
                       QStringLiteral("%1 is no type: erased memory reads as 255, missing one as 0")
                           .arg(numberText(value)),
                       QStringLiteral("a whole number from 1 to 254"));
@@ -61,12 +59,12 @@ void NumbersReview::checkBounds(const ReviewedStruct::Member& member)
     const double value = member.setting->number();
     const double tolerance = 1e-9 * std::max(1.0, std::abs(value));
     if (!(lower <= upper)) {
-        structure.add(member, ReviewedStruct::lowerField, Problem::Severity::Warning,
+        structure.add(member, MemberField::LowerBound, Problem::Severity::Warning,
                       QStringLiteral("the lower bound %1 is above the upper bound %2")
                           .arg(numberText(lower), numberText(upper)),
                       QStringLiteral("bounds that leave room"));
     } else if (!(value >= lower - tolerance && value <= upper + tolerance)) {
-        structure.add(member, ReviewedStruct::defaultField, Problem::Severity::Warning,
+        structure.add(member, MemberField::Default, Problem::Severity::Warning,
                       QStringLiteral("the default %1 is not within %2 and %3")
                           .arg(numberText(value), numberText(lower), numberText(upper)),
                       QStringLiteral("a default within the bounds"));
@@ -78,12 +76,12 @@ void NumbersReview::checkSteps(const ReviewedStruct::Member& member)
     const double scale = member.setting->scaleFactor->toDouble();
     const double decimals = member.setting->decimalPlaces->toDouble();
     if (!(decimals >= 0 && decimals <= 9) || decimals != std::floor(decimals)) {
-        structure.add(member, ReviewedStruct::decimalsField, Problem::Severity::Warning,
+        structure.add(member, MemberField::Decimals, Problem::Severity::Warning,
                       QStringLiteral("%1 decimal places").arg(numberText(decimals)),
                       QStringLiteral("a whole number from 0 to 9"));
     } else if (scale > 0 && scale > std::pow(10, -decimals) * (1 + 1e-9)) {
         structure.add(
-            member, ReviewedStruct::scaleField, Problem::Severity::Warning,
+            member, MemberField::ScaleFactor, Problem::Severity::Warning,
             QStringLiteral("values of %1 decimals are stored in steps of %2 and come back changed")
                 .arg(numberText(decimals), numberText(scale)),
             QLatin1Char('x') + QString::number(std::pow(10, -decimals), 'g', 10));
@@ -96,16 +94,16 @@ void NumbersReview::checkRange(const ReviewedStruct::Member& member)
     const double upper = setting.upperBound->toDouble();
     const double scale = setting.scaleFactor->toDouble();
     if (setting.lowerBound->toDouble() < 0) {
-        structure.add(member, ReviewedStruct::lowerField, Problem::Severity::Warning,
+        structure.add(member, MemberField::LowerBound, Problem::Severity::Warning,
                       QStringLiteral("negative values are read back as large ones"),
                       QStringLiteral("a bound of 0 or more"));
     }
     const int bits = setting.size == QLatin1String("auto")
-                         ? 8 * HexUtility::calculateByteCount(setting.variableDataType)
+                         ? 8 * StructLayout::byteCount(setting.variableDataType)
                          : setting.size.toInt();
     const double most = std::pow(2, std::min(bits, 31)) - 1;
     if (bits > 0 && scale > 0 && upper / scale > most + 0.5) {
-        structure.add(member, ReviewedStruct::upperField, Problem::Severity::Warning,
+        structure.add(member, MemberField::UpperBound, Problem::Severity::Warning,
                       QStringLiteral("%1 does not fit into %2 bits in steps of %3")
                           .arg(numberText(upper), QString::number(bits), numberText(scale)),
                       QStringLiteral("%1 or less, or a wider type").arg(numberText(most * scale)));

@@ -21,11 +21,9 @@ ReviewedStruct::~ReviewedStruct() = default;
 void ReviewedStruct::addMember(const QString& lineText, int lineNumber)
 {
     MemberReview review(lineText, lineNumber, found);
-    const bool isSound = review.check();
-    everyLineParsed = everyLineParsed && isSound;
-    StructSetting* setting =
-        isSound ? new StructSetting(review.text(), structSettings.get()) : nullptr;
-    const QString variable = review.line().name().text.section(QLatin1Char('['), 0, 0);
+    StructSetting* setting = review.check(structSettings.get());
+    everyLineParsed = everyLineParsed && setting != nullptr;
+    const QString variable = review.line().variableName();
     if (!firstOfVariable.contains(variable)) {
         firstOfVariable.insert(variable, static_cast<int>(lines.size()));
     }
@@ -95,22 +93,10 @@ bool ReviewedStruct::mayHoldName(const QString& descriptiveName) const
     });
 }
 
-int ReviewedStruct::labelField(const StructSetting& setting)
-{
-    return setting.settingType == StructSetting::NUM ? 6 : 2;
-}
-
-int ReviewedStruct::placeField(const StructSetting& setting)
-{
-    return setting.settingType == StructSetting::NUM ? 10 : 5;
-}
-
-void ReviewedStruct::add(const Member& member, int field, Problem::Severity severity,
+void ReviewedStruct::add(const Member& member, MemberField field, Problem::Severity severity,
                          const QString& text, const QString& advice)
 {
-    const int column =
-        field == nameOfLine ? member.pieces.name().column() : member.pieces.field(field).column();
-    addAt(member, column, severity, text, advice);
+    addAt(member, member.pieces.field(field).column(), severity, text, advice);
 }
 
 void ReviewedStruct::addAt(const Member& member, int column, Problem::Severity severity,

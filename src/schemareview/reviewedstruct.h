@@ -1,6 +1,6 @@
 #pragma once
 
-#include "schemareview/memberline.h"
+#include "CBGenerator/memberline.h"
 #include "schemareview/problem.h"
 
 #include <QHash>
@@ -25,19 +25,6 @@ public:
         int line = 0;
         MemberLine pieces;
         StructSetting* setting = nullptr; ///< none for a line that cannot be parsed
-    };
-
-    /// Places of a member line; the fields are those of a num.
-    enum Field : int
-    {
-        nameOfLine = -1, ///< the C name, before the fields
-        kindField = 0,
-        sizeField = 1,
-        lowerField = 2,
-        upperField = 3,
-        scaleField = 4,
-        decimalsField = 5,
-        defaultField = 9
     };
 
     /// Problems are appended to `problems`. The struct's header stands at `headerLine`.
@@ -73,14 +60,10 @@ public:
     /// True when a line that cannot be parsed may have been meant for this setting.
     bool mayHoldName(const QString& descriptiveName) const;
 
-    /// The fields of the descriptive name and of the place on screen.
-    static int labelField(const StructSetting& setting);
-    static int placeField(const StructSetting& setting);
-
     /// A problem at a field of a member, at a column of its line, or of the struct as a whole. What
     /// follows from an error at the same place only makes that one as severe.
-    void add(const Member& member, int field, Problem::Severity severity, const QString& text,
-             const QString& advice = {});
+    void add(const Member& member, MemberField field, Problem::Severity severity,
+             const QString& text, const QString& advice = {});
     void addAt(const Member& member, int column, Problem::Severity severity, const QString& text,
                const QString& advice);
     void addForStruct(Problem::Severity severity, const QString& text, const QString& advice = {});

@@ -17,9 +17,9 @@ namespace HParser
 {
 namespace
 {
-constexpr int formulaFields[] = {ReviewedStruct::lowerField, ReviewedStruct::upperField,
-                                 ReviewedStruct::scaleField, ReviewedStruct::decimalsField,
-                                 ReviewedStruct::defaultField};
+constexpr MemberField formulaFields[] = {MemberField::LowerBound, MemberField::UpperBound,
+                                         MemberField::ScaleFactor, MemberField::Decimals,
+                                         MemberField::Default};
 constexpr int longestLoop = 10;
 } // namespace
 
@@ -37,16 +37,16 @@ void StructFormulasReview::checkFormulas()
         if (member.setting == nullptr || member.setting->settingType != StructSetting::NUM) {
             continue;
         }
-        for (const int field : formulaFields) {
+        for (const MemberField field : formulaFields) {
             canEvaluate = checkFormula(member, field) && canEvaluate;
         }
     }
 }
 
-bool StructFormulasReview::checkFormula(const ReviewedStruct::Member& member, int field)
+bool StructFormulasReview::checkFormula(const ReviewedStruct::Member& member, MemberField field)
 {
     const MemberLine::Piece piece = member.pieces.field(field);
-    const int skipped = field == ReviewedStruct::scaleField ? 1 : 0; // the marker character
+    const int skipped = field == MemberField::ScaleFactor ? 1 : 0; // the marker character
     if (skipped == 1 && !piece.raw.isEmpty() && piece.raw.at(0).isDigit()) {
         return false; // the marker is missing: told with the line
     }
@@ -55,9 +55,7 @@ bool StructFormulasReview::checkFormula(const ReviewedStruct::Member& member, in
         text, [this](const QString& formulaName) { return judgeName(formulaName); });
     bool isSound = true;
     for (const FormulaSyntaxReview::Fault& fault : faults) {
-        const int index = skipped + fault.position;
-        const int end = piece.columns.isEmpty() ? piece.column() : piece.columns.last() + 1;
-        structure.addAt(member, piece.columns.value(index, end),
+        structure.addAt(member, piece.column(skipped + fault.position),
                         fault.isHarmless ? Problem::Severity::Warning : Problem::Severity::Fatal,
                         fault.text, fault.advice);
         isSound = isSound && fault.isHarmless;
@@ -105,8 +103,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeHidden(const ReviewedStruc
             QStringLiteral("a place from 0 on for it in line %1, or a number").arg(member.line)};
     }
     // The place was reported as none; that is the slip.
-    structure.add(member, ReviewedStruct::placeField(*member.setting), Problem::Severity::Fatal,
-                  text);
+    structure.add(member, MemberField::Place, Problem::Severity::Fatal, text);
     canEvaluate = false;
     return {};
 }
@@ -146,8 +143,9 @@ void StructFormulasReview::checkDependencies()
     }
     const StructSetting* avalanche = loops.isEmpty() ? graph.findAvalanche() : nullptr;
     if (avalanche != nullptr) {
-        structure.add(
-            *structure.memberOf(avalanche), ReviewedStruct::nameOfLine, Problem::Severity::Fatal,
+        const ReviewedStruct::Member& member = *structure.memberOf(avalanche);
+        structure.addAt(
+            member, member.pieces.name().column(), Problem::Severity::Fatal,
             QStringLiteral("a change of \"%1\" sets off more than %2 others")
                 .arg(avalanche->descriptiveName, QString::number(DependencyGraph::mostChanges)),
             QStringLiteral("formulas that name fewer settings that have formulas themselves"));
@@ -164,7 +162,7 @@ void StructFormulasReview::tellLoop(const QList<const StructSetting*>& loop)
         names.append(QStringLiteral("..."));
     }
     const ReviewedStruct::Member& last = *structure.memberOf(loop.at(loop.size() - 2));
-    for (const int field : fieldsThatFollow(last, loop.last())) {
+    for (const MemberField field : fieldsThatFollow(last, loop.last())) {
         structure.add(last, field, Problem::Severity::Fatal,
                       QStringLiteral("formulas follow each other in a loop: %1")
                           .arg(names.join(QStringLiteral(" -> "))),
@@ -173,11 +171,11 @@ void StructFormulasReview::tellLoop(const QList<const StructSetting*>& loop)
 }
 
 /// The fields whose formulas name the setting.
-QList<int> StructFormulasReview::fieldsThatFollow(const ReviewedStruct::Member& member,
-                                                  const StructSetting* followed)
+QList<MemberField> StructFormulasReview::fieldsThatFollow(const ReviewedStruct::Member& member,
+                                                          const StructSetting* followed)
 {
     const QList<Formula*> formulas = member.setting->evaluatedFormulas();
-    QList<int> fields;
+    QList<MemberField> fields;
     for (int i = 0; i < formulas.size(); ++i) {
         bool isNamed = false;
         formulas.at(i)->visitSettings(

@@ -19,15 +19,15 @@ public:
 
 private:
     void checkFormulas();
-    bool checkFormula(const ReviewedStruct::Member& member, int field);
+    bool checkFormula(const ReviewedStruct::Member& member, MemberField field);
     FormulaSyntaxReview::Fault judgeName(const QString& formulaName);
     FormulaSyntaxReview::Fault judgeHidden(const ReviewedStruct::Member& member);
     QString nearestVariable(const QString& formulaName) const;
     void buildTrees();
     void checkDependencies();
     void tellLoop(const QList<const StructSetting*>& loop);
-    static QList<int> fieldsThatFollow(const ReviewedStruct::Member& member,
-                                       const StructSetting* followed);
+    static QList<MemberField> fieldsThatFollow(const ReviewedStruct::Member& member,
+                                               const StructSetting* followed);
 
     ReviewedStruct& structure;
     QSet<QString> refusedNames; ///< that no formula may use, reported at their first use

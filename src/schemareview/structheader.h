@@ -11,9 +11,6 @@ public:
     /// REQUIRES: a line that is not sound.
     explicit StructHeader(const QString& line);
 
-    /// True when the line opens a struct.
-    static bool isSound(const QString& line);
-
     /// What such a line looks like.
     static QString form();
 

@@ -1,5 +1,6 @@
 #include "schemareview/structreview.h"
 
+#include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "HEXGeneratorParser/hexutility.h"
@@ -13,6 +14,7 @@
 #include <QMap>
 
 #include <cmath>
+#include <cstddef>
 
 using HEXGeneratorParser::HexUtility;
 
@@ -48,7 +50,7 @@ void StructReview::checkPlaces()
         if (member.setting == nullptr) {
             continue;
         }
-        const int field = ReviewedStruct::placeField(*member.setting);
+        const MemberField field = MemberField::Place;
         const QString text = member.pieces.field(field).text;
         const std::optional<double> place = member.setting->visualPosition();
         const bool isWholeNumber = place && *place == std::floor(*place);
@@ -84,40 +86,33 @@ void StructReview::checkBits()
     if (!structure.isWhole()) {
         return;
     }
-    int bits = 0;
-    int firstLine = structure.line(); // of the bit fields that stand together
-    bool isEven = true;
-    const auto text = [&] {
-        return QStringLiteral("the bit fields from line %1 on have %2, no whole bytes")
-            .arg(QString::number(firstLine),
-                 countedText(bits, QStringLiteral("bit"), QStringLiteral("bits")));
-    };
-    const auto advice = [&] {
+    const std::vector<ReviewedStruct::Member>& members = structure.members();
+    const QList<StructLayout::BrokenRun> runs = StructLayout::brokenRuns(structure.settings());
+    for (const StructLayout::BrokenRun& run : runs) {
+        const int over = run.bits % 8;
+        const QString text =
+            QStringLiteral("the bit fields from line %1 on have %2, no whole bytes")
+                .arg(QString::number(members[static_cast<std::size_t>(run.first)].line),
+                     countedText(run.bits, QStringLiteral("bit"), QStringLiteral("bits")));
         const QString more =
-            countedText(8 - bits % 8, QStringLiteral("more bit"), QStringLiteral("more bits"));
-        return QStringLiteral("fields of %1, or of %2 fewer").arg(more).arg(bits % 8);
-    };
-    for (const ReviewedStruct::Member& member : structure.members()) {
-        const bool isChecksum = member.setting->descriptiveName == QLatin1String("checksum");
-        if (member.setting->size != QLatin1String("auto") && !isChecksum) {
-            firstLine = bits == 0 ? member.line : firstLine;
-            bits += member.setting->size.toInt();
-            continue;
+            countedText(8 - over, QStringLiteral("more bit"), QStringLiteral("more bits"));
+        const QString advice = QStringLiteral("fields of %1, or of %2 fewer").arg(more).arg(over);
+        const auto end = static_cast<std::size_t>(run.end);
+        if (end < members.size()) {
+            structure.add(members[end], MemberField::Size, Problem::Severity::Fatal,
+                          text + QStringLiteral(", before this member"), advice);
+        } else {
+            structure.addForStruct(
+                Problem::Severity::Fatal,
+                text + QStringLiteral(", at the end of \"%1\"").arg(structure.name()), advice);
         }
-        if (bits % 8 != 0) {
-            structure.add(member, ReviewedStruct::sizeField, Problem::Severity::Fatal,
-                          text() + QStringLiteral(", before this member"), advice());
-            isEven = false;
-        }
-        bits = 0;
     }
-    if (bits % 8 != 0) {
-        structure.addForStruct(
-            Problem::Severity::Fatal,
-            text() + QStringLiteral(", at the end of \"%1\"").arg(structure.name()), advice());
-        isEven = false;
-    }
-    if (isEven) {
+    const bool isEven = StructLayout::dataBytes(structure.settings()).has_value();
+    if (runs.isEmpty() && !isEven) {
+        // Only the checksum's own size can be at fault, which was reported with its kind.
+        structure.add(*structure.memberNamed(QStringLiteral("checksum")), MemberField::Kind,
+                      Problem::Severity::Fatal, QStringLiteral("a checksum of no whole byte"));
+    } else if (runs.isEmpty()) {
         size = HexUtility::getChemistrySize(&structure.settings());
     }
 }
@@ -131,6 +126,6 @@ int StructReview::typeColumn() const
 {
     return structure.members().empty()
                ? 0
-               : structure.members().front().pieces.field(ReviewedStruct::defaultField).column();
+               : structure.members().front().pieces.field(MemberField::Default).column();
 }
 } // namespace HParser

@@ -127,6 +127,11 @@ TEST(HeaderReviewTest, RefusesAChecksumInsideAByte)
                   "have 3 bits");
 }
 
+TEST(HeaderReviewTest, RefusesAChecksumOfABitField)
+{
+    expectOnly(with(16, "num, auto", "num, 3"), "16@num, 3@ fatal", "a number of one byte");
+}
+
 TEST(HeaderReviewTest, RefusesAChecksumAmongBitFieldsThatAddUpWithIt)
 {
     QStringList lines = with(16, "num, auto", "num, 8");

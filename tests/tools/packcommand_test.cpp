@@ -162,7 +162,7 @@ TEST_F(PackCommandTest, RefusesWhatIsNoText)
 TEST_F(PackCommandTest, RefusesKeysThatTheEditorCouldNotRead)
 {
     for (const char* pair :
-         {"NAME", "=1", "NAME=", "MY NAME=x", "NAME=a b", "NAME=1-2", "A=b=c", "K\xC3\xA9=1"}) {
+         {"NAME", "=1", "NAME=", "MY NAME=x", "NAME=a b", "NAME=1-2", "A=b=c", "K\xE2\x82\xAC=1"}) {
         expectNothingWritten({"--key", pair}, 2, "is not KEY=VALUE");
     }
     expectNothingWritten({"--key", "NAME=1", "--key", "NAME=2"}, 2, "NAME is given twice");

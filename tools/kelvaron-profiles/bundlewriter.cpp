@@ -14,11 +14,13 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "base/fatalassertion.h"
 #include "base/textfile.h"
-#include "bundleformat.h"
+
+#include <QRegularExpression>
 
 void BundleWriter::addKey(const QString& key, const QString& value)
 {
-    KELVARON_ASSERT(BundleFormat::isKeyOrValue(key) && BundleFormat::isKeyOrValue(value));
+    const QString line = QStringLiteral("%1 = %2").arg(key, value);
+    KELVARON_ASSERT(KelvaronBundle::parseKeyLine(line) == KelvaronBundle::KeyValue(key, value));
     KELVARON_ASSERT(!hasKey(key));
     keys.append({key, value});
 }
@@ -33,9 +35,16 @@ bool BundleWriter::hasKey(const QString& key) const
     return false;
 }
 
+bool BundleWriter::isSectionName(const QString& name)
+{
+    static const QRegularExpression forbidden(QStringLiteral("[/\\\\\\x{00}-\\x{1f}]"));
+    return !name.trimmed().isEmpty() && !name.contains(forbidden) && name != QLatin1String(".")
+           && name != QLatin1String("..");
+}
+
 void BundleWriter::addSection(const QString& name, const QString& text)
 {
-    KELVARON_ASSERT(BundleFormat::isSectionName(name));
+    KELVARON_ASSERT(isSectionName(name));
     KELVARON_ASSERT(text.isEmpty() || text.endsWith(QLatin1Char('\n')));
     sections.append({name, text});
 }
@@ -43,22 +52,19 @@ void BundleWriter::addSection(const QString& name, const QString& text)
 QString BundleWriter::toText() const
 {
     // The block is written even without keys: otherwise a "..." inside a section would open one.
-    QStringList lines{BundleFormat::keyBlockLine()};
+    const QString blockLine = KelvaronBundle::keyBlockLine + QLatin1Char('\n');
+    QString text = blockLine;
     for (const QPair<QString, QString>& pair : keys) {
-        lines += QStringLiteral("%1 = %2").arg(pair.first, pair.second);
+        text += QStringLiteral("%1 = %2\n").arg(pair.first, pair.second);
     }
-    lines += BundleFormat::keyBlockLine();
-    QString text = BundleFormat::textOfLines(lines);
+    text += blockLine;
 
-    QList<Section> all = sections;
-    QStringList checksums;
+    Section checksums{QStringLiteral("checksums"), QString()};
     for (const Section& section : sections) {
-        checksums += KelvaronBundle::checksum(section.text);
+        checksums.text += KelvaronBundle::checksum(section.text) + QLatin1Char('\n');
     }
-    all.append({QStringLiteral("checksums"), BundleFormat::textOfLines(checksums)});
-
-    for (const Section& section : all) {
-        const QString marker = BundleFormat::markerLine(section.name) + QLatin1Char('\n');
+    for (const Section& section : sections + QList<Section>{checksums}) {
+        const QString marker = KelvaronBundle::markerLine(section.name) + QLatin1Char('\n');
         text += marker + section.text + marker;
     }
     return text;

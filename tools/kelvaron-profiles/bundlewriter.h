@@ -8,13 +8,18 @@
 class BundleWriter
 {
 public:
-    /// REQUIRES: BundleFormat::isKeyOrValue() of both, and a key that was not added before.
+    /// REQUIRES: a key and a value that KelvaronBundle::parseKeyLine() reads, and a key that was
+    /// not added before.
     void addKey(const QString& key, const QString& value);
 
     bool hasKey(const QString& key) const;
 
-    /// REQUIRES: BundleFormat::isSectionName(name), and lines each ended by a line feed, none of
-    /// them a marker line, as returned by TextInput.
+    /// Returns true for what can be the name of a section and of a file: one line without slashes,
+    /// and neither "." nor "..".
+    static bool isSectionName(const QString& name);
+
+    /// REQUIRES: isSectionName(name), and lines each ended by a line feed, none of them a marker line,
+    /// as returned by TextInput.
     void addSection(const QString& name, const QString& text);
 
     /// Returns the whole bundle.

@@ -1,7 +1,7 @@
 #include "extractcommand.h"
 
 #include "base/textfile.h"
-#include "bundleformat.h"
+#include "bundlewriter.h"
 #include "commandoptions.h"
 #include "console.h"
 #include "inspectedbundle.h"
@@ -17,7 +17,7 @@ namespace
 QString fileName(const InspectedBundle& bundle, int index)
 {
     const QString sectionName = bundle.sectionName(index);
-    return BundleFormat::isSectionName(sectionName) ? sectionName
+    return BundleWriter::isSectionName(sectionName) ? sectionName
                                                     : QStringLiteral("section%1.txt").arg(index);
 }
 } // namespace

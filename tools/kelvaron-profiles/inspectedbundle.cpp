@@ -1,7 +1,6 @@
 #include "inspectedbundle.h"
 
 #include "base/textfile.h"
-#include "bundleformat.h"
 #include "inputfile.h"
 #include "schemareview/bundlereview.h"
 
@@ -21,14 +20,7 @@ bool InspectedBundle::readSections()
         problem = QStringLiteral("is not a bundle: it has no sections");
         return false;
     }
-    const QString lastText = sectionText(sectionCount() - 1);
-    checksums = lastText.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     return true;
-}
-
-QString InspectedBundle::sectionName(int index) const
-{
-    return BundleFormat::markerName(bundle.getMarker(index));
 }
 
 QString InspectedBundle::describeSection(int index) const
@@ -36,15 +28,10 @@ QString InspectedBundle::describeSection(int index) const
     return QStringLiteral("section %1 (%2)").arg(QString::number(index), sectionName(index));
 }
 
-QString InspectedBundle::expectedChecksum(int index) const
-{
-    return index < sectionCount() - 1 ? checksums.value(index) : QString();
-}
-
 bool InspectedBundle::isIntact(int index) const
 {
     return index == sectionCount() - 1
-           || KelvaronBundle::checksum(sectionText(index)) == expectedChecksum(index);
+           || bundle.checksumLines().value(index).text == bundle.checksumOf(index);
 }
 
 Problems InspectedBundle::sectionProblems() const

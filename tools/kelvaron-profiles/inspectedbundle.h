@@ -4,7 +4,6 @@
 #include "schemareview/problem.h"
 
 #include <QString>
-#include <QStringList>
 
 /// A bundle read for inspection: its sections with their names, and their errors.
 class InspectedBundle
@@ -22,7 +21,7 @@ public:
     int sectionCount() const { return bundle.getNumFiles(); }
 
     /// Returns the name in the opening marker line of a section; may be empty.
-    QString sectionName(int index) const;
+    QString sectionName(int index) const { return bundle.getName(index); }
 
     /// Returns the text of a section, each line ended by a line feed.
     QString sectionText(int index) const { return bundle.getFile(index); }
@@ -30,10 +29,7 @@ public:
     /// Returns, for messages, "section 1 (kelvaron_chemistries.cb)".
     QString describeSection(int index) const;
 
-    /// Returns the checksum of this section in the last section; empty if there is none.
-    QString expectedChecksum(int index) const;
-
-    /// Returns true if the section's text has that checksum; the last section has none of its own.
+    /// Returns true if the last section has the checksum of this one. It has none of its own.
     bool isIntact(int index) const;
 
     /// Returns why the editor would not trust the sections.
@@ -49,6 +45,5 @@ private:
     QString bundlePath;
     KelvaronBundle bundle;
     QString text;
-    QStringList checksums;
     QString problem;
 };

@@ -1,7 +1,7 @@
 #include "packcommand.h"
 
+#include "KelvaronBundle/kelvaronbundle.h"
 #include "base/countedtext.h"
-#include "bundleformat.h"
 #include "bundlewriter.h"
 #include "checkedfile.h"
 #include "commandoptions.h"
@@ -34,7 +34,7 @@ QPair<QString, QString> nameAndPath(const QString& argument)
 
 bool isVersionKey(const QString& key)
 {
-    return key == QLatin1String("VERSION") || key == QLatin1String("MIN_SOFTWARE_VERSION_REQUIRED");
+    return key == KelvaronBundle::versionKey || key == KelvaronBundle::minimumVersionKey;
 }
 } // namespace
 
@@ -88,7 +88,7 @@ ExitCode PackCommand::run(const QStringList& arguments) const
     const QStringList further = options.values(QStringLiteral("file"));
     for (const QString& argument : further) {
         inputs.append(nameAndPath(argument));
-        if (!BundleFormat::isSectionName(inputs.last().first)) {
+        if (!BundleWriter::isSectionName(inputs.last().first)) {
             return options.usageError(
                 QStringLiteral("\"%1\" does not contain a usable section name").arg(argument));
         }
@@ -120,10 +120,9 @@ bool PackCommand::addKeys(const CommandOptions& options, BundleWriter& writer, Q
 {
     const QStringList pairs = options.values(QStringLiteral("key"));
     for (const QString& pair : pairs) {
-        const int equals = pair.indexOf(QLatin1Char('='));
-        const QString key = pair.left(equals).trimmed();
-        const QString value = pair.mid(equals + 1).trimmed();
-        if (equals < 0 || !BundleFormat::isKeyOrValue(key) || !BundleFormat::isKeyOrValue(value)) {
+        const auto [key, value] =
+            KelvaronBundle::parseKeyLine(pair).value_or(KelvaronBundle::KeyValue());
+        if (key.isEmpty() || value.isEmpty()) {
             error = QStringLiteral("\"%1\" is not KEY=VALUE with letters, digits, \"_\" and \".\"")
                         .arg(pair);
         } else if (writer.hasKey(key)) {

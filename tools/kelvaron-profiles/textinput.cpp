@@ -2,7 +2,6 @@
 
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "base/textfile.h"
-#include "bundleformat.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -50,6 +49,6 @@ bool TextInput::read(const QString& path)
             return false;
         }
     }
-    content = BundleFormat::textOfLines(lines);
+    content = text.isEmpty() || text.endsWith(QLatin1Char('\n')) ? text : text + QLatin1Char('\n');
     return true;
 }

@@ -1,4 +1,4 @@
-#include "schemareview/memberline.h"
+#include "CBGenerator/memberline.h"
 
 #include "CBGenerator/formula.h"
 #include "CBGenerator/structsetting.h"
@@ -22,7 +22,7 @@ TEST(MemberLineTest, CutsALineAsTheParserDoesAndKeepsThePlaces)
     EXPECT_EQ(line.field(3).text, setting.upperBound->toString());
     EXPECT_EQ(line.field(3).raw, "a  *2");
     EXPECT_EQ(line.field(3).column(), text.indexOf("a  *") + 1);
-    EXPECT_EQ(line.field(3).columns.last(), text.indexOf("*2") + 2);
+    EXPECT_EQ(line.field(3).column(4), text.indexOf("*2") + 2);
     EXPECT_EQ(line.field(6).text, "\"Low V\"");
     EXPECT_EQ(line.field(11).column(), text.indexOf("basic") + 1);
 }
@@ -35,13 +35,22 @@ TEST(MemberLineTest, LeavesOutCommentMarksAndEmptyFields)
     EXPECT_EQ(line.field(2).text, "");
     EXPECT_EQ(line.field(3).text, "\"/\"/\"");
     EXPECT_EQ(line.emptyFieldColumns(), QList<int>({17}));
-    EXPECT_EQ(MemberLine("char a; // bo//ol").field(0).text, "bool");
+    const MemberLine::Piece cut = MemberLine("char a; // bo//ol").field(0);
+    EXPECT_EQ(cut.text, "bool");
+    EXPECT_EQ(cut.column(1), 13);
+    EXPECT_EQ(cut.column(2), 16);
+    EXPECT_EQ(cut.column(4), 18);
 }
 
 TEST(MemberLineTest, TellsWhatIsMissing)
 {
-    EXPECT_FALSE(MemberLine("char a").hasDescriptor());
-    EXPECT_FALSE(MemberLine("char a;").hasDescriptor());
+    EXPECT_EQ(MemberLine("char a").fault(), MemberLine::Fault::NoDescriptor);
+    EXPECT_EQ(MemberLine("char a;").fault(), MemberLine::Fault::NoDescriptor);
+    EXPECT_EQ(MemberLine("").fault(), MemberLine::Fault::NoDeclaration);
+    EXPECT_EQ(MemberLine(" ; x").fault(), MemberLine::Fault::NoName);
+    EXPECT_EQ(MemberLine("char a;//,").fault(), MemberLine::Fault::NoFields);
+    EXPECT_EQ(MemberLine("char a; // bool, 1").fault(), MemberLine::Fault::TooFewFields);
+    EXPECT_EQ(MemberLine("char a; // boolean").fault(), MemberLine::Fault::None);
     EXPECT_EQ(MemberLine("  char a;  ").endColumn(), 10);
     EXPECT_EQ(MemberLine("  char a;").firstColumn(), 3);
     EXPECT_EQ(MemberLine("").name().text, "");
