@@ -1,6 +1,7 @@
 // Saving as the user does it, through the dialogs.
 
 #include "base/textfile.h"
+#include "profileimport/parsedprofile.h"
 #include "support/gui/xmlmanagertest.h"
 #include "xmlformat/readfromxml.h"
 
