@@ -168,21 +168,18 @@ TEST_F(AppendQuestion, ClosedCountsAsReplace)
 TEST_F(AppendQuestion, ButtonsHaveMnemonicsAndRoles)
 {
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
+    script.thenPress(DialogScript::closeControl, [](const QMessageBox& box) {
         QStringList texts;
-        for (const QAbstractButton* button : box->buttons()) {
+        for (const QAbstractButton* button : box.buttons()) {
             texts.append(button->text());
         }
         texts.sort();
         EXPECT_EQ(texts, QStringList({"&Add Profiles", "&Replace Profiles"}));
-        for (QAbstractButton* button : box->buttons()) {
-            EXPECT_EQ(box->buttonRole(button), button->text() == "&Add Profiles"
-                                                   ? QMessageBox::AcceptRole
-                                                   : QMessageBox::RejectRole);
+        for (QAbstractButton* button : box.buttons()) {
+            EXPECT_EQ(box.buttonRole(button), button->text() == "&Add Profiles"
+                                                  ? QMessageBox::AcceptRole
+                                                  : QMessageBox::RejectRole);
         }
-        box->close();
     });
     MessageDialogs::askAppendProfiles(nullptr);
 }

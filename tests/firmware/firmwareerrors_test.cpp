@@ -118,10 +118,8 @@ TEST_F(FirmwareErrorsTest, Error9)
 TEST_F(FirmwareErrorsTest, Error9HasLineBreaks)
 {
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        EXPECT_EQ(qobject_cast<QMessageBox*>(&dialog)->textFormat(), Qt::RichText);
-        dialog.close();
-    });
+    script.thenPress("OK",
+                     [](const QMessageBox& box) { EXPECT_EQ(box.textFormat(), Qt::RichText); });
     FirmwareErrors::error9(&window, "x");
 }
 

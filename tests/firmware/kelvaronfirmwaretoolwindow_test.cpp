@@ -159,17 +159,14 @@ TEST_F(FirmwareToolWindowTest, HiddenOptionKeepsItsState)
 TEST_F(FirmwareToolWindowTest, HelpListsFiveSteps)
 {
     DialogScript script;
-    const auto help = [this](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_EQ(box->windowTitle(), "Basic Usage");
-        EXPECT_EQ(box->parentWidget(), window);
-        EXPECT_EQ(box->textFormat(), Qt::RichText);
-        EXPECT_TRUE(contains(box->text(), "Kelvaron Firmware Tool Basic Usage:"));
-        EXPECT_EQ(box->text().count("<li>"), 5);
-        clickOn(box->button(QMessageBox::Ok));
+    const auto help = [this](const QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), "Basic Usage");
+        EXPECT_EQ(box.parentWidget(), window);
+        EXPECT_EQ(box.textFormat(), Qt::RichText);
+        EXPECT_TRUE(contains(box.text(), "Kelvaron Firmware Tool Basic Usage:"));
+        EXPECT_EQ(box.text().count("<li>"), 5);
     };
-    script.thenDo(help).thenDo(help);
+    script.thenPress("OK", help).thenPress("OK", help);
     clickOn(child<QPushButton>("helpButtonMac"));
     trigger(child<QAction>("actionHelp"));
 }

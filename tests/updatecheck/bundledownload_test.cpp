@@ -113,7 +113,7 @@ TEST_F(CheckerTest, WorkingFolderThatIsGoneIsAnError)
 {
     ASSERT_TRUE(QDir().mkdir("working"));
     ASSERT_TRUE(QDir::setCurrent("working"));
-    ASSERT_TRUE(QDir().rmdir(folder.filePath("working")));
+    ASSERT_TRUE(QDir().rmdir(folder.path() + "/working"));
     tellVersion("1.10");
     checker->on_firmwareDownloaded(bundleOfVersion("1.10"));
     expectFailed();

@@ -158,4 +158,3 @@ TEST_F(XmlImportTest, ProfileWithoutEditedAdvancedSettingsIsNotMarked)
     EXPECT_FALSE(editor.row(1)->getProfileSettings()->settings->getAdvancedSettingsEdited());
     EXPECT_FALSE(editor.advancedToggle()->isChecked());
 }
-} // namespace

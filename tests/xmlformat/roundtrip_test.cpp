@@ -229,9 +229,7 @@ TEST_F(RoundTripTest, ThreeHundredRandomProfilesComeBack)
     XmlEditor editor(demoSchema());
     editor.hide();
     DialogScript script;
-    script.thenDo([](QWidget& dialog) {
-        clickOn(qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Yes)); // global settings
-    });
+    script.expectGlobalSettingsQuestion("Yes");
     script.thenPress("OK", [](const QMessageBox& box) {
         EXPECT_EQ(box.windowTitle(), "Imported With Changes");
         // Texts of all alphabets were saved; nothing else is to be told.

@@ -1,6 +1,7 @@
 // Saving as the user does it, through the dialogs.
 
 #include "base/textfile.h"
+#include "profileimport/parsedprofile.h"
 #include "support/gui/xmlmanagertest.h"
 #include "xmlformat/readfromxml.h"
 
@@ -67,12 +68,8 @@ TEST_F(XmlExportTest, QuestionShowsTheNameAsItIs)
 {
     writeFile("saved_profiles/a & b.xml", "older");
     expectSaveDialog("a & b");
-    script.thenDo([](QWidget& dialog) {
-        const auto* box = qobject_cast<QMessageBox*>(&dialog);
-        ASSERT_NE(box, nullptr);
-        EXPECT_TRUE(contains(shownText(*box), "a & b.xml"));
-        clickOn(box->button(QMessageBox::No));
-    });
+    script.thenPress(
+        "No", [](const QMessageBox& box) { EXPECT_TRUE(contains(shownText(box), "a & b.xml")); });
     expectSaveDialog("");
     save();
     EXPECT_EQ(readFile("saved_profiles/a & b.xml"), "older");

@@ -2,9 +2,6 @@
 
 #include "support/gui/xmlfile.h"
 
-using XmlExportTest = XmlManagerTest;
-using XmlImportTest = XmlManagerTest;
-
 class XmlManagerTest : public XmlFileTest
 {
 protected:
