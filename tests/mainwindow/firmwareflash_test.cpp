@@ -45,7 +45,7 @@ protected:
         return childNamed<T>(tool.data(), name);
     }
 
-    /// Time passes for the watchdog only where a test waits for it: the machine may be slow.
+    /// Time passes for the watchdog only when a test waits for it: the machine may be slow.
     void startFlash(const QString& firmware) const
     {
         if (!watchdogRuns) {

@@ -2,7 +2,7 @@
 
 #include "support/gui/importtest.h"
 
-// What the file does not match the schema in
+// Deviations from the schema
 
 TEST_F(ImportTest, MatchingProfilesTellNothing)
 {
