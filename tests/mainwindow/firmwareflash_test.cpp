@@ -1,4 +1,4 @@
-// Firmware flashed from the main window, with the simulated charger behind the uploader's name.
+// Firmware flashed from the main window, with the simulated charger as the uploader.
 
 #include "applicationglobalmap.h"
 #include "firmware/firmwareflasher.h"

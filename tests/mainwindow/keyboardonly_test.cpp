@@ -1,4 +1,4 @@
-// A day's work without a mouse, with the simulated charger behind the uploader's name.
+// A day's work without a mouse, with the simulated charger as the uploader.
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"

@@ -1,4 +1,4 @@
-// What the user is told and asked about an import.
+// The messages and questions about an import.
 
 #include "support/gui/importtest.h"
 

@@ -1,4 +1,4 @@
-// The firmware tool alone, closed around a flash.
+// The firmware tool without the main window, closed before, during and after a flash.
 
 #include "support/scriptedinstallation.h"
 
