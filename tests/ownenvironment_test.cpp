@@ -11,7 +11,7 @@
 
 namespace
 {
-/// Everything in a folder, hidden or not, and below.
+/// Returns everything in and below a folder, including hidden files.
 QStringList contentOf(const QDir& folder)
 {
     QStringList content;
@@ -46,7 +46,7 @@ TEST(OwnEnvironmentTest, SettingsAndFoldersOfTheUserAreOwn)
     }
 }
 
-// The test above as a process of its own, in an environment that can be looked at afterwards.
+// The test above as a separate process, in an environment that is inspected afterwards.
 TEST(OwnEnvironmentTest, ProcessLeavesNothingInTheFoldersItWasStartedWith)
 {
     const QTemporaryDir outer;

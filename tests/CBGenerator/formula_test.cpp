@@ -18,7 +18,8 @@ using ::testing::KilledBySignal;
 
 namespace
 {
-/// Evaluates a setting's upper bound with standard output shown where a death test looks.
+/// Evaluates a setting's upper bound with standard output redirected to where a death test reads
+/// it.
 void evaluateUpperBound(const char* formula)
 {
     sendStandardOutputToStandardError();

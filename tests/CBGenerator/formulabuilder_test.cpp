@@ -33,7 +33,8 @@ class FormulaBuilderValueTest : public ::testing::TestWithParam<Example>
 class FormulaBuilderMalformedTest : public ::testing::TestWithParam<const char*>
 {};
 
-/// Ends the process successfully when the tree is built, or fails to, within a minute, sanitizers included.
+/// Ends the process successfully if building the tree succeeds or fails within a minute, even with
+/// sanitizers.
 void buildQuickly(const QString& text)
 {
     alarm(60);

@@ -83,7 +83,7 @@ std::unique_ptr<Generator> generated(const QByteArray& header)
     return generator;
 }
 
-/// Parses with standard output shown where a death test looks.
+/// Parses with standard output redirected to where a death test reads it.
 void parse(const QByteArray& header)
 {
     const HeaderFile file(header);

@@ -27,7 +27,7 @@ void check(const QStringList& lines)
     SchemaCheck::checkFormulas(*settings);
 }
 
-/// Every word must be found in what is printed before the end.
+/// Every word must be in the output before the end.
 void expectRefusal(const QStringList& lines, const QStringList& words)
 {
     for (const QString& word : words) {
@@ -46,7 +46,7 @@ QStringList doubleChain(int length)
     return lines;
 }
 
-/// Settings of which each follows the one before by three formulas.
+/// Settings, each of which depends on the previous one by three formulas.
 QStringList tripleChain(int length)
 {
     QStringList lines = {NumLine("s0").label("Label s0")};

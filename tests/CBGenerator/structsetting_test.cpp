@@ -40,7 +40,7 @@ std::unique_ptr<StructSetting> flagSetting(const char* defaultText = "1")
         QString("char f; // bool, 1, \"F\", G, %1, 0, basic").arg(QString(defaultText)), nullptr);
 }
 
-/// The text of a number stored as it is.
+/// The text of a number that was stored unchanged.
 std::string textOf(double value)
 {
     auto setting = liveSetting(NumLine("a"));
@@ -48,7 +48,7 @@ std::string textOf(double value)
     return utf8(setting->getValue());
 }
 
-/// What setValue() makes of a number.
+/// Returns the number that setValue() stores.
 double stored(const NumLine& line, double value)
 {
     auto setting = liveSetting(line);

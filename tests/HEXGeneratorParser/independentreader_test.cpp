@@ -22,7 +22,7 @@ void fill(HEXBuffer& buffer, int size)
     buffer.finishWritingStruct();
 }
 
-/// What the image's memory holds: every word high byte first.
+/// The content of the image's memory: every word high byte first.
 QByteArray memoryOf(const HEXBuffer& buffer)
 {
     QByteArray bytes;

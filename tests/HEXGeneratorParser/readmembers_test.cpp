@@ -4,7 +4,7 @@
 
 namespace
 {
-/// Reads one structure of other members than the battery's.
+/// Reads one structure with other members than the battery's.
 class OtherMembersTest : public ReadFromHEXTest
 {
 protected:
@@ -166,7 +166,7 @@ TEST_F(OtherMembersTest, AHugeArrayOrWidthIsCutOff)
 
 TEST_F(OtherMembersTest, MemoryThatTheFileDoesNotHoldReadsAsZeros)
 {
-    // 256 bytes are written as one row; the byte behind it is no erased one.
+    // 256 bytes are written as one row; the byte after it is not erased.
     useMembers("char t[191]; // string, auto, \"T\", G, \"\", 0, basic\n");
     buffer.appendByte(5);
     buffer.appendBytes(QByteArray(191, 'x'));

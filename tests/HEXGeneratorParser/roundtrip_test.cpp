@@ -1,6 +1,5 @@
-// Random schemas and profile lists travel through a HEX file and back. What comes back is what went
-// out, except where the image itself cannot hold it: those losses are listed here, each with the
-// rule that it follows.
+// Random schemas and profile lists are written to a HEX file and read back. The profiles must be
+// unchanged, except for the losses of the image itself: these are listed here, each with its rule.
 
 #include "CBGenerator/formula.h"
 #include "HEXGeneratorParser/readfromhex.h"
@@ -30,7 +29,7 @@ enum class Loss
     BeyondSigned32Bits, // counts are signed 32-bit numbers on their way into the image
     FormulaAsScale,     // the reader takes a scale factor's text, which must be a number
     LongText,           // texts are cut to make room for their terminating zero
-    NothingErasedBehind // whole rows are written: behind 256 bytes no erased byte ends the image
+    NothingErasedBehind // whole rows are written: after 256 bytes no erased byte ends the image
 };
 
 const char* nameOf(Loss loss)
@@ -115,7 +114,7 @@ Expectation expectationFor(const StructSetting& setting)
 class HexRoundTripTest : public ::testing::Test
 {
 protected:
-    /// One schema and one list; the list stands in `profiles` and comes back in `read`.
+    /// One schema and one list; `profiles` is the list written, `read` the list read back.
     void travel()
     {
         generator = ImageSupport::generatorOf(RandomSchema(dice).header());
@@ -138,7 +137,7 @@ protected:
             error = code;
         }
         if (imageSize() % 256 == 0) {
-            // Also an empty list. The file holds nothing behind it, which reads as type 0.
+            // Also for an empty list: nothing follows in the file, which reads as type 0.
             EXPECT_EQ(error, static_cast<int>(ReadFromHEX::TYPE_ERROR));
             ++losses[Loss::NothingErasedBehind];
             return;
@@ -235,7 +234,7 @@ TEST_F(HexRoundTripTest, GivesBackEveryValueThatTheImageCanHold)
     std::cout << "profiles: " << profilesSeen << '\n';
 }
 
-// A text is filled up by characters, not bytes: one beyond ASCII moves everything behind it.
+// A text is filled up by characters, not bytes: one beyond ASCII moves everything after it.
 TEST(HexRoundTrip, ATextBeyondAsciiMakesTheImageUnreadable)
 {
     const auto generator = ImageSupport::generatorOf(ChargerSchema::header(ChargerSchema::chemistry(

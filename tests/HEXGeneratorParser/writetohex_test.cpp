@@ -216,7 +216,7 @@ TEST(WriteToHEX, ASettingOfUnknownKindTakesNoBytes)
                                + "char u; // date, auto, \"U\", G, 0, 0, basic\n"
                                + "char f; // bool, auto, \"F\", G, 1, 0, basic\n";
     Structure structure(members);
-    structure.member(1)->size = "auto"; // the header's line gives such a setting none
+    structure.member(1)->size = "auto"; // the line in the header specifies none for such a setting
     EXPECT_EQ(structure.image(), "01 01 FF 00");
 }
 
@@ -265,7 +265,7 @@ TEST(WriteToHEXDeathTest, WidthOfASettingOfUnknownKindIsFatal)
 
 TEST(WriteToHEXDeathTest, NamesTheSettingThatCannotBeWritten)
 {
-    // What was being worked on goes to standard output; sent to where the matcher looks.
+    // The context is written to standard output, which is redirected to where the matcher reads.
     const auto write = [](const char* members) {
         const Structure structure(members);
         dup2(STDERR_FILENO, STDOUT_FILENO);

@@ -67,7 +67,7 @@ std::vector<std::string> linesOf(const std::string& text)
     return lines;
 }
 
-/// A load of a text, with the areas around it.
+/// Loads a text, with guard bytes around the areas.
 struct Load
 {
     explicit Load(const std::string& text, long eepromStart = 0, long eepromEnd = 0)
@@ -351,7 +351,7 @@ TEST(IntelHexFileLoad, TellsTheHighestEndAddress)
 
 TEST(IntelHexFileLoad, TakesAddress0x30000AndNothingBeyond)
 {
-    // Four bytes from 0x2FFFF on: the last two lie beyond the area.
+    // Four bytes from 0x2FFFF on: the last two are beyond the area.
     const Load load(":020000040002F8\n:04FFFF000102030" + std::string("4F4\n") + endOfFile);
     EXPECT_EQ(load.flash.at(0x2FFFF), 1);
     EXPECT_EQ(load.flash.at(0x30000), 2);

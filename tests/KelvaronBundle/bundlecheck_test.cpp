@@ -93,7 +93,7 @@ TEST_F(BundleCheckTest, WhatIsNoFileIsNotSafe)
     EXPECT_FALSE(BundleCheck::isSafe("/dev/zero"));
     const QString pipe = folder.filePath("pipe.kelvaron");
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    EXPECT_FALSE(BundleCheck::isSafe(pipe)); // and nobody waits for its writer
+    EXPECT_FALSE(BundleCheck::isSafe(pipe)); // and the check does not wait for a writer
 }
 
 TEST_F(BundleCheckTest, FileFarTooLargeIsNotSafe)

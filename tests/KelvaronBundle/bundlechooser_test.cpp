@@ -1,4 +1,4 @@
-// Which files of a folder count as bundles, and which of them is taken.
+// Which files in a folder count as bundles, and which of them is chosen.
 
 #include "KelvaronBundle/bundlechooser.h"
 
@@ -29,13 +29,13 @@ protected:
         ASSERT_EQ(file.write(bytes), bytes.size());
     }
 
-    /// A file whose key tells its version.
+    /// Creates a file with its version as a key.
     void writeOfVersion(const QString& name, const QByteArray& version) const
     {
         write(name, "...\nVERSION = " + version + "\n...\n");
     }
 
-    /// The name of the chosen file; empty for none.
+    /// Returns the name of the chosen file; empty for none.
     std::string chosen() const
     {
         const auto choice = BundleChooser::mostRecent(folder.path());
@@ -139,7 +139,7 @@ TEST_F(BundleChooserTest, OfEqualVersionsTheFirstByNameIgnoringCaseIsTaken)
 
 TEST_F(BundleChooserTest, NamesThatDifferInCaseAloneHaveAnOrderToo)
 {
-    // Made in every order: that of the disk must not count.
+    // Created in every order: the order on the disk must not matter.
     QStringList names = {"AA.kelvaron", "Aa.kelvaron", "aA.kelvaron", "aa.kelvaron"};
     do {
         for (const QString& name : qAsConst(names)) {

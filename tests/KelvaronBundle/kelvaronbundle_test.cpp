@@ -20,7 +20,7 @@ const char* const marker = "/\\/\\/\\ text /\\/\\/\\\n";
 const QByteArray device = "part = x32\nspeed = 9600\n";
 const QByteArray schema = "struct A {\n\n}\n";
 
-/// "device" and "schema" as an independent tool (md5sum) sums them up.
+/// The checksums of "device" and "schema" as computed by an independent tool (md5sum).
 const QByteArray deviceSum = "d0bd4485977af05bee2b76740ef03cb7\n";
 const QByteArray schemaSum = "f6b185c0fb26877355b6072e4218bdff\n";
 
@@ -64,7 +64,7 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(unreadable)";
     }
 
-    /// What the checksums say, and what is printed.
+    /// The result of the checksums, and what is printed.
     bool verifies(const QByteArray& bytes)
     {
         KelvaronBundle bundle(write(bytes));
@@ -329,7 +329,7 @@ TEST_F(KelvaronBundleTest, AByteOrderMarkCountsOnlyAtTheStartOfTheFile)
     EXPECT_EQ(marked.valueFromKey("VERSION").toStdString(), "1.2.0");
     EXPECT_TRUE(KelvaronBundle::hasSoundKeyBlock(path()));
 
-    write("first\n" + mark + keys()); // the block's first line is none
+    write("first\n" + mark + keys()); // the block's first line is not a key line
     KelvaronBundle later(path());
     later.parseKeyValuePairs();
     EXPECT_TRUE(later.valueFromKey("VERSION").isEmpty());
@@ -369,7 +369,7 @@ TEST_F(KelvaronBundleTest, SavesSections)
     bundle.parseBundle();
     EXPECT_TRUE(bundle.saveFile(0, path("device.txt")));
     EXPECT_EQ(bytesOf("device.txt"), device.toStdString());
-    EXPECT_TRUE(bundle.saveFile(1, path("device.txt"))); // replaces the longer text whole
+    EXPECT_TRUE(bundle.saveFile(1, path("device.txt"))); // replaces the longer text completely
     EXPECT_EQ(bytesOf("device.txt"), schema.toStdString());
 }
 

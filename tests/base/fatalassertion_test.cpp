@@ -157,7 +157,7 @@ TEST(FatalContextTest, BlamesTheOutermostFile)
     EXPECT_TRUE(FatalContext::blamedFile().isEmpty());
     {
         InstalledFileScope outer("a.kelvaron");
-        InstalledFileScope inner("b.cb"); // came out of the outer file
+        InstalledFileScope inner("b.cb"); // was read from the outer file
         const NamedContext deeper("no file");
         EXPECT_EQ(FatalContext::blamedFile(), "a.kelvaron");
     }

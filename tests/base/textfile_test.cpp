@@ -34,7 +34,7 @@ protected:
     QTemporaryDir folder;
 };
 
-/// Makes texts outside UTF-8 the rule of the locale.
+/// Switches to a locale whose encoding is not UTF-8.
 class Latin1Locale
 {
 public:
@@ -76,7 +76,7 @@ TEST_F(TextFileTest, BytesThatAreNotUtf8AreReplacedWhereverTheyAre)
 {
     const QByteArray chunk(16 * 1024 - 1, 'x');
     const QList<QPair<QByteArray, QByteArray>> texts = {
-        {"a\xC3z", "a\xEF\xBF\xBDz"}, // broken off in the middle
+        {"a\xC3z", "a\xEF\xBF\xBDz"}, // incomplete in the middle
         {"a\xC3", "a\xEF\xBF\xBD"},   // and at the end
         {"a\xC3\xA4", "a\xC3\xA4"},   // whole
         {chunk
@@ -84,7 +84,7 @@ TEST_F(TextFileTest, BytesThatAreNotUtf8AreReplacedWhereverTheyAre)
                "b",
          chunk
              + "\xC3\xA4"
-               "b"}, // across what is looked at at once
+               "b"}, // across the boundary of a block
         {chunk + "\xC3", chunk + "\xEF\xBF\xBD"},
         {"\xEF\xBB\xBF"
          "a\xC3",
@@ -196,7 +196,7 @@ TEST_F(TextFileTest, LeavesAnOlderFileWhenTheDiskIsFull)
 
 TEST_F(TextFileTest, LeavesAnOlderFileWhereverTheDiskIsFull)
 {
-    constexpr int buffer = 16384; // what is written at once
+    constexpr int buffer = 16384; // the size that is written at once
     QList<int> limits = {buffer - 1, buffer, buffer + 1, 2 * buffer, 3 * buffer - 1};
     for (int limit = 0; limit < 500; ++limit) {
         limits.append(limit);

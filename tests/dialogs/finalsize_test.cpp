@@ -1,5 +1,5 @@
-// Windows are placed by the size that they have when they are shown, so it has to be their final one,
-// also with the large texts that a user may have chosen for the whole desktop.
+// Windows are positioned by their size when they are shown, so this must be their final size, even
+// with a large font size of the desktop.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "profiles/profilewizarddialog.h"
@@ -40,7 +40,7 @@ protected:
         ASSERT_NE(shown, nullptr);
         const QSize placed = shown->size();
         for (int i = 0; i < 3; ++i) {
-            QCoreApplication::processEvents(); // layouts follow each other
+            QCoreApplication::processEvents(); // one layout may trigger another
         }
         EXPECT_TRUE(shown->isVisible());
         EXPECT_EQ(shown->size(), placed);

@@ -1,4 +1,4 @@
-// Message boxes with the large letters that a user may have chosen for the whole desktop.
+// Message boxes with a large font size of the desktop.
 
 #include "firmware/firmwaremessagedialogs.h"
 #include "messagedialogs.h"
@@ -58,7 +58,7 @@ QStringList linesOf(const QLabel& label)
     document.setDocumentMargin(0);
     document.setHtml(label.text());
     document.setTextWidth(label.contentsRect().width());
-    document.size(); // lays the lines out
+    document.size(); // computes the layout of the lines
     QStringList lines;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         for (int i = 0; i < block.layout()->lineCount(); ++i) {
@@ -70,7 +70,7 @@ QStringList linesOf(const QLabel& label)
 }
 } // namespace
 
-/// The desktop's letters in points.
+/// The desktop's font size in points.
 class LargeMessages : public ::testing::TestWithParam<int>
 {
 protected:
@@ -88,7 +88,7 @@ protected:
         DialogScript script;
         script.thenDo([&](QWidget& dialog) {
             for (int i = 0; i < 3; ++i) {
-                QCoreApplication::processEvents(); // layouts follow each other
+                QCoreApplication::processEvents(); // one layout may trigger another
             }
             check(dialog);
             dialog.close();

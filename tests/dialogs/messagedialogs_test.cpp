@@ -22,7 +22,7 @@ QString shownText(const QString& text)
     return document.toPlainText().simplified();
 }
 
-/// Lets a function show its box and hands over what the user reads there.
+/// Calls a function that shows a box and returns the text that the user reads.
 QString shownBy(int (*show)(QWidget*), const QString& title)
 {
     QString shown;
@@ -307,7 +307,7 @@ TEST(MessageDialogsTest, OneChemistryLeftOutIsShownWithoutEntities)
 
 namespace
 {
-/// The message about this many profiles left out, of which the text names some and counts others.
+/// The message about this many profiles left out; it names some of them and counts the others.
 void expectLeftOut(int count, int named, const QString& others)
 {
     QStringList names;

@@ -1,4 +1,4 @@
-// The wordings of the messages that count something: one and many.
+// The texts of messages that count something, for one and for many.
 
 #include "messagedialogs.h"
 #include "support/gui/dialogscript.h"

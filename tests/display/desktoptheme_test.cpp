@@ -1,5 +1,5 @@
-// The program's style upon that of a real desktop theme, which may wrap the style that draws. Run once
-// for each theme.
+// The program's style with that of a real desktop theme, which may wrap the style that draws. Run
+// once for each theme.
 
 #include "look/contraststyle.h"
 #include "support/gui/contrast.h"
@@ -17,7 +17,7 @@
 
 namespace
 {
-/// The greatest contrast of any point of the widget to the window's background.
+/// Returns the greatest contrast between any point of the widget and the window's background.
 double visibility(QWidget* widget)
 {
     widget->resize(60, 30);

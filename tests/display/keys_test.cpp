@@ -1,4 +1,4 @@
-// Keys as the X server sends them, with a window manager that decides which window gets them.
+// Keys sent by the X server, with a window manager that decides which window gets them.
 
 #include "support/display/hands.h"
 #include "support/gui/installation.h"

@@ -1,5 +1,4 @@
-// Where the window manager puts windows with the large texts that a user may have chosen for the whole
-// desktop.
+// Where the window manager places windows with a large font size of the desktop.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "support/display/frame.h"

@@ -1,4 +1,4 @@
-// What the pointer brings about while it rests, or moves from one thing to another.
+// The effects of a resting pointer, and of one that moves from one widget to another.
 
 #include "support/display/hands.h"
 #include "support/gui/installation.h"

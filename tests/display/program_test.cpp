@@ -1,4 +1,4 @@
-// The program itself, as a process of its own.
+// The program itself, as a separate process.
 
 #include "support/display/hands.h"
 #include "testpaths.h"

@@ -1,4 +1,4 @@
-// The rows of the profile list while the window changes under a window manager's hands.
+// The rows of the profile list while a window manager changes the window.
 
 #include "support/gui/installation.h"
 
@@ -15,7 +15,7 @@ protected:
         }
     }
 
-    /// The rows in sight whose buttons do not lie in the part of the list that is shown.
+    /// Returns the visible rows whose buttons are outside the visible part of the list.
     QStringList cutRows() const
     {
         QStringList cut;

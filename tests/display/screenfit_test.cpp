@@ -1,5 +1,5 @@
-// Every window within the free area of its screen, the window manager's frame included. Run on
-// screens of several sizes and scales.
+// Every window is within the free area of its screen, including the window manager's frame. Run on
+// screens of several sizes and scale factors.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "messagedialogs.h"

@@ -15,8 +15,8 @@ namespace
 {
 const char filter[] = "XML files (*.xml);;Any files (*.*)";
 
-/// Somebody in front of Qt's file dialog. Keys come from the window system, so that the list of
-/// completions takes them when it is open.
+/// A user of Qt's file dialog. Keys are sent by the window system, so that the list of completions
+/// receives them while it is open.
 class FileDialogsTest : public ::testing::Test
 {
 protected:

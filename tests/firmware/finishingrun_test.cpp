@@ -15,7 +15,7 @@ namespace
 class FinishingRunTest : public ::testing::Test
 {
 protected:
-    /// Hands over an uploader that has started, with its use of port A.
+    /// Passes on a running uploader, with its use of port A.
     void finish(const QByteArray& behaviour, int milliseconds = FinishingRun::patience)
     {
         uploader.setBehaviour("touch started; " + behaviour);

@@ -13,7 +13,7 @@ using FirmwareTool::FirmwareFiles;
 class FirmwareFilesTest : public ::testing::Test
 {
 protected:
-    /// Extracts a firmware file with these bytes; gives what was printed.
+    /// Extracts a firmware file with these bytes; returns what was printed.
     std::string extract(const QByteArray& bytes, bool overwrite = false)
     {
         const QString path = firmwareFolder.filePath("v1.5.kelvaron");
@@ -23,7 +23,7 @@ protected:
         return output.text();
     }
 
-    /// What stands in the working folder.
+    /// The content of the working folder.
     static QStringList names() { return QDir().entryList(QDir::Files | QDir::Hidden, QDir::Name); }
 
     using Extraction = FirmwareFiles::Extraction;

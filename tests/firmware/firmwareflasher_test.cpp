@@ -60,7 +60,7 @@ TEST_F(FlasherTest, FullRunTicksOffItsStages)
         EXPECT_EQ(dialog.findChild<QLabel*>()->text(),
                   "<b>Firmware Successfully Flashed!</b><br>Do you want to stay in bootloader mode "
                   "or reset the Kelvaron?");
-        EXPECT_EQ(flashed.size(), 1); // told before the question
+        EXPECT_EQ(flashed.size(), 1); // reported before the question
         EXPECT_FALSE(form.submitButton->isEnabled());
         clickOn(dialog.findChildren<QPushButton*>().at(0));
     });

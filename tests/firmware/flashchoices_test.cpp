@@ -1,4 +1,4 @@
-// What can be chosen in the firmware tool while a flash goes on, and where the tool opens.
+// The choices in the firmware tool during a flash, and where the tool opens.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "support/fakeports.h"
@@ -25,7 +25,7 @@ protected:
     {
         delete tool;
         if (!qApp->findChildren<FirmwareTool::FinishingRun*>().isEmpty()) {
-            uploader.run("exit"); // it has told its result and may end by itself
+            uploader.run("exit"); // it has reported its result and may end by itself
         }
         EXPECT_TRUE(uploader.waitForEnd()) << "the uploader was left behind";
         expectNoWindowLeft();
@@ -40,7 +40,7 @@ protected:
         clickOn(submit());
     }
 
-    /// Has the uploader print a chunk and waits for the mark of the stage that it ends.
+    /// Makes the uploader print a chunk and waits for the mark of the stage that the chunk ends.
     void print(const QByteArray& chunk, const QString& mark)
     {
         uploader.print(chunk);

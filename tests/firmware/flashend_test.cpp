@@ -1,4 +1,4 @@
-// Runs that are given up: with the window, in the middle, while something is open.
+// Runs that are abandoned: with the window, in the middle, while a dialog is open.
 
 #include "serialports/portturn.h"
 #include "serialports/portturns.h"
@@ -12,8 +12,8 @@
 class FlashEndTest : public FlasherTest
 {
 protected:
-    /// Deletes the window and expects the uploader to end without having been waited for: whoever
-    /// asks it politely waits for half a minute.
+    /// Deletes the window and expects the uploader to end without being waited for: terminating it
+    /// gracefully would take half a minute.
     void expectUploaderEndsWithTheWindow()
     {
         QElapsedTimer timer;
@@ -59,7 +59,7 @@ TEST_F(FlashEndTest, UploaderOfARunThatIsGivenUpEnds)
     const DialogScript nothing;
     flasher->giveUp();
     EXPECT_TRUE(uploader.waitForEnd());
-    flasher->giveUp(); // nothing is left to be given up
+    flasher->giveUp(); // no run is left to be abandoned
     now += 100;
     flasher->checkAppFrozen();
     QCoreApplication::processEvents();
@@ -184,7 +184,7 @@ TEST_F(FlashEndTest, NextRunWaitsUntilTheUploaderOfTheLastOneHasEnded)
     const qint64 firstPid = uploader.pid();
     form.submitButton->setEnabled(false);
     flasher->startFlashing();
-    now += 100; // nothing is frozen that has not begun
+    now += 100; // a run that has not begun cannot hang
     flasher->checkAppFrozen();
     QCoreApplication::processEvents();
     EXPECT_FALSE(form.submitButton->isEnabled());

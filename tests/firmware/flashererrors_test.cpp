@@ -22,7 +22,8 @@ const QString noStx = "\"no stx char!\" - Known Mac OS bug. Please try again.";
 class FlasherErrorTest : public FlasherTest
 {
 protected:
-    /// A run that has reached `stage` ends with this error when the uploader prints `chunk`.
+    /// Expects a run that has reached `stage` to end with this error when the uploader prints
+    /// `chunk`.
     void expectError(int stage, const QByteArray& chunk, int number, const QString& text,
                      const QStringList& display)
     {

@@ -18,7 +18,7 @@ class FlashFloodTest : public FlasherTest
 protected:
     static qint64 logSize() { return QFileInfo("logs/" + logNames().value(0)).size(); }
 
-    /// The run goes on to its end without a log to follow it by.
+    /// The run continues to its end without a log.
     void finishUnlogged(int stagesDone)
     {
         const QList<QByteArray> milestones = {"All flash above bldr erased\n", "hex file loaded\n",

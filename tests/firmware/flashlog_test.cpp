@@ -36,7 +36,7 @@ protected:
                  "---------------------\n\n";
     }
 
-    /// A run that cannot be logged goes on all the same.
+    /// A run that cannot be logged continues.
     void expectRunWithoutLog()
     {
         const QString folderBefore = QDir::currentPath();

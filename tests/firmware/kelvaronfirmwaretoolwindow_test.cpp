@@ -193,7 +193,7 @@ TEST_F(FirmwareToolWindowTest, ClosingAfterAFlashRestoresTheDescriptionForTransf
     QObject::connect(window, &KelvaronFirmwareToolWindow::closing,
                      [&atClosing] { atClosing = contentOf("device.txt"); });
     window->close();
-    EXPECT_EQ(atClosing, "overwrite = yes\n"); // restored before it is told
+    EXPECT_EQ(atClosing, "overwrite = yes\n"); // restored before this is reported
     EXPECT_FALSE(QFile::exists("device_overwrite.txt"));
 }
 

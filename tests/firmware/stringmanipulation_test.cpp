@@ -103,13 +103,12 @@ TEST_P(PercentageTest, IsReadFromTheLastSign)
 INSTANTIATE_TEST_SUITE_P(
     GetPercentage, PercentageTest,
     ::testing::Values(Percentage{"", -1}, Percentage{"Writing", -1}, Percentage{"%", -1},
-                      Percentage{"7%", -1}, // the sign stands at index 1
+                      Percentage{"7%", -1}, // the sign is at index 1
                       Percentage{" 7%", 7}, Percentage{"07%", 7}, Percentage{"Writing 5%", 5},
                       Percentage{"Writing 37%", 37}, Percentage{"Writing 100%", 100},
                       Percentage{"12%\r34%\n", 34}, Percentage{"12%  8%", 8},
-                      Percentage{"12% and %",
-                                 10 * 'd' + ' ' - 528}, // nobody looks whether they are digits
-                      Percentage{" 0%", 0},             // one digit
+                      Percentage{"12% and %", 10 * 'd' + ' ' - 528}, // not checked to be digits
+                      Percentage{" 0%", 0},                          // one digit
                       Percentage{"00%", 100}, Percentage{"200%", 100}, Percentage{"10%", 10},
                       Percentage{"99%", 99},
                       Percentage{"\t7%", 10 * '\t' + '7' - 528}, // only a blank counts

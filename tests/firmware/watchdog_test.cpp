@@ -1,4 +1,4 @@
-// A run whose output goes quiet.
+// A run whose output stops.
 
 #include "support/gui/flashertest.h"
 
@@ -195,7 +195,7 @@ TEST_F(WatchdogTest, EachRunHasOneWatchdog)
     expectAlive();
 }
 
-// The uploader's end counts for nothing, only its silence.
+// Only the uploader's silence matters, not its end.
 
 TEST_F(WatchdogTest, UploaderThatCrashesIsFrozen)
 {

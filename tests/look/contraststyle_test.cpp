@@ -21,7 +21,7 @@ QPalette twoColours(const QColor& text, const QColor& background)
                     background);
 }
 
-/// The greatest contrast of any point of the widget to the background.
+/// Returns the greatest contrast between any point of the widget and the background.
 double visibility(QWidget* widget, const QPalette& palette)
 {
     ContrastStyle style("Fusion");

@@ -16,7 +16,7 @@ constexpr int wide = 600;
 constexpr int narrow = 60;
 const QString longText = "A title that no narrow list can hold";
 
-/// What a reader sees of the shown tooltip.
+/// The visible text of the tooltip.
 QString shownTip()
 {
     const QString tip = QToolTip::text();

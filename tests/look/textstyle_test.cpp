@@ -41,7 +41,7 @@ QString drawnIn(int width, const QString& text, const QIcon& icon = {})
     return style.drawn;
 }
 
-/// What is written in a drop-down box.
+/// Returns the text drawn in a drop-down box.
 QImage writtenInBox(const QString& text, Qt::LayoutDirection direction)
 {
     const WindowDirection all(direction);
@@ -57,7 +57,8 @@ QImage writtenInBox(const QString& text, Qt::LayoutDirection direction)
     return inkedPart(box, area.left(), area.right());
 }
 
-/// What is written in the one line of a menu, between its frame and the room for its key.
+/// Returns the text drawn in the single line of a menu, between its frame and the space for its
+/// shortcut.
 QImage writtenInMenu(const QString& text, Qt::LayoutDirection direction)
 {
     const WindowDirection all(direction);

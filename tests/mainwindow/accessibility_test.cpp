@@ -1,4 +1,4 @@
-// What a screen reader finds in each window and dialog of the program.
+// The content of each window and dialog of the program for screen readers.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "messagedialogs.h"

@@ -1,4 +1,4 @@
-// What is kept of the list in "saved_profiles/backups", and when.
+// Which copies of the list are kept in "saved_profiles/backups", and when.
 
 #include "installation/folderseat.h"
 #include "serialports/portturns.h"

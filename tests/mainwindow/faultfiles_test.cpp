@@ -1,5 +1,5 @@
-// Files that are not what they should be: huge, empty, no text, or a folder. The list stays, the user
-// is told, and the memory stays small.
+// Files that are not as expected: huge, empty, not text, or a folder. The list is kept, the user gets
+// a message, and memory use stays small.
 
 #include "applicationglobalmap.h"
 #include "base/textfile.h"

@@ -1,5 +1,5 @@
-// A disk that is full: at every byte of every file that the main window writes. What stood there
-// before stays, the list stays, and the user is told.
+// A disk that gets full at every byte of every file that the main window writes. The old file and
+// the list are kept, and the user gets a message.
 
 #include "HEXGeneratorParser/hexmanager.h"
 #include "applicationglobalmap.h"
@@ -22,7 +22,7 @@ namespace
 class FullDiskTest : public MainWindowTest
 {
 protected:
-    /// Writes a file that is there already, with the disk full at each of its bytes.
+    /// Writes an existing file, with the disk full at each of its bytes.
     void expectWholeOrOld(const QString& name, int size, const std::function<bool()>& write)
     {
         ASSERT_GT(size, 1000);
@@ -124,7 +124,7 @@ TEST_F(FullDiskTest, ABundleIsNotReloadedWithoutABackup)
 
 namespace
 {
-/// An older schema stands in the folder when the disk is full.
+/// An older schema is in the folder when the disk is full.
 class OlderSchemaTest : public FullDiskTest
 {
 protected:
@@ -227,7 +227,7 @@ TEST_F(FullDiskDeathTest, AFatalAssertionOnAFullDiskPromisesNothing)
                 auto* box = qobject_cast<QMessageBox*>(&dialog);
                 if (box != nullptr && box->text().contains("has to close")
                     && !box->text().contains("were saved")) {
-                    QFile::remove("supl.mac"); // the sign that all was well
+                    QFile::remove("supl.mac"); // shows that everything was fine
                 }
                 dialog.close();
             });

@@ -1,5 +1,5 @@
-// A working folder that may only be read, with all the program's files in it. What stands there
-// stays, the list stays, and the user is told.
+// A read-only working folder with all the program's files. The files and the list are kept, and the
+// user gets a message.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "support/bundletext.h"
@@ -45,7 +45,7 @@ protected:
 
     QString currentDocument() const { return window->findChild<XMLManager*>()->document(); }
 
-    /// Chooses an older file of the folder to be written over.
+    /// Chooses an existing file in the folder to overwrite.
     static void chooseFile(DialogScript& script, const QString& name)
     {
         script.thenDo([name](QWidget& dialog) {
@@ -54,7 +54,7 @@ protected:
             typeOver(field, name);
             QTest::keyClick(field, Qt::Key_Return);
         });
-        script.thenPress("Yes", [](const QMessageBox& /*box*/) { // whether it is to be written over
+        script.thenPress("Yes", [](const QMessageBox& /*box*/) { // whether to overwrite it
         });
     }
 

@@ -1,5 +1,5 @@
-// Uploaders that misbehave during a transfer from the main window. The list stays, the user is
-// told, the window stays alive, and the memory stays small.
+// Uploaders that misbehave during a transfer from the main window. The list is kept, the user gets
+// a message, the window stays responsive, and memory use stays small.
 
 #include "support/fakeports.h"
 #include "support/gui/flood.h"
@@ -97,7 +97,7 @@ TEST_F(BadUploaderTest, StoppedLeavesTheWindowAliveAndGoesOnLater)
     ASSERT_TRUE(waitFor([this] { return QFile::exists(pathOf("running")); }));
     const pid_t stopped = uploader();
     ASSERT_EQ(kill(stopped, SIGSTOP), 0);
-    QTest::qWait(50); // the window takes its events
+    QTest::qWait(50); // the window handles its events
     EXPECT_EQ(status(), "Working...");
     EXPECT_TRUE(dialog()->isVisible());
     QFile go(pathOf("go"));

@@ -1,10 +1,10 @@
-// The working folder goes while the program runs, as with a stick that is pulled out.
+// The working folder disappears while the program runs, as with a memory stick that is removed.
 
 #include "support/gui/damagedfilestest.h"
 
 namespace
 {
-/// The working folder goes while the program runs, as with a stick that is pulled out.
+/// The working folder disappears while the program runs, as with a memory stick that is removed.
 class VanishedFolderTest : public DamagedFilesTest
 {
 protected:

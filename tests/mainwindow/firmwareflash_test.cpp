@@ -1,4 +1,4 @@
-// Firmware flashed from the main window, with the simulated charger behind the uploader's name.
+// Firmware flashed from the main window, with the simulated charger as the uploader.
 
 #include "applicationglobalmap.h"
 #include "firmware/firmwareflasher.h"
@@ -45,7 +45,7 @@ protected:
         return childNamed<T>(tool.data(), name);
     }
 
-    /// Time passes for the watchdog only where a test waits for it: the machine may be slow.
+    /// Time passes for the watchdog only when a test waits for it: the machine may be slow.
     void startFlash(const QString& firmware) const
     {
         if (!watchdogRuns) {

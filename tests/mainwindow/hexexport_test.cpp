@@ -124,7 +124,7 @@ TEST_F(HexFilesTest, TooManyProfilesAreRefusedBeforeAnythingElseIsAsked)
     for (int i = 0; i < allowed; ++i) {
         makeProfile("Profile");
     }
-    loadProfile(QString::fromUtf8("B\xC3\xA4r"), "Add Profiles"); // would be asked about
+    loadProfile(QString::fromUtf8("B\xC3\xA4r"), "Add Profiles"); // would require a confirmation
     write("mine.hex", "old");
     expectSaveDialog(folder.filePath("mine"), savedProfiles);
     expectStatus("You currently have 4 profiles, but only 3 profiles can be exported to a single "

@@ -126,8 +126,8 @@ TEST_F(HexFilesTest, ADamagedStructureIsAChecksumErrorAndAddsNothing)
     makeProfile("Second");
     exportTo("mine.hex");
     QByteArray text = content("mine.hex");
-    // The last letter of "Second" in the second structure, 'd', becomes 'f'; the check of the line
-    // lets that pass.
+    // The last letter of "Second" in the second structure, 'd', becomes 'f'; the line's checksum
+    // does not detect that.
     ASSERT_TRUE(text.contains("\n:103A000000006400")) << text;
     text.replace("\n:103A000000006400", "\n:103A000000006600");
     write("damaged.hex", text);

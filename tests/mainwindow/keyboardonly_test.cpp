@@ -1,4 +1,4 @@
-// A day's work without a mouse, with the simulated charger behind the uploader's name.
+// A day's work without a mouse, with the simulated charger as the uploader.
 
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
@@ -21,7 +21,7 @@ protected:
         start();
     }
 
-    /// What a window manager does when a window opens or closes.
+    /// Activates windows like a window manager when one opens or closes.
     void activate(QWidget* shown) const
     {
         QApplication::setActiveWindow(shown);
@@ -30,7 +30,7 @@ protected:
 
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        QCoreApplication::processEvents(); // nobody types before the window is drawn
+        QCoreApplication::processEvents(); // a user types only after the window is drawn
         QWidget* focus = QApplication::focusWidget();
         ASSERT_NE(QApplication::activeWindow(), nullptr);
         QTest::keyClick(focus != nullptr ? focus : QApplication::activeWindow(), key, modifiers);
@@ -42,7 +42,7 @@ protected:
         typeText(QApplication::focusWidget(), text);
     }
 
-    /// The dialog that the next keys go to.
+    /// The dialog that receives the next keys.
     QWidget* dialogAfter(Qt::Key key, Qt::KeyboardModifiers modifiers) const
     {
         activate(window.get());

@@ -1,4 +1,4 @@
-// Every window with the large letters that a user may have chosen for the whole desktop.
+// Every window with a large font size of the desktop.
 
 #include "firmware/kelvaronfirmwaretoolwindow.h"
 #include "messagedialogs.h"
@@ -19,7 +19,7 @@ using FirmwareTool::KelvaronFirmwareToolWindow;
 using NewFirmwareChecker::NewFirmwareCheckerDialog;
 using UploadDownload::UploadDownloadDialog;
 
-/// The desktop's letters in points.
+/// The desktop's font size in points.
 class LargeFontsTest : public MainWindowTest, public ::testing::WithParamInterface<int>
 {
 protected:
@@ -35,7 +35,7 @@ protected:
     static void settle()
     {
         for (int i = 0; i < 3; ++i) {
-            QCoreApplication::processEvents(); // layouts follow each other
+            QCoreApplication::processEvents(); // one layout may trigger another
         }
     }
 

@@ -1,5 +1,5 @@
-// The list's context menu and keys, the clipboard, dropped files, and what the status bar says of the
-// list.
+// The list's context menu and keys, the clipboard, dropped files, and the status of the list in the
+// status bar.
 
 #include "HEXGeneratorParser/hexmanager.h"
 #include "profiles/profilename.h"
@@ -219,7 +219,7 @@ TEST_F(ListCommandsTest, MenuActsOnTheRowBelowThePointer)
 TEST_F(ListCommandsTest, MenuKeyOpensTheMenuOfTheSelectedRow)
 {
     clickRow(0);
-    const QPoint elsewhere(20, 2 * 46 + 20); // the system names some place
+    const QPoint elsewhere(20, 2 * 46 + 20); // the system reports some position
     QContextMenuEvent event(QContextMenuEvent::Keyboard, elsewhere,
                             list()->viewport()->mapToGlobal(elsewhere));
     QApplication::sendEvent(list(), &event);

@@ -6,7 +6,7 @@
 
 namespace
 {
-/// What the rows of the list hold: flags, and the text of every visible setting by its name.
+/// The content of the list's rows: flags, and the text of every visible setting by its name.
 struct RowContent
 {
     QString chemistry;

@@ -1,4 +1,4 @@
-// The main window's form, and what is locked during an edit.
+// The main window's form, and what is disabled during an edit.
 
 #include "applicationglobalmap.h"
 #include "profiles/profilewizarddialog.h"

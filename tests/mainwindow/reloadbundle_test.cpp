@@ -1,4 +1,4 @@
-// A bundle that is replaced under the running program.
+// A bundle that is replaced while the program is running.
 
 #include "applicationglobalmap.h"
 #include "settingsui/globalsettingsdialog.h"
@@ -40,7 +40,7 @@ TEST_F(ReloadBundleTest, ProfilesComeBackUnderTheNewSchema)
 
     clickOn(childNamed<QLabel>(row(0), "profileTitle"));
     EXPECT_EQ(field("Margin")->text(), "3");
-    // The old name is gone and its value with it; the file has none for the new name.
+    // The old name and its value are gone; the file has no value for the new name.
     EXPECT_EQ(cellOf(gridOf(child<QWidget>("containerScroll")), "Current", 1), nullptr);
     EXPECT_EQ(field("Charge Current")->text(), "0");
     EXPECT_TRUE(QFile::exists(pathOf("backup_fw_update.xml")));
@@ -120,7 +120,7 @@ TEST_F(ReloadBundleTest, ChemistryThatIsGoneIsLeftOutAndNamed)
 TEST_F(ReloadBundleTest, ABackupThatLacksProfilesKeepsListAndSchema)
 {
     QByteArray schema = TestSchema::text();
-    schema.replace("\"Capacity\"", "\"Capacity (20 h)\""); // no name of an XML element
+    schema.replace("\"Capacity\"", "\"Capacity (20 h)\""); // not a valid name of an XML element
     installBundle("1.2", schema);
     flash();
     makeProfile("One");
@@ -199,7 +199,7 @@ TEST_F(ReloadedManagersTest, HexFilesAreReadByTheNewSchema)
 
 TEST_F(ReloadedManagersTest, GlobalSettingsEditorHasTheNewDefaults)
 {
-    // The command is not offered, so here by its slot.
+    // The command is disabled, so its slot is called.
     window->findChild<GlobalSettingsManager*>()->on_editGlobalSettingsClicked();
     const QPointer<GlobalSettingsDialog> dialog = window->findChild<GlobalSettingsDialog*>();
     ASSERT_TRUE(dialog != nullptr);
@@ -220,7 +220,7 @@ protected:
         enterText(field("Margin"), "2");
         installBundle("1.2", relabelledSchema());
 
-        // The command is locked meanwhile, so the tool was opened before; here by its signal alone.
+        // The command is disabled meanwhile, so only the tool's signal is emitted.
         command("actionFlashFirmware")->setEnabled(true);
         flash();
     }
@@ -275,7 +275,7 @@ TEST_F(ReloadBundleTest, EditAfterAReloadWorks)
     EXPECT_TRUE(command("actionExportXML")->isEnabled());
 }
 
-// A reload that ends the program: that of a child process.
+// A reload that ends the program, in a child process.
 
 class ReloadDeathTest : public MainWindowTest
 {

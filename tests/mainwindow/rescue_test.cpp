@@ -1,4 +1,4 @@
-// What happens to the list when the program dies. Each death is that of a child process.
+// What happens to the list when the program crashes, each time in a child process.
 
 #include "base/fatalassertion.h"
 #include "profileimport/parsedprofile.h"
@@ -25,7 +25,7 @@ protected:
         makeProfile("Two <&>");
     }
 
-    /// The path printed goes to standard output; sent to where death tests look.
+    /// The path is printed to standard output, which is redirected to where death tests read it.
     static void showOutput() { dup2(STDERR_FILENO, STDOUT_FILENO); }
 
     /// Dies of a fatal assertion; the message box has these lines.
@@ -84,7 +84,7 @@ protected:
     }
 };
 
-/// Sanitizers end a process that crashes in a way of their own.
+/// Sanitizers end a crashing process in their own way.
 bool hasDied(int status)
 {
     return status != 0;
@@ -133,7 +133,7 @@ TEST_F(RescueDeathTest, AnEmptyListLeavesNoFile)
 
 namespace
 {
-/// The folder for rescued profiles goes while the program runs.
+/// The folder for rescued profiles disappears while the program runs.
 class RescueWithoutFolderDeathTest : public RescueDeathTest
 {
 protected:
@@ -206,7 +206,7 @@ TEST_F(RescueDeathTest, WhatTheKeyboardAloneHasChangedIsSaved)
             list()->setCurrentRow(1);
             QApplication::setActiveWindow(window.get());
             list()->setFocus();
-            waitForTheCopy(); // no click or new row has one made from here on
+            waitForTheCopy(); // clicks and new rows trigger no copy from here on
             for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}) {
                 QTest::keyClick(QApplication::focusWidget(), key); // the row's default mark
             }

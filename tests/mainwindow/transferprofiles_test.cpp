@@ -1,5 +1,5 @@
-// "Write Profiles to Kelvaron..." and "Read Profiles from Kelvaron..." as the user does it, with the
-// simulated charger behind the uploader's name.
+// "Write Profiles to Kelvaron..." and "Read Profiles from Kelvaron..." as used by the user, with
+// the simulated charger as the uploader.
 
 #include "support/gui/transfertest.h"
 
@@ -17,7 +17,7 @@ TEST_F(TransferTest, ProfilesSurviveTheChargerAndARestart)
     start();
     ASSERT_EQ(list()->count(), 0);
     openReader();
-    expectRead(); // an empty list asks no question
+    expectRead(); // no question for an empty list
     transfer();
     EXPECT_EQ(everything(), before);
     EXPECT_EQ(runs(), "-E -w -l");

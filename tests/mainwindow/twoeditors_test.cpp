@@ -1,4 +1,4 @@
-// Two editors that work in the same folder. The other one is played by its seat and by what it writes.
+// Two editors in the same folder. The other one is simulated by its seat and the files it writes.
 
 #include "installation/folderseat.h"
 #include "rescue/profilerescue.h"

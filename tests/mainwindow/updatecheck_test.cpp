@@ -1,5 +1,5 @@
-// "Check for new Firmware..." in the main window: after each answer of the server, what is in the
-// folder and in the list, and that the program goes on.
+// "Check for new Firmware..." in the main window: the content of the folder and the list after each
+// answer of the server, and that the program continues.
 
 #include "support/gui/updatechecktest.h"
 #include "support/ordinaryuser.h"

@@ -1,4 +1,4 @@
-// The installed program as its users start it, in a home folder of their own.
+// The installed program as started by its users, each with their own home folder.
 
 #include "support/launchertest.h"
 
@@ -82,7 +82,8 @@ TEST_F(Launcher, ManyFirstStartsAtOnceLeaveOneWholeFolder)
     for (const auto& running : all) {
         EXPECT_TRUE(running->untilWindow()) << running->process.readAllStandardError();
         EXPECT_EQ(running->workingFolder(), demoFiles);
-        // All but the first show that they are not alone, which the platform plugin comments on.
+        // All but the first report the other editors, about which the platform plugin prints a
+        // warning.
         QString errors = QString::fromUtf8(running->process.readAllStandardError());
         errors.remove(QRegularExpression("This plugin does not support [a-zA-Z]+\\(\\)\n"));
         EXPECT_EQ(errors, "");
@@ -150,7 +151,7 @@ TEST_F(Launcher, MissingHomeIsTold)
     EXPECT_TRUE(contains(shownTexts().value(1), "HOME is not set"));
 }
 
-// What cannot be
+// Failures
 
 TEST_F(Launcher, FolderThatCannotBeMadeIsTold)
 {
@@ -197,7 +198,7 @@ TEST_F(Launcher, FullDiskAtAnUpgradeIsToldAndTheOlderEditorStarts)
     answerBoxes(0);
     Running running;
     running.process.setProcessEnvironment(environment);
-    // The demo's bundle is below this limit, so that the editor itself can work.
+    // The demo's bundle is smaller than this limit, so the editor itself can work.
     running.process.start("sh", {"-c", "trap '' XFSZ; ulimit -f 600; exec \"$0\" --demo",
                                  prefix + "/bin/kelvaron-profile-editor"});
     EXPECT_TRUE(running.untilWindow());

@@ -63,8 +63,8 @@ TEST_F(ImportTest, StoringAnnouncesNothing)
     QObject::connect(
         &importer, &ImportProfilesMain::profileReadyForImport, &importer,
         [&](ProfileSettings* profile, bool, bool) {
-            // "Current" came in beyond every bound: what follows it by formulas would
-            // have moved with a signal.
+            // "Current" was imported beyond every bound: a signal would have changed the settings
+            // that depend on it.
             const auto number = [profile](const char* name) {
                 return profile->settings->getStructSettingByDescriptiveName(name)->number();
             };

@@ -1,8 +1,8 @@
-// What the user is told and asked about an import.
+// The messages and questions about an import.
 
 #include "support/gui/importtest.h"
 
-// What the file does not match the schema in
+// Deviations from the schema
 
 TEST_F(ImportTest, MatchingProfilesTellNothing)
 {

@@ -8,7 +8,7 @@
 
 namespace
 {
-/// A profile of "Alpha Cell" as a file holds it; what the test changes is examined.
+/// A profile of "Alpha Cell" as in a file; the test changes it and examines it.
 class ImportReportTest : public ::testing::Test
 {
 protected:
@@ -42,7 +42,7 @@ protected:
         report.examine(name, properties, *settings);
     }
 
-    /// The report on a profile with one value of its own.
+    /// The report on a profile with one value changed.
     QString reportOn(const QString& tag, const QString& value)
     {
         Properties properties = matching();

@@ -115,7 +115,7 @@ TEST_F(ProfileListTest, DeletingTheOnlyRowHidesThePaneAndLocksMoving)
     flushDeletions();
     EXPECT_TRUE(window.findChildren<ProfileName*>().isEmpty());
 
-    // Nothing points at what is gone: a new profile takes its place.
+    // Nothing points to the deleted profile: a new profile takes its place.
     window.add("B");
     EXPECT_EQ(window.currentRow(), 0);
     EXPECT_TRUE(window.ui->editProfileButton->isVisible());

@@ -84,7 +84,7 @@ TEST_F(WizardTest, ReturnKeyInAFieldStoresItOnce)
     QTest::keyClick(field("Current"), Qt::Key_Return);
     flushDeletions();
     EXPECT_LE(made->count(), 1);
-    if (wizard != nullptr) { // the key may as well only have left the field
+    if (wizard != nullptr) { // the key may only have left the field
         EXPECT_EQ(field("Current")->text(), "20");
         clickOn(next());
     }
@@ -94,7 +94,8 @@ TEST_F(WizardTest, ReturnKeyInAFieldStoresItOnce)
 
 TEST_F(WizardTest, AbandonedProfilesAreFreed)
 {
-    // The sanitizers' leak check tells when one is not; here the last one's settings are watched.
+    // The sanitizers' leak check reports one that is not deleted; here the settings of the last one
+    // are watched.
     choose("Alpha Cell");
     goBack();
     choose("Plain Cell");

@@ -1,4 +1,4 @@
-// Searching, dragging, moving to the ends, and taking back.
+// Searching, dragging, moving to the ends, and undo.
 
 #include "support/gui/editorwindow.h"
 #include "support/waiting.h"
@@ -35,7 +35,7 @@ protected:
 
     void type(const QString& text) const
     {
-        // What was typed long ago does not count any more.
+        // Characters typed long ago are no longer used.
         QApplication::setKeyboardInputInterval(60000);
         QTest::keyClicks(list(), text);
         QApplication::setKeyboardInputInterval(400);
@@ -203,7 +203,7 @@ TEST_F(ProfileListHistoryTest, TheListScrollsWhileARowIsHeldAtItsEnd)
     EXPECT_EQ(window.titles().last(), "Alpha");
 }
 
-// Taking back
+// Undo
 
 TEST_F(ProfileListHistoryTest, ADeletedProfileComesBackAsItWas)
 {

@@ -147,7 +147,7 @@ TEST_F(ProfileListKeyboardTest, SelectedRowIsFramedWhileTheListHasTheFocus)
     EXPECT_EQ(cornerOf(window.row(1)), QColor(200, 200, 200));
 }
 
-// What is seen of a row
+// The appearance of a row
 
 TEST_F(ProfileListKeyboardTest, RowsFillTheListWhenTheirPartsAreMade)
 {
@@ -156,7 +156,7 @@ TEST_F(ProfileListKeyboardTest, RowsFillTheListWhenTheirPartsAreMade)
     window.add("D");
     window.import("E", true, false);
     QCoreApplication::processEvents();
-    list()->viewport()->grab(); // paints, and thereby makes what was not seen yet
+    list()->viewport()->grab(); // painting creates the forms of rows that were not seen yet
     for (int i = 0; i < window.count(); ++i) {
         EXPECT_EQ(window.row(i)->width(), list()->viewport()->width()) << i;
     }
@@ -186,7 +186,7 @@ TEST_F(ProfileListKeyboardTest, TextsAreDarkOnTheLightRowsInADarkPalette)
     QApplication::setPalette(before);
 }
 
-// What a screen reader is told
+// Screen readers
 
 TEST_F(ProfileListKeyboardTest, ScreenReaderFindsTheRowsAndTheirButtons)
 {

@@ -31,7 +31,7 @@ TEST_F(WizardTest, IsApplicationModalAndDoesNotBlockItsCaller)
     EXPECT_EQ(QApplication::activeModalWidget(), wizard); // and the click has returned
     EXPECT_EQ(wizard->parent(), &window);
 
-    // What a user does in the main window meanwhile has no effect.
+    // Actions of a user in the main window have no effect meanwhile.
     QWindow* behind = window.windowHandle();
     const QPoint button =
         window.ui->addProfileButton->mapTo(&window, window.ui->addProfileButton->rect().center());

@@ -1,4 +1,4 @@
-// What a signal leaves behind. Each death is that of a child process.
+// The files left after a signal, each time in a child process.
 
 #include "rescue/crashrescue.h"
 
@@ -38,7 +38,7 @@ protected:
 
     QString path() const { return folder.filePath("copy.xml"); }
 
-    /// Whoever started the tests may have signals ignored.
+    /// Signals may be ignored by the parent process of the tests.
     static void install()
     {
         sendStandardOutputToStandardError();

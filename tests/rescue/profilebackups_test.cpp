@@ -29,7 +29,7 @@ protected:
         return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
 
-    /// The names of this many copies of the year 2001, a minute apart, which are made.
+    /// Creates this many copies from the year 2001, a minute apart, and returns their names.
     QStringList makeOldCopies(int count) const
     {
         QStringList names;

@@ -27,7 +27,7 @@ QList<FormulaSyntaxReview::Fault> faults(const QString& text)
     return FormulaSyntaxReview::faults(text, judge);
 }
 
-/// Whether the editor could evaluate the formula.
+/// Returns whether the editor could evaluate the formula.
 bool canBeEvaluated(const QString& text)
 {
     static const auto settings =
@@ -111,5 +111,5 @@ TEST(FormulaSyntaxReviewTest, AgreesWithTheEditorOnAnyText)
         ASSERT_EQ(faults(text).isEmpty(), canBeEvaluated(text)) << qPrintable(text);
         sound += faults(text).isEmpty() ? 1 : 0;
     }
-    EXPECT_GT(sound, 500); // both answers come up
+    EXPECT_GT(sound, 500); // both answers occur
 }

@@ -116,7 +116,7 @@ TEST(HeaderReviewTest, RefusesBitFieldsThatDoNotAddUp)
                   "fields of 1 more bit, or of 7 fewer");
     QStringList lines = with(12, "bool, 6", "bool, 5");
     lines.move(11, 15);
-    lines[11] = lines[11]; // the flag now stands behind the checksum
+    lines[11] = lines[11]; // the flag is now after the checksum
     expectProblem(lines, "12@auto@ fatal", "have 2 bits");
     expectProblem(lines, "6:1 fatal", "have 5 bits");
 }

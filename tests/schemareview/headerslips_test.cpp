@@ -1,4 +1,4 @@
-// One slip in a header is one problem, at its place, with the nearest word as advice.
+// Each mistake in a header is reported once, at its place, with the nearest word as advice.
 
 #include "support/reviewedheader.h"
 

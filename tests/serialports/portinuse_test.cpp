@@ -1,5 +1,5 @@
-// What the editor says when another program has the port: a transfer, a reset and a flash each report
-// it, start nothing and can be tried again.
+// Another program has the port: a transfer, a reset and a flash each report this, start nothing and
+// can be tried again.
 
 #include "serialports/portlock.h"
 #include "serialports/portturns.h"

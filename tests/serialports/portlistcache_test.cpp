@@ -81,7 +81,7 @@ TEST_F(PortListCacheTest, ListIsAskedForEachTimeUntilItHasSettled)
 {
     PortListCache cache = cacheThatSettles(never);
     cache.ports();
-    names = QStringList({"A", "B"}); // a device that was not ready at the first look
+    names = QStringList({"A", "B"}); // a device that was not ready at the first call
     EXPECT_EQ(namesFrom(cache), QStringList({"A", "B"}));
     EXPECT_EQ(enumerations, 2);
 }
@@ -91,7 +91,7 @@ TEST_F(PortListCacheTest, ChangeStartsTheSettlingAnew)
     constexpr int settlingTime = 500;
     PortListCache cache = cacheThatSettles(settlingTime);
     cache.ports();
-    ASSERT_TRUE(waitFor([&] { // settled: no list is asked for any more
+    ASSERT_TRUE(waitFor([&] { // settled: the ports are not enumerated any more
         const int before = enumerations;
         cache.ports();
         return enumerations == before;

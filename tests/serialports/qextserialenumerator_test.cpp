@@ -24,7 +24,7 @@ protected:
         return names;
     }
 
-    /// What the system lists, by the names that the uploader can open.
+    /// The system's ports, by the names that the uploader can open.
     static QStringList systemNames()
     {
         QStringList names;
@@ -39,7 +39,7 @@ protected:
         return names;
     }
 
-    /// Names ports in the working folder's file.
+    /// Lists ports in the working folder's file.
     static void name(const QStringList& lines)
     {
         QFile file("serial_ports.txt");

@@ -1,4 +1,4 @@
-// Where the keyboard focus and the pane's view are before, during and after an edit.
+// The keyboard focus and the scroll position of the pane before, during and after an edit.
 
 #include "support/gui/editorwindow.h"
 #include "support/waiting.h"

@@ -269,7 +269,7 @@ TEST_F(SettingsPaneTest, CancelledEditorStoresNothingWhenItGoesAway)
     edit();
     QLineEdit* current = window.lineEdit("Current");
     typeOver(current, "7");
-    ASSERT_TRUE(current->hasFocus()); // which it loses when it goes
+    ASSERT_TRUE(current->hasFocus()); // which it loses when it is removed
     qobject_cast<SettingsGridLayout*>(window.grid())->cancelSettings();
     flushDeletions();
     EXPECT_EQ(value("Current"), "77.777");

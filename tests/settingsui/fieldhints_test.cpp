@@ -1,4 +1,4 @@
-// What fields say of themselves: in tooltips, to screen readers, and when a number is changed.
+// The hints of fields: in tooltips, to screen readers, and when a number is changed.
 
 #include "settingsui/fieldnote.h"
 #include "support/gui/editorwindow.h"
@@ -48,7 +48,7 @@ protected:
 
     QLineEdit* current() const { return window.lineEdit("Current"); }
 
-    /// What a pointer that rests on the widget shows.
+    /// The tooltip shown for a pointer over the widget.
     static QString tipOf(QWidget* widget)
     {
         QHelpEvent rest(QEvent::ToolTip, QPoint(1, 1), widget->mapToGlobal(QPoint(1, 1)));
@@ -103,7 +103,7 @@ TEST_F(FieldHintsTest, LimitsFollowTheSettingsThatTheyName)
     EXPECT_EQ(readerText(margin), "0 to 7 h, 1 decimal place, default 1; at most Current; General");
     EXPECT_EQ(tipOf(margin), readerText(margin));
     window.cancelEditing();
-    QAccessible::setActive(true); // offscreen, the new editors know of no reader
+    QAccessible::setActive(true); // offscreen, no screen reader is reported to the new editors
     margin = window.lineEdit("Margin");
     EXPECT_TRUE(startsWith(readerText(margin), "0 to 2.5 h"));
 }

@@ -169,7 +169,7 @@ TEST_F(GlobalSettingsTest, OpenDialogShowsTheNewBlock)
     editAll();
     typeOver(field("Charger Name"), "half typed");
     reload();
-    oldGenerator.reset(); // nothing points into it
+    oldGenerator.reset(); // nothing points to it
     expectOpen();
     EXPECT_EQ(field("Charger Name")->text(), "Field");
     EXPECT_TRUE(field("Charger Name")->isEnabled());

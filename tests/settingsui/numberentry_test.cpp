@@ -93,7 +93,7 @@ TEST(TypedNumber, DirectionMarksAreLeftOutAndThePositionIsKept)
     EXPECT_EQ(positionIn("", 0, "de_DE"), 0);
 }
 
-/// Key presses for signs that QTest has no keys for.
+/// Key presses for characters without a key in QTest.
 void typeSigns(QLineEdit* field, const QString& signs)
 {
     for (const QChar sign : signs) {
@@ -119,7 +119,7 @@ protected:
 
     QLineEdit* field() const { return window.lineEdit("Current"); }
 
-    /// What the field shows after this was typed, and what it shows after it was left.
+    /// Returns the field's text after this was typed, and after the field lost the focus.
     void expectEntry(const char* locale, const char* typed, const QString& shown,
                      const QString& stored) const
     {

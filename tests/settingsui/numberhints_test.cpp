@@ -1,4 +1,4 @@
-// What is said of number settings: their limits, and what became of a number.
+// The hints on number settings: their limits, and how a number was changed.
 
 #include "settingsui/numberhints.h"
 

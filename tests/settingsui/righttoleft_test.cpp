@@ -1,4 +1,4 @@
-// The pane where windows run from right to left.
+// The pane in right-to-left windows.
 
 #include "look/contraststyle.h"
 #include "settingsui/settingsgridrow.h"

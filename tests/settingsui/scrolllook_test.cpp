@@ -1,4 +1,4 @@
-// The frame and the scroll bars of the pane beside those of the list.
+// The frame and the scroll bars of the pane compared with those of the list.
 
 #include "support/gui/editorwindow.h"
 

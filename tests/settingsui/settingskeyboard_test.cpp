@@ -46,7 +46,7 @@ QByteArray memberLine(char kind, const QByteArray& name, int visualIndex)
 /// The kinds of the rows from top to bottom; the names of the chemistries.
 const QStringList shapes = {"TTBNN", "TTNN", "BNTT", "LNTBXX", "NNNNTB"};
 
-/// Chemistries of these shapes, so that rows are used again in different places.
+/// Chemistries of these shapes, so that rows are reused in different places.
 QByteArray shapesSchema()
 {
     QByteArray schema = "#define PROFILESTARTADDRESS 0x400\n"
@@ -148,7 +148,7 @@ TEST_F(SettingsKeyboardTest, SavingAndCancellingReturnTheFocusToEditWhereItWasPr
 
 TEST_F(SettingsKeyboardTest, TabOrderHoldsAfterASecondEdit)
 {
-    window.cancelEditing(); // makes the grid anew
+    window.cancelEditing(); // rebuilds the grid
     QApplication::setActiveWindow(&window);
     clickOn(window.ui->editProfileButton);
     window.lineEdit("Margin")->setFocus();
@@ -156,7 +156,7 @@ TEST_F(SettingsKeyboardTest, TabOrderHoldsAfterASecondEdit)
     EXPECT_EQ(focused(), window.ui->cancelChangesButton);
 }
 
-/// Profiles of different shapes; the rows of the one shown before are used again.
+/// Profiles of different shapes; the rows of the previous one are reused.
 class RecycledRowsTest : public ::testing::Test
 {
 protected:

@@ -285,7 +285,7 @@ TEST_F(SettingsPaneTest, TogglesStateIsSaved)
     EXPECT_FALSE(settings()->getAdvancedSettingsEdited());
 }
 
-// The list runs empty
+// The list becomes empty
 
 TEST_F(SettingsPaneTest, HidesWhenTheListRunsEmpty)
 {
@@ -300,7 +300,7 @@ TEST_F(SettingsPaneTest, HidesWhenTheListRunsEmpty)
     EXPECT_FALSE(field->isVisible());
     EXPECT_EQ(setting, nullptr);
 
-    // What is left must not touch the profile that is gone.
+    // The remaining widgets must not use the deleted profile.
     field->setText("3");
     emit field->editingFinished();
     window.pane->on_editButtonClicked();

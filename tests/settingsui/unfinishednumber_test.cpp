@@ -1,4 +1,4 @@
-// Number fields that are left with a text that is not a number yet.
+// Number fields that lose the focus with a text that is not a number yet.
 
 #include "settingsui/numbervalidator.h"
 #include "support/gui/editorwindow.h"
@@ -8,7 +8,7 @@
 
 namespace
 {
-/// Texts that can be typed and are no numbers.
+/// Texts that can be typed but are not numbers.
 const QStringList unfinishedTexts = {"", "-", "+", ".", "371e", "371e-", "-."};
 
 QLineEdit* fieldOf(const QWidget* dialog, const QString& label)

@@ -1,4 +1,4 @@
-// Which of several bundles the editor takes.
+// Which of several bundles the editor chooses.
 
 #include "support/scriptedinstallation.h"
 
@@ -7,7 +7,7 @@ namespace
 class BundleChoiceTest : public StartupTest
 {
 protected:
-    /// Expects a start on exactly this bundle, told by what was extracted from it.
+    /// Expects a start with exactly this bundle, identified by the files extracted from it.
     void expectChosen(const QString& name)
     {
         const Start started = start();
@@ -20,7 +20,7 @@ protected:
 
     static QByteArray deviceOf(const QString& name) { return "name = " + name.toUtf8() + "\n"; }
 
-    /// A bundle that is told apart by its device description.
+    /// A bundle identified by its device description.
     static BundleText bundleNamed(const QString& name)
     {
         return Samples::bundle(Samples::schema(), deviceOf(name));

@@ -1,4 +1,4 @@
-// Installed files that a start cannot live with: it ends abnormally and tells which file to mend.
+// Installed files with which a start fails: it ends abnormally and names the file to replace.
 
 #include "support/scriptedinstallation.h"
 

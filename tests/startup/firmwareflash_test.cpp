@@ -1,4 +1,4 @@
-// The firmware tool alone, closed around a flash.
+// The firmware tool without the main window, closed before, during and after a flash.
 
 #include "support/scriptedinstallation.h"
 
@@ -78,7 +78,7 @@ TEST_F(FirmwareToolOnlyFlashTest, ClosingInTheMiddleLeavesNoUploaderBehind)
     const int pid = contentOf("uploader.started").trimmed().toInt();
     ASSERT_GT(pid, 0) << started.transcript();
     for (int look = 0; look < 1000 && kill(pid, 0) == 0; ++look) {
-        QProcess::execute("true", {}); // it is init's to bury
+        QProcess::execute("true", {}); // init reaps it
     }
     EXPECT_NE(kill(pid, 0), 0);
     EXPECT_EQ(contentOf("device.txt"), "device\n");

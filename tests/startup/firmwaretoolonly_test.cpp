@@ -1,4 +1,4 @@
-// The editor started with "-f": the firmware tool window alone.
+// The editor started with "-f": only the firmware tool window.
 
 #include "support/scriptedinstallation.h"
 

@@ -1,5 +1,5 @@
-// A newest bundle that lacks a file which the editor needs: the files of the bundle used before stay
-// in use, and the two are never mixed.
+// The newest bundle lacks a file that the editor needs: the files of the previous bundle are still
+// used, and the two are never mixed.
 
 #include "support/scriptedinstallation.h"
 

@@ -8,7 +8,7 @@ namespace
 class SelfCheckTest : public StartupTest
 {
 protected:
-    /// Starts with one check that gives a wrong answer.
+    /// Starts with one check that fails.
     Start startWithFailing(const QString& check)
     {
         writeBundle("v1.kelvaron");

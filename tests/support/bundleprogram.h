@@ -5,7 +5,7 @@
 #include "support/programrun.h"
 #include "testpaths.h"
 
-/// Runs the real program in an empty folder that goes away with the test.
+/// Runs the real program in an empty folder that is deleted with the test.
 class BundleProgramTest : public FilesTest
 {
 protected:
@@ -32,7 +32,7 @@ protected:
         return endOf(process);
     }
 
-    /// The arguments that make out.kelvaron from the two input files, with more behind them.
+    /// The arguments that make out.kelvaron from the two input files, followed by further ones.
     static QStringList packArguments(const QStringList& more = {})
     {
         return QStringList{"pack",      "-o",       "out.kelvaron", "--device",

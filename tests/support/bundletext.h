@@ -64,7 +64,7 @@ private:
 
 namespace Samples
 {
-/// The first line of the schema stands for line 1 of the file.
+/// The first line of the schema is line 1 of the file.
 inline QByteArray globalStruct()
 {
     return "#define PROFILESTARTADDRESS 0x400\n"
@@ -73,8 +73,8 @@ inline QByteArray globalStruct()
            "}\n";
 }
 
-/// A chemistry; `members` stand behind the ones that every chemistry needs, from line 11 on when
-/// it follows globalStruct().
+/// A chemistry; `members` follow the ones that every chemistry needs, from line 11 on if it follows
+/// globalStruct().
 inline QByteArray chemistry(const QByteArray& members = {})
 {
     return "struct Cell { // Settings : \"Cell\", instantiable\n"
@@ -99,7 +99,7 @@ inline QByteArray device()
     return "name = sample\n";
 }
 
-/// A bundle that starts the editor, of the version that its file name tells.
+/// A bundle that starts the editor; its version is in its file name.
 inline BundleText bundle(const QByteArray& schemaText = schema(),
                          const QByteArray& deviceText = device())
 {

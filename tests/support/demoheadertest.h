@@ -33,7 +33,7 @@ protected:
                + generator.getChemistrySettings();
     }
 
-    /// Calls `test` with every setting of every struct and says which one in a failure.
+    /// Calls `test` with every setting of every struct; a failure names the setting.
     void forEverySetting(const std::function<void(const StructSetting&)>& test) const
     {
         for (const StructSettings* settings : allStructs()) {
@@ -81,7 +81,7 @@ inline QString defaultText(const StructSetting& setting)
     return std::get<QString>(setting.defaultValue);
 }
 
-/// What the setting's value becomes in the charger's memory.
+/// The setting's value in the charger's memory.
 inline double storedCount(const StructSetting& setting)
 {
     return std::floor(setting.number() / setting.scaleFactor->toDouble() + 0.5);

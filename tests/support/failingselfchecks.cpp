@@ -31,7 +31,7 @@ void check(const char* name, void (*original)())
 } // namespace
 
 extern "C" {
-// Names as the compiler makes them of the members' names.
+// The members' names as mangled by the compiler.
 bool __real__ZN18HEXGeneratorParser10HexUtility21machineIsLittleEndianEv();
 void __real__ZN18HEXGeneratorParser10WriteToHEX8runTestsEv();
 void __real__ZN18HEXGeneratorParser9HEXBuffer8runTestsEv();

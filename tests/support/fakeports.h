@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-/// A list of serial ports in place of the system's, as long as this object lives.
+/// A list of serial ports that replaces the system's while this object exists.
 class FakePorts
 {
 public:

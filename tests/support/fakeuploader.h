@@ -5,8 +5,8 @@
 
 #include <QList>
 
-/// A shell script under the uploader's name that records how it was called. It stands in a
-/// temporary folder, which is the working folder as long as this object lives.
+/// A shell script under the uploader's name that records how it was called. It is in a temporary
+/// folder, which is the working folder while this object exists.
 class FakeUploader
 {
 public:

@@ -4,7 +4,7 @@
 
 #include <sys/resource.h>
 
-/// While it lives, no file can grow beyond a number of bytes: a full disk in small.
+/// While this object exists, no file can grow beyond a number of bytes, as on a full disk.
 class FileSizeLimit
 {
 public:

@@ -66,7 +66,7 @@ protected:
         environment.insert("XDG_RUNTIME_DIR", dir.filePath("runtime"));
     }
 
-    /// Gives this test an installation of its own.
+    /// Creates an installation for this test.
     void install(const QString& name)
     {
         prefix = dir.filePath(name);
@@ -85,7 +85,7 @@ protected:
         demoFiles = demoFolder + "/KelvaronProfileEditorFiles";
     }
 
-    /// Lets the maker's files come with the package.
+    /// Adds the maker's files to the package.
     void shipFiles()
     {
         for (const QString& name : {QString("v1.0.0.kelvaron"), QString("supl.mac")}) {
@@ -94,7 +94,7 @@ protected:
         }
     }
 
-    /// Makes the installed program another one, which still runs.
+    /// Replaces the installed program by a different one that still runs.
     void changeProgram() const
     {
         QFile program(installed + "/KelvaronProfileEditor");
@@ -130,7 +130,7 @@ protected:
         return run(prefix + "/bin/kelvaron-profile-editor", arguments);
     }
 
-    /// A display, and a user at it who presses the button of this number in every message box.
+    /// A display with a user who presses the button of this number in every message box.
     void answerBoxes(int button)
     {
         writeProgram(installed + "/kelvaron-message",

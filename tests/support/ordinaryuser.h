@@ -4,8 +4,8 @@
 
 #include <unistd.h>
 
-/// While it lives, the process has the rights of an ordinary user even where the tests run as root,
-/// whom no file permission stops.
+/// While this object exists, the process has the permissions of an ordinary user, even if the tests
+/// run as root, who can access every file.
 class OrdinaryUser
 {
 public:

@@ -9,10 +9,10 @@
 
 #include <sys/stat.h>
 
-/// What a test process and its children find in their environment whoever starts them: a home, XDG
-/// folders and a temporary folder of their own, so that nothing of the user's is read or written, and
-/// a locale whose encoding is UTF-8, and a screen that is not scaled. Make it before the application object; the folders go away with
-/// it. What a killed child leaves lies in its parent's folder.
+/// Sets up the environment of a test process and its children, whoever starts them: their own home,
+/// XDG folders and temporary folder, so that none of the user's files is read or written, a locale
+/// with the encoding UTF-8, and a screen without scaling. Create it before the application object;
+/// the folders are deleted with it. The files of a killed child are left in its parent's folder.
 class OwnEnvironment
 {
 public:
@@ -28,7 +28,7 @@ public:
         if (!folder->isValid()) {
             qFatal("no temporary folder: %s", qPrintable(folder->errorString()));
         }
-        // Tests that give up root's rights still have to reach and use their folders.
+        // Tests that drop root's permissions must still be able to use their folders.
         constexpr mode_t forAll = 0755;
         constexpr mode_t temporary = 01777;
         constexpr mode_t forUser = 0700;

@@ -2,7 +2,7 @@
 
 #include "support/bundleprogram.h"
 
-/// Files of profiles of the small schema, for the commands that read such files.
+/// Files with profiles of the small schema, for the commands that read such files.
 class ProfilesProgramTest : public BundleProgramTest
 {
 protected:

@@ -10,7 +10,7 @@ using HEXGeneratorParser::HexUtility;
 using HParser::StructSetting;
 using HParser::StructSettings;
 
-/// Draws schemas and values. The seed is fixed: a failure comes again.
+/// Generates random schemas and values. The seed is fixed, so failures can be repeated.
 class Dice
 {
 public:
@@ -42,7 +42,7 @@ public:
         for (int i = 0; i < count; ++i) {
             chemistries += chemistry(i);
         }
-        // Every image lies inside the flash memory and starts with a row.
+        // Every image is inside the flash memory and starts at a row.
         const int address = dice.between(0, (0x30000 - 2048) / 256) * 128;
         return ChargerSchema::header(chemistries, QByteArray::number(address).constData());
     }

@@ -41,7 +41,7 @@ class ReadFromHEXTest : public ::testing::Test
 protected:
     QString path() const { return folder.filePath("image.hex"); }
 
-    /// Writes the buffer to the file and reads it; the code thrown by a failing import.
+    /// Writes the buffer to the file and reads it; returns the code thrown by a failing import.
     std::optional<int> import(const HEXBuffer& image)
     {
         EXPECT_TRUE(image.writeToFile(path(), startAddress));

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-/// A small sound header, and what the review finds in it when a line is changed.
+/// A small valid header, and what the review finds in it after a line was changed.
 namespace ReviewedHeader
 {
 inline const QStringList soundHeader = {
@@ -52,7 +52,7 @@ inline QStringList reviewed(const QStringList& lines)
     return texts;
 }
 
-/// The sound header with one text of a line replaced.
+/// The valid header with one text of a line replaced.
 inline QStringList with(int line, const QString& before, const QString& after)
 {
     QStringList lines = soundHeader;
@@ -98,7 +98,7 @@ inline void expectProblem(const QStringList& header, const QString& place, const
     EXPECT_TRUE(isFound) << beginning << " ... " << part << "\namong\n" << found.join('\n');
 }
 
-/// The same where it is the only one.
+/// The same, but it must be the only one.
 inline void expectOnly(const QStringList& header, const QString& beginning,
                        const QString& part = {})
 {

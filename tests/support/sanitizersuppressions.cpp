@@ -1,5 +1,5 @@
-// Read by the leak checker of sanitizer builds. What is left behind by the platform's font, input
-// and window libraries is not ours to mend; nothing of ours stands here.
+// Read by the leak checker of sanitizer builds. We cannot fix leaks of the platform's font, input
+// and window libraries; no leak of ours may be listed here.
 
 extern "C" const char* __lsan_default_suppressions();
 

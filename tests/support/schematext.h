@@ -107,7 +107,7 @@ inline std::unique_ptr<HParser::StructSettings> parsedStruct(const QStringList& 
     return settings;
 }
 
-/// The same, wired and with its default values.
+/// The same, connected and with its default values.
 inline std::unique_ptr<HParser::StructSettings> liveStruct(const QStringList& lines)
 {
     auto settings = parsedStruct(lines);

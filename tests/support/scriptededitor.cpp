@@ -1,4 +1,4 @@
-// The whole editor with somebody in front of it: its own main() and an answerer that reports on
+// The whole editor with a simulated user: its own main() and an object that reports on
 // standard output what a user would see, a line each, and reacts as a user would:
 //
 //   MESSAGE BOX {...}        answered by its default button, else by its only one
@@ -7,7 +7,7 @@
 //                            the flash has ended or the uploader has made "uploader.started"
 //   RESET QUESTION SHOWN     closed
 //
-// What stands in the braces is one JSON object. SCRIPTED_ENCODING names the encoding that the system
+// The braces contain one JSON object. SCRIPTED_ENCODING names the encoding that the system
 // is to have instead of its own: tests cannot count on installed locales. With SCRIPTED_REPLACED the
 // executable is replaced before main(), as by an upgrade.
 

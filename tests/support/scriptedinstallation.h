@@ -77,7 +77,7 @@ protected:
     }
 };
 
-/// An installation of the editor in a folder of its own, empty but for the uploader.
+/// An installation of the editor in a separate folder, empty except for the uploader.
 class StartupTest : public FilesTest
 {
 protected:
@@ -93,7 +93,7 @@ protected:
         QFile::setPermissions(filesFolder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
-    /// Installs the editor, with an empty folder of files beside it, into `path`.
+    /// Installs the editor, with an empty folder of files next to it, into `path`.
     void install(const QString& path)
     {
         program = QDir(path).filePath("KelvaronProfileEditor");
@@ -107,7 +107,7 @@ protected:
         writeFile(name, bundle.bytes());
     }
 
-    /// Takes away the right to write into the files folder; root has it all the same.
+    /// Makes the files folder read-only, which does not affect root.
     void makeReadOnly() const
     {
         ASSERT_TRUE(QFile::setPermissions(filesFolder, QFile::ReadOwner | QFile::ExeOwner
@@ -133,7 +133,7 @@ protected:
     /// The same without the rights of the administrator.
     Start startAsOrdinaryUser()
     {
-        // The temporary folder belongs to the user of the tests alone.
+        // Only the user of the tests can access the temporary folder.
         QFile::setPermissions(folder.path(), QFile::permissions(folder.path()) | QFile::ReadOther
                                                  | QFile::ExeOther);
         process.isOrdinaryUser = true;

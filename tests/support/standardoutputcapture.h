@@ -5,7 +5,7 @@
 
 #include <unistd.h>
 
-/// Collects what is written to standard output while it lives.
+/// Collects what is written to standard output while this object exists.
 class StandardOutputCapture
 {
 public:
@@ -44,7 +44,7 @@ private:
     std::FILE* file;
 };
 
-/// For death tests, which can look only at standard error.
+/// For death tests, which can only read standard error.
 inline void sendStandardOutputToStandardError()
 {
     std::fflush(stdout);

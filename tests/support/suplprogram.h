@@ -9,7 +9,7 @@
 
 #include <optional>
 
-/// The real program in a folder of its own, started from another folder, in a hurry.
+/// The real program in a separate folder, started from another folder, with short pauses.
 class SuplTest : public ::testing::Test
 {
 protected:
@@ -25,7 +25,7 @@ protected:
         setFaults(QByteArray());
     }
 
-    /// Beside the program, and in the folder that it is started in.
+    /// Next to the program, and in the folder in which it is started.
     QString home(const QString& name) const { return folder.filePath("home/" + name); }
     QString work(const QString& name) const { return folder.filePath("work/" + name); }
 
@@ -39,7 +39,7 @@ protected:
     /// The memory's bytes from one address up to another.
     QByteArray memory(int low, int high) const { return memory().mid(2 * low, 2 * (high - low)); }
 
-    /// Makes the memory blank but for these bytes from an address on.
+    /// Makes the memory blank except for these bytes from an address on.
     void setMemory(int address, const QByteArray& bytes) const
     {
         QByteArray all = blank(memorySize);
@@ -139,7 +139,7 @@ protected:
         EXPECT_EQ(failed.errors, "");
     }
 
-    /// Lets srec_cat do something in the folder of work.
+    /// Runs srec_cat in the working folder.
     void srecCat(const QStringList& arguments) const
     {
         QProcess process;

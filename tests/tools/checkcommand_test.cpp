@@ -99,7 +99,7 @@ TEST_F(CheckCommandTest, FindsEveryProblemOfABundle)
     const ProgramRun checked = check();
     expectProblem(checked,
                   "out.kelvaron:2:1: error: \"VERSION : 1.2.0\" is not a key with a value\n");
-    // The header begins behind line 7.
+    // The header begins after line 7.
     expectProblem(checked, "out.kelvaron:14:33: error: \"1\" makes ");
     expectProblem(checked, "out.kelvaron:20:66: error: no setting is called \"lw\"\n"
                            "out.kelvaron:20:66: note: write low\n");

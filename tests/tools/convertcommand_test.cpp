@@ -16,7 +16,7 @@ protected:
         return convert("in.xml", output);
     }
 
-    /// Expects a conversion that was made and told something.
+    /// Expects a successful conversion with a message.
     void expectTold(const ProgramRun& result, const QByteArray& line) const
     {
         expectRefused(result, 1, line);
@@ -181,7 +181,7 @@ TEST_F(ConvertCommandTest, RefusesMoreProfilesThanAnImageHolds)
 
 TEST_F(ConvertCommandTest, TellsOfHexFilesThatCannotBeReadAgain)
 {
-    // Without a profile nothing erased stands in the file, and the reader finds no end.
+    // Without a profile, the file contains no erased byte, and the reader finds no end.
     expectTold(convertXml(xml({})),
                "out.hex: error: a profile has a type that is not in the settings header\n");
 }

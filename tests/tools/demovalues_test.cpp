@@ -134,7 +134,7 @@ TEST_F(DemoHeaderTest, NamesGiveValidAndUniqueXmlTags)
     static const QRegularExpression validTag("^[a-z_][a-z0-9_]*$");
     for (const StructSettings* settings : allStructs()) {
         SCOPED_TRACE(settings->getDescriptiveName());
-        QSet<QString> tags{"chemistry"}; // an element of its own in every profile
+        QSet<QString> tags{"chemistry"}; // a separate element in every profile
         QSet<QString> variables;
         for (const StructSetting* setting : settings->getOriginalOrderStructSettings()) {
             const QString tag =

@@ -1,4 +1,4 @@
-// The pages of show and diff: what they hold, that texts stay texts, and that they are sound HTML.
+// The pages of show and diff: their content, that texts are escaped, and that they are valid HTML.
 
 #include "support/profilesprogram.h"
 
@@ -27,8 +27,8 @@ protected:
         return compared.output;
     }
 
-    /// The page's rows and other blocks without marks, a line each, cells separated by bars. Fails the
-    /// test when an element is not closed, which these pages do but for <meta>.
+    /// The page's rows and other blocks without marks, a line each, cells separated by bars. Fails
+    /// the test if an element other than <meta> is not closed.
     static QStringList lines(QByteArray page)
     {
         EXPECT_TRUE(startsWith(page, "<!DOCTYPE html>\n<html lang=\"en\">"));

@@ -10,7 +10,7 @@ const QString pagePath = KELVARON_SOURCE_DIR "/docs/man/kelvaron-profiles.1";
 class ManPageTest : public BundleProgramTest
 {
 protected:
-    /// The page with the marks of its language dropped.
+    /// The page without its markup.
     static QString page()
     {
         QFile file(pagePath);
@@ -18,7 +18,7 @@ protected:
         return QString::fromUtf8(file.readAll()).remove('\\');
     }
 
-    /// The long options that a help text names.
+    /// The long options in a help text.
     QSet<QString> optionsOf(const QStringList& command) const
     {
         static const QRegularExpression option("--[a-z]+");
@@ -31,7 +31,7 @@ protected:
         return options;
     }
 
-    /// What a checker of manual pages complains of; fails the test where it is not installed.
+    /// The complaints of a checker of manual pages; fails the test if it is not installed.
     QByteArray complaintsOf(const QString& program, const QStringList& arguments) const
     {
         QProcess process;

@@ -29,7 +29,7 @@ protected:
 
     static QStringList steps() { return {"erase", "write", "read", "reset", "flash"}; }
 
-    /// Starts a run, waits until its output holds the words, and kills it while it hangs.
+    /// Starts a run, waits until its output contains the words, and kills it while it hangs.
     void expectHangsAfter(const QStringList& arguments, const QByteArray& words) const
     {
         QProcess process;
@@ -45,7 +45,7 @@ protected:
         ASSERT_TRUE(process.waitForFinished(patience));
     }
 
-    /// The image that the last read left behind, as another tool understands it.
+    /// The image written by the last read, as interpreted by another tool.
     QByteArray imageRead() const
     {
         srecCat({"out.hex", "-intel", "-offset", "-0x13800", "-o", "out.bin", "-binary"});
@@ -165,7 +165,7 @@ TEST_F(SuplFaultsTest, ACrashIsReal)
     EXPECT_FALSE(QFile::exists(home("charger-state.txt")));
     EXPECT_TRUE(QDir(work(QString())).entryList({"core*"}).isEmpty());
     setFaults(QByteArray());
-    expectDone(reset()); // nothing is left locked
+    expectDone(reset()); // no lock is left
 }
 
 TEST_F(SuplFaultsTest, ACrashWhileWritingLeavesHalfOfIt)

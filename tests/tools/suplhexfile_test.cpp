@@ -20,7 +20,7 @@ protected:
         EXPECT_EQ(memory(), blank(memorySize)) << text;
     }
 
-    /// Expects a file to be taken, and the word "abc" to be at the beginning of the profiles.
+    /// Expects a file to be accepted, and the word "abc" to be at the beginning of the profiles.
     void expectTaken(const QByteArray& text) const
     {
         setMemory(0, QByteArray());

@@ -31,7 +31,7 @@ QPalette darkPalette()
     return palette;
 }
 
-/// One colour on another and nothing between.
+/// One colour on another, without shades between.
 QPalette contrastPalette(const QColor& text, const QColor& background, const QColor& disabled,
                          const QColor& highlight)
 {

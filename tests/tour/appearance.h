@@ -2,15 +2,15 @@
 
 #include <QStringList>
 
-/// How the desktop of a user may look.
+/// Possible appearances of a user's desktop.
 namespace Appearance
 {
 /// The palettes by name.
 QStringList paletteNames();
 
-/// Dresses the application in one of them; false when there is no such palette.
+/// Applies one of them to the application; returns false if there is no such palette.
 bool usePalette(const QString& name);
 
-/// Gives the application's font this size in points; what is below 1 changes nothing.
+/// Sets the application's font size in points; a value below 1 changes nothing.
 void useFontSize(int points);
 } // namespace Appearance

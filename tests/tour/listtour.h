@@ -9,8 +9,8 @@ class QMenu;
 class QWidget;
 class TourCamera;
 
-/// The part of the tour that shows what the list offers to the pointer and to the keys, and what the
-/// status bar says of it. It leaves the list as it was.
+/// The part of the tour that shows what the list offers to the pointer and to the keys, and its
+/// status in the status bar. It leaves the list unchanged.
 class ListTour
 {
 public:
@@ -21,10 +21,10 @@ public:
     /// way back. Wants three profiles, the last one "Garden tractor".
     void showCommands();
 
-    /// What the status bar says of a list that was changed since it was saved.
+    /// The status of a list that was changed since it was saved.
     void showStatus();
 
-    /// Waits until the status bar says this of the list.
+    /// Waits until the status bar shows this text for the list.
     void waitForStatus(const QString& text);
 
 private:

@@ -37,7 +37,7 @@ int main(int argc, char** argv)
         Appearance::useFontSize(parser.value(fontSize).toInt());
     }
     QextSerialEnumerator::setSource([] {
-        QextPortInfo port; // the simulated charger's: any name will do
+        QextPortInfo port; // the simulated charger's: any name works
         port.portName = "/dev/ttyUSB0";
         port.friendName = "Kelvaron programming cable";
         port.enumName = "Tovo";

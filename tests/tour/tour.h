@@ -11,20 +11,20 @@ class MainWindow;
 class QAction;
 class QWidget;
 
-/// Drives the real main window through the main job by real events: profiles made with the wizard,
-/// edited, flagged, reordered, deleted, saved, loaded, written to the simulated charger and read
-/// back, firmware flashed into it, and a server asked for a newer one. Leaves a numbered picture of
-/// every step, a page that shows them all, and in the file accessibility.txt what a screen reader
-/// finds there.
+/// Takes the real main window through all main tasks with real events: profiles made with the
+/// wizard, edited, flagged, reordered, deleted, saved, loaded, written to the simulated charger and
+/// read back, firmware flashed into it, and a server asked for a newer one. Leaves a numbered
+/// picture of every step, a page that shows them all, and the file accessibility.txt with the
+/// content for screen readers.
 class Tour : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Pictures go into `outputFolder`, which is made if needed. The window is borrowed.
+    /// Pictures are saved in `outputFolder`, which is created if needed. The window is borrowed.
     Tour(MainWindow* mainWindow, const QString& outputFolder);
 
-    /// True when every step went as a user would expect.
+    /// Returns true if every step went as a user would expect.
     bool run();
 
 private:

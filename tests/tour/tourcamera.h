@@ -7,25 +7,24 @@
 class QPixmap;
 class QWidget;
 
-/// Takes the numbered pictures of a tour, each with what a screen reader finds there, and keeps account
-/// of whether all went as a user would expect.
+/// Takes the numbered pictures of a tour, each with its content for screen readers, and records
+/// whether everything went as a user would expect.
 class TourCamera
 {
 public:
-    /// Pictures go into `outputFolder`, which is made if needed.
+    /// Pictures are saved in `outputFolder`, which is created if needed.
     explicit TourCamera(QString outputFolder);
 
     /// Takes a picture of a widget. The name is one of those that TourPage describes.
     void take(QWidget* widget, const QString& name);
 
-    /// Takes a picture of a widget and of what lies over it now, for example a menu or a note.
+    /// Takes a picture of a widget and everything over it, for example a menu or a note.
     void takeWith(QWidget* widget, QWidget* above, const QString& name);
 
-    /// Takes a picture of a widget and of the tooltip that a pointer finds which rests in the middle of
-    /// `target`.
+    /// Takes a picture of a widget and of the tooltip for a pointer in the middle of `target`.
     void takeTooltip(QWidget* widget, QWidget* target, const QString& name);
 
-    /// Reports what is not so; `what` completes the sentence "It is not so that ...".
+    /// Reports a failed check; `what` completes the sentence "It is not so that ...".
     void check(bool isTrue, const QString& what);
 
     /// Writes the page that shows all pictures; returns whether every check() was passed.

@@ -7,13 +7,13 @@
 class TourPage
 {
 public:
-    /// Whether there is a title and a sentence for the picture of this name.
+    /// Returns whether there is a title and a sentence for the picture of this name.
     static bool describes(const QString& name);
 
-    /// Adds the picture of this name, which stands in `fileName` beside the page.
+    /// Adds the picture of this name, which is in `fileName` next to the page.
     void add(const QString& name, const QString& fileName);
 
-    /// Writes the page as index.html into the folder; false when that fails.
+    /// Writes the page as index.html into the folder; returns false if that fails.
     bool write(const QString& folder) const;
 
 private:

@@ -105,7 +105,7 @@ TEST_F(TransferDialogTest, PressAfterSuccessStartsAnotherOperationWhileTheDialog
     openWriter();
     DialogScript script;
     script.thenDo([this](QWidget&) {
-        // The question stands before the dialog: a mouse could not press this.
+        // The question covers the dialog: a mouse could not press this.
         okButton()->click();
         EXPECT_TRUE(dialog->isHidden());
         EXPECT_EQ(window->findChildren<UploadProfiles*>().size(), 2);

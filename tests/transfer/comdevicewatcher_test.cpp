@@ -84,7 +84,7 @@ TEST_F(DeviceWatcherTest, LooksByItselfOnceStarted)
     EXPECT_EQ(removed, QStringList("/dev/ttyUSB0"));
 }
 
-// Timers run out in the order of their times, however late a busy machine gets to them.
+// Timers fire in the order of their times, however late on a busy machine.
 TEST_F(DeviceWatcherTest, LooksOnceASecond)
 {
     QStringList happened;

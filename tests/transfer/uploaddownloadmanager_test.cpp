@@ -44,7 +44,7 @@ protected:
         ASSERT_TRUE(waitFor([this] { return dialog() == nullptr; }));
     }
 
-    /// Puts the list into the charger that the uploader serves, and changes nothing else.
+    /// Writes the list to the uploader's charger, and changes nothing else.
     void fillCharger()
     {
         ASSERT_TRUE(hexManager->exportProfiles("charger.hex"));
@@ -307,7 +307,7 @@ TEST_F(TransferManagerTest, FileThatCannotBeReadIsToldAndTheListStaysEmptied)
     script.expectAppendQuestion("Replace Profiles");
     script.expectMessage("Import from HEX status",
                          "An error occured while importing profiles from HEX. Please try again.");
-    script.thenDo([this](QWidget& question) { // success all the same
+    script.thenDo([this](QWidget& question) { // still a success
         EXPECT_EQ(childNamed<QLabel>(dialog(), "statusLabel")->text(), "Read Success!");
         question.close();
     });

@@ -16,8 +16,8 @@ using UploadDownload::UploadProfiles;
 class UploadProfilesTest : public ::testing::Test
 {
 protected:
-    /// Starts a write and waits until it has told its end; more signals of the same run come
-    /// without a pause.
+    /// Starts a write and waits until it has reported its end; further signals of the same run
+    /// follow without a pause.
     void runToItsEnd()
     {
         worker->start();
@@ -188,7 +188,7 @@ TEST_F(UploadProfilesTest, FileThatIsRightIsNotWrittenAgain)
 {
     writeFile("profilesToUpload.hex", "ours\n");
     ASSERT_TRUE(
-        QFile::link("profilesToUpload.hex", "same")); // a file written anew would not be one
+        QFile::link("profilesToUpload.hex", "same")); // a rewritten file would not be a link
     ASSERT_TRUE(QFile::rename("profilesToUpload.hex", "other"));
     ASSERT_TRUE(QFile::link("other", "profilesToUpload.hex"));
     worker->setImage("ours\n");

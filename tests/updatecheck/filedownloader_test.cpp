@@ -164,7 +164,7 @@ TEST_F(FileDownloaderTest, AddressesThatAreNotHttpFail)
         SCOPED_TRACE(address);
         failed.clear();
         downloader->startDownloading(address);
-        EXPECT_TRUE(failed.isEmpty()); // told from the event loop, as every other error
+        EXPECT_TRUE(failed.isEmpty()); // reported from the event loop, like every other error
         expectError();
     }
 }

@@ -106,7 +106,7 @@ TEST_F(CheckerTest, DocumentsWithoutAVersionTellNone)
         EXPECT_FALSE(checker->hasUsableVersion());
         EXPECT_FALSE(checker->downloadNeeded());
     }
-    EXPECT_TRUE(failed->isEmpty()); // the checker tells what it read; the dialog judges
+    EXPECT_TRUE(failed->isEmpty()); // the checker reports what it read; the dialog judges
 }
 
 TEST_F(CheckerTest, DocumentIsReadUpToItsLastAllowedElement)

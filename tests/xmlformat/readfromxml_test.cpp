@@ -8,14 +8,14 @@ namespace
 class ReadFromXmlTest : public XmlFileTest
 {
 protected:
-    /// Reads a document of this text, expecting nothing wrong with it.
+    /// Reads a document with this text and expects no error.
     void read(const QString& document)
     {
         readBroken(document);
         EXPECT_EQ(reader.errorText(), "");
     }
 
-    /// The same without a look at what is wrong with it.
+    /// The same without a check for errors.
     void readBroken(const QString& document)
     {
         EXPECT_TRUE(reader.readProfiles(writeFile("in.xml", document)));

@@ -1,4 +1,4 @@
-// Everything that the editor can hold survives saving and loading.
+// Saving and loading preserves everything in the editor.
 
 #include "CBGenerator/formula.h"
 #include "support/gui/xmlfile.h"
@@ -16,7 +16,7 @@ namespace
 constexpr unsigned int seed = 20260417;
 constexpr int profileCount = 300;
 
-/// What one struct of settings, a profile's or the global one, held at a time.
+/// The content of one struct of settings, a profile's or the global one, at a moment.
 struct Snapshot
 {
     QString chemistry;
@@ -62,11 +62,11 @@ void expectEqual(const Snapshot& loaded, const Snapshot& saved)
     EXPECT_EQ(loaded.numbers, saved.numbers);
 }
 
-/// Values out of a sequence that is the same in every run.
+/// Values from a sequence that is the same in every run.
 class RandomValues
 {
 public:
-    /// Sets every visible setting, advanced ones only where they are to be edited.
+    /// Sets every visible setting, advanced ones only if they are to be edited.
     void fill(const StructSettings& settings, bool editsAdvanced)
     {
         const QList<StructSetting*> visible = settings.getStructSettings();
@@ -232,7 +232,7 @@ TEST_F(RoundTripTest, ThreeHundredRandomProfilesComeBack)
     script.expectGlobalSettingsQuestion("Yes");
     script.thenPress("OK", [](const QMessageBox& box) {
         EXPECT_EQ(box.windowTitle(), "Imported With Changes");
-        // Texts of all alphabets were saved; nothing else is to be told.
+        // Texts of all alphabets were saved; nothing else must be reported.
         const QString changes = box.text().section("\n\n", 1, 1);
         const QStringList lines = changes.split('\n');
         for (const QString& line : lines) {

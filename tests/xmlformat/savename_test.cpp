@@ -18,8 +18,8 @@ protected:
 
     void TearDown() override { QDir::setCurrent(before); }
 
-    /// Expects a file dialog that offers a name, and types another over it; an empty one keeps what is
-    /// offered, and "Esc" cancels.
+    /// Expects a file dialog that offers a name, and types another over it; an empty one keeps the
+    /// offered name, and "Esc" cancels.
     void expectDialog(const QString& offered, const QString& typed = {})
     {
         script.thenDo([=](QWidget& dialog) {
@@ -95,7 +95,7 @@ TEST_F(SaveNameTest, FileThatCouldNotBeWrittenIsNotOffered)
 {
     ASSERT_TRUE(QDir(folder.path()).mkdir("saved_profiles/mine.xml"));
     expectDialog("", "mine");
-    script.thenPress("Yes", [](const QMessageBox& /*box*/) { // a folder is there already
+    script.thenPress("Yes", [](const QMessageBox& /*box*/) { // a folder of this name exists
     });
     script.expectMessage("Export to XML status",
                          "An error occured while exporting profiles to XML. Please try again.");

@@ -6,7 +6,7 @@
 #include <QProcess>
 #include <QWidget>
 
-/// A user's hands on the X server: its keyboard and pointer, through the xdotool program.
+/// The keyboard and pointer of the X server, operated by the xdotool program.
 namespace Hands
 {
 /// Runs xdotool with these arguments to its end, with the event loop running.

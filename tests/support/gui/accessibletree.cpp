@@ -40,7 +40,7 @@ QString stateOf(const QAccessibleInterface& object)
     return words.join(", ");
 }
 
-/// Menus and lists that pop up are there before they are opened.
+/// Pop-up menus and lists exist before they are opened.
 bool isShown(const QAccessibleInterface& object)
 {
     const auto* widget = qobject_cast<const QWidget*>(object.object());
@@ -54,7 +54,7 @@ QString labelOf(const QAccessibleInterface& object)
     return relations.isEmpty() ? QString() : relations.first().first->text(QAccessible::Name);
 }
 
-/// A combo box is called after what is chosen in it; its name is its label's.
+/// Qt names a combo box after its current item; its own name is that of its label.
 QString nameOf(const QAccessibleInterface& object)
 {
     if (object.role() != QAccessible::ComboBox) {
@@ -88,7 +88,7 @@ void walk(QAccessibleInterface* object, int depth,
     visit(*object, depth);
     for (int i = 0; i < object->childCount(); ++i) {
         QAccessibleInterface* child = object->child(i);
-        // Other windows stand on their own.
+        // Other windows are separate.
         if (child != nullptr && child->role() != QAccessible::Dialog && isShown(*child)) {
             walk(child, depth + 1, visit);
         }
@@ -124,7 +124,7 @@ bool isControl(const QAccessibleInterface& object)
 template <typename Dialog>
 bool standsIn(const QAccessibleInterface& object)
 {
-    const QAccessibleInterface* owner = &object; // a view's cells are no objects of their own
+    const QAccessibleInterface* owner = &object; // the cells of a view are not objects
     while (owner != nullptr && owner->object() == nullptr) {
         owner = owner->parent();
     }
@@ -132,8 +132,8 @@ bool standsIn(const QAccessibleInterface& object)
     return widget != nullptr && qobject_cast<const Dialog*>(widget->window()) != nullptr;
 }
 
-/// A control that does more than its name says, or says no more than a picture. The texts of
-/// messages ask and their buttons answer.
+/// A control whose name does not fully explain it, or that has only a picture. In message boxes the
+/// text asks and the buttons answer.
 bool wantsDescription(const QAccessibleInterface& object)
 {
     return object.object() != nullptr && object.state().focusable

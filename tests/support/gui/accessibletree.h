@@ -5,13 +5,13 @@
 
 class QWidget;
 
-/// What a screen reader finds in a window: the tree of accessible objects, of those that are shown.
+/// The content of a window for screen readers: the tree of visible accessible objects.
 namespace AccessibleTree
 {
 /// One line for each object, indented by its depth: role, name, description, value and state.
 QString print(QWidget* window);
 
-/// What a reader could not tell its user: controls and pictures without a name, and controls of our
-/// windows without a description. Empty when all is well.
+/// Returns what is missing for screen readers: names of controls and pictures, and descriptions of
+/// controls in our windows. Empty if nothing is missing.
 QStringList faults(QWidget* window);
 } // namespace AccessibleTree

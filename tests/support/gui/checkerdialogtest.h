@@ -34,7 +34,7 @@ protected:
         if (dialog != nullptr) {
             dialog->close();
         }
-        server.stop(); // ends what is outstanding
+        server.stop(); // ends the outstanding request
         window.reset();
         expectNoWindowLeft();
         ApplicationGlobalMap::putString("bundle_version", {});
@@ -134,7 +134,7 @@ protected:
     UpdateServer server;
     std::unique_ptr<QMainWindow> window = std::make_unique<QMainWindow>();
     NewFirmwareCheckerManager* manager = new NewFirmwareCheckerManager(window.get());
-    int reloads = 0; ///< how often a bundle was to be taken into use
+    int reloads = 0; ///< how often a bundle was reported
     QPointer<NewFirmwareCheckerDialog> dialog;
     std::unique_ptr<DialogScript> script;
 };

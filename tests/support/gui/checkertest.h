@@ -32,7 +32,7 @@ protected:
         ApplicationGlobalMap::putString("bundle_version", {});
     }
 
-    /// What a document tells.
+    /// The values in a document.
     Info read(const QByteArray& document)
     {
         checker->on_firmwareInfoDownloaded(document);

@@ -7,7 +7,7 @@
 
 // As accessibility guidelines define them.
 
-/// How light a colour looks, from 0 to 1.
+/// Returns the luminance of a colour, from 0 to 1.
 inline double luminance(const QColor& color)
 {
     const auto linear = [](double value) {
@@ -17,8 +17,7 @@ inline double luminance(const QColor& color)
            + 0.0722 * linear(color.blueF());
 }
 
-/// How well two colours stand out from each other: from 1, the same, to 21. Text needs 4.5, what is not
-/// text 3.
+/// Returns the contrast of two colours, from 1, the same, to 21. Text needs 4.5, anything else 3.
 inline double contrast(const QColor& one, const QColor& other)
 {
     const auto [dark, light] = std::minmax({luminance(one), luminance(other)});

@@ -4,7 +4,7 @@
 
 class QWidget;
 
-/// The texts of the labels and buttons in a window that have less room than they need, or stick out
-/// of what they stand in. Empty when all can be read. Labels that end with "…" by design are left
-/// alone, and what is scrolled.
+/// Returns the texts of the labels and buttons in a window that have less space than they need or
+/// extend beyond their parent. Empty if all are readable. Ignores labels that end with "…" by
+/// design, and scrolled content.
 QStringList cutTexts(QWidget* window);

@@ -19,7 +19,7 @@ inline constexpr char hexReadError[] =
 class DamagedFilesTest : public MainWindowTest
 {
 protected:
-    /// One line of this length, which takes hardly any room on the disk.
+    /// One line of this length, which takes hardly any space on the disk.
     void writeHuge(const QString& name, const QByteArray& beginning, qint64 size) const
     {
         writeFile(name, beginning);

@@ -18,9 +18,9 @@
 ///     clickOn(deleteButton);
 ///     script.finish();
 ///
-/// It looks for new dialogs from inside their own event loops. The test fails when a dialog of the
-/// script never appears, when one that is not in the script appears (it is closed then), and when
-/// an answered one stays open.
+/// It finds new dialogs from within their own event loops. The test fails if a dialog of the script
+/// never appears, if one that is not in the script appears (it is closed then), or if an answered
+/// one stays open.
 class DialogScript : public QObject
 {
 public:
@@ -34,13 +34,13 @@ public:
     DialogScript();
     ~DialogScript() override;
 
-    /// A QMessageBox; button names stand without their mnemonic marks. The default button is the
-    /// one that the Return key presses.
+    /// A QMessageBox; button names have no mnemonic marks. The default button is the one that the
+    /// Return key presses.
     DialogScript& expectMessageBox(const QString& title, const QString& text,
                                    const QStringList& buttons, const QString& defaultButton,
                                    const QString& press);
 
-    /// A QMessageBox with an OK button alone, which is pressed.
+    /// A QMessageBox with only an OK button, which is pressed.
     DialogScript& expectMessage(const QString& title, const QString& text);
 
     /// A QMessageBox with Yes and No, No the default.
@@ -89,10 +89,10 @@ public:
     DialogScript& expectResetQuestion(const QString& press = "Stay in Bootloader Mode",
                                       const std::function<void()>& look = {});
 
-    /// Whether every dialog of the script has appeared, been answered and gone.
+    /// Returns whether every dialog of the script has appeared, been answered and closed.
     bool isPlayed() const;
 
-    /// Checks that the whole script was played. Done by the destructor where a test does not.
+    /// Checks that the whole script was played. The destructor does this if a test does not.
     void finish();
 
 private:
@@ -105,7 +105,7 @@ private:
     {
         QPointer<QWidget> dialog;
         QString name;
-        int ticksOpen = 0; ///< since it was answered, while no newer dialog stood before it
+        int ticksOpen = 0; ///< since it was answered, while no newer dialog was in front of it
     };
 
     void add(const QString& name, Interaction interaction);

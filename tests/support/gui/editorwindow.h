@@ -23,7 +23,7 @@
 #include <QMainWindow>
 #include <QPushButton>
 
-/// The main window's form with its list and pane, wired as the program does, on a test schema and
+/// The main window's form with its list and pane, connected as in the program, on a test schema and
 /// without an installation. Shown and active when constructed.
 class EditorWindow : public QMainWindow
 {

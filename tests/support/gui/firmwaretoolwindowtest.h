@@ -25,7 +25,7 @@ protected:
     {
         delete window;
         if (!qApp->findChildren<FirmwareTool::FinishingRun*>().isEmpty()) {
-            uploader.run("exit"); // it has told its result and may end by itself
+            uploader.run("exit"); // it has reported its result and may end by itself
         }
         EXPECT_TRUE(uploader.waitForEnd()) << "the uploader was left behind";
         expectNoWindowLeft();
@@ -65,7 +65,7 @@ protected:
         return names;
     }
 
-    /// The port watcher's look at the ports that the test has changed.
+    /// The port watcher checks the ports that the test has changed.
     void lookAtPorts() const
     {
         auto* watcher = window->findChild<COMDeviceWatcher*>();

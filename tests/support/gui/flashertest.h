@@ -81,7 +81,7 @@ protected:
     {
         window.reset();
         if (!qApp->findChildren<FirmwareTool::FinishingRun*>().isEmpty()) {
-            uploader.run("exit"); // it has told its result and may end by itself
+            uploader.run("exit"); // it has reported its result and may end by itself
         }
         EXPECT_TRUE(uploader.waitForEnd()) << "the uploader was left behind";
         expectNoWindowLeft();
@@ -94,7 +94,7 @@ protected:
         flasher->setHexPath(path);
     }
 
-    /// Presses the start button, as far as the flasher sees it.
+    /// Starts a flash as the start button does.
     void start()
     {
         form.submitButton->setEnabled(false);
@@ -109,7 +109,7 @@ protected:
         arguments = uploader.waitForStart();
     }
 
-    /// Has the uploader print a chunk and waits until the flasher has logged it.
+    /// Makes the uploader print a chunk and waits until the flasher has logged it.
     void send(const QByteArray& chunk)
     {
         const auto target = log().size() + static_cast<std::size_t>(chunk.size());
@@ -117,7 +117,7 @@ protected:
         EXPECT_TRUE(waitFor([&] { return log().size() >= target; })) << "not read: " << chunk;
     }
 
-    /// A run that has come to this stage.
+    /// A run that has reached this stage.
     void startAndReach(int stage)
     {
         start();

@@ -6,8 +6,8 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-/// Waits like waitFor(), but without its pauses: so a child process that prints a lot is
-/// read as fast as in the running program.
+/// Waits like waitFor(), but without its pauses, so that the output of a child process is read as
+/// fast as in the running program.
 template <typename Condition>
 bool waitThroughFlood(Condition condition)
 {

@@ -39,7 +39,7 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog, patience));
     }
 
-    /// Hands over another schema, as a reload does; the old one stays alive.
+    /// Sets another schema, as a reload does; the old one is kept.
     void reload(const QByteArray& schema = newerSchema())
     {
         oldGenerator = std::move(generator);
@@ -107,7 +107,7 @@ protected:
         answerQuestion(press, answer);
     }
 
-    /// Does something that has to ask, and answers.
+    /// Performs an action that must ask, and answers.
     static void answerQuestion(const std::function<void()>& act, const QString& answer)
     {
         DialogScript script;

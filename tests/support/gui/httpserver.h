@@ -25,8 +25,8 @@ public:
     {
         AT_ONCE,
         HELD,         ///< nothing is sent before release()
-        ENDLESS,      ///< a byte every few milliseconds until the client goes
-        ENDLESS_FLOOD ///< as much as the client takes until it goes
+        ENDLESS,      ///< a byte every few milliseconds until the client disconnects
+        ENDLESS_FLOOD ///< as much as the client accepts until it disconnects
     };
 
     struct Answer
@@ -39,7 +39,7 @@ public:
         bool tellsLength = true; ///< without it the end of the connection is the end of the body
     };
 
-    /// A request as it came.
+    /// A request as received.
     struct Request
     {
         QString method;
@@ -53,7 +53,7 @@ public:
     /// "http://127.0.0.1:port".
     QString address() const;
 
-    /// From now on requests for this path are answered so.
+    /// Sets the answer to requests for this path.
     void answer(const QString& path, const Answer& answer) { answers[path] = answer; }
 
     /// Sends all answers that are held.
@@ -86,7 +86,7 @@ private:
     QMap<QString, Answer> answers;
     QList<Request> received;
     QList<HeldAnswer> held;
-    QMap<QTcpSocket*, QByteArray> pending; ///< the clients and what has come of their requests
+    QMap<QTcpSocket*, QByteArray> pending; ///< the clients and the received parts of their requests
 };
 
 using Pace = HttpServer::Pace;

@@ -71,7 +71,7 @@ protected:
         return window.generator->getGlobalSettings()->getStructSettingByDescriptiveName(name);
     }
 
-    /// Imports profiles of which a message has to tell these changes, a line each.
+    /// Imports profiles and expects a message with these changes, one per line.
     static void importWithChanges(ImportProfilesMain* importer,
                                   const QList<ParsedProfile*>& profiles, const QStringList& changes)
     {

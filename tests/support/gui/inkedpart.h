@@ -3,12 +3,13 @@
 #include <QImage>
 #include <QWidget>
 
-/// The columns of a drawn widget, between these two, from the first to the last that differs from the
-/// first one: what is written there, wherever it is.
+/// The columns of a drawn widget, between these two, from the first to the last that differs from
+/// the first one: the text, wherever it is.
 inline QImage inkedPart(QWidget& widget, int left, int right)
 {
     QFont font = widget.font();
-    font.setHintingPreference(QFont::PreferFullHinting); // letters look the same wherever they are
+    font.setHintingPreference(
+        QFont::PreferFullHinting); // characters look the same at every position
     font.setStyleStrategy(QFont::NoAntialias);
     widget.setFont(font);
     const QImage image = widget.grab().toImage();

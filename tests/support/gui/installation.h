@@ -16,8 +16,8 @@
 
 #include <memory>
 
-/// A fresh installation folder beside the test program, and the main window on it. Both go away
-/// with the test.
+/// A new installation folder next to the test program, and the main window using it. Both are
+/// deleted with the test.
 class MainWindowTest : public FilesTest
 {
 protected:

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QList>
 
-/// The most memory that this process has held since this was made, beyond what it held then.
+/// The peak memory of this process since this object was created, minus the memory used then.
 class PeakMemory
 {
 public:
@@ -12,12 +12,12 @@ public:
     {
         QFile file("/proc/self/clear_refs");
         if (file.open(QIODevice::WriteOnly)) {
-            file.write("5"); // forgets the highest value so far
+            file.write("5"); // resets the peak
         }
         before = value("VmRSS:");
     }
 
-    /// In KiB. The address sanitizer holds back what is freed; that much is not counted.
+    /// In KiB. Memory that the address sanitizer keeps after it was freed is not counted.
     long grown() const { return value("VmHWM:") - before - heldBack; }
 
 private:

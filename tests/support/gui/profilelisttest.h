@@ -36,7 +36,7 @@ protected:
         EXPECT_EQ(window.ui->profileNameDownButton->isEnabled(), enabled);
     }
 
-    /// The selected row alone looks selected.
+    /// Expects only the selected row to look selected.
     void expectHighlightMatchesSelection() const
     {
         for (int i = 0; i < window.count(); ++i) {

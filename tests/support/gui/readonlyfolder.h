@@ -7,7 +7,7 @@
 
 #include <memory>
 
-/// While it lives, a folder and those in it can only be read, by this process too.
+/// While this object exists, a folder and its subfolders are read-only, also for this process.
 class ReadOnlyFolder
 {
 public:

@@ -15,7 +15,7 @@ protected:
         start();
     }
 
-    /// Opens the firmware tool and has it tell that new firmware is in the charger.
+    /// Opens the firmware tool and makes it report new firmware in the charger.
     void flash()
     {
         trigger(command("actionFlashFirmware"));

@@ -17,7 +17,7 @@ protected:
     }
 
     void edit() { clickOn(window.ui->editProfileButton); }
-    /// As a keyboard that has this character sends it.
+    /// Sends the key of a keyboard that has this character.
     static void typeBeyondAscii(QWidget* field, const char* character)
     {
         QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString::fromUtf8(character),

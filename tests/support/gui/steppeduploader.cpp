@@ -50,13 +50,13 @@ QStringList SteppedUploader::waitForStart()
 {
     EXPECT_TRUE(waitFor([this] { return QFile::exists(path("stepped.pid")); }))
         << "the uploader was not started";
-    if (lastPid > 0) { // a killed one may still take a step that is meant for its successor
+    if (lastPid > 0) { // a killed one may still consume a step meant for its successor
         EXPECT_TRUE(waitForEnd()) << "the uploader before it has not ended";
     }
     lastPid = read("stepped.pid").trimmed().toLongLong();
     QFile::remove(path("stepped.pid"));
     QStringList arguments = QString::fromUtf8(read("stepped.arguments")).split('\n');
-    arguments.removeLast(); // behind the last line's end
+    arguments.removeLast(); // after the last line's end
     return arguments;
 }
 

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QStringList>
 
-/// An uploader whose every output the test chooses: a real program that waits for the test's word,
-/// prints one chunk in one piece, and waits again. Installed as "supl.mac".
+/// An uploader whose output is controlled by the test: a real program that waits for a command of
+/// the test, prints one chunk in one piece, and waits again. Installed as "supl.mac".
 class SteppedUploader
 {
 public:
@@ -16,13 +16,13 @@ public:
     SteppedUploader(const SteppedUploader&) = delete;
     SteppedUploader& operator=(const SteppedUploader&) = delete;
 
-    /// Has it print these bytes; returns at once.
+    /// Makes it print these bytes; returns at once.
     void print(const QByteArray& chunk);
 
-    /// Has it run one line of shell code, such as "exit 3".
+    /// Makes it run one line of shell code, such as "exit 3".
     void run(const QByteArray& shellLine);
 
-    /// What it was started with; waits for the start. Each start is told once.
+    /// Returns its arguments; waits for the start. Each start is reported once.
     QStringList waitForStart();
 
     /// The process that was started last.
@@ -31,7 +31,7 @@ public:
     /// Whether that process still exists.
     bool isRunning() const;
 
-    /// Waits until it has gone.
+    /// Waits until it has ended.
     bool waitForEnd() const;
 
 private:

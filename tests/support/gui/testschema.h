@@ -15,7 +15,7 @@ namespace TestSchema
 /// Global settings; "Alpha Cell" with advanced settings and formulas; "Plain Cell" without.
 QByteArray text();
 
-/// Global settings and "Alpha Cell" alone.
+/// Only global settings and "Alpha Cell".
 QByteArray singleChemistry();
 
 /// Parses a header text.

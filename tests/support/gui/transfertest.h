@@ -58,7 +58,7 @@ protected:
         }
     }
 
-    /// Everything that the list holds, value by value.
+    /// Returns everything in the list, value by value.
     QByteArray everything() const
     {
         auto* manager = window->findChild<XMLGeneratorParser::XMLManager*>();
@@ -72,7 +72,7 @@ protected:
     void openWriter() { open("actionWriteProfiles"); }
     void openReader() { open("actionReadProfiles"); }
 
-    /// From here on the script sees every further dialog.
+    /// From here on the script handles every further dialog.
     void open(const char* action)
     {
         trigger(command(action));

@@ -35,7 +35,7 @@ protected:
         flushDeletions();
     }
 
-    /// The server offers this version, with the bundle's address.
+    /// Makes the server offer this version, with the bundle's address.
     void offer(const QByteArray& version) { server.answer(infoPath, {200, information(version)}); }
 
     QByteArray information(const QByteArray& version) const
@@ -112,7 +112,7 @@ protected:
         expectEnd("Latest Firmware Downloaded!");
     }
 
-    /// The list as it was, and commands that work.
+    /// Expects an unchanged list and working commands.
     void expectProgramRunning() const
     {
         ASSERT_EQ(list()->count(), 2);

@@ -7,7 +7,7 @@
 /// Where the program asks for the newest version.
 inline const QString infoPath = "/downloads/latest_bundle_info_new.xml";
 
-/// The server that the program asks for updates as long as this object lives.
+/// The program's update server while this object exists.
 class UpdateServer : public HttpServer
 {
 public:

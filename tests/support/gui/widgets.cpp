@@ -39,7 +39,7 @@ void typeText(QWidget* widget, const QString& text)
     for (const uint letter : letters) {
         if (letter < 0x80) {
             QTest::keyClick(widget, static_cast<char>(letter));
-        } else { // Qt Test has keys for ASCII alone
+        } else { // Qt Test has keys only for ASCII
             QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown,
                                 QString::fromUcs4(&letter, 1), Qt::NoModifier);
         }

@@ -13,11 +13,10 @@ class QWidget;
 /// test when the user could not do that because it is hidden or disabled.
 void clickOn(QWidget* widget);
 
-/// Types a text where the keyboard focus is thought to be, letter by letter.
+/// Types a text character by character into the widget that Qt considers focused.
 void typeText(QWidget* widget, const QString& text);
 
-/// Gives the field the keyboard focus, selects what it holds and types the text over it. Nothing is
-/// committed.
+/// Gives the field the keyboard focus, selects its text and types over it. Nothing is committed.
 void typeOver(QLineEdit* field, const QString& text);
 
 /// typeOver() and then the Tab key, which leaves the field.
@@ -38,8 +37,8 @@ T* childNamed(const QObject* root, const QString& name)
 /// The button with this text below a widget; fails the test when there is none.
 QPushButton* buttonWithText(const QWidget& root, const QString& text);
 
-/// Deletes what waits for its deletion.
+/// Deletes the objects scheduled for deletion.
 void flushDeletions();
 
-/// Fails the test when a top-level widget is left over, and closes it.
+/// Closes any remaining top-level widget and fails the test.
 void expectNoWindowLeft();

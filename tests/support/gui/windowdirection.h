@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-/// The direction in which all windows run, for as long as it lives.
+/// Sets the layout direction of all windows while this object exists.
 class WindowDirection
 {
 public:

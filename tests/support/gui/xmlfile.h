@@ -8,7 +8,7 @@
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 
-/// Profile files in a folder that goes away with the test.
+/// Profile files in a folder that is deleted with the test.
 class XmlFileTest : public ::testing::Test
 {
 protected:
@@ -22,7 +22,7 @@ protected:
         return pathOf(name);
     }
 
-    /// The file's bytes, which are to be UTF-8.
+    /// Returns the file's bytes, which must be UTF-8.
     QString readFile(const QString& name) const
     {
         return QString::fromUtf8(contentOf(pathOf(name)));
@@ -76,7 +76,8 @@ inline DialogScript::Interaction messageWith(const QString& title, const QString
     };
 }
 
-/// While it lives, texts of the system are in another encoding and numbers of another country.
+/// While this object exists, the system has another encoding for texts and another locale for
+/// numbers.
 class ForeignLocale
 {
 public:

@@ -59,7 +59,7 @@ protected:
     static QString profile(const QString& title, const QString& more = {},
                            const QString& attributes = "id=\"0\" modifiable=\"true\"")
     {
-        // Of two equal elements the last one counts.
+        // Of two equal elements the last one is used.
         return "<profile " + attributes + "><chemistry>Alpha Cell</chemistry><title>" + title
                + "</title><subtitle>first</subtitle><mode>Slow</mode><cells>3</cells>"
                  "<current>2.5</current><balance>true</balance><cutoff>0.25</cutoff>"
