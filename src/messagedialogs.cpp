@@ -3,7 +3,7 @@
 #include "applicationglobalmap.h"
 #include "base/buildconstants.h"
 #include "base/countedtext.h"
-#include "fittedmessagebox.h"
+#include "look/fittedmessagebox.h"
 #include "serialports/portlock.h"
 #include "versionstring.h"
 

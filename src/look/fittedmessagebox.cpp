@@ -1,4 +1,4 @@
-#include "fittedmessagebox.h"
+#include "look/fittedmessagebox.h"
 
 #include <QFontInfo>
 #include <QLabel>
