@@ -4,24 +4,26 @@
 
 namespace HParser
 {
-/// The words of a formula, without blanks. By hand: a regular expression that does not match at its
-/// place looks through the whole rest of the text, which takes minutes for a long formula.
+/// Finds numbers, names and groups in a formula without blanks. Does without regular expressions: one
+/// that does not match at a position searches the whole rest of the text, which takes minutes for a
+/// long formula.
 namespace FormulaScanner
 {
 bool isDigit(QChar c);
 bool isSign(QChar c);
 
-/// True for one of + - * /.
+/// Returns true for + - * and /.
 bool isOperator(QChar c);
 
-/// Behind the number "(\+|\-)?\d+(\.\d+)?" at the position; the position itself when there is none.
+/// Returns the end of the number "(\+|\-)?\d+(\.\d+)?" at the position; the position itself if there is
+/// none.
 int numberEnd(const QString& text, int position);
 
-/// The same of the name "[a-zA-Z]+\w*".
+/// Like numberEnd(), for the name "[a-zA-Z]+\w*".
 int nameEnd(const QString& text, int position);
 
-/// Behind the closing parenthesis of the group that opens at `opening`; -1 when it is not closed
-/// before `last`.
+/// Returns the position after the parenthesis that closes the group at `opening`; -1 if it is not
+/// closed before `last`.
 int groupEnd(const QString& text, int opening, int last);
 } // namespace FormulaScanner
 } // namespace HParser

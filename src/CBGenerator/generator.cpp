@@ -9,6 +9,7 @@
 #include "base/installedfilescope.h"
 #include "base/standardoutput.h"
 #include "base/textfile.h"
+#include "base/valuetext.h"
 
 #include <algorithm>
 
@@ -122,8 +123,7 @@ void Generator::printStruct(const StructSettings* settings)
 {
     printLine(QStringLiteral(":::::::::: BEGIN STRUCT"));
     printLine(QStringLiteral("Descriptive name : ") + settings->getDescriptiveName());
-    printLine(QStringLiteral("Is Global : ")
-              + (settings->getGlobal() ? QStringLiteral("true") : QStringLiteral("false")));
+    printLine(QStringLiteral("Is Global : ") + flagText(settings->getGlobal()));
     const QList<StructSetting*> members = settings->getOriginalOrderStructSettings();
     for (const StructSetting* setting : members) {
         setting->printSetting();

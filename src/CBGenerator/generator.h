@@ -34,12 +34,11 @@ public:
     void setCBFileLocation(const QString& path) { cbFileLocation = path; }
     QString getCBFileLocation() const { return cbFileLocation; }
 
-    /// Parses the header and emits finished(). Called once, or parse() in its place.
+    /// Parses the header and emits finished(). Call either this or parse(), once.
     void generate();
 
-    /// The same for a text, whose lines are counted from `firstLine`, without an end: returns
-    /// everything that is wrong, in the order in which generate() meets it. A schema with a fault has
-    /// settings missing.
+    /// Parses a text, whose first line has the number `firstLine`, and returns its faults in the order
+    /// in which generate() would fail with them. The schema then lacks what could not be parsed.
     QList<SchemaFault> parse(const QString& text, int firstLine = 1);
 
     /// The charger's global settings: shared, edited in place, owned by the generator.

@@ -7,8 +7,8 @@
 
 namespace HParser
 {
-/// The text of a schema header, cut into the start address, the structs with their member lines, and
-/// all other lines. Blank lines are left out.
+/// The text of a schema header, split into the start address, the structs with their member lines, and
+/// all other lines. Blank lines are dropped.
 class HeaderText
 {
 public:
@@ -24,35 +24,35 @@ public:
         QString title;
         bool isGlobal = false;
         QList<Line> members;
-        bool isClosed = false; ///< before the next struct or the end of the text
+        bool isClosed = false; ///< false if the next struct or the end of the text came first
     };
 
     struct StartAddress
     {
         Line line;
-        QString word; ///< the last one of the line
-        std::optional<int> value;
+        QString word;             ///< the last word of the line
+        std::optional<int> value; ///< empty if the word is not a C integer
     };
 
-    /// Cuts a text without carriage returns (what TextFile reads), whose lines are counted from
+    /// Splits a text without carriage returns, as read by TextFile. Its first line has the number
     /// `firstLine`.
     ///
-    /// A struct ends at a brace alone on its line. "};" and the header of another struct end it too,
-    /// but are its last member: no setting can be made of them.
+    /// A struct ends with a line that has nothing but a brace. "};" and the header of another struct
+    /// also end it, but count as its last member, which StructSetting cannot parse.
     explicit HeaderText(const QString& text, int firstLine = 1);
 
-    /// The first line that defines it; nothing when there is none.
+    /// Returns the first line that defines it; nothing if there is none.
     const std::optional<StartAddress>& startAddress() const { return address; }
 
     const QList<Struct>& structs() const { return allStructs; }
 
-    /// The lines outside the structs, that of the start address included.
+    /// Returns the lines outside the structs, including that of the start address.
     const QList<Line>& otherLines() const { return others; }
 
-    /// The number of the text's last line, which is empty behind a line feed.
+    /// Returns the number of the last line, which is empty if the text ends with a line feed.
     int lastLine() const { return last; }
 
-    /// True for a line that opens a struct of settings.
+    /// Returns true if the line opens a struct of settings.
     static bool opensStruct(const QString& line);
 
 private:
@@ -62,6 +62,6 @@ private:
     QList<Struct> allStructs;
     QList<Line> others;
     int last = 0;
-    bool isInside = false; ///< the last struct is open
+    bool isInside = false; ///< the last struct is still open
 };
 } // namespace HParser

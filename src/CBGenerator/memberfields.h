@@ -7,7 +7,7 @@
 
 namespace HParser
 {
-/// What the fields of a member line hold.
+/// The meaning of a field of a member line.
 enum class MemberField
 {
     Kind,
@@ -30,26 +30,26 @@ struct MemberFields
 {
     StructSetting::SettingType type;
     QString keyword;            ///< the field that names the kind
-    QVector<MemberField> order; ///< of the fields in the line
-    QString form; ///< the same in words, with an example where a field has a fixed form
+    QVector<MemberField> order; ///< the fields in the order of the line
+    QString form;               ///< the same in words, for advice
 
-    /// The kinds of settings: num, bool, string and list.
+    /// Returns the fields of all kinds: num, bool, string and list.
     static const QVector<MemberFields>& all();
 
-    /// Their keywords.
+    /// Returns the keywords of all kinds.
     static QStringList keywords();
 
-    /// The fields of the kind with exactly this keyword; nullptr when there is none.
+    /// Returns the fields of the kind with exactly this keyword; nullptr if there is none.
     static const MemberFields* of(const QString& keyword);
 
-    /// How many fields such a line has, at least.
+    /// Returns the smallest number of fields of such a line.
     int fewest() const { return hasItems() ? order.size() - 1 : order.size(); }
 
-    /// True when there may be more: the items of a list.
+    /// Returns true if there may be more: the items of a list.
     bool hasItems() const { return order.contains(MemberField::Items); }
 
-    /// The index of a field in a line of `count` fields, that of the first item for the items; -1 when
-    /// such lines do not have it.
+    /// Returns the index of a field in a line of `count` fields, or of the first item; -1 if such lines
+    /// do not have the field.
     int indexOf(MemberField field, int count) const;
 };
 } // namespace HParser

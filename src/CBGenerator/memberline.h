@@ -8,19 +8,19 @@
 
 namespace HParser
 {
-/// A member line of the schema header, cut into its pieces with their places in the line:
+/// A member line of the schema header, cut into pieces with their columns:
 ///
 ///     unsigned short current    ;  // num, 16, 0.5, 10, x0.1, 1, "Current", "A", Charging, 2, 0, basic
 ///     declaration                  descriptor: the fields, see MemberFields
 class MemberLine
 {
 public:
-    /// What keeps a line from describing a setting.
+    /// Why StructSetting cannot parse a line.
     enum class Fault
     {
         None,
         NoDeclaration, ///< nothing before the first semicolon
-        NoDescriptor,  ///< nothing behind it, or no semicolon
+        NoDescriptor,  ///< nothing after it, or no semicolon
         NoName,        ///< only blanks before it
         NoFields,
         TooFewFields ///< for the setting's kind
@@ -29,53 +29,55 @@ public:
     struct Piece
     {
         QString text;         ///< with single blanks
-        QString raw;          ///< as the line has it, from the first to the last visible character
-        int first = 0;        ///< the column where the piece begins, counted from 1
-        QVector<int> columns; ///< of each character of `raw` where they are not side by side
+        QString raw;          ///< as in the line, from the first to the last visible character
+        int first = 0;        ///< the column of its first character, counted from 1
+        QVector<int> columns; ///< of each character of `raw`; empty if they are consecutive
 
-        /// The column of a character of `raw`; that behind the last one for its size.
+        /// Returns the column of a character of `raw`, or the column after the last one.
         int column(int index = 0) const;
     };
 
     explicit MemberLine(const QString& line);
 
-    /// What StructSetting cannot make a setting of. A line of an unknown kind has no fault.
+    /// Returns the first fault. A line of an unknown kind has none.
     Fault fault() const;
 
-    /// The text before the first semicolon; all of the line when there is none.
+    /// Returns the text before the first semicolon, or the whole line if there is none.
     QString declaration() const { return declarationText; }
 
-    /// The text behind the first semicolon.
+    /// Returns the text after the first semicolon.
     QString descriptor() const { return descriptorText; }
 
-    /// The member's name with what belongs to it, such as "title[20]": the last word of the
-    /// declaration.
+    /// Returns the last word of the declaration: the member's name, with its brackets if it is an array
+    /// ("title[20]").
     Piece name() const { return namePiece; }
 
-    /// The name without any "[...]" of letters and digits, which make it an array.
+    /// Returns the name without brackets.
     QString variableName() const;
+
+    /// Returns true if the name has brackets with nothing but letters, digits and "_" between them.
     bool isArray() const;
 
-    /// The words of the declaration before the name, in lower case with single blanks.
+    /// Returns the words before the name, in lower case and separated by single blanks.
     QString dataType() const;
 
-    /// The fields of the kind; nullptr when the first field is not the keyword of one.
+    /// Returns the fields of the line's kind; nullptr if the first field is not a keyword.
     const MemberFields* kind() const { return fieldsOfKind; }
 
-    /// The fields of the descriptor; two commas with nothing between them hold none, and "//" counts
-    /// for nothing anywhere.
+    /// Returns the fields of the descriptor. Nothing between two commas is not a field, and every "//"
+    /// is dropped.
     const QVector<Piece>& fields() const { return fieldPieces; }
 
-    /// A field, the first item for the items; an empty piece when there is none.
+    /// Returns a field (the first item for the items), or an empty piece if the line does not have it.
     Piece field(int index) const { return fieldPieces.value(index); }
     Piece field(MemberField field) const { return this->field(indexOf(field)); }
     QString text(MemberField field) const { return this->field(field).text; }
     int indexOf(MemberField field) const;
 
-    /// The columns where two commas stand side by side.
+    /// Returns the columns of commas that follow another comma directly.
     QList<int> emptyFieldColumns() const { return emptyColumns; }
 
-    /// The column of the line's first visible character, and the one behind its last.
+    /// Returns the column of the first visible character, and the column after the last one.
     int firstColumn() const { return begin; }
     int endColumn() const { return end; }
 

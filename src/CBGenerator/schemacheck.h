@@ -8,7 +8,7 @@ class Generator;
 class StructSettings;
 struct SchemaFault;
 
-/// Finds at load time what would otherwise stop the program in the middle of someone's work.
+/// Finds faults at load time that would otherwise end the program while someone is working.
 ///
 /// Every struct is checked on a deep copy; a fault is a fatal assertion that names the setting and
 /// the formula:
@@ -22,19 +22,19 @@ class SchemaCheck
 public:
     SchemaCheck() = delete;
 
-    /// The first fault is a fatal assertion.
+    /// Fail with the first fault of the schema, or of one struct.
     static void run(const Generator& generator);
     static void checkFormulas(const StructSettings& settings);
     static void checkProfileConventions(const StructSettings& settings);
 
-    /// What is wrong with the formulas of a struct.
+    /// Returns the faults of a struct's formulas.
     static QList<SchemaFault> formulaFaults(const StructSettings& settings);
 
-    /// What a chemistry lacks to be a profile.
+    /// Returns why a chemistry cannot be a profile.
     static QList<SchemaFault> conventionFaults(const StructSettings& settings);
 
-    /// Whether a start with this schema header succeeds, and its profiles can be written to images and
-    /// read back.
+    /// Returns true if a start with this schema header succeeds and its profiles can be written to
+    /// images and read back.
     static bool isUsable(const QString& headerText);
 };
 } // namespace HParser

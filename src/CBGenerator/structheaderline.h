@@ -4,7 +4,7 @@
 
 namespace HParser
 {
-/// A line that opens a struct of settings, piece by piece:
+/// A line that opens a struct of settings, matched piece by piece:
 ///
 ///     struct NAME { // Settings : "Title", instantiable
 class StructHeaderLine
@@ -12,15 +12,14 @@ class StructHeaderLine
 public:
     explicit StructHeaderLine(const QString& line);
 
-    /// True when the line opens a struct.
+    /// Returns true if the line opens a struct.
     bool isSound() const { return sound; }
 
-    /// What is missing first: "a name", or the piece itself, several between " or "; "the end of the
-    /// line" for a sound one.
+    /// Returns the first piece that does not match: its text, alternatives separated by " or ", or a
+    /// description such as "a name". REQUIRES: a line that is not sound.
     QString expected() const { return expectedPiece; }
 
-    /// Where it should be: behind the piece before it and all blanks, counted from 0. Of a title the
-    /// first character that it may not hold.
+    /// Returns the position of the first character that does not match, counted from 0.
     int position() const { return place; }
 
     QString title() const { return titleText; }

@@ -10,12 +10,12 @@ namespace HParser
 class StructSetting;
 class StructSettings;
 
-/// How the members of a struct lie in the charger's memory: as C types of the charger, or as bit
-/// fields, which make whole bytes together.
+/// How the members of a struct are stored in the charger's memory: as C types, or as bit fields that
+/// add up to whole bytes.
 class StructLayout
 {
 public:
-    /// What keeps a member from being stored.
+    /// Why a member cannot be stored.
     enum class Fault
     {
         None,
@@ -26,34 +26,35 @@ public:
         TooWide ///< for the type
     };
 
-    /// Bit fields side by side that make no whole bytes.
+    /// Consecutive bit fields that do not add up to whole bytes.
     struct BrokenRun
     {
         int first = 0; ///< the index of the first member
-        int end = 0;   ///< of the member behind the last one
+        int end = 0;   ///< the index after that of the last one
         int bits = 0;
     };
 
     StructLayout() = delete;
 
-    /// Bytes of a C type on the charger, whose int has two; 0 for an unknown text.
+    /// Returns the size in bytes of a C type on the charger, whose int has two; 0 for an unknown type.
     static int byteCount(const QString& dataType);
 
-    /// The C types of the charger.
+    /// Returns the C types of the charger.
     static QStringList dataTypes();
 
-    /// The widest bit field that a member of this kind and type can be; 0 for an unknown type.
+    /// Returns the largest width of a bit field of this kind and type; 0 for an unknown type.
     static int mostBits(const StructSetting& setting);
 
+    /// Returns the first fault of a member.
     static Fault faultOf(const StructSetting& setting);
 
-    /// Those whose fields have no fault. A checksum takes a byte of its own, whatever its size is.
+    /// Returns the broken runs among the fields without a fault. A checksum is always a byte of its own.
     static QList<BrokenRun> brokenRuns(const StructSettings& settings);
 
-    /// The bytes of all members; nothing when their bits make no whole bytes.
+    /// Returns the size of all members in bytes; nothing if their bits do not add up to whole bytes.
     static std::optional<qint64> dataBytes(const StructSettings& settings);
 
-    /// True when every member can be stored.
+    /// Returns true if every member can be stored.
     static bool isSound(const StructSettings& settings);
 };
 } // namespace HParser

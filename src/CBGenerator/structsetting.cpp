@@ -6,6 +6,7 @@
 #include "base/fatalassertion.h"
 #include "base/rounding.h"
 #include "base/standardoutput.h"
+#include "base/valuetext.h"
 
 #include <QRegExp>
 
@@ -131,7 +132,7 @@ QString StructSetting::defaultValueText() const
     case NUM:
         return std::get<Formula*>(defaultValue)->toString();
     case BOOL:
-        return std::get<bool>(defaultValue) ? QStringLiteral("true") : QStringLiteral("false");
+        return flagText(std::get<bool>(defaultValue));
     case STRING:
     case LIST:
         return std::get<QString>(defaultValue);
@@ -170,8 +171,7 @@ void StructSetting::printSetting() const
     if (settingType == LIST) {
         printLine(QStringLiteral("List : ") + list.join(QStringLiteral(", ")));
     }
-    printLine(QStringLiteral("Is Basic : ")
-              + (isBasic ? QStringLiteral("true") : QStringLiteral("false")));
+    printLine(QStringLiteral("Is Basic : ") + flagText(isBasic));
     printLine(QStringLiteral("Current Value : ") + getValue());
     printLine(QString(32, QLatin1Char('-')));
 }
@@ -180,9 +180,9 @@ QString StructSetting::getValue() const
 {
     switch (settingType) {
     case NUM:
-        return QString::number(number(), 'g', 6);
+        return numberText(number());
     case BOOL:
-        return isOn() ? QStringLiteral("true") : QStringLiteral("false");
+        return flagText(isOn());
     case STRING:
     case LIST: {
         const QString* text = std::get_if<QString>(&currentValue);

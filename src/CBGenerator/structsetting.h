@@ -50,7 +50,7 @@ public:
     StructSetting(const QString& line, QObject* parent);
     StructSetting(const MemberLine& line, QObject* parent);
 
-    /// Why the line cannot be parsed; nothing when it can.
+    /// Returns why the line cannot be parsed; nothing if it can.
     static std::optional<SchemaFault> faultOf(const MemberLine& line);
 
     /// NUM: the number with 6 significant digits; BOOL: "true" or "false"; STRING and LIST: the
@@ -81,8 +81,8 @@ public:
     /// NUM: the default formula's value, neither clamped nor rounded; the others: the default.
     void copyDefaultValueIntoCurrentValue();
 
-    /// Sets the value that getValue() tells once more, with its rules. A number loses what lies
-    /// beyond 6 significant digits.
+    /// Sets the value again to what getValue() returns, with the setter's rules. A number is cut to 6
+    /// significant digits.
     void updateValue();
 
     /// A copy of the description without parent, current value and formula trees; the caller owns

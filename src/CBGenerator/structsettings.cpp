@@ -3,6 +3,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/visualorder.h"
 #include "base/standardoutput.h"
+#include "base/valuetext.h"
 
 #include <algorithm>
 
@@ -59,8 +60,7 @@ StructSetting* StructSettings::getStructSettingByDescriptiveName(const QString& 
 void StructSettings::print() const
 {
     printLine(QStringLiteral("Chemistry : ") + descriptiveName);
-    printLine(QStringLiteral("isGlobal : ")
-              + (global ? QStringLiteral("true") : QStringLiteral("false")));
+    printLine(QStringLiteral("isGlobal : ") + flagText(global));
     printLine(QStringLiteral("Settings--- "));
     for (const StructSetting* setting : originalOrderStructSettings) {
         setting->printSetting();

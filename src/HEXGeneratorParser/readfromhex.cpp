@@ -11,6 +11,7 @@
 #include "base/standardoutput.h"
 #include "base/stdiofile.h"
 #include "base/textfile.h"
+#include "base/valuetext.h"
 #include "base/xmlutility.h"
 #include "profileimport/parsedprofile.h"
 
@@ -41,22 +42,16 @@ bool loadFlash(FILE* file, std::vector<unsigned char>& flash)
            != 0;
 }
 
-QString numberText(quint64 raw, const StructSetting& setting)
+QString rawText(quint64 raw, const StructSetting& setting)
 {
-    const double value = HexUtility::applyDisplayFormula(static_cast<qint64>(raw), &setting);
-    return QString::number(value, 'g', 6);
-}
-
-QString flagText(bool flag)
-{
-    return flag ? QStringLiteral("true") : QStringLiteral("false");
+    return numberText(HexUtility::applyDisplayFormula(static_cast<qint64>(raw), &setting));
 }
 
 QString readBytesValue(HexBufferRead& buffer, const StructSetting& setting)
 {
     switch (setting.settingType) {
     case StructSetting::NUM:
-        return numberText(buffer.readData(setting.variableDataType), setting);
+        return rawText(buffer.readData(setting.variableDataType), setting);
     case StructSetting::BOOL:
         return flagText(buffer.readData(setting.variableDataType) != 0);
     case StructSetting::STRING:
@@ -73,7 +68,7 @@ QString readBitsValue(HexBufferRead& buffer, const StructSetting& setting)
     const QByteArray bits = buffer.readBits(setting.size.toInt());
     switch (setting.settingType) {
     case StructSetting::NUM:
-        return numberText(HexUtility::byteBufferToNum(bits), setting);
+        return rawText(HexUtility::byteBufferToNum(bits), setting);
     case StructSetting::BOOL:
         return flagText(HexUtility::byteBufferToBool(bits));
     case StructSetting::STRING:

@@ -38,10 +38,6 @@ KelvaronBundle::KeyBlock keyBlockOf(const QString& path)
 }
 } // namespace
 
-const QLatin1String KelvaronBundle::keyBlockLine("...");
-const QLatin1String KelvaronBundle::versionKey("VERSION");
-const QLatin1String KelvaronBundle::minimumVersionKey("MIN_SOFTWARE_VERSION_REQUIRED");
-
 KelvaronBundle::KelvaronBundle(QString path) : bundleFilePath(std::move(path)) {}
 
 void KelvaronBundle::parseKeyValuePairs()

@@ -37,11 +37,12 @@ public:
         DEVICE_DESCRIPTION_NO_OVERWRITE = 3 ///< for a flash that keeps the charger's profiles
     };
 
-    static const QLatin1String keyBlockLine; ///< opens and closes the key/value block
-    static const QLatin1String versionKey;
-    static const QLatin1String minimumVersionKey; ///< of the editor that the bundle requires
+    static constexpr QLatin1String keyBlockLine{"..."}; ///< opens and closes the key/value block
+    static constexpr QLatin1String versionKey{"VERSION"};
+    static constexpr QLatin1String minimumVersionKey{
+        "MIN_SOFTWARE_VERSION_REQUIRED"}; ///< of the editor
 
-    /// Fewer sections (a device description, a schema header and the checksums) are of no use.
+    /// A device description, a schema header and the checksums: a bundle with fewer is unusable.
     static constexpr int fewestSections = 3;
 
     /// Reads nothing yet.
@@ -89,7 +90,7 @@ public:
     /// The opening marker line of section `index`, as it stands.
     QString getMarker(int index) const;
 
-    /// What stands between the ends of that line, trimmed.
+    /// Returns the text between the ends of that line, trimmed.
     QString getName(int index) const;
 
     /// Writes section `index` to `path`, whole or not at all; false when it cannot be written. An
@@ -112,20 +113,20 @@ public:
     /// The checksum of a section's text: lower-case hexadecimal MD5 of its UTF-8 bytes.
     static QString checksum(const QString& text);
 
-    /// The same of section `index`. An index out of range is a fatal assertion.
+    /// Returns the checksum of section `index`. An index out of range is a fatal assertion.
     QString checksumOf(int index) const;
 
-    /// A line of the last section, which holds a checksum for each of the others.
+    /// A line of the last section, which has a checksum for each of the others.
     struct ChecksumLine
     {
         int number = 0; ///< of the line, counted from 0
         QString text;
     };
 
-    /// Those of the last section that are not empty. REQUIRES: a section.
+    /// Returns the lines of the last section that are not empty. REQUIRES: a bundle with sections.
     QVector<ChecksumLine> checksumLines() const;
 
-    /// The line that opens and closes the section of a file of that name.
+    /// Returns the line that opens and closes the section of a file of that name.
     static QString markerLine(const QString& name);
 
     /// The key/value block of a bundle.
@@ -136,7 +137,7 @@ public:
         bool isClosed = false;
     };
 
-    /// Reads no further than the block, which comes first in any large bundle.
+    /// Reads up to the end of the block, which is at the beginning of any large bundle.
     static KeyBlock readKeyBlock(QIODevice& device);
 
 private:

@@ -7,6 +7,7 @@
 #include "CBGenerator/structsettings.h"
 #include "base/countedtext.h"
 #include "base/quotedtext.h"
+#include "base/valuetext.h"
 #include "base/xmlutility.h"
 
 #include <QSet>
@@ -22,11 +23,6 @@ namespace
 {
 constexpr int mostChanges = 15; // the message box must fit the screen
 constexpr int mostProfiles = 3;
-
-QString numberText(double number)
-{
-    return QString::number(number, 'g', 6);
-}
 
 /// Returns the value that replaces a missing or unusable one.
 QString nothing(const StructSetting& setting)

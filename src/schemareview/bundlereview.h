@@ -6,19 +6,19 @@
 #include <QMap>
 #include <QString>
 
-/// Finds everything that is wrong with a bundle (see docs/file-formats/bundle.md), its settings header
-/// included. Where KelvaronBundle ends the program at a malformed line, this goes on.
+/// Finds all problems of a bundle (see docs/file-formats/bundle.md), including those of its settings
+/// header.
 class BundleReview
 {
 public:
-    /// The problems of a bundle's text in the order of its lines. `fileName` may hold the bundle's
-    /// version. REQUIRES: a text without carriage returns (what TextFile reads).
+    /// Returns the problems of a bundle's text in the order of its lines. `fileName` may contain the
+    /// bundle's version. REQUIRES: a text without carriage returns, as read by TextFile.
     static Problems problems(const QString& text, const QString& fileName);
 
-    /// Only those of its sections and their checksums.
+    /// Returns only those of its sections and their checksums.
     static Problems sectionProblems(const QString& text);
 
-    /// Only those of its keys.
+    /// Returns only those of its keys.
     static Problems keyProblems(const QString& text, const QString& fileName);
 
 private:

@@ -125,7 +125,7 @@ void ConventionsReview::checkTypeMember()
                       QStringLiteral("\"type\" has to be a number of one byte"), form);
     } else if (structure.isShown(&setting)) {
         structure.add(first, MemberField::Place, Problem::Severity::Warning,
-                      QStringLiteral("\"type\" is nothing to be edited"),
+                      QStringLiteral("\"type\" must not be editable"),
                       QStringLiteral("-1, which hides it"));
     }
 }

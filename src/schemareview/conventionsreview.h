@@ -4,14 +4,14 @@
 
 namespace HParser
 {
-/// Looks for the settings that the editor and the charger rely on: "type", "checksum" and, in a
-/// chemistry, the flags, a title and a subtitle.
+/// Checks the settings that the editor and the charger rely on: "type", "checksum" and, in a chemistry,
+/// the flags, a title and a subtitle.
 class ConventionsReview
 {
 public:
     explicit ConventionsReview(ReviewedStruct& reviewedStruct) : structure(reviewedStruct) {}
 
-    /// False when a flag has no member: the bits of the struct do not count then.
+    /// Returns false if a flag has no member; the bits of the struct are then not worth checking.
     bool check();
 
 private:

@@ -123,7 +123,7 @@ bool FormulaSyntaxReview::refuseOperand(int position, int last)
         return refuse(position, QStringLiteral("a number cannot begin with a point"),
                       QStringLiteral("\"0.\" and the digits behind it"));
     }
-    return refuse(position, QStringLiteral("\"%1\" begins no number and no name").arg(c),
+    return refuse(position, QStringLiteral("\"%1\" starts neither a number nor a name").arg(c),
                   QStringLiteral("a number, a name or an expression in parentheses"));
 }
 
@@ -136,7 +136,7 @@ bool FormulaSyntaxReview::refuseOperator(int position)
     }
     const bool isExponent = (c == QLatin1Char('e') || c == QLatin1Char('E'))
                             && FormulaScanner::isDigit(compact.at(position - 1));
-    return refuse(position, QStringLiteral("\"%1\" is no operator").arg(c),
+    return refuse(position, QStringLiteral("\"%1\" is not an operator").arg(c),
                   isExponent ? QStringLiteral("the number without an exponent")
                              : QStringLiteral("one of + - * /"));
 }

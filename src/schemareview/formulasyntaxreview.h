@@ -7,24 +7,24 @@
 
 namespace HParser
 {
-/// Finds what keeps a formula from being built or evaluated, with its place. What it accepts
-/// FormulaBuilder builds; it refuses what FormulaBuilder does, and formulas of more than 1000 operators
-/// or 400 levels of parentheses.
+/// Finds out why a formula cannot be built or evaluated, and where. It refuses what FormulaBuilder
+/// refuses, and also formulas with more than 1000 operators or 400 levels of parentheses.
 class FormulaSyntaxReview
 {
 public:
     struct Fault
     {
-        int position = 0; ///< in the text, counted from 0; its size for what is missing at the end
+        int position =
+            0; ///< in the text, counted from 0; its size if something is missing at the end
         QString text;
         QString advice;
-        bool isHarmless = false; ///< the formula can be built and evaluated all the same
+        bool isHarmless = false; ///< the formula can be evaluated nevertheless
     };
 
-    /// What is wrong with a name that the formula uses; an empty text for nothing.
+    /// Returns the fault of a name in the formula; one with an empty text if there is none.
     using JudgeName = std::function<Fault(const QString& name)>;
 
-    /// The first fault of the grammar, if any, and a fault for each wrong name before it.
+    /// Returns the first fault of the grammar, if any, and those of the names before it.
     static QList<Fault> faults(const QString& text, const JudgeName& judge);
 
 private:

@@ -1,10 +1,10 @@
 #include "schemareview/headerreview.h"
 
+#include "CBGenerator/structheaderline.h"
 #include "HEXGeneratorParser/hexutility.h"
 #include "IntelHexFile/hexfile.h"
 #include "base/quotedtext.h"
 #include "schemareview/nearestword.h"
-#include "schemareview/structheader.h"
 #include "schemareview/structreview.h"
 
 #include <QHash>
@@ -19,10 +19,20 @@ namespace HParser
 {
 namespace
 {
+const QString headerForm = QStringLiteral("struct NAME { // Settings : \"Title\", instantiable");
+
 QRegularExpression pattern(const char* text)
 {
     return QRegularExpression(QString::fromLatin1(text),
                               QRegularExpression::UseUnicodePropertiesOption);
+}
+
+/// The word that begins at the position, or the one character of anything else.
+QString wordAt(const QString& line, int position)
+{
+    static const QRegularExpression word = pattern("\\G[\\w\\p{M}]+");
+    const QString found = word.match(line, position).captured();
+    return found.isEmpty() ? line.mid(position, 1) : found;
 }
 
 /// Where the first visible character stands.
@@ -61,16 +71,32 @@ void HeaderReview::readOutside(const HeaderText::Line& line, bool mayBeAddress)
         pattern("\\A\\s*(typedef\\s+)?struct\\b|\\bSettings\\s*:\\s*\"");
     if (likeStruct.match(line.text).hasMatch()
         && !line.text.trimmed().startsWith(QLatin1String("//"))) {
-        const StructHeader header(line.text);
-        (header.isMeantGlobal() ? meantGlobal : meantChemistry) = found.size();
-        found.append({line.number, header.column(), Problem::Severity::Error,
-                      QStringLiteral("%1: this line opens no struct of settings, its members are "
-                                     "ignored")
-                          .arg(header.fault()),
-                      header.advice()});
+        refuseHeader(line);
     } else if (mayBeAddress) {
         findMisspeltAddress(line.text, line.number);
     }
+}
+
+/// A line that was to open a struct of settings.
+void HeaderReview::refuseHeader(const HeaderText::Line& line)
+{
+    static const QRegularExpression blank(QStringLiteral("[\\s,]+"));
+    const QString lastWord = line.text.trimmed().section(blank, -1);
+    const bool isMeantGlobal = !nearestWord(lastWord, {QStringLiteral("global")}).isEmpty();
+    (isMeantGlobal ? meantGlobal : meantChemistry) = found.size();
+
+    const StructHeaderLine header(line.text);
+    const QString expected = header.expected();
+    const QString word = wordAt(line.text, header.position());
+    const QString nearest = nearestWord(word, expected.split(QStringLiteral(" or ")));
+    const QString fault = word.isEmpty()
+                              ? QStringLiteral("%1 is missing").arg(expected)
+                              : QStringLiteral("%1 instead of %2").arg(quotedText(word), expected);
+    found.append(
+        {line.number, header.position() + 1, Problem::Severity::Error,
+         QStringLiteral("%1: this line opens no struct of settings, its members are ignored")
+             .arg(fault),
+         nearest.isEmpty() ? headerForm : nearest});
 }
 
 /// Keeps the first line that was probably meant to define the start address.
@@ -129,7 +155,7 @@ void HeaderReview::checkStartAddress(const std::optional<HeaderText::StartAddres
         static_cast<qint64>(IntelHexFile::flashAreaSize) - 1 - HexUtility::imageSize;
     if (!address->value) {
         found.append({line.number, column, Problem::Severity::Fatal,
-                      QStringLiteral("%1 is no address").arg(quotedText(address->word)),
+                      QStringLiteral("%1 is not an address").arg(quotedText(address->word)),
                       QStringLiteral("a C integer such as 0x9C00")});
     } else if (*address->value < 0 || 2 * static_cast<qint64>(*address->value) > lastStart) {
         found.append({line.number, column, Problem::Severity::Error,
@@ -192,7 +218,7 @@ void HeaderReview::checkStructs()
         found[meantChemistry].severity = Problem::Severity::Fatal;
     } else if (!hasChemistry) {
         found.append({firstLine, 0, Problem::Severity::Fatal,
-                      QStringLiteral("there is no chemistry"), StructHeader::form()});
+                      QStringLiteral("there is no chemistry"), headerForm});
     }
 }
 

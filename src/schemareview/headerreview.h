@@ -11,15 +11,15 @@ namespace HParser
 {
 class StructReview;
 
-/// Finds everything that is wrong with a schema header (see docs/file-formats/schema-header.md).
+/// Finds all problems of a schema header (see docs/file-formats/schema-header.md).
 ///
-/// Where Generator and SchemaCheck end the program at the first fault, this goes on. A header
-/// without a fatal problem can be loaded, and its profiles be written to an image and read back.
+/// A header without a fatal problem can be loaded, and its profiles can be written to an image and read
+/// back (see SchemaCheck::isUsable()).
 class HeaderReview
 {
 public:
-    /// The problems of a header's text, in the order of its lines, which are counted from
-    /// `firstLine`. REQUIRES: a text without carriage returns (what TextFile reads).
+    /// Returns the problems of a header's text in the order of its lines; the first one has the number
+    /// `firstLine`. REQUIRES: a text without carriage returns, as read by TextFile.
     static Problems problems(const QString& text, int firstLine = 1);
 
 private:
@@ -27,6 +27,7 @@ private:
     ~HeaderReview();
 
     void readOutside(const HeaderText::Line& line, bool mayBeAddress);
+    void refuseHeader(const HeaderText::Line& line);
     void readStruct(const HeaderText::Struct& structure);
     void checkStartAddress(const std::optional<HeaderText::StartAddress>& address);
     void findMisspeltAddress(const QString& line, int number);
@@ -39,8 +40,8 @@ private:
     int firstLine;
     Problems found;
     std::vector<std::unique_ptr<StructReview>> structs;
-    Problem misspeltAddress; ///< of line 0: none
-    int meantGlobal = -1;    ///< index of the problem of a global struct that is not opened
-    int meantChemistry = -1; ///< the same of a chemistry
+    Problem misspeltAddress; ///< none if its line is 0
+    int meantGlobal = -1;    ///< index of the problem of a line that should open a global struct
+    int meantChemistry = -1; ///< the same for a chemistry
 };
 } // namespace HParser

@@ -173,7 +173,7 @@ void MemberReview::checkName()
         // A number's type reaches up to the last blank then and is none of the charger's.
         const bool isNum = setting->settingType == StructSetting::NUM;
         add(name.column(), isNum ? Problem::Severity::Fatal : Problem::Severity::Error,
-            QStringLiteral("blanks in the brackets: this is no array"),
+            QStringLiteral("blanks in the brackets: this is not an array"),
             isNum ? QStringLiteral("the type and the name, without brackets")
                   : QStringLiteral("name[12], without blanks"));
         return;
@@ -184,7 +184,7 @@ void MemberReview::checkName()
     }
     if (!isIdentifier(setting->variableName)) {
         add(name.column(), Problem::Severity::Error,
-            QStringLiteral("%1 is no C name").arg(quotedText(setting->variableName)),
+            QStringLiteral("%1 is not a C name").arg(quotedText(setting->variableName)),
             QStringLiteral("letters, digits and \"_\", a letter first"));
     }
 }
@@ -201,7 +201,7 @@ void MemberReview::checkType()
     if (bytes == 0) {
         const QString nearest = nearestWord(type, StructLayout::dataTypes());
         add(pieces.firstColumn(), isNum ? Problem::Severity::Fatal : Problem::Severity::Error,
-            QStringLiteral("%1 is no type of the charger").arg(quotedText(type)),
+            QStringLiteral("%1 is not a type of the charger").arg(quotedText(type)),
             nearest.isEmpty() ? QStringLiteral("char, short, int or long, signed or unsigned")
                               : nearest);
     } else if (bytes != 1 && !isNum) {
@@ -337,7 +337,7 @@ void MemberReview::checkListItems()
     } else if (!items.contains(defaultItem)) {
         const QString nearest = nearestWord(defaultItem, items);
         add(pieces.field(MemberField::Default).column(), Problem::Severity::Error,
-            QStringLiteral("the default is none of the items"),
+            QStringLiteral("the default is not one of the items"),
             QLatin1Char('"') + (nearest.isEmpty() ? items.first() : nearest) + QLatin1Char('"'));
     }
 }

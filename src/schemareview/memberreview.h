@@ -9,17 +9,15 @@ namespace HParser
 {
 class StructSetting;
 
-/// Looks at one member line of the schema header: everything that can be told without the lines
-/// around it.
+/// Checks one member line of the schema header, without the lines around it.
 class MemberReview
 {
 public:
     /// Appends what it finds to `problems`, with `lineNumber`.
     MemberReview(const QString& lineText, int lineNumber, Problems& problems);
 
-    /// Looks at the line, as it was meant where commas or a semicolon cut it in the wrong places.
-    /// Returns the setting that the line describes, a child of `parent`; nullptr when none can be made
-    /// of it, which is a fatal problem then.
+    /// Checks the line, after mending it (see MendedLine). Returns the setting that it describes, a
+    /// child of `parent`; nullptr after a fatal problem that leaves no setting.
     StructSetting* check(QObject* parent);
 
     const MemberLine& line() const { return pieces; }

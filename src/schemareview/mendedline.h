@@ -5,18 +5,18 @@
 
 namespace HParser
 {
-/// A member line of the schema header with the slips taken out that would have everything behind them
-/// mistaken for something else: commas inside quotes, and a missing semicolon. What is left of the line
-/// can be looked at as it was meant; every character keeps its column.
+/// A member line of the schema header without the slips that would make everything after them look
+/// wrong: commas inside quotes, and a missing semicolon. The rest of the line can be checked as it was
+/// meant; every character keeps its column.
 class MendedLine
 {
 public:
-    /// `lineNumber` is that of the problems.
+    /// The problems have the line `lineNumber`.
     MendedLine(const QString& lineText, int lineNumber);
 
     QString text() const { return line; }
 
-    /// What was taken out, with its place.
+    /// Returns the slips that were mended.
     Problems problems() const { return found; }
 
     /// "11 fields where a num has 12". REQUIRES: a line of a known kind.

@@ -66,7 +66,7 @@ void NamesReview::checkTag(const ReviewedStruct::Member& member, QMap<QString, i
     if (structure.isShown(member.setting) && !XMLUtility::isTag(tag)) {
         structure.add(
             member, field, Problem::Severity::Error,
-            QStringLiteral("%1 makes %2, which is no XML tag: saved profiles cannot be read")
+            QStringLiteral("%1 makes %2, which is not an XML tag: saved profiles cannot be read")
                 .arg(quotedText(name), quotedText(QLatin1Char('<') + tag + QLatin1Char('>'))),
             QLatin1Char('"') + soundName(name) + QLatin1Char('"'));
     }

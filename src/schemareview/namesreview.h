@@ -6,7 +6,7 @@
 
 namespace HParser
 {
-/// Looks at the names of a struct's members: C names, and the XML tags that their labels make.
+/// Checks the names of a struct's members: C names, and the XML tags made of their labels.
 class NamesReview
 {
 public:

@@ -4,6 +4,7 @@
 #include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
+#include "base/valuetext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,11 +14,6 @@ namespace HParser
 namespace
 {
 constexpr int erasedType = 255;
-
-QString numberText(double number)
-{
-    return QString::number(number, 'g', 6);
-}
 } // namespace
 
 void NumbersReview::check()
@@ -43,10 +39,11 @@ void NumbersReview::checkTypeNumber(const ReviewedStruct::Member& member)
 {
     const double value = member.setting->number();
     if (!(value >= 1 && value < erasedType) || value != std::floor(value)) {
-        structure.add(member, MemberField::Default, Problem::Severity::Error,
-                      QStringLiteral("%1 is no type: erased memory reads as 255, missing one as 0")
-                          .arg(numberText(value)),
-                      QStringLiteral("a whole number from 1 to 254"));
+        structure.add(
+            member, MemberField::Default, Problem::Severity::Error,
+            QStringLiteral("%1 is not a type: erased memory reads as 255, missing memory as 0")
+                .arg(numberText(value)),
+            QStringLiteral("a whole number from 1 to 254"));
         return;
     }
     typeNumber = static_cast<int>(value);

@@ -6,16 +6,16 @@
 
 namespace HParser
 {
-/// Looks at the values that the formulas of a struct give while its settings have their defaults.
+/// Checks the values of a struct's formulas while its settings have their defaults.
 class NumbersReview
 {
 public:
-    /// REQUIRES: a struct without a problem that keeps its formulas from being evaluated.
+    /// REQUIRES: a struct whose formulas can all be evaluated.
     explicit NumbersReview(ReviewedStruct& reviewedStruct) : structure(reviewedStruct) {}
 
     void check();
 
-    /// The number that tells the struct in an image; nothing when it has none.
+    /// Returns the number of the struct in an image; nothing if it has none.
     std::optional<int> type() const { return typeNumber; }
 
 private:

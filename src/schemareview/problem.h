@@ -3,13 +3,13 @@
 #include <QList>
 #include <QString>
 
-/// What is wrong at a place of a text file, and what to write there instead.
+/// A problem at a place of a text file, and what to write instead.
 struct Problem
 {
     enum class Severity
     {
-        Warning, ///< works, but hardly as it was meant
-        Error,   ///< values or settings get lost
+        Warning, ///< works, but probably not as intended
+        Error,   ///< values or settings are lost
         Fatal    ///< the editor cannot use the file at all
     };
 

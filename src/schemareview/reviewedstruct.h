@@ -15,8 +15,8 @@ namespace HParser
 class StructSetting;
 class StructSettings;
 
-/// A struct of the schema header while it is looked at: its lines, what could be made of them, and where
-/// its problems go.
+/// A struct of the schema header during its review: its lines, the settings parsed from them, and its
+/// problems.
 class ReviewedStruct
 {
 public:
@@ -24,44 +24,44 @@ public:
     {
         int line = 0;
         MemberLine pieces;
-        StructSetting* setting = nullptr; ///< none for a line that cannot be parsed
+        StructSetting* setting = nullptr; ///< nullptr for a line that cannot be parsed
     };
 
-    /// Problems are appended to `problems`. The struct's header stands at `headerLine`.
+    /// Problems are appended to `problems`. `headerLine` is the line that opens the struct.
     ReviewedStruct(int headerLine, const QString& structName, bool isGlobal, Problems& problems);
     ~ReviewedStruct();
     ReviewedStruct(const ReviewedStruct&) = delete;
     ReviewedStruct& operator=(const ReviewedStruct&) = delete;
 
-    /// Looks at the line by itself and keeps it.
+    /// Reviews the line by itself and keeps it.
     void addMember(const QString& lineText, int lineNumber);
 
-    /// Puts the members into their orders. Called once, after the last one.
+    /// Sorts the members. Called once, after the last one.
     void close();
 
     int line() const { return headerLine; }
     QString name() const { return structName; }
     bool isGlobal() const { return global; }
 
-    /// True when every line could be parsed.
+    /// Returns true if every line could be parsed.
     bool isWhole() const { return everyLineParsed; }
 
     const std::vector<Member>& members() const { return lines; }
     StructSettings& settings() const { return *structSettings; }
 
-    /// True for a setting that the editor shows. Lines that cannot be parsed count as settings.
+    /// Returns true if the editor shows the setting. Lines that cannot be parsed count as settings.
     bool isShown(const StructSetting* setting) const { return shown.contains(setting); }
 
-    /// nullptr when there is none.
+    /// Return the first such member; nullptr if there is none.
     const Member* memberOf(const StructSetting* setting) const;
     const Member* memberNamed(const QString& descriptiveName) const;
     const Member* memberOfVariable(const QString& variableName) const;
 
-    /// True when a line that cannot be parsed may have been meant for this setting.
+    /// Returns true if a line that cannot be parsed may have been meant for this setting.
     bool mayHoldName(const QString& descriptiveName) const;
 
-    /// A problem at a field of a member, at a column of its line, or of the struct as a whole. What
-    /// follows from an error at the same place only makes that one as severe.
+    /// Add a problem at a field of a member, at a column of its line, or for the struct as a whole. Where
+    /// there is an error already, only its severity is raised.
     void add(const Member& member, MemberField field, Problem::Severity severity,
              const QString& text, const QString& advice = {});
     void addAt(const Member& member, int column, Problem::Severity severity, const QString& text,

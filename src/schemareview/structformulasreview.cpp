@@ -84,7 +84,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
         return judgeHidden(*named);
     }
     if (named->setting->settingType != StructSetting::NUM) {
-        return {0, QStringLiteral("\"%1\" is no num and hardly a number").arg(formulaName),
+        return {0, QStringLiteral("\"%1\" is not a num and hardly a number").arg(formulaName),
                 QStringLiteral("the C name of a num"), true};
     }
     return {};

@@ -8,13 +8,13 @@
 
 namespace HParser
 {
-/// Looks at the formulas of a struct: each by itself, the names that it uses, and what follows what.
+/// Checks the formulas of a struct: each by itself, the names in it, and which setting follows which.
 class StructFormulasReview
 {
 public:
     explicit StructFormulasReview(ReviewedStruct& reviewedStruct) : structure(reviewedStruct) {}
 
-    /// Looks at them and builds their trees. False when they cannot all be evaluated.
+    /// Checks them and builds their trees. Returns false if they cannot all be evaluated.
     bool check();
 
 private:
@@ -30,7 +30,7 @@ private:
                                                const StructSetting* followed);
 
     ReviewedStruct& structure;
-    QSet<QString> refusedNames; ///< that no formula may use, reported at their first use
+    QSet<QString> refusedNames; ///< unusable in formulas, reported at their first use
     bool canEvaluate = true;
 };
 } // namespace HParser

@@ -111,7 +111,7 @@ void StructReview::checkBits()
     if (runs.isEmpty() && !isEven) {
         // Only the checksum's own size can be at fault, which was reported with its kind.
         structure.add(*structure.memberNamed(QStringLiteral("checksum")), MemberField::Kind,
-                      Problem::Severity::Fatal, QStringLiteral("a checksum of no whole byte"));
+                      Problem::Severity::Fatal, QStringLiteral("the checksum is not a whole byte"));
     } else if (runs.isEmpty()) {
         size = HexUtility::getChemistrySize(&structure.settings());
     }

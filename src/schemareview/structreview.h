@@ -6,11 +6,11 @@
 
 namespace HParser
 {
-/// Looks at one struct of the schema header: its lines, one by one, and what they make together.
+/// Checks one struct of the schema header: its lines one by one, then as a whole.
 class StructReview
 {
 public:
-    /// Problems are appended to `problems`. The struct's header stands at `headerLine`.
+    /// Problems are appended to `problems`. `headerLine` is the line that opens the struct.
     StructReview(int headerLine, const QString& structName, bool isGlobal, Problems& problems);
 
     void addMember(const QString& lineText, int lineNumber)
@@ -18,17 +18,17 @@ public:
         structure.addMember(lineText, lineNumber);
     }
 
-    /// Looks at the members together. Called once, after the last one.
+    /// Checks the struct as a whole. Called once, after the last member.
     void finish();
 
     int line() const { return structure.line(); }
     QString name() const { return structure.name(); }
     bool isGlobal() const { return structure.isGlobal(); }
 
-    /// Bytes of the profile image that one such struct takes; nothing when it cannot be told.
+    /// Returns the size of such a struct in a profile image, in bytes; nothing if it is not known.
     std::optional<int> imageSize() const { return size; }
 
-    /// The number that tells the struct in an image; nothing when it has none.
+    /// Returns the number of the struct in an image; nothing if it has none.
     std::optional<int> type() const { return typeNumber; }
     int typeLine() const;
     int typeColumn() const;

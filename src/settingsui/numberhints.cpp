@@ -3,6 +3,7 @@
 #include "CBGenerator/formula.h"
 #include "CBGenerator/structsetting.h"
 #include "base/rounding.h"
+#include "base/valuetext.h"
 
 #include <QHash>
 
@@ -13,11 +14,6 @@ using HParser::StructSetting;
 
 namespace
 {
-QString numberText(double number)
-{
-    return QString::number(number); // 6 significant digits, like a setting's own text
-}
-
 double least(const StructSetting& setting)
 {
     return setting.setInBoundsAndDecPlaces(-std::numeric_limits<double>::max());

@@ -4,6 +4,7 @@
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 #include "base/fatalassertion.h"
+#include "base/valuetext.h"
 #include "base/xmlutility.h"
 #include "profiles/profilesettings.h"
 
@@ -18,7 +19,7 @@ QString flag(const ProfileSettings& profile, const QString& name)
     const HParser::StructSetting* setting =
         profile.settings->getStructSettingByDescriptiveName(name);
     KELVARON_ASSERT(setting != nullptr);
-    return ProfileDocument::boolText(setting->isOn());
+    return flagText(setting->isOn());
 }
 } // namespace
 
@@ -59,10 +60,5 @@ void ProfileDocument::writeSettings(QTextStream* stream,
         *stream << "\t\t<" << tag << '>' << XMLUtility::valueText(setting->getValue()) << "</"
                 << tag << ">\n";
     }
-}
-
-QString ProfileDocument::boolText(bool value)
-{
-    return value ? QStringLiteral("true") : QStringLiteral("false");
 }
 } // namespace XMLGeneratorParser

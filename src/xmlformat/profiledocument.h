@@ -28,9 +28,6 @@ public:
     /// Writes the lines of one struct's settings.
     static void writeSettings(QTextStream* stream, const QList<HParser::StructSetting*>& settings);
 
-    /// "true" or "false".
-    static QString boolText(bool value);
-
 private:
     static void writeProfile(QTextStream* stream, int id, const ProfileSettings& profile);
 };

@@ -1,6 +1,7 @@
 #include "xmlformat/writetoxml.h"
 
 #include "base/textfile.h"
+#include "base/valuetext.h"
 #include "profiles/profilename.h"
 #include "xmlformat/profiledocument.h"
 
@@ -26,6 +27,6 @@ void WriteToXML::xmlOutputSettings(QTextStream* stream,
 
 QString WriteToXML::boolToString(bool value)
 {
-    return ProfileDocument::boolText(value);
+    return flagText(value);
 }
 } // namespace XMLGeneratorParser

@@ -84,7 +84,7 @@ TEST(BundleReviewTest, PlacesProblemsOfTheHeaderInTheBundle)
 {
     QString broken = header;
     broken.replace("\"Title\"", "\"Title (max)\"");
-    expectOnly(bundle(broken), "16:33 error", "no XML tag");
+    expectOnly(bundle(broken), "16:33 error", "not an XML tag");
 }
 
 TEST(BundleReviewTest, TellsTheRightChecksum)

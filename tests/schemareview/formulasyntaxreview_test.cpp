@@ -69,14 +69,14 @@ TEST(FormulaSyntaxReviewTest, PointsAtTheFault)
     expectFault("a + -bc", 4, "a sign");
     expectFault(" -(a)", 1, "a sign");
     expectFault(".5", 0, "a point");
-    expectFault("1.5e3", 3, "no operator");
-    expectFault("a ^ 2", 2, "no operator");
+    expectFault("1.5e3", 3, "not an operator");
+    expectFault("a ^ 2", 2, "not an operator");
     expectFault("2 * (a + 1", 4, "never closed");
     expectFault("a)", 1, "closes nothing");
     expectFault("()", 1, "missing");
     expectFault("((a))", 1, "doubled");
     expectFault("2 * ((a + 1))", 5, "doubled");
-    expectFault("a + #", 4, "begins no number");
+    expectFault("a + #", 4, "starts neither a number");
 }
 
 TEST(FormulaSyntaxReviewTest, AsksForEveryName)

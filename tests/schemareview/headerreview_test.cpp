@@ -49,7 +49,7 @@ TEST(HeaderReviewTest, RefusesNamesThatMakeNoXmlTag)
 {
     for (const QString name : {"Low (V)", "2nd Stage", "-Low", ".Low", "Low=", "", "a:b"}) {
         expectOnly(with(13, "\"Low\"", '"' + name + '"'), "13@\"" + name + "\"@ error",
-                   "no XML tag");
+                   "not an XML tag");
     }
     expectProblem(with(13, "\"Low\"", "\"Low (V)\""), "13@\"Low (@", "| \"Low V\"");
     expectProblem(with(13, "\"Low\"", "\"2nd Stage\""), "13@\"2nd@", "| \"Stage 2nd\"");
@@ -164,8 +164,8 @@ TEST(HeaderReviewTest, RefusesStructsTooLargeForAnImage)
 
 TEST(HeaderReviewTest, RefusesTypesThatTheChargerDoesNotHave)
 {
-    expectOnly(with(13, "unsigned char", "float"), "13:1 fatal", "\"float\" is no type");
-    expectOnly(with(10, "unsigned char", "bool"), "10:1 error", "\"bool\" is no type");
+    expectOnly(with(13, "unsigned char", "float"), "13:1 fatal", "\"float\" is not a type");
+    expectOnly(with(10, "unsigned char", "bool"), "10:1 error", "\"bool\" is not a type");
     expectOnly(with(8, "char", "short"), "8:1 error", "single bytes");
 }
 
@@ -226,7 +226,7 @@ TEST(HeaderReviewTest, WantsATypeFirst)
     expectProblem(with(7, "num, auto", "num, 4"), "7@num@ fatal", "one byte");
     expectOnly(
         with(7, "2, 2, x1, 0, \"type\", \"\", A, 2", "255, 255, x1, 0, \"type\", \"\", A, 255"),
-        "7:", "255 is no type");
+        "7:", "255 is not a type");
     expectOnly(with(7, "2, 2, x1, 0, \"type\", \"\", A, 2", "1, 1, x1, 0, \"type\", \"\", A, 1"),
                "7@1, -1@ error", "is that of the struct in line 2");
 }
@@ -254,7 +254,8 @@ TEST(HeaderReviewTest, RefusesFormulasThatNameHiddenSettings)
 
 TEST(HeaderReviewTest, WarnsOfFormulasThatNameTexts)
 {
-    expectProblem(with(14, "low + 1", "low + title"), "14@title@ warning", "\"title\" is no num");
+    expectProblem(with(14, "low + 1", "low + title"), "14@title@ warning",
+                  "\"title\" is not a num");
 }
 
 TEST(HeaderReviewTest, RefusesLoopsOfFormulas)
@@ -348,7 +349,7 @@ TEST(HeaderReviewTest, NamesGlobalStructsThatAreDropped)
 TEST(HeaderReviewTest, WantsAStartAddress)
 {
     expectOnly(without(1), "1:0 fatal", "the profile start address is missing");
-    expectOnly(with(1, "0x400", "four"), "1@four@ fatal", "\"four\" is no address");
+    expectOnly(with(1, "0x400", "four"), "1@four@ fatal", "\"four\" is not an address");
     expectOnly(with(1, "0x400", "0x17C01"), "1@0x17@ error", "outside the charger's flash");
     EXPECT_EQ(reviewed(with(1, "0x400", "0x17C00")), QStringList());
     EXPECT_EQ(reviewed(with(1, "#define", " # define")), QStringList());
@@ -415,7 +416,7 @@ TEST(HeaderReviewTest, RefusesTextsThatAreCut)
 TEST(HeaderReviewTest, RefusesListsWhoseItemsGetLost)
 {
     expectOnly(with(15, "\"On\", \"Off\"", "\"On!\", \"Off\""), "15@\"On!@ error", "an empty item");
-    expectOnly(with(15, "\"Off\", 4", "\"Auto\", 4"), "15:", "the default is none of the items");
+    expectOnly(with(15, "\"Off\", 4", "\"Auto\", 4"), "15:", "the default is not one of the items");
     expectOnly(with(15, "\"On\", \"Off\"", "\"Stand\", \"Off\""), "15@\"Stand@ error",
                "longer than the 4 characters");
     expectOnly(with(15, "\"On\", \"Off\"", "\"On\", \"On\", \"Off\""), "15@\"On\", \"Off@ warning",

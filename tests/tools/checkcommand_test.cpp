@@ -75,9 +75,10 @@ TEST_F(CheckCommandTest, AcceptsWindowsLineEnds)
 TEST_F(CheckCommandTest, TellsPlaceProblemAndRemedy)
 {
     const ProgramRun checked = checkHeaderWith("\"Low\"", "\"Low (V)\"");
-    expectProblem(checked, "schema.h:12:47: error: \"Low (V)\" makes \"<low_(v)>\", which is no "
-                           "XML tag: saved profiles cannot be read\n"
-                           "schema.h:12:47: note: write \"Low V\"\n");
+    expectProblem(checked,
+                  "schema.h:12:47: error: \"Low (V)\" makes \"<low_(v)>\", which is not an "
+                  "XML tag: saved profiles cannot be read\n"
+                  "schema.h:12:47: note: write \"Low V\"\n");
     EXPECT_TRUE(checked.output.endsWith("schema.h: 1 error, 2 warnings\n"));
 }
 

@@ -20,15 +20,9 @@ QString fileName(const InspectedBundle& bundle, int index)
     return BundleWriter::isSectionName(sectionName) ? sectionName
                                                     : QStringLiteral("section%1.txt").arg(index);
 }
-} // namespace
 
-ExitCode ExtractCommand::run(const QStringList& arguments) const
+void addOptions(CommandOptions& options)
 {
-    CommandOptions options(
-        QStringLiteral("bundle extract"),
-        QStringLiteral(
-            "Writes files of a bundle to disk. A section whose checksum does not match is written, "
-            "too, but counts as a failure."));
     options.addOption(QCommandLineOption(QStringLiteral("index"),
                                          QStringLiteral("Only the section of this number, from 0."),
                                          QStringLiteral("N")));
@@ -41,6 +35,17 @@ ExitCode ExtractCommand::run(const QStringList& arguments) const
             "write. By default the current folder."),
         QStringLiteral("FOLDER|FILE")));
     options.addFileArgument(QStringLiteral("FILE"), QStringLiteral("The bundle."));
+}
+} // namespace
+
+ExitCode ExtractCommand::run(const QStringList& arguments) const
+{
+    CommandOptions options(
+        QStringLiteral("bundle extract"),
+        QStringLiteral(
+            "Writes files of a bundle to disk. A section whose checksum does not match is written, "
+            "too, but counts as a failure."));
+    addOptions(options);
     if (const std::optional<ExitCode> done = options.parse(arguments)) {
         return *done;
     }

@@ -36,15 +36,9 @@ bool isVersionKey(const QString& key)
 {
     return key == KelvaronBundle::versionKey || key == KelvaronBundle::minimumVersionKey;
 }
-} // namespace
 
-ExitCode PackCommand::run(const QStringList& arguments) const
+void addOptions(CommandOptions& options)
 {
-    CommandOptions options(
-        QStringLiteral("bundle pack"),
-        QStringLiteral(
-            "Makes a bundle from its files. Its last section, with the checksums of all others, is "
-            "added automatically."));
     options.addOption(QCommandLineOption({QStringLiteral("o"), QStringLiteral("output")},
                                          QStringLiteral("The bundle to write."),
                                          QStringLiteral("FILE")));
@@ -62,6 +56,17 @@ ExitCode PackCommand::run(const QStringList& arguments) const
         QStringLiteral("force"),
         QStringLiteral(
             "Packs the settings header even if it has errors; they are still reported.")));
+}
+} // namespace
+
+ExitCode PackCommand::run(const QStringList& arguments) const
+{
+    CommandOptions options(
+        QStringLiteral("bundle pack"),
+        QStringLiteral(
+            "Makes a bundle from its files. Its last section, with the checksums of all others, is "
+            "added automatically."));
+    addOptions(options);
     if (const std::optional<ExitCode> done = options.parse(arguments)) {
         return *done;
     }
