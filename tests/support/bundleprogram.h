@@ -70,11 +70,9 @@ protected:
     {
         return Samples::globalStruct()
                + Samples::chemistry(
-                   "unsigned char low; // num, auto, 0, 9, x1, 0, \"Low\", \"V\", A, 3, 2, basic
-"
+                   "unsigned char low; // num, auto, 0, 9, x1, 0, \"Low\", \"V\", A, 3, 2, basic\n"
                    "unsigned char high; // num, auto, low, 9, x1, 0, \"High\", \"V\", A, low + 1, 3, "
-                   "basic
-");
+                   "basic\n");
     }
 
     QTemporaryDir folder;
