@@ -34,9 +34,7 @@ protected:
 
     void install(const QByteArray& script) const
     {
-        writeProgram(pathOf("supl.mac"), "#!/bin/sh
-" + script + '
-');
+        writeProgram(pathOf("supl.mac"), "#!/bin/sh\n" + script + '\n');
     }
 
     UploadDownloadDialog* dialog() const
