@@ -37,10 +37,7 @@ protected:
         writeProgram(pathOf("supl.mac"), "#!/bin/sh\n" + script + '\n');
     }
 
-    UploadDownloadDialog* dialog() const
-    {
-        return window->findChild<UploadDownloadDialog*>();
-    }
+    UploadDownloadDialog* dialog() const { return window->findChild<UploadDownloadDialog*>(); }
     QString status() const { return childNamed<QLabel>(dialog(), "statusLabel")->text(); }
 
     void press(const char* action) const
