@@ -21,14 +21,15 @@ class ProfileDocument
 public:
     ProfileDocument() = delete;
 
-    /// The whole text. REQUIRES: chemistries with the flags that profiles have (fatal assertion).
+    /// Returns the whole text. REQUIRES: chemistries with the flags that profiles have (fatal
+    /// assertion).
     static QString text(const QList<const ProfileSettings*>& profiles,
                         const HParser::StructSettings* globalSettings);
 
     /// Writes the lines of one struct's settings.
     static void writeSettings(QTextStream* stream, const QList<HParser::StructSetting*>& settings);
 
-    /// "true" or "false".
+    /// Returns "true" or "false".
     static QString boolText(bool value);
 
 private:
