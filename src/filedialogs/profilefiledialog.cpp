@@ -43,7 +43,7 @@ QString ProfileFileDialog::askFileToSave()
         if (suffixRule == SuffixRule::KEEP_NAME || !QFileInfo(chosen).suffix().isEmpty()) {
             return chosen;
         }
-        // The dialog has asked about the name as it was typed only.
+        // The dialog has only asked about the name as typed.
         const QString completed = chosen + QLatin1Char('.') + format.toLower();
         if (!QFileInfo::exists(completed) || isReplaced(completed)) {
             return completed;

@@ -5,31 +5,31 @@
 
 class QWidget;
 
-/// Lets the user choose a file of profiles to load or to save, and remembers its folder for the next
-/// time.
+/// Lets the user choose a file of profiles to load or to save, and remembers its folder for the
+/// next time.
 ///
-/// Both questions return an empty text when the user cancels, or when the parent widget goes away
-/// meanwhile; this object may be gone with it then.
+/// Both functions that ask return an empty text if the user cancels or the parent widget is deleted
+/// meanwhile; this object may be deleted with it.
 class ProfileFileDialog : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What happens to the name of a file to save that has no suffix.
+    /// How to treat the name of a file to save without a suffix.
     enum class SuffixRule
     {
         KEEP_NAME,
         ADD_SUFFIX
     };
 
-    /// `fileFormat` is shown to the user, "XML"; in lower case it is the suffix. `dialogParent` is
-    /// borrowed and outlives this object.
+    /// `fileFormat`, such as "XML", is shown to the user; in lower case it is the suffix.
+    /// `dialogParent` is borrowed and outlives this object.
     ProfileFileDialog(QWidget* dialogParent, const QString& fileFormat, SuffixRule rule);
 
-    /// Asks for a file that exists.
+    /// Asks for an existing file.
     QString askFileToLoad();
 
-    /// Asks for a file to write. One that exists is returned only when the user agrees to replace it.
+    /// Asks for a file to write. Returns an existing file only if the user agrees to replace it.
     QString askFileToSave();
 
     /// Makes the next dialog open in this file's folder.

@@ -2,13 +2,13 @@
 
 namespace FirmwareTool
 {
-/// What the uploader's output means while it flashes.
+/// The meaning of the uploader's output during a flash.
 class FlashOutput
 {
 public:
     FlashOutput() = delete;
 
-    /// How far a flash has come.
+    /// The progress of a flash.
     enum Stage : int
     {
         ERASING = 1,
@@ -27,12 +27,12 @@ public:
         DEVICE_DESCRIPTION_MISSING,
         PORT_NOT_OPENED,
         NO_ANSWER, ///< the charger is not in its bootloader, or on another port
-        GARBLED,   ///< the charger sends nothing that can be understood
+        GARBLED,   ///< the charger's answers cannot be understood
         FLASH_DIFFERS
     };
 
-    /// Returns the meaning of a chunk of output in this stage. `chunk` ends with a NUL byte; of several
-    /// signs in it the one that the stage looks for first counts.
+    /// Returns the meaning of a chunk of output in this stage. `chunk` ends with a NUL byte; if it
+    /// contains several signs, the first one that the stage checks for is used.
     static Meaning meaningOf(const char* chunk, int stage);
 };
 } // namespace FirmwareTool

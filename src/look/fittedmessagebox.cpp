@@ -6,7 +6,7 @@
 
 namespace
 {
-/// The height of a text that is wrapped at this width.
+/// Returns the height of a text wrapped at this width.
 int heightAt(int width, const QString& text, const QFont& font)
 {
     QLabel label(text);
@@ -15,7 +15,7 @@ int heightAt(int width, const QString& text, const QFont& font)
     return label.heightForWidth(width);
 }
 
-/// The width in pixels that a box never exceeds by itself.
+/// Returns the width in pixels that a box never exceeds by itself.
 int widestBox(int screenWidth)
 {
     constexpr int smallScreen = 1024;
@@ -38,8 +38,8 @@ int FittedMessageBox::exec()
     return QMessageBox::exec();
 }
 
-/// QMessageBox wraps its text into a narrow column, which makes a long text in a large font higher than
-/// the screen. Such a text gets a wider column, and a smaller font where that is not enough.
+/// QMessageBox wraps its text into a narrow column, which makes a long text in a large font higher
+/// than the screen. Such a text gets a wider column, and a smaller font if that is not enough.
 void FittedMessageBox::fit()
 {
     constexpr int usualWidth = 500; // pixels, the box's own on a screen with room

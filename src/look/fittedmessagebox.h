@@ -2,7 +2,8 @@
 
 #include <QMessageBox>
 
-/// A message box that fits on its screen however long its text and however large the system's font is.
+/// A message box that fits on its screen, however long its text and however large the system's font
+/// size.
 class FittedMessageBox : public QMessageBox
 {
     Q_OBJECT

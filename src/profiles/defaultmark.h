@@ -3,27 +3,27 @@
 class ProfileName;
 class ProfileNameListWidget;
 
-/// The one default profile of the list: at most one row has the default flag.
+/// The default profile of the list: at most one row has the default flag.
 class DefaultMark
 {
 public:
-    /// The item of the default profile; nullptr when there is none. Not owned.
+    /// Returns the item of the default profile; nullptr if there is none. Not owned.
     ProfileNameListWidget* getItem() const { return item; }
 
-    /// Moves the mark to this row, which becomes active with it.
+    /// Moves the mark to this row, which also becomes active.
     void moveTo(ProfileName* row);
 
-    /// Takes the default flag from this row.
+    /// Removes the default flag from this row.
     void takeFrom(ProfileName* row);
 
-    /// Gives the row of an item that comes into the list its flags. It becomes the default one only
-    /// while there is none.
+    /// Sets the flags of a row that is added to the list. It becomes the default only if there is
+    /// none.
     void admit(ProfileNameListWidget* newItem, bool active, bool isDefault);
 
-    /// The item is taken out of the list; `copy` takes its place, or nothing does.
+    /// Call this when the item is removed from the list; `copy` replaces it, or is nullptr.
     void itemLeaves(const ProfileNameListWidget* leaving, ProfileNameListWidget* copy = nullptr);
 
-    /// The list is emptied, or its default profile is not one any more.
+    /// Call this when the list is emptied, or when its default profile is no longer the default.
     void forget() { item = nullptr; }
 
 private:

@@ -5,8 +5,8 @@
 class ProfileNameListWidget;
 class QListWidget;
 
-/// The rows of an import, which come into the list together: one by one each of them would have the list
-/// laid out anew.
+/// Collects the rows of an import and adds them to the list together: adding them one by one would
+/// lay out the list each time.
 class ImportedRows
 {
 public:
@@ -20,11 +20,11 @@ public:
     /// Adds the item of a row, which is in no list yet.
     void add(ProfileNameListWidget* item) { items.append(item); }
 
-    /// Sets the row that the first item of the next import becomes; -1 for the end of the list.
+    /// Sets the row for the first item of the next import; -1 for the end of the list.
     void setPlace(int row) { place = row; }
 
-    /// Puts the collected items into the list, which owns them from then on. Returns the last one;
-    /// nullptr when there is none, or when they are still held.
+    /// Adds the collected items to the list, which takes ownership. Returns the last one; nullptr
+    /// if there is none or if they are still held back.
     ProfileNameListWidget* show();
 
 private:

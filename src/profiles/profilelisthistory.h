@@ -7,8 +7,8 @@
 
 class ProfileSettings;
 
-/// The deletions and moves in the profile list that can be taken back, the last one first. Deleted
-/// profiles stay alive here.
+/// The deletions and moves in the profile list that can be undone, the last one first. Keeps the
+/// deleted profiles.
 class ProfileListHistory : public QObject
 {
     Q_OBJECT
@@ -22,20 +22,20 @@ public:
     void recordDeletion(int row, std::unique_ptr<ProfileSettings> profile);
     void recordMove(int from, int to);
 
-    /// Forgets all changes; none of them can be taken back any more.
+    /// Clears the history; no change can be undone any more.
     void forget();
 
-    /// Takes back the last change; nothing when there is none.
+    /// Undoes the last change; does nothing if there is none.
     void undo();
 
 signals:
-    /// What isEmpty() returns may have changed.
+    /// Emitted when isEmpty() may have changed.
     void changed();
 
-    /// This profile is to be put back into its row; the receiver owns it.
+    /// Requests to put this profile back into its row; the receiver owns it.
     void deletionUndone(int row, ProfileSettings* profile);
 
-    /// The profile of the row `from` is to go back to the row `to`.
+    /// Requests to move the profile of the row `from` back to the row `to`.
     void moveUndone(int from, int to);
 
 private:

@@ -8,22 +8,23 @@ class ProfileSettings;
 class QListWidget;
 class QListWidgetItem;
 
-/// The rows of a profile list. Each of its items is a ProfileNameListWidget; only this place relies on
-/// it.
+/// Access to the rows of a profile list. Each of its items is a ProfileNameListWidget; only these
+/// functions rely on it.
 namespace ProfileRows
 {
-/// The item itself; nullptr for nullptr. REQUIRES: an item of a profile list.
+/// Returns the item as a ProfileNameListWidget; nullptr for nullptr. REQUIRES: an item of a profile
+/// list.
 ProfileNameListWidget* itemOf(QListWidgetItem* item);
 
-/// The item of a row; nullptr when the list has no such row. The list owns it.
+/// Returns the item of a row; nullptr if the list has no such row. The list owns it.
 ProfileNameListWidget* itemAt(const QListWidget& list, int row);
 
-/// The rows' widgets, from the first row to the last. The list owns them.
+/// Returns the rows' widgets, from the first row to the last. The list owns them.
 QList<ProfileName*> widgets(const QListWidget& list);
 
-/// The rows' profiles, from the first row to the last. The list's manager owns them.
+/// Returns the rows' profiles, from the first row to the last. The list's manager owns them.
 QList<const ProfileSettings*> profiles(const QListWidget& list);
 
-/// The selected row; -1 when there is none.
+/// Returns the selected row; -1 if there is none.
 int selected(const QListWidget& list);
 } // namespace ProfileRows

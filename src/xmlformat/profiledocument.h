@@ -21,7 +21,8 @@ class ProfileDocument
 public:
     ProfileDocument() = delete;
 
-    /// The whole text. REQUIRES: chemistries with the flags that profiles have (fatal assertion).
+    /// Returns the whole text. REQUIRES: chemistries with the flags that profiles have (fatal
+    /// assertion).
     static QString text(const QList<const ProfileSettings*>& profiles,
                         const HParser::StructSettings* globalSettings);
 

@@ -167,7 +167,7 @@ int transfers = 1000;
 int replacements = 1000;
 int reloads = 200;
 
-/// Reports failures where they are read: standard output is full of what the editor prints.
+/// Reports failures to standard error: standard output is full of the editor's output.
 class FailuresOnStandardError : public ::testing::EmptyTestEventListener
 {
     void OnTestPartResult(const ::testing::TestPartResult& result) override

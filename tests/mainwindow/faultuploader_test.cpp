@@ -34,15 +34,10 @@ protected:
 
     void install(const QByteArray& script) const
     {
-        writeProgram(pathOf("supl.mac"), "#!/bin/sh
-" + script + '
-');
+        writeProgram(pathOf("supl.mac"), "#!/bin/sh\n" + script + '\n');
     }
 
-    UploadDownloadDialog* dialog() const
-    {
-        return window->findChild<UploadDownloadDialog*>();
-    }
+    UploadDownloadDialog* dialog() const { return window->findChild<UploadDownloadDialog*>(); }
     QString status() const { return childNamed<QLabel>(dialog(), "statusLabel")->text(); }
 
     void press(const char* action) const

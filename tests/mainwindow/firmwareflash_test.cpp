@@ -29,9 +29,7 @@ protected:
 
     void setFault(const QByteArray& line) const
     {
-        writeFile("supl-faults.txt", "pace = 40%
-" + line + '
-');
+        writeFile("supl-faults.txt", "pace = 40%\n" + line + '\n');
     }
 
     static QByteArray demoBytes(const QString& name)
