@@ -1,5 +1,6 @@
 #include "CBGenerator/structlayout.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
 
@@ -33,7 +34,7 @@ bool isAuto(const StructSetting& setting)
 
 bool isChecksum(const StructSetting& setting)
 {
-    return setting.descriptiveName == QLatin1String("checksum");
+    return setting.descriptiveName == ProfileConventions::checksum;
 }
 
 bool isText(const StructSetting& setting)
