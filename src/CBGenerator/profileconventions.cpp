@@ -17,6 +17,6 @@ bool HParser::ProfileConventions::hasFlag(const StructSettings& settings, const 
 bool HParser::ProfileConventions::hasType(const StructSettings& settings)
 {
     const StructSetting* first = settings.getOriginalOrderStructSettings().value(0);
-    return first != nullptr && first->descriptiveName == type
+    return first != nullptr && first->descriptiveName == ProfileConventions::type
            && first->settingType == StructSetting::NUM;
 }

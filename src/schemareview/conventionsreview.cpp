@@ -96,8 +96,8 @@ void ConventionsReview::checkTypeMember()
         "unsigned char type; // num, auto, 2, 2, x1, 0, \"type\", \"\", Identity, 2, -1, advanced");
     for (std::size_t i = 0; i < structure.members().size(); ++i) {
         const ReviewedStruct::Member& member = structure.members()[i];
-        const bool isNamed =
-            member.setting != nullptr && member.setting->descriptiveName == QLatin1String("type");
+        const bool isNamed = member.setting != nullptr
+                             && member.setting->descriptiveName == ProfileConventions::type;
         if (isNamed && i > 0) {
             structure.add(member, MemberField::Name, Problem::Severity::Fatal,
                           QStringLiteral("\"type\" is the first member of a struct and no other"),
@@ -114,7 +114,7 @@ void ConventionsReview::checkTypeMember()
     }
     const ReviewedStruct::Member& first = structure.members().front();
     const StructSetting& setting = *first.setting;
-    if (setting.descriptiveName != QLatin1String("type")) {
+    if (setting.descriptiveName != ProfileConventions::type) {
         structure.add(first, MemberField::Name, Problem::Severity::Fatal,
                       QStringLiteral("the first member of a struct is its \"type\""), form);
         return;
@@ -132,14 +132,14 @@ void ConventionsReview::checkTypeMember()
 
 void ConventionsReview::checkChecksum()
 {
-    const ReviewedStruct::Member* member = structure.memberNamed(QStringLiteral("checksum"));
+    const ReviewedStruct::Member* member = structure.memberNamed(ProfileConventions::checksum);
     if (member == nullptr) {
-        if (const ReviewedStruct::Member* meant = memberMeant(QStringLiteral("checksum"))) {
+        if (const ReviewedStruct::Member* meant = memberMeant(ProfileConventions::checksum)) {
             structure.add(*meant, MemberField::Name, Problem::Severity::Warning,
                           QStringLiteral("%1 is not the \"checksum\": damage goes unnoticed")
                               .arg(quotedText(meant->setting->descriptiveName)),
                           QStringLiteral("\"checksum\""));
-        } else if (!structure.mayHoldName(QStringLiteral("checksum"))) {
+        } else if (!structure.mayHoldName(ProfileConventions::checksum)) {
             structure.addForStruct(
                 Problem::Severity::Warning,
                 QStringLiteral("\"%1\" has no \"checksum\": damage goes unnoticed")

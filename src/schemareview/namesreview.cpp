@@ -1,5 +1,6 @@
 #include "schemareview/namesreview.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structsetting.h"
 #include "base/quotedtext.h"
 #include "base/xmlutility.h"
@@ -38,7 +39,7 @@ void NamesReview::check()
     QMap<QString, int> variables;
     QMap<QString, int> tags;
     if (!structure.isGlobal()) {
-        tags.insert(QStringLiteral("chemistry"), structure.line());
+        tags.insert(ProfileConventions::chemistry, structure.line());
     }
     for (const ReviewedStruct::Member& member : structure.members()) {
         if (member.setting == nullptr) {

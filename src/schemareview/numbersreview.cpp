@@ -1,6 +1,7 @@
 #include "schemareview/numbersreview.h"
 
 #include "CBGenerator/formula.h"
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
@@ -21,7 +22,7 @@ void NumbersReview::check()
     structure.settings().buildFormulaTrees();
     for (const ReviewedStruct::Member& member : structure.members()) {
         if (member.setting != nullptr && member.setting->settingType == StructSetting::NUM
-            && member.setting->descriptiveName != QLatin1String("checksum")) {
+            && member.setting->descriptiveName != ProfileConventions::checksum) {
             checkBounds(member);
             checkSteps(member);
             checkRange(member);
@@ -29,7 +30,7 @@ void NumbersReview::check()
     }
     const std::vector<ReviewedStruct::Member>& members = structure.members();
     const bool hasType = !members.empty() && members.front().setting != nullptr
-                         && members.front().setting->descriptiveName == QLatin1String("type");
+                         && members.front().setting->descriptiveName == ProfileConventions::type;
     if (hasType) {
         checkTypeNumber(members.front());
     }

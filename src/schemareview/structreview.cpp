@@ -1,5 +1,6 @@
 #include "schemareview/structreview.h"
 
+#include "CBGenerator/profileconventions.h"
 #include "CBGenerator/structlayout.h"
 #include "CBGenerator/structsetting.h"
 #include "CBGenerator/structsettings.h"
@@ -110,7 +111,7 @@ void StructReview::checkBits()
     const bool isEven = StructLayout::dataBytes(structure.settings()).has_value();
     if (runs.isEmpty() && !isEven) {
         // Only the checksum's own size can be at fault, which was reported with its kind.
-        structure.add(*structure.memberNamed(QStringLiteral("checksum")), MemberField::Kind,
+        structure.add(*structure.memberNamed(ProfileConventions::checksum), MemberField::Kind,
                       Problem::Severity::Fatal, QStringLiteral("the checksum is not a whole byte"));
     } else if (runs.isEmpty()) {
         size = HexUtility::getChemistrySize(&structure.settings());

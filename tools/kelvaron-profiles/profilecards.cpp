@@ -43,13 +43,15 @@ QString facts(const ProfileSettings& profile)
 {
     const StructSettings& settings = *profile.settings;
     QStringList texts{profile.chemistry};
-    if (isOn(settings, QStringLiteral("default"))) {
+    if (isOn(settings, HParser::ProfileConventions::defaultFlag)) {
         texts.append(QStringLiteral("Default"));
     }
-    texts.append(isOn(settings, QStringLiteral("active")) ? QStringLiteral("Active")
-                                                          : QStringLiteral("Not active"));
-    texts.append(isOn(settings, QStringLiteral("modifiable")) ? QStringLiteral("Modifiable")
-                                                              : QStringLiteral("Not modifiable"));
+    texts.append(isOn(settings, HParser::ProfileConventions::activeFlag)
+                     ? QStringLiteral("Active")
+                     : QStringLiteral("Not active"));
+    texts.append(isOn(settings, HParser::ProfileConventions::modifiableFlag)
+                     ? QStringLiteral("Modifiable")
+                     : QStringLiteral("Not modifiable"));
     QString html;
     for (const QString& text : qAsConst(texts)) {
         html += element(QStringLiteral("span"), escaped(text), QStringLiteral("fact"));

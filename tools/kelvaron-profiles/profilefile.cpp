@@ -182,7 +182,8 @@ void ProfileFile::tellHiddenValues(const ParsedProfile& parsed, const ProfileSet
     for (StructSetting* setting : members) {
         const QString name = setting->descriptiveName;
         const QString tag = XMLUtility::xmlTagFromDescriptiveName(name);
-        const bool isOwn = name == QLatin1String("type") || name == QLatin1String("checksum")
+        const bool isOwn = name == HParser::ProfileConventions::type
+                           || name == HParser::ProfileConventions::checksum
                            || HParser::ProfileConventions::flags().contains(name);
         if (!isOwn && properties.contains(tag) && !shown.contains(setting)
             && properties.value(tag) != setting->getValue()) {
