@@ -3,6 +3,7 @@
 #include "support/gui/settingspanetest.h"
 #include "support/waiting.h"
 
+#include <QClipboard>
 #include <QDoubleValidator>
 #include <QToolTip>
 
