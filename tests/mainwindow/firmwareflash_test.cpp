@@ -29,7 +29,7 @@ protected:
 
     void setFault(const QByteArray& line) const
     {
-        writeFile("supl-faults.txt", "pace = 40%\n" + line + '\n');
+        writeFile("supl-faults.txt", "pace = 10%\n" + line + '\n');
     }
 
     static QByteArray demoBytes(const QString& name)

@@ -2,6 +2,7 @@
 
 #include "settingsui/fieldnote.h"
 #include "support/gui/editorwindow.h"
+#include "support/thorough.h"
 #include "support/waiting.h"
 
 #include <QAccessible>
@@ -292,6 +293,7 @@ TEST_F(FieldHintsTest, TheNoteStaysBesideItsFieldWhenThePaneIsScrolled)
 
 TEST_F(FieldHintsTest, TheNoteGoesAwayByItself)
 {
+    THOROUGH_ONLY();
     enterText(current(), "0");
     expectNote("0.1 is the minimum here");
     EXPECT_TRUE(waitFor([this] { return note() == nullptr; }));

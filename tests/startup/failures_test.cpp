@@ -91,6 +91,26 @@ TEST_F(StartupFailureTest, EmptyBundleEndsWithOne)
     expectIncomplete(start(), "The file kelvaron_chemistries.cb");
 }
 
+TEST_F(StartupFailureTest, IncompleteBundleIsNamedAndThePreviousOneStaysInUse)
+{
+    writeBundle("v1.kelvaron");
+    expectStarted(start());
+    const QByteArray whole = Samples::bundle("// newer\n" + Samples::schema()).bytes();
+    writeFile("v2.kelvaron", whole.left(whole.indexOf("struct Cell")));
+    const Start started = start();
+    EXPECT_FALSE(started.crashed) << started.transcript();
+    EXPECT_TRUE(started.mainWindowShown()) << started.transcript();
+    EXPECT_TRUE(contains(started.lines, "Bundle file being used in current dir: v2.kelvaron"));
+    ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
+    const QJsonObject box = started.boxes().value(0);
+    EXPECT_EQ(box["title"].toString(), "Bundle Not Read");
+    EXPECT_EQ(box["text"].toString(),
+              "The file v2.kelvaron is not a complete Kelvaron Bundle, so it was not read and "
+              "the previous bundle is still used. Please replace the file, or remove it from "
+              "the folder KelvaronProfileEditorFiles, and restart the program.");
+    EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), Samples::schema());
+}
+
 TEST_F(StartupFailureTest, UnreadableBundleEndsWithOne)
 {
     writeBundle("v1.kelvaron");

@@ -1,4 +1,5 @@
 #include "support/suplprogram.h"
+#include "support/thorough.h"
 
 namespace
 {
@@ -326,6 +327,7 @@ TEST_F(SuplFaultsTest, TheLogTellsEveryRun)
 
 TEST_F(SuplFaultsTest, ThePaceSetsThePauses)
 {
+    THOROUGH_ONLY();
     const auto durationAt = [this](const QByteArray& pace) {
         writeFile(home("supl-faults.txt"), pace);
         QElapsedTimer timer;

@@ -4,6 +4,7 @@
 #include "KelvaronBundle/kelvaronbundle.h"
 #include "profileimport/parsedprofile.h"
 #include "support/suplprogram.h"
+#include "support/thorough.h"
 
 #include <QFileInfo>
 
@@ -148,6 +149,7 @@ TEST_F(SuplFlashTest, VerifiesWhatTheFileHoldsBeyondWhatWasWritten)
 
 TEST_F(SuplFlashTest, EachLineArrivesAloneAtTheNormalPace)
 {
+    THOROUGH_ONLY();
     writeFile(home("supl-faults.txt"), "");
     makeWholeImage();
     const auto arrivesLineByLine = [this] {

@@ -3,6 +3,7 @@
 #include "base/textfile.h"
 #include "support/filesizelimit.h"
 #include "support/gui/checkertest.h"
+#include "support/thorough.h"
 
 #include <map>
 
@@ -137,6 +138,7 @@ TEST_F(CheckerTest, FullDiskKeepsTheOldBundle)
 
 TEST_F(CheckerTest, BundleFarTooLargeIsNotSaved)
 {
+    THOROUGH_ONLY();
     writeFile("v1.10.kelvaron", "as before");
     tellVersion("1.10");
     const QByteArray sound = bundleOfVersion("1.10");

@@ -1,20 +1,18 @@
 // Which of several bundles the editor chooses.
 
-#include "support/scriptedinstallation.h"
+#include "support/installationtest.h"
 
 namespace
 {
-class BundleChoiceTest : public StartupTest
+class BundleChoiceTest : public InstallationTest
 {
 protected:
-    /// Expects a start with exactly this bundle, identified by the files extracted from it.
+    /// Expects this bundle in use, and its files extracted.
     void expectChosen(const QString& name)
     {
-        const Start started = start();
-        expectStarted(started);
-        EXPECT_EQ(started.lines.filter("Bundle file being used"),
-                  QStringList("Bundle file being used in current dir: " + name))
-            << started.transcript();
+        ASSERT_TRUE(installation.chooseBundle());
+        EXPECT_EQ(installation.bundleFileName(), name);
+        EXPECT_EQ(installation.extract(), Installation::Outcome::EXTRACTED);
         EXPECT_EQ(contentOf("device.txt"), deviceOf(name));
     }
 
@@ -102,8 +100,7 @@ TEST_F(BundleChoiceTest, KeyThatIsNoVersionCountsAsZero)
 TEST_F(BundleChoiceTest, OnlyKeysThatAreNoVersionsAreNoBundle)
 {
     writeBundle("v9.kelvaron", bundleNamed("v9.kelvaron").key("VERSION", "v9"));
-    expectRefused(start(), 1, "Installation Error",
-                  "No Kelvaron Bundles were found. Please try reinstalling the program.");
+    EXPECT_FALSE(installation.chooseBundle());
 }
 
 TEST_F(BundleChoiceTest, OlderBundlesThatAskForMoreAreNotAsked)
@@ -117,11 +114,9 @@ TEST_F(BundleChoiceTest, NewestBundleIsNotPassedOverWhenItAsksForMore)
 {
     writeNamed("v1.kelvaron");
     writeBundle("v2.kelvaron", Samples::bundle().key("MIN_SOFTWARE_VERSION_REQUIRED", "9.0"));
-    const Start started = start();
-    EXPECT_FALSE(started.mainWindowShown());
-    EXPECT_EQ(started.exitCode, 0);
-    ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-    EXPECT_EQ(started.boxes().value(0)["title"].toString(), "Software Update Required");
+    ASSERT_TRUE(installation.chooseBundle());
+    EXPECT_EQ(installation.bundleFileName(), "v2.kelvaron");
+    EXPECT_EQ(installation.extract(), Installation::Outcome::EDITOR_TOO_OLD);
 }
 
 TEST_F(BundleChoiceTest, BundlesOutsideTheFilesFolderAreNotSeen)

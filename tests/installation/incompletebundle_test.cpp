@@ -1,36 +1,29 @@
 // The newest bundle lacks a file that the editor needs: the files of the previous bundle are still
 // used, and the two are never mixed.
 
-#include "support/scriptedinstallation.h"
+#include "support/installationtest.h"
 
 namespace
 {
-class IncompleteBundleTest : public StartupTest
+class IncompleteBundleTest : public InstallationTest
 {
 protected:
-    /// A start with bundle 1, whose files are then in use.
+    /// Takes bundle 1 into use.
     void startOnce()
     {
         writeBundle("v1.kelvaron");
-        expectStarted(start());
+        EXPECT_EQ(extractNewest(), Installation::Outcome::EXTRACTED);
         expectOldFiles();
     }
 
-    /// Expects the main window to come up on the old files after a message that names the bundle.
+    /// Expects the newest bundle to be refused, and the old files to stay in use.
     void expectStartedOnOldFiles(const QByteArray& newestBundle)
     {
         writeFile("v2.kelvaron", newestBundle);
-        const Start started = start();
-        EXPECT_FALSE(started.crashed) << started.transcript();
-        EXPECT_TRUE(started.mainWindowShown()) << started.transcript();
-        EXPECT_TRUE(contains(started.lines, "Bundle file being used in current dir: v2.kelvaron"));
-        ASSERT_EQ(started.boxes().size(), 1) << started.transcript();
-        const QJsonObject box = started.boxes().value(0);
-        EXPECT_EQ(box["title"].toString(), "Bundle Not Read");
-        EXPECT_EQ(box["text"].toString(),
-                  "The file v2.kelvaron is not a complete Kelvaron Bundle, so it was not read and "
-                  "the previous bundle is still used. Please replace the file, or remove it from "
-                  "the folder KelvaronProfileEditorFiles, and restart the program.");
+        EXPECT_EQ(extractNewest(), Installation::Outcome::BUNDLE_NOT_READ);
+        EXPECT_EQ(installation.bundleFileName(), "v2.kelvaron");
+        EXPECT_FALSE(installation.isBundleTooLarge());
+        EXPECT_EQ(Installation::firstMissing(), Installation::File::NONE);
         expectOldFiles();
     }
 
@@ -48,7 +41,7 @@ TEST_F(IncompleteBundleTest, SampleOfAWholeNewerBundleIsUsed)
 {
     startOnce();
     writeFile("v2.kelvaron", newer());
-    expectStarted(start());
+    EXPECT_EQ(extractNewest(), Installation::Outcome::EXTRACTED);
     EXPECT_EQ(contentOf("device.txt"), "name = newer\n");
     EXPECT_EQ(contentOf("kelvaron_chemistries.cb"), newerSchema());
 }
@@ -86,7 +79,8 @@ TEST_F(IncompleteBundleTest, WithoutOlderFilesTheInstallationIsIncomplete)
 {
     const QByteArray whole = newer();
     writeFile("v2.kelvaron", whole.left(whole.indexOf("struct Cell")));
-    expectIncomplete(start(), "The file kelvaron_chemistries.cb");
+    EXPECT_EQ(extractNewest(), Installation::Outcome::EXTRACTED); // of what was there, nothing
+    EXPECT_EQ(Installation::firstMissing(), Installation::File::SCHEMA);
     EXPECT_FALSE(exists("device.txt")) << "it would be the one of another bundle later";
 }
 
@@ -95,6 +89,7 @@ TEST_F(IncompleteBundleTest, WithoutAnOlderDeviceDescriptionTheInstallationIsInc
     startOnce();
     ASSERT_TRUE(QFile::remove(pathOf("device.txt")));
     writeFile("v2.kelvaron", "");
-    expectIncomplete(start(), "The file device.txt");
+    extractNewest();
+    EXPECT_EQ(Installation::firstMissing(), Installation::File::DEVICE);
 }
 } // namespace
