@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QList>
 #include <QString>
+#include <QVector>
 
 #include <optional>
 
@@ -23,7 +23,7 @@ public:
         Line header;
         QString title;
         bool isGlobal = false;
-        QList<Line> members;
+        QVector<Line> members;
         bool isClosed = false; ///< false if the next struct or the end of the text came first
     };
 
@@ -44,10 +44,10 @@ public:
     /// Returns the first line that defines it; nothing if there is none.
     const std::optional<StartAddress>& startAddress() const { return address; }
 
-    const QList<Struct>& structs() const { return allStructs; }
+    const QVector<Struct>& structs() const { return allStructs; }
 
     /// Returns the lines outside the structs, including that of the start address.
-    const QList<Line>& otherLines() const { return others; }
+    const QVector<Line>& otherLines() const { return others; }
 
     /// Returns the number of the last line, which is empty if the text ends with a line feed.
     int lastLine() const { return last; }
@@ -59,8 +59,8 @@ private:
     void addLine(const Line& line);
 
     std::optional<StartAddress> address;
-    QList<Struct> allStructs;
-    QList<Line> others;
+    QVector<Struct> allStructs;
+    QVector<Line> others;
     int last = 0;
     bool isInside = false; ///< the last struct is still open
 };

@@ -46,7 +46,7 @@ struct MemberFields
     int fewest() const { return hasItems() ? order.size() - 1 : order.size(); }
 
     /// Returns true if there may be more: the items of a list.
-    bool hasItems() const { return order.contains(MemberField::Items); }
+    bool hasItems() const { return type == StructSetting::LIST; }
 
     /// Returns the index of a field in a line of `count` fields, or of the first item; -1 if such lines
     /// do not have the field.

@@ -2,16 +2,13 @@
 
 #include <QRegExp>
 
+#include <utility>
+
 namespace HParser
 {
 namespace
 {
 const QLatin1String commentMark("//");
-
-QRegExp arraySuffix()
-{
-    return QRegExp(QStringLiteral("\\[\\w*\\]"));
-}
 
 /// The text with single blanks, without a copy where there is nothing to simplify.
 QString simplified(const QString& text)
@@ -25,41 +22,37 @@ QString simplified(const QString& text)
     return text;
 }
 
-/// The text without its comment marks.
-MemberLine::Piece unmarked(const QStringRef& source)
+/// A field without the blanks at its ends. A field of blanks begins after them.
+MemberLine::Piece trimmedPiece(const QStringRef& source)
 {
+    const QStringRef visible = source.trimmed();
     MemberLine::Piece piece;
-    piece.first = source.position() + 1;
-    if (!source.contains(commentMark)) {
-        piece.raw = source.toString();
-        return piece;
-    }
-    for (int i = 0; i < source.size(); ++i) {
-        if (source.mid(i).startsWith(commentMark)) {
-            i += commentMark.size() - 1;
-        } else {
-            piece.raw.append(source.at(i));
-            piece.columns.append(piece.first + i);
-        }
-    }
+    piece.raw = visible.toString();
+    piece.text = simplified(piece.raw);
+    piece.first = (visible.isEmpty() ? source.position() + source.size() : visible.position()) + 1;
     return piece;
 }
 
-/// Takes the blanks off both ends. A piece of blanks begins behind them.
-void trim(MemberLine::Piece& piece)
+/// The same without the comment marks in it. Empty if there is nothing else.
+MemberLine::Piece unmarkedPiece(const QStringRef& source)
 {
-    int first = 0;
-    int last = piece.raw.size();
-    while (first < last && piece.raw.at(first).isSpace()) {
-        ++first;
+    constexpr QLatin1Char slash('/');
+    QString text;
+    text.reserve(source.size());
+    QVector<int> columns;
+    columns.reserve(source.size());
+    for (int i = 0; i < source.size(); ++i) {
+        if (source.at(i) == slash && i + 1 < source.size() && source.at(i + 1) == slash) {
+            ++i;
+        } else {
+            text.append(source.at(i));
+            columns.append(source.position() + i + 1);
+        }
     }
-    while (last > first && piece.raw.at(last - 1).isSpace()) {
-        --last;
-    }
-    piece.first = piece.column(first);
-    piece.columns = piece.columns.mid(first, last - first);
-    piece.raw = piece.raw.mid(first, last - first);
-    piece.text = simplified(piece.raw);
+    MemberLine::Piece piece = trimmedPiece(QStringRef(&text));
+    piece.columns = columns.mid(piece.first - 1, piece.raw.size());
+    piece.first = columns.value(piece.first - 1, source.position() + source.size() + 1);
+    return text.isEmpty() ? MemberLine::Piece() : piece;
 }
 } // namespace
 
@@ -68,10 +61,9 @@ int MemberLine::Piece::column(int index) const
     return columns.isEmpty() ? first + index : columns.value(index, columns.last() + 1);
 }
 
-MemberLine::MemberLine(const QString& line)
+MemberLine::MemberLine(const QString& lineText)
+    : line(lineText), separator(line.indexOf(QLatin1Char(';')))
 {
-    const int separator = line.indexOf(QLatin1Char(';'));
-    declarationText = line.left(separator); // -1 takes it all
     while (begin <= line.size() && line.at(begin - 1).isSpace()) {
         ++begin;
     }
@@ -81,38 +73,50 @@ MemberLine::MemberLine(const QString& line)
     }
     cutDeclaration();
     if (separator >= 0) {
-        descriptorText = line.mid(separator + 1);
-        cutDescriptor(line, separator + 1);
+        cutDescriptor();
     }
 }
 
 void MemberLine::cutDeclaration()
 {
-    int last = declarationText.size();
-    while (last > 0 && declarationText.at(last - 1).isSpace()) {
+    int last = separator < 0 ? line.size() : separator;
+    while (last > 0 && line.at(last - 1).isSpace()) {
         --last;
     }
     int first = last;
-    while (first > 0 && !declarationText.at(first - 1).isSpace()) {
+    while (first > 0 && !line.at(first - 1).isSpace()) {
         --first;
     }
-    namePiece.raw = declarationText.mid(first, last - first);
+    namePiece.raw = line.mid(first, last - first);
     namePiece.text = namePiece.raw;
     namePiece.first = last > 0 ? first + 1 : begin;
+    variable = namePiece.text;
+    if (variable.contains(QLatin1Char('['))) {
+        static const QString suffix = QStringLiteral("\\[\\w*\\]");
+        variable = variable.remove(QRegExp(suffix)).simplified();
+        array = variable != namePiece.text;
+    }
 }
 
-void MemberLine::cutDescriptor(const QString& line, int start)
+void MemberLine::cutDescriptor()
 {
+    const int start = separator + 1;
+    constexpr int usual = 12;
+    fieldPieces.reserve(usual);
+    int mark = line.indexOf(commentMark, start);
     for (int from = start; from <= line.size();) {
         const int comma = line.indexOf(QLatin1Char(','), from);
         const int to = comma < 0 ? line.size() : comma;
-        Piece piece = unmarked(line.midRef(from, to - from));
-        if (!piece.raw.isEmpty()) {
-            trim(piece);
-            fieldPieces.append(piece);
+        const bool hasMark = mark >= 0 && mark < to;
+        const QStringRef source = line.midRef(from, to - from);
+        Piece piece = hasMark ? unmarkedPiece(source) : trimmedPiece(source);
+        const bool isEmpty = hasMark ? piece.first == 0 : source.isEmpty();
+        if (!isEmpty) {
+            fieldPieces.append(std::move(piece));
         } else if (comma >= 0 && from > start) {
             emptyColumns.append(comma + 1);
         }
+        mark = hasMark ? line.indexOf(commentMark, to) : mark;
         from = to + 1;
     }
     if (!fieldPieces.isEmpty()) {
@@ -122,10 +126,10 @@ void MemberLine::cutDescriptor(const QString& line, int start)
 
 MemberLine::Fault MemberLine::fault() const
 {
-    if (declarationText.isEmpty()) {
+    if (line.isEmpty() || separator == 0) {
         return Fault::NoDeclaration;
     }
-    if (descriptorText.isEmpty()) {
+    if (separator < 0 || separator == line.size() - 1) {
         return Fault::NoDescriptor;
     }
     if (namePiece.text.isEmpty()) {
@@ -138,20 +142,15 @@ MemberLine::Fault MemberLine::fault() const
     return isShort ? Fault::TooFewFields : Fault::None;
 }
 
-QString MemberLine::variableName() const
-{
-    QString plain = namePiece.text;
-    return isArray() ? plain.remove(arraySuffix()).simplified() : plain;
-}
-
-bool MemberLine::isArray() const
-{
-    return namePiece.text.contains(QLatin1Char('[')) && namePiece.text.contains(arraySuffix());
-}
-
 QString MemberLine::dataType() const
 {
-    return declarationText.left(namePiece.first - 1).simplified().toLower();
+    return line.left(namePiece.first - 1).simplified().toLower();
+}
+
+QString MemberLine::text(MemberField field) const
+{
+    const int index = indexOf(field);
+    return index >= 0 && index < fieldPieces.size() ? fieldPieces.at(index).text : QString();
 }
 
 int MemberLine::indexOf(MemberField field) const

@@ -37,26 +37,26 @@ public:
         int column(int index = 0) const;
     };
 
-    explicit MemberLine(const QString& line);
+    explicit MemberLine(const QString& lineText);
 
     /// Returns the first fault. A line of an unknown kind has none.
     Fault fault() const;
 
     /// Returns the text before the first semicolon, or the whole line if there is none.
-    QString declaration() const { return declarationText; }
+    QString declaration() const { return line.left(separator); }
 
     /// Returns the text after the first semicolon.
-    QString descriptor() const { return descriptorText; }
+    QString descriptor() const { return separator < 0 ? QString() : line.mid(separator + 1); }
 
     /// Returns the last word of the declaration: the member's name, with its brackets if it is an array
     /// ("title[20]").
     Piece name() const { return namePiece; }
 
     /// Returns the name without brackets.
-    QString variableName() const;
+    QString variableName() const { return variable; }
 
     /// Returns true if the name has brackets with nothing but letters, digits and "_" between them.
-    bool isArray() const;
+    bool isArray() const { return array; }
 
     /// Returns the words before the name, in lower case and separated by single blanks.
     QString dataType() const;
@@ -71,7 +71,7 @@ public:
     /// Returns a field (the first item for the items), or an empty piece if the line does not have it.
     Piece field(int index) const { return fieldPieces.value(index); }
     Piece field(MemberField field) const { return this->field(indexOf(field)); }
-    QString text(MemberField field) const { return this->field(field).text; }
+    QString text(MemberField field) const;
     int indexOf(MemberField field) const;
 
     /// Returns the columns of commas that follow another comma directly.
@@ -83,11 +83,13 @@ public:
 
 private:
     void cutDeclaration();
-    void cutDescriptor(const QString& line, int start);
+    void cutDescriptor();
 
-    QString declarationText;
-    QString descriptorText;
+    QString line;
+    int separator; ///< the position of the first semicolon; -1 if there is none
     Piece namePiece;
+    QString variable;
+    bool array = false;
     QVector<Piece> fieldPieces;
     QList<int> emptyColumns;
     const MemberFields* fieldsOfKind = nullptr;

@@ -1,66 +1,85 @@
 #include "CBGenerator/structheaderline.h"
 
-#include <QRegExp>
-
-#include <iterator>
+#include <QLatin1String>
 
 namespace HParser
 {
 namespace
 {
-struct HeaderPiece
+bool isBlank(QChar c)
 {
-    const char* pattern;
-    const char* name;
-};
+    return c.isSpace();
+}
 
-// None can give back a character that the next one needs.
-constexpr HeaderPiece pieces[] = {{"struct", "struct"},
-                                  {"\\w+", "a name"},
-                                  {"\\{", "{"},
-                                  {"//", "//"},
-                                  {"Settings", "Settings"},
-                                  {":", ":"},
-                                  {"\"", "a title in quotes"},
-                                  {"[\\w\\s]*\"", "letters, digits, \"_\" and blanks"},
-                                  {",", "a comma"},
-                                  {"global|instantiable", "global or instantiable"},
-                                  {"$", "the end of the line"}};
-constexpr int titlePiece = 7;
-constexpr int kindPiece = 9;
-
-/// Behind the pattern at the position; -1 when it does not match there.
-int endOf(const QString& pattern, const QString& line, int position, QString* text = nullptr)
+bool isWordPart(QChar c)
 {
-    QRegExp expression(QLatin1String("^(?:") + pattern + QLatin1Char(')'));
-    if (expression.indexIn(line, position, QRegExp::CaretAtOffset) != position) {
-        return -1;
+    return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_');
+}
+
+bool isTitlePart(QChar c)
+{
+    return isWordPart(c) || isBlank(c);
+}
+
+/// Returns the position of the first other character.
+int endOf(bool (*isPart)(QChar), const QString& line, int position)
+{
+    while (position < line.size() && isPart(line.at(position))) {
+        ++position;
     }
-    if (text != nullptr) {
-        *text = expression.cap();
-    }
-    return position + expression.matchedLength();
+    return position;
 }
 } // namespace
 
 StructHeaderLine::StructHeaderLine(const QString& line)
 {
-    for (int i = 0; i < static_cast<int>(std::size(pieces)); ++i) {
-        expectedPiece = QString::fromLatin1(pieces[i].name);
-        const int start = i == titlePiece ? place : endOf(QStringLiteral("\\s*"), line, place);
-        QString text;
-        const int end = endOf(QString::fromLatin1(pieces[i].pattern), line, start, &text);
-        if (end < 0) {
-            place = i == titlePiece ? endOf(QStringLiteral("[\\w\\s]*"), line, start) : start;
-            return;
-        }
-        place = end;
-        if (i == titlePiece) {
-            titleText = text.chopped(1);
-        } else if (i == kindPiece) {
-            global = text == QLatin1String("global");
-        }
-    }
-    sound = true;
+    sound = readText(line, "struct") && readName(line) && readText(line, "{")
+            && readText(line, "//") && readText(line, "Settings") && readText(line, ":")
+            && readText(line, "\"", "a title in quotes") && readTitle(line)
+            && readText(line, ",", "a comma") && readKind(line) && readEnd(line);
+}
+
+bool StructHeaderLine::readText(const QString& line, const char* text, const char* description)
+{
+    const QLatin1String piece(text);
+    expectedPiece = QString::fromLatin1(description != nullptr ? description : text);
+    place = endOf(isBlank, line, place);
+    const bool isThere = line.midRef(place).startsWith(piece);
+    place += isThere ? piece.size() : 0;
+    return isThere;
+}
+
+bool StructHeaderLine::readName(const QString& line)
+{
+    expectedPiece = QStringLiteral("a name");
+    const int start = endOf(isBlank, line, place);
+    place = endOf(isWordPart, line, start);
+    return place > start;
+}
+
+bool StructHeaderLine::readTitle(const QString& line)
+{
+    expectedPiece = QStringLiteral("letters, digits, \"_\" and blanks");
+    const int start = place;
+    place = endOf(isTitlePart, line, start);
+    const bool isClosed = place < line.size() && line.at(place) == QLatin1Char('"');
+    titleText = line.mid(start, place - start);
+    place += isClosed ? 1 : 0;
+    return isClosed;
+}
+
+bool StructHeaderLine::readKind(const QString& line)
+{
+    global = readText(line, "global");
+    const bool isKnown = global || readText(line, "instantiable");
+    expectedPiece = QStringLiteral("global or instantiable");
+    return isKnown;
+}
+
+bool StructHeaderLine::readEnd(const QString& line)
+{
+    expectedPiece = QStringLiteral("the end of the line");
+    place = endOf(isBlank, line, place);
+    return place == line.size();
 }
 } // namespace HParser

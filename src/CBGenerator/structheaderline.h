@@ -26,6 +26,12 @@ public:
     bool isGlobal() const { return global; }
 
 private:
+    bool readText(const QString& line, const char* text, const char* description = nullptr);
+    bool readName(const QString& line);
+    bool readTitle(const QString& line);
+    bool readKind(const QString& line);
+    bool readEnd(const QString& line);
+
     QString titleText;
     QString expectedPiece;
     int place = 0;

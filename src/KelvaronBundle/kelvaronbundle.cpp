@@ -5,7 +5,6 @@
 #include "base/standardoutput.h"
 #include "base/textfile.h"
 
-#include <QByteArrayMatcher>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +12,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cstring>
 
 namespace
 {
@@ -23,9 +23,21 @@ QRegExp keyValuePattern()
     return QRegExp(QStringLiteral("^\\s*[\\w\\.]*\\s*\\=\\s*[\\w\\.]*\\s*$"));
 }
 
-QString hexDigest(const QByteArray& bytes)
+QString hexDigest(const char* bytes, int size)
 {
-    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex());
+    QCryptographicHash hash(QCryptographicHash::Md5);
+    hash.addData(bytes, size);
+    return QString::fromLatin1(hash.result().toHex());
+}
+
+/// Returns the position of the first backslash from `from` on; -1 if there is none. By the C library,
+/// which looks at many bytes at once.
+int nextBackslash(const QByteArray& text, int from)
+{
+    const char* begin = text.constData();
+    const void* found =
+        std::memchr(begin + from, '\\', static_cast<std::size_t>(text.size() - from));
+    return found == nullptr ? -1 : static_cast<int>(static_cast<const char*>(found) - begin);
 }
 
 KelvaronBundle::KeyBlock keyBlockOf(const QString& path)
@@ -116,12 +128,12 @@ void KelvaronBundle::cutSections(const QByteArray& text)
     files.clear();
     markers.clear();
     sectionLines.clear();
-    const QByteArrayMatcher marker(QByteArray(markerEnd.data(), markerEnd.size()));
     int line = 0;
     int counted = 0; // the bytes whose lines are counted
-    for (int start = marker.indexIn(content); start >= 0;
-         start = marker.indexIn(content, start + 1)) {
-        if (start > 0 && content.at(start - 1) != '\n') {
+    for (int mark = nextBackslash(content, 0); mark >= 0; mark = nextBackslash(content, mark + 1)) {
+        const int start = mark - 1; // of a marker: backslashes are rare
+        const bool isLineStart = start == 0 || (start > 0 && content.at(start - 1) == '\n');
+        if (!isLineStart) {
             continue;
         }
         line += static_cast<int>(
@@ -234,10 +246,12 @@ QString KelvaronBundle::getBundleVersion(const QString& path)
 
 QString KelvaronBundle::checksum(const QString& text)
 {
-    return hexDigest(text.toUtf8());
+    const QByteArray bytes = text.toUtf8();
+    return hexDigest(bytes.constData(), bytes.size());
 }
 
 QString KelvaronBundle::checksumOf(int index) const
 {
-    return hexDigest(bytesOf(index));
+    const Range& section = KELVARON_AT(files, index);
+    return hexDigest(content.constData() + section.start, section.length);
 }

@@ -9,33 +9,25 @@ namespace
 {
 constexpr int longestWord = 64;
 
-/// The number of slips that turn one word into the other; `most` when there are as many or more.
-int slipsBetween(const QString& one, const QString& other, int most)
+/// Returns the smallest number of slips that turn one word into the other.
+int slipsBetween(const QString& one, const QString& other)
 {
-    if (std::abs(one.size() - other.size()) >= most) {
-        return most;
-    }
-    QVector<int> beforeLast(other.size() + 1);
-    QVector<int> last(other.size() + 1);
-    QVector<int> row(other.size() + 1);
-    for (int j = 0; j <= other.size(); ++j) {
-        row[j] = j;
-    }
-    for (int i = 1; i <= one.size(); ++i) {
-        beforeLast.swap(last);
-        last.swap(row);
-        row[0] = i;
-        for (int j = 1; j <= other.size(); ++j) {
-            const int changed = one.at(i - 1) == other.at(j - 1) ? 0 : 1;
-            row[j] = std::min({last.at(j) + 1, row.at(j - 1) + 1, last.at(j - 1) + changed});
+    // Between the beginnings of the words.
+    QVector<QVector<int>> slips(one.size() + 1, QVector<int>(other.size() + 1));
+    for (int i = 0; i <= one.size(); ++i) {
+        for (int j = 0; j <= other.size(); ++j) {
+            int least = i + j; // one of the beginnings is empty
+            if (i > 0 && j > 0) {
+                const int changed = one.at(i - 1) == other.at(j - 1) ? 0 : 1;
+                least = std::min({slips.at(i - 1).at(j) + 1, slips.at(i).at(j - 1) + 1,
+                                  slips.at(i - 1).at(j - 1) + changed});
+            }
             const bool isSwapped = i > 1 && j > 1 && one.at(i - 1) == other.at(j - 2)
                                    && one.at(i - 2) == other.at(j - 1);
-            if (isSwapped) {
-                row[j] = std::min(row.at(j), beforeLast.at(j - 2) + 1);
-            }
+            slips[i][j] = isSwapped ? std::min(least, slips.at(i - 2).at(j - 2) + 1) : least;
         }
     }
-    return std::min(most, row.last());
+    return slips.last().last();
 }
 } // namespace
 
@@ -48,7 +40,8 @@ QString nearestWord(const QString& word, const QStringList& candidates)
     QString nearest;
     int least = std::max(2, word.size() / 3 + 1); // one slip more than is near
     for (const QString& candidate : candidates) {
-        const int slips = slipsBetween(candidate.toLower(), lower, least);
+        const bool mayBeNear = std::abs(candidate.size() - word.size()) < least;
+        const int slips = mayBeNear ? slipsBetween(candidate.toLower(), lower) : least;
         if (slips < least) {
             least = slips;
             nearest = candidate;
