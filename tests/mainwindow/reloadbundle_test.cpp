@@ -1,6 +1,7 @@
 // A bundle that is replaced while the program is running.
 
 #include "applicationglobalmap.h"
+#include "profileimport/parsedprofile.h"
 #include "settingsui/globalsettingsdialog.h"
 #include "support/bundletext.h"
 #include "support/gui/reloadbundletest.h"
