@@ -41,7 +41,8 @@ TEST_F(ListCommandTest, ShowsABadChecksumWithoutFailing)
     const ProgramRun listed = run({"list", "out.kelvaron"});
     EXPECT_EQ(listed.exitCode, 0);
     EXPECT_TRUE(contains(
-        rows(listed), QString("0 1 12 %1 WRONG device.txt").arg(BundleText::md5("name = tess\n"))))
+        rows(listed),
+        QString("0 1 12 %1 WRONG device.txt").arg(QString(BundleText::md5("name = tess\n")))))
         << listed.output;
 }
 
