@@ -254,6 +254,7 @@ TEST_F(Launcher, TryTheDemoStartsTheDemo)
 TEST_F(Launcher, OpenTheFolderOpensIt)
 {
     answerBoxes(1);
+    ASSERT_TRUE(QDir(dir.path()).mkdir("bin"));
     writeProgram(dir.filePath("bin/xdg-open"), "#!/bin/sh\nprintf 'opened %s\\n' \"$1\"\n");
     environment.insert("PATH", dir.filePath("bin") + ':' + environment.value("PATH"));
     EXPECT_EQ(run(QStringList()).output, "opened " + files + '\n');
