@@ -13,7 +13,7 @@ QRegExp arraySuffix()
     return QRegExp(QStringLiteral("\\[\\w*\\]"));
 }
 
-/// The text with single blanks, without a copy where there is nothing to simplify.
+/// Returns the text with single blanks; does not copy it if there is nothing to simplify.
 QString simplified(const QString& text)
 {
     for (int i = 0; i < text.size(); ++i) {
@@ -25,7 +25,7 @@ QString simplified(const QString& text)
     return text;
 }
 
-/// The text without its comment marks.
+/// Returns the text without its comment marks.
 MemberLine::Piece unmarked(const QStringRef& source)
 {
     MemberLine::Piece piece;
@@ -45,7 +45,7 @@ MemberLine::Piece unmarked(const QStringRef& source)
     return piece;
 }
 
-/// Takes the blanks off both ends. A piece of blanks begins behind them.
+/// Removes the blanks at both ends. A piece of only blanks begins after them.
 void trim(MemberLine::Piece& piece)
 {
     int first = 0;
@@ -71,7 +71,7 @@ int MemberLine::Piece::column(int index) const
 MemberLine::MemberLine(const QString& line)
 {
     const int separator = line.indexOf(QLatin1Char(';'));
-    declarationText = line.left(separator); // -1 takes it all
+    declarationText = line.left(separator); // -1 means all of it
     while (begin <= line.size() && line.at(begin - 1).isSpace()) {
         ++begin;
     }

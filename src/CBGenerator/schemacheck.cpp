@@ -53,8 +53,8 @@ QList<SchemaFault> brokenFormulas(const StructSettings& settings)
     return faults;
 }
 
-/// A formula changes its own setting once for each time that it names the changed one; where formulas
-/// name a setting several times the changes multiply from one to the next.
+/// A formula changes its own setting once for each occurrence of the changed setting; if formulas
+/// name a setting several times, the changes multiply from one setting to the next.
 QList<SchemaFault> endlessChanges(const StructSettings& settings)
 {
     DependencyGraph graph(settings);

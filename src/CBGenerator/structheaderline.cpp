@@ -14,7 +14,7 @@ struct HeaderPiece
     const char* name;
 };
 
-// None can give back a character that the next one needs.
+// No pattern can match a character that the next one needs.
 constexpr HeaderPiece pieces[] = {{"struct", "struct"},
                                   {"\\w+", "a name"},
                                   {"\\{", "{"},
@@ -29,7 +29,7 @@ constexpr HeaderPiece pieces[] = {{"struct", "struct"},
 constexpr int titlePiece = 7;
 constexpr int kindPiece = 9;
 
-/// Behind the pattern at the position; -1 when it does not match there.
+/// Returns the position after the pattern at `position`; -1 if it does not match there.
 int endOf(const QString& pattern, const QString& line, int position, QString* text = nullptr)
 {
     QRegExp expression(QLatin1String("^(?:") + pattern + QLatin1Char(')'));

@@ -118,7 +118,7 @@ void KelvaronBundle::cutSections(const QByteArray& text)
     sectionLines.clear();
     const QByteArrayMatcher marker(QByteArray(markerEnd.data(), markerEnd.size()));
     int line = 0;
-    int counted = 0; // the bytes whose lines are counted
+    int counted = 0; // the bytes whose lines have been counted
     for (int start = marker.indexIn(content); start >= 0;
          start = marker.indexIn(content, start + 1)) {
         if (start > 0 && content.at(start - 1) != '\n') {
@@ -224,7 +224,7 @@ QString KelvaronBundle::getBundleVersion(const QString& path)
     const QString fileName = QFileInfo(path).fileName();
     static const QRegularExpression versionedName(
         QStringLiteral("([0-9]+\\.)*[0-9]+.*\\.kelvaron"),
-        QRegularExpression::DotMatchesEverythingOption); // a name may hold a line feed
+        QRegularExpression::DotMatchesEverythingOption); // a name may contain a line feed
     static const QRegularExpression dottedNumber(QStringLiteral("([0-9]+\\.)*[0-9]+"));
     if (versionedName.match(fileName).hasMatch()) {
         return dottedNumber.match(fileName).captured(0);

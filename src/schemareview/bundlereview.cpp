@@ -138,7 +138,7 @@ void BundleReview::checkVersions(const QString& fileName)
 {
     static const QRegularExpression versionedName(QStringLiteral("[0-9].*\\.kelvaron"));
     const QString form = QStringLiteral("numbers with dots, such as 1.2.0");
-    // The editor takes a key without a value for one that is absent.
+    // The editor treats a key without a value as missing.
     const auto version = values.constFind(KelvaronBundle::versionKey);
     if (version == values.constEnd() || version->text.isEmpty()) {
         const QString meant = nearestWord(KelvaronBundle::versionKey, values.keys());
@@ -188,7 +188,7 @@ void BundleReview::checkHeader()
     constexpr int header = KelvaronBundle::SCHEMA_HEADER;
     if (bundle.getSectionLines().size() > 2 * (header + 1)) {
         QString text = bundle.getFile(header);
-        text.chop(1); // the line feed behind the last line
+        text.chop(1); // the line feed after the last line
         found += HParser::HeaderReview::problems(text, markerLine(2 * header) + 1);
     }
 }

@@ -14,8 +14,8 @@ namespace
 {
 constexpr int fewestShown = 2;
 
-/// A whole byte of an image, be it a member or a bit field. True also for a size or type that is none:
-/// that was reported with the line.
+/// Returns true for a whole byte of an image, as a member or a bit field. Also true for an invalid
+/// size or type, which was reported with the line.
 bool takesOneByte(const StructSetting& setting)
 {
     if (setting.size != QLatin1String("auto")) {
@@ -77,7 +77,8 @@ bool ConventionsReview::checkFlags()
     return areThere;
 }
 
-/// The hidden member whose name was probably meant to be this one; nullptr for none.
+/// Returns the hidden member whose name was probably meant to be this one; nullptr if there is
+/// none.
 const ReviewedStruct::Member* ConventionsReview::memberMeant(const QString& name) const
 {
     QStringList names;

@@ -6,7 +6,7 @@ namespace HParser
 {
 namespace
 {
-// FormulaBuilder builds more than this.
+// Well below what FormulaBuilder can handle.
 constexpr int mostOperators = 1000;
 constexpr int deepest = 400;
 } // namespace
@@ -31,7 +31,8 @@ FormulaSyntaxReview::FormulaSyntaxReview(const QString& text, const JudgeName& j
     positions.append(text.size());
 }
 
-/// Reads the operands and operators from `first` up to, not including, `last`. False after a fault.
+/// Reads the operands and operators from `first` up to, but not including, `last`. Returns false
+/// after a fault.
 bool FormulaSyntaxReview::readExpression(int first, int last, int depth)
 {
     const bool isGroup = first < last && compact.at(first) == QLatin1Char('(')

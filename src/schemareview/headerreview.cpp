@@ -35,7 +35,7 @@ QString wordAt(const QString& line, int position)
     return found.isEmpty() ? line.mid(position, 1) : found;
 }
 
-/// Where the first visible character stands.
+/// Returns the position of the first visible character.
 int firstColumn(const QString& line)
 {
     int column = 1;
@@ -147,7 +147,7 @@ void HeaderReview::readStruct(const HeaderText::Struct& structure)
 void HeaderReview::checkStartAddress(const std::optional<HeaderText::StartAddress>& address)
 {
     if (!address) {
-        return; // reported at the end: a line may be meant to define it
+        return; // reported at the end: a later line may be meant to define it
     }
     const HeaderText::Line& line = address->line;
     const int column = line.text.lastIndexOf(address->word) + 1;
@@ -270,7 +270,7 @@ void HeaderReview::checkTypes()
 
 void HeaderReview::checkSizes()
 {
-    // One profile fewer than there is room for is written.
+    // One profile fewer than fit is written.
     constexpr int largest = HexUtility::imageSize / 2;
     for (const std::unique_ptr<StructReview>& structure : structs) {
         const std::optional<int> size = structure->imageSize();

@@ -102,7 +102,8 @@ bool MemberReview::checkNumberOfFields()
     const QList<int> empty = pieces.emptyFieldColumns();
     const QString counts = MendedLine::fieldCounts(pieces);
     const bool isShifted =
-        kind.hasItems() && isQuoted(pieces.text(MemberField::Place)); // that is an item
+        kind.hasItems()
+        && isQuoted(pieces.text(MemberField::Place)); // the position that is an item
     const bool isShort = pieces.fault() == MemberLine::Fault::TooFewFields || isShifted;
     for (const int column : empty) {
         add(column, isShort ? Problem::Severity::Fatal : Problem::Severity::Error,
@@ -132,10 +133,10 @@ void MemberReview::addMissingField(const QString& text)
     }
 }
 
-/// The column of the blank where a comma is missing; 0 when no field looks like two.
+/// Returns the column of the blank where a comma is missing; 0 if no field looks like two.
 int MemberReview::missingComma() const
 {
-    // Behind or before a quote, or where a number and something else meet.
+    // After or before a quote, or between a number and something else.
     static const QRegularExpression gap(QStringLiteral(
         "(?<=\")\\s+\\S|(?<=\\S)\\s+(?=\")|[\\d.]\\s+(?=[\\w(])|[\\w)]\\s+(?=[x-]?[\\d.]+\\z)"));
     for (const MemberLine::Piece& piece : pieces.fields()) {
@@ -170,7 +171,7 @@ void MemberReview::checkName()
 {
     const MemberLine::Piece name = pieces.name();
     if (isBroken()) {
-        // A number's type reaches up to the last blank then and is none of the charger's.
+        // A number's type then extends to the last blank and is not a type of the charger.
         const bool isNum = setting->settingType == StructSetting::NUM;
         add(name.column(), isNum ? Problem::Severity::Fatal : Problem::Severity::Error,
             QStringLiteral("blanks in the brackets: this is not an array"),
@@ -192,7 +193,7 @@ void MemberReview::checkName()
 void MemberReview::checkType()
 {
     if (isBroken()) {
-        return; // told with the name: where the type ends is not known
+        return; // reported with the name: the end of the type is not known
     }
     const QString& type = setting->variableDataType;
     const bool isNum = setting->settingType == StructSetting::NUM;

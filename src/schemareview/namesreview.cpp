@@ -13,7 +13,7 @@ namespace HParser
 {
 namespace
 {
-/// A name near this one that gives a tag.
+/// Returns a similar name that results in a valid tag.
 QString soundName(const QString& name)
 {
     QString plain;
@@ -22,7 +22,7 @@ QString soundName(const QString& name)
         plain += isSound ? c : QLatin1Char(' ');
     }
     QStringList words = plain.simplified().split(QLatin1Char(' '));
-    // A number goes behind the words: a tag begins with a letter.
+    // A number is moved after the words: a tag begins with a letter.
     for (int i = 0; i < words.size() && !words.first().isEmpty() && !words.first().at(0).isLetter();
          ++i) {
         words.append(words.takeFirst());

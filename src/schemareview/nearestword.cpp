@@ -9,7 +9,7 @@ namespace
 {
 constexpr int longestWord = 64;
 
-/// The number of slips that turn one word into the other; `most` when there are as many or more.
+/// Returns the number of typing errors that turn one word into the other; at most `most`.
 int slipsBetween(const QString& one, const QString& other, int most)
 {
     if (std::abs(one.size() - other.size()) >= most) {
@@ -46,7 +46,7 @@ QString nearestWord(const QString& word, const QStringList& candidates)
     }
     const QString lower = word.toLower();
     QString nearest;
-    int least = std::max(2, word.size() / 3 + 1); // one slip more than is near
+    int least = std::max(2, word.size() / 3 + 1); // one more than the allowed number
     for (const QString& candidate : candidates) {
         const int slips = slipsBetween(candidate.toLower(), lower, least);
         if (slips < least) {

@@ -48,7 +48,7 @@ bool StructFormulasReview::checkFormula(const ReviewedStruct::Member& member, Me
     const MemberLine::Piece piece = member.pieces.field(field);
     const int skipped = field == MemberField::ScaleFactor ? 1 : 0; // the marker character
     if (skipped == 1 && !piece.raw.isEmpty() && piece.raw.at(0).isDigit()) {
-        return false; // the marker is missing: told with the line
+        return false; // the marker is missing: reported with the line
     }
     const QString text = piece.raw.mid(skipped);
     const QList<FormulaSyntaxReview::Fault> faults = FormulaSyntaxReview::faults(
@@ -67,7 +67,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
 {
     const ReviewedStruct::Member* named = structure.memberOfVariable(formulaName);
     if (refusedNames.contains(formulaName)) {
-        return {}; // one slip in a declaration would be reported wherever the name is used
+        return {}; // otherwise one mistake in a declaration would be reported wherever the name is used
     }
     if (named == nullptr) {
         refusedNames.insert(formulaName);
@@ -77,7 +77,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
                                   : nearest};
     }
     if (named->setting == nullptr) {
-        return {}; // what its line would have been is not known
+        return {}; // the intended content of its line is not known
     }
     if (!structure.isShown(named->setting)) {
         refusedNames.insert(formulaName);
@@ -102,7 +102,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeHidden(const ReviewedStruc
             0, text,
             QStringLiteral("a place from 0 on for it in line %1, or a number").arg(member.line)};
     }
-    // The place was reported as none; that is the slip.
+    // The place was reported as invalid; that is the mistake.
     structure.add(member, MemberField::Place, Problem::Severity::Fatal, text);
     canEvaluate = false;
     return {};
@@ -170,7 +170,7 @@ void StructFormulasReview::tellLoop(const QList<const StructSetting*>& loop)
     }
 }
 
-/// The fields whose formulas name the setting.
+/// Returns the fields whose formulas name the setting.
 QList<MemberField> StructFormulasReview::fieldsThatFollow(const ReviewedStruct::Member& member,
                                                           const StructSetting* followed)
 {

@@ -110,7 +110,7 @@ void StructReview::checkBits()
     }
     const bool isEven = StructLayout::dataBytes(structure.settings()).has_value();
     if (runs.isEmpty() && !isEven) {
-        // Only the checksum's own size can be at fault, which was reported with its kind.
+        // Only the checksum's own size can be wrong, which was reported with its kind.
         structure.add(*structure.memberNamed(ProfileConventions::checksum), MemberField::Kind,
                       Problem::Severity::Fatal, QStringLiteral("the checksum is not a whole byte"));
     } else if (runs.isEmpty()) {
