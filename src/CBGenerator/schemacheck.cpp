@@ -66,14 +66,14 @@ QList<SchemaFault> endlessChanges(const StructSettings& settings)
             names.append(QStringLiteral("\"%1\"").arg(setting->descriptiveName));
         }
         faults.append({"formulas do not form a loop", __FILE__, __LINE__, 0,
-                       QStringLiteral("Formulas of these settings follow each other: ")
+                       QStringLiteral("Formulas of these settings depend on each other: ")
                            + names.join(QStringLiteral(" -> "))});
     }
     const StructSetting* avalanche = faults.isEmpty() ? graph.findAvalanche() : nullptr;
     if (avalanche != nullptr) {
         faults.append(
             {"changes do not multiply endlessly", __FILE__, __LINE__, 0,
-             QStringLiteral("A change sets off more than %1 others, that of \"%2\"")
+             QStringLiteral("A change triggers more than %1 others, that of \"%2\"")
                  .arg(QString::number(DependencyGraph::mostChanges), avalanche->descriptiveName)});
     }
     return faults;

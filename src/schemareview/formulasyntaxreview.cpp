@@ -50,7 +50,7 @@ bool FormulaSyntaxReview::readExpression(int first, int last, int depth)
         }
         if (++operators > mostOperators) {
             return refuse(position, QStringLiteral("the formula is too long"),
-                          QStringLiteral("a setting of its own for a part of it"));
+                          QStringLiteral("a separate setting for a part of it"));
         }
         ++position;
     }
@@ -80,7 +80,7 @@ bool FormulaSyntaxReview::readGroup(int& position, int last, int depth)
     const int end = FormulaScanner::groupEnd(compact, position, last);
     if (end < 0) {
         return refuse(position, QStringLiteral("\"(\" is never closed"),
-                      QStringLiteral("a \")\" behind the operand that it opens"));
+                      QStringLiteral("a \")\" after the operand that it opens"));
     }
     const int inner = position + 1;
     const bool isDoubled = inner < end - 1 && compact.at(inner) == QLatin1Char('(')
@@ -90,8 +90,8 @@ bool FormulaSyntaxReview::readGroup(int& position, int last, int depth)
                       QStringLiteral("one pair of parentheses"));
     }
     if (depth >= deepest) {
-        return refuse(position, QStringLiteral("parentheses are nested too deep"),
-                      QStringLiteral("a setting of its own for a part of the formula"));
+        return refuse(position, QStringLiteral("parentheses are nested too deeply"),
+                      QStringLiteral("a separate setting for a part of the formula"));
     }
     position = end;
     return readExpression(inner, end - 1, depth + 1);
@@ -116,13 +116,13 @@ bool FormulaSyntaxReview::refuseOperand(int position, int last)
     }
     const QChar c = compact.at(position);
     if (FormulaScanner::isSign(c)) {
-        return refuse(position, QStringLiteral("a sign can only stand before a number"),
+        return refuse(position, QStringLiteral("a sign is only allowed before a number"),
                       c == QLatin1Char('-') ? QStringLiteral("\"0 - ...\", in parentheses")
                                             : QStringLiteral("it without the \"+\""));
     }
     if (c == QLatin1Char('.')) {
         return refuse(position, QStringLiteral("a number cannot begin with a point"),
-                      QStringLiteral("\"0.\" and the digits behind it"));
+                      QStringLiteral("\"0.\" and the digits after it"));
     }
     return refuse(position, QStringLiteral("\"%1\" starts neither a number nor a name").arg(c),
                   QStringLiteral("a number, a name or an expression in parentheses"));

@@ -55,7 +55,7 @@ void MendedLine::mendSemicolon()
         --end;
     }
     line[end] = QLatin1Char(';');
-    add(end + 1, Problem::Severity::Fatal, QStringLiteral("no \";\" behind the name"),
+    add(end + 1, Problem::Severity::Fatal, QStringLiteral("no \";\" after the name"),
         declaration.section(QLatin1Char(' '), -1) + QLatin1Char(';'));
 }
 
@@ -92,7 +92,7 @@ bool MendedLine::mendNextText(const MemberLine& pieces)
         const QString whole = line.mid(begin, size).remove(comma).simplified();
         line.replace(begin, size, line.mid(begin, size).remove(comma).leftJustified(size));
         add(first + 1, isItem ? Problem::Severity::Error : Problem::Severity::Fatal,
-            QStringLiteral("a comma cuts %1").arg(quotedText(QString(whole).remove(quote)))
+            QStringLiteral("a comma splits %1").arg(quotedText(QString(whole).remove(quote)))
                 + counts,
             whole);
         return true;

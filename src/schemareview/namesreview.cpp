@@ -49,9 +49,9 @@ void NamesReview::check()
         if (variables.contains(variable)) {
             structure.addAt(
                 member, member.pieces.name().column(), Problem::Severity::Error,
-                QStringLiteral("the C name %1 is taken in line %2")
+                QStringLiteral("the C name %1 is already used in line %2")
                     .arg(quotedText(variable), QString::number(variables.value(variable))),
-                QStringLiteral("a name of its own"));
+                QStringLiteral("a unique name"));
         } else {
             variables.insert(variable, member.line);
         }
@@ -67,7 +67,7 @@ void NamesReview::checkTag(const ReviewedStruct::Member& member, QMap<QString, i
     if (structure.isShown(member.setting) && !XMLUtility::isTag(tag)) {
         structure.add(
             member, field, Problem::Severity::Error,
-            QStringLiteral("%1 makes %2, which is not an XML tag: saved profiles cannot be read")
+            QStringLiteral("%1 becomes %2, which is not an XML tag: saved profiles cannot be read")
                 .arg(quotedText(name), quotedText(QLatin1Char('<') + tag + QLatin1Char('>'))),
             QLatin1Char('"') + soundName(name) + QLatin1Char('"'));
     }
@@ -76,13 +76,13 @@ void NamesReview::checkTag(const ReviewedStruct::Member& member, QMap<QString, i
         lines.insert(tag, member.line);
     } else if (*taken == structure.line()) {
         structure.add(member, field, Problem::Severity::Error,
-                      QStringLiteral("the tag of %1 is that of the profile's chemistry")
+                      QStringLiteral("the tag of %1 is also that of the profile's chemistry")
                           .arg(quotedText(name)),
                       QStringLiteral("another name"));
     } else {
         structure.add(
             member, field, Problem::Severity::Error,
-            QStringLiteral("%1 has the same XML tag as line %2: one value gets lost")
+            QStringLiteral("%1 has the same XML tag as line %2: one value is lost")
                 .arg(quotedText(name), QString::number(*taken)),
             QStringLiteral("a name that differs in more than case, blanks and / < > & %"));
     }

@@ -84,7 +84,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
         return judgeHidden(*named);
     }
     if (named->setting->settingType != StructSetting::NUM) {
-        return {0, QStringLiteral("\"%1\" is not a num and hardly a number").arg(formulaName),
+        return {0, QStringLiteral("\"%1\" is not a num and rarely a number").arg(formulaName),
                 QStringLiteral("the C name of a num"), true};
     }
     return {};
@@ -92,7 +92,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
 
 FormulaSyntaxReview::Fault StructFormulasReview::judgeHidden(const ReviewedStruct::Member& member)
 {
-    const QString text = QStringLiteral("\"%1\" is not shown: formulas cannot name it")
+    const QString text = QStringLiteral("\"%1\" is not shown: formulas cannot use it")
                              .arg(member.setting->variableName);
     const std::optional<double> place = member.setting->visualPosition();
     const bool isPlace = place && *place == std::floor(*place)
@@ -146,9 +146,9 @@ void StructFormulasReview::checkDependencies()
         const ReviewedStruct::Member& member = *structure.memberOf(avalanche);
         structure.addAt(
             member, member.pieces.name().column(), Problem::Severity::Fatal,
-            QStringLiteral("a change of \"%1\" sets off more than %2 others")
+            QStringLiteral("a change of \"%1\" triggers more than %2 others")
                 .arg(avalanche->descriptiveName, QString::number(DependencyGraph::mostChanges)),
-            QStringLiteral("formulas that name fewer settings that have formulas themselves"));
+            QStringLiteral("formulas that use fewer settings with formulas of their own"));
     }
 }
 
@@ -164,7 +164,7 @@ void StructFormulasReview::tellLoop(const QList<const StructSetting*>& loop)
     const ReviewedStruct::Member& last = *structure.memberOf(loop.at(loop.size() - 2));
     for (const MemberField field : fieldsThatFollow(last, loop.last())) {
         structure.add(last, field, Problem::Severity::Fatal,
-                      QStringLiteral("formulas follow each other in a loop: %1")
+                      QStringLiteral("formulas depend on each other in a loop: %1")
                           .arg(names.join(QStringLiteral(" -> "))),
                       QStringLiteral("a formula without \"%1\"").arg(loop.last()->variableName));
     }

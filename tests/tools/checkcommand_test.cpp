@@ -76,8 +76,8 @@ TEST_F(CheckCommandTest, TellsPlaceProblemAndRemedy)
 {
     const ProgramRun checked = checkHeaderWith("\"Low\"", "\"Low (V)\"");
     expectProblem(checked,
-                  "schema.h:12:47: error: \"Low (V)\" makes \"<low_(v)>\", which is not an "
-                  "XML tag: saved profiles cannot be read\n"
+                  "schema.h:12:47: error: \"Low (V)\" becomes \"<low_(v)>\", which is not an XML "
+                  "tag: saved profiles cannot be read\n"
                   "schema.h:12:47: note: write \"Low V\"\n");
     EXPECT_TRUE(checked.output.endsWith("schema.h: 1 error, 2 warnings\n"));
 }
@@ -124,7 +124,7 @@ TEST_F(CheckCommandTest, WarningsAloneAreNoFailure)
 {
     const ProgramRun checked = checkHeaderWith("A, 3,", "A, 10,");
     expectGood(checked);
-    EXPECT_TRUE(contains(checked.output, ": warning: the default 10 is not within 0 and 9\n"));
+    EXPECT_TRUE(contains(checked.output, ": warning: the default 10 is not between 0 and 9\n"));
 }
 
 TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
@@ -136,7 +136,7 @@ TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
     expectRefused(both, 3, "absent.h");
     EXPECT_TRUE(contains(both.output, "schema.in: "));
     writeFile("empty.kelvaron", "");
-    expectProblem(check("empty.kelvaron"), "empty.kelvaron: error: 0 whole sections");
+    expectProblem(check("empty.kelvaron"), "empty.kelvaron: error: 0 complete sections");
     expectProblem(check("device.in"), "device.in:1: error: the profile start address is missing");
 }
 
