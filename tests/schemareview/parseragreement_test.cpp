@@ -83,7 +83,7 @@ TEST(ParserAgreementTest, ADamagedHeaderIsFatalWhereItCannotBeUsed)
                                           << qPrintable(header);
         (faults.isEmpty() ? usable : refused) += 1;
     }
-    EXPECT_GT(refused, 500); // both answers come up
+    EXPECT_GT(refused, 500); // both answers occur
     EXPECT_GT(usable, 1000);
 }
 
