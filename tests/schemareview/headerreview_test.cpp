@@ -74,7 +74,7 @@ TEST(HeaderReviewTest, RefusesTwoSettingsWithOneXmlTag)
 
 TEST(HeaderReviewTest, RefusesTwoMembersOfOneCName)
 {
-    expectProblem(with(14, "high;", "low;"), "14:15 error", "taken in line 13");
+    expectProblem(with(14, "high;", "low;"), "14:15 error", "used in line 13");
 }
 
 TEST(HeaderReviewTest, RefusesTwoChemistriesOfOneName)
