@@ -157,8 +157,8 @@ TEST_F(ChargerCommandsTest, ADamagedProfileIsReportedAndItsBytesAreKept)
               schema().replace("2, 2, x1", "9, 9, x1").replace("A, 2, -1", "A, 9, -1"));
     writeFile("back.xml", "older");
     expectRefused(runOnCharger({"read", "back.xml"}), 1,
-                  "charger:ttyKelvaronTest: error: a profile is of a type that the settings header "
-                  "does not have");
+                  "charger:ttyKelvaronTest: error: a profile has a type that is not in the "
+                  "settings header");
     EXPECT_EQ(contentOf("back.xml"), "older");
     EXPECT_EQ(runOnCharger({"read", "back.hex"}).exitCode, 1);
     EXPECT_TRUE(startsWith(contentOf("back.hex"), ':'));

@@ -101,7 +101,7 @@ TEST_F(CheckCommandTest, FindsEveryProblemOfABundle)
     expectProblem(checked,
                   "out.kelvaron:2:1: error: \"VERSION : 1.2.0\" is not a key with a value\n");
     // The header begins after line 7.
-    expectProblem(checked, "out.kelvaron:14:33: error: \"1\" makes ");
+    expectProblem(checked, "out.kelvaron:14:33: error: \"1\" becomes ");
     expectProblem(checked, "out.kelvaron:20:66: error: no setting is called \"lw\"\n"
                            "out.kelvaron:20:66: note: write low\n");
     expectProblem(checked, "out.kelvaron:24:1: error: section 0, from line 5 on, does not match "

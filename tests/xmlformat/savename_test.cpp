@@ -85,7 +85,7 @@ TEST_F(SaveNameTest, FileThatCouldNotBeReadToItsEndIsNotOffered)
     ASSERT_TRUE(editor.list->deleteAllProfilesNoConfirmation());
     writeFile("saved_profiles/broken.xml", "<KelvaronProfiles>");
     expectDialog({}, "broken.xml");
-    script.thenDo(messageWith("Import from XML status", {"as it was"}));
+    script.thenDo(messageWith("Import from XML status", {"unchanged"}));
     editor.xml.on_importFromXMLButtonClicked();
     expectDialog("", "Esc");
     save();

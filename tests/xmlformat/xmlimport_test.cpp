@@ -102,7 +102,7 @@ TEST_F(XmlImportTest, ReplacingByAFileThatIsNoProfileFileKeepsTheList)
     writeFile("saved_profiles/mine.xml", "<html/>");
     expectLoadDialog("mine.xml");
     script.expectAppendQuestion("Replace Profiles");
-    script.thenDo(messageWith("Import from XML status", {"holds no profiles"}));
+    script.thenDo(messageWith("Import from XML status", {"contains no profiles"}));
     load();
     EXPECT_EQ(editor.titles(), QStringList("Old"));
 }
