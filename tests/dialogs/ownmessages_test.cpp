@@ -80,9 +80,8 @@ TEST(OwnMessagesTest, ChangesOfAnImportAndOfAReload)
     script.expectMessage(
         "Reloaded With Changes",
         "A newer Kelvaron Bundle is in use. The list does not match its settings:"
-        "\n\nCells\n\n"
-        "Please check this before you write to the Kelvaron. The previous list is in the file "
-        "kept.xml.");
+        "\n\nCells\n\nPlease check this before you write to the Kelvaron. The previous list is in "
+        "the file kept.xml.");
     MessageDialogs::importChanges(nullptr, "Cells");
     MessageDialogs::reloadChanges(nullptr, "Cells", "kept.xml");
 }

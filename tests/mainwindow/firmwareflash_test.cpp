@@ -34,7 +34,7 @@ protected:
 
     static QByteArray demoBytes(const QString& name)
     {
-        return contentOf(QString(KELVARON_DEMO_DIR) + '/' + name);
+        return ::contentOf(QString(KELVARON_DEMO_DIR) + '/' + name);
     }
 
     template <typename T>
@@ -138,7 +138,7 @@ TEST_F(FirmwareFlashTest, NewFirmwareIsFlashedAndItsBundleTakenIntoUse)
     const QStringList logs = QDir(pathOf("logs")).entryList(QDir::Files);
     ASSERT_EQ(logs.size(), 1);
     const QByteArray log = contentOf("logs/" + logs.at(0));
-    EXPECT_EQ(log.rfind("FLASHING KELVARON FIRMWARE\n", 0), 0U);
+    EXPECT_TRUE(startsWith(log, "FLASHING KELVARON FIRMWARE\n"));
     EXPECT_TRUE(contains(log, "Verified Flash OK"));
 
     tool->close();

@@ -1,6 +1,7 @@
 // A bundle that is replaced while the program is running.
 
 #include "applicationglobalmap.h"
+#include "profileimport/parsedprofile.h"
 #include "settingsui/globalsettingsdialog.h"
 #include "support/bundletext.h"
 #include "support/gui/reloadbundletest.h"
@@ -20,15 +21,16 @@ TEST_F(ReloadBundleTest, ProfilesComeBackUnderTheNewSchema)
 
     installBundle("1.2", newerSchema());
     DialogScript script;
-    script.expectMessage("Reloaded With Changes",
-                         "A newer Kelvaron Bundle is in use. The list does not match its "
-                         "settings:\n\n"
-                         "Charge Current is missing and is now 0 (\"One\")\n"
-                         "Cutoff: 0.7 is not between 0.01 and 0 (\"One\")\n"
-                         "Margin: 3 is not between 0 and 0 (\"One\")\n"
-                         "\"current\" is unknown and was left out (\"One\")\n\n"
-                         "Please check this before you write to the Kelvaron. The list as it was "
-                         "before is in the file backup_fw_update.xml.");
+    script.expectMessage(
+        "Reloaded With Changes",
+        "A newer Kelvaron Bundle is in use. The list does not match its "
+        "settings:\n\n"
+        "Charge Current is missing and is now 0 (\"One\")\n"
+        "Cutoff: 0.7 is not between 0.01 and 0 (\"One\")\n"
+        "Margin: 3 is not between 0 and 0 (\"One\")\n"
+        "\"current\" is unknown and was left out (\"One\")\n\n"
+        "Please check this before you write to the Kelvaron. The previous list is in "
+        "the file backup_fw_update.xml.");
     flash();
     script.finish();
     EXPECT_EQ(ApplicationGlobalMap::getString("bundle_version"), "1.2");

@@ -109,7 +109,7 @@ TEST_F(RescueDeathTest, ABoxThatStaysOpenSavesNothingTwice)
         {
             startWithTwoProfiles();
             DialogScript script;
-            script.thenPress("OK", [this](const QMessageBox& box) {
+            script.thenPress("OK", [this](QMessageBox& box) {
                 QSignalSpy kept(window->findChild<ProfileRescue*>(), &ProfileRescue::copyKept);
                 QTest::keyClick(&box, Qt::Key_Shift);
                 kept.wait(1000); // twice the time after which a copy is kept

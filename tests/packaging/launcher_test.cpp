@@ -159,7 +159,7 @@ TEST_F(Launcher, FolderThatCannotBeMadeIsTold)
     answerBoxes(0);
     const ProgramRun ended = run({"--demo"});
     EXPECT_EQ(ended.exitCode, 1);
-    EXPECT_TRUE(contains(ended.errors, "The folder " + demoFiles + " could not be created"));
+    EXPECT_TRUE(contains(QString(ended.errors), "The folder " + demoFiles + " could not be created"));
     EXPECT_EQ(shownTexts().value(0), "Kelvaron Profile Editor");
     EXPECT_TRUE(contains(shownTexts().value(1), "could not be created"));
     EXPECT_TRUE(contains(shownTexts().value(1), "Not a directory"));
@@ -231,7 +231,7 @@ TEST_F(Launcher, AsksForTheChargersFilesAtTheFirstStart)
     answerBoxes(2);
     const ProgramRun ended = run(QStringList());
     EXPECT_EQ(ended.exitCode, 1);
-    EXPECT_TRUE(contains(ended.errors, files));
+    EXPECT_TRUE(contains(ended.errors, files.toUtf8()));
     EXPECT_TRUE(contains(shownTexts().value(1), files));
     EXPECT_EQ(shownTexts().mid(2, 3), (QStringList{"Try the Demo", "Open the Folder", "Close"}));
     EXPECT_TRUE(QDir(files).exists());
@@ -241,7 +241,7 @@ TEST_F(Launcher, WithoutADisplayTheMissingFilesAreToldOnStandardError)
 {
     const ProgramRun ended = run(QStringList());
     EXPECT_EQ(ended.exitCode, 1);
-    EXPECT_TRUE(contains(ended.errors, files));
+    EXPECT_TRUE(contains(ended.errors, files.toUtf8()));
 }
 
 TEST_F(Launcher, TryTheDemoStartsTheDemo)
@@ -254,6 +254,7 @@ TEST_F(Launcher, TryTheDemoStartsTheDemo)
 TEST_F(Launcher, OpenTheFolderOpensIt)
 {
     answerBoxes(1);
+    ASSERT_TRUE(QDir(dir.path()).mkdir("bin"));
     writeProgram(dir.filePath("bin/xdg-open"), "#!/bin/sh\nprintf 'opened %s\\n' \"$1\"\n");
     environment.insert("PATH", dir.filePath("bin") + ':' + environment.value("PATH"));
     EXPECT_EQ(run(QStringList()).output, "opened " + files + '\n');

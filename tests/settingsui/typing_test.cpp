@@ -114,9 +114,10 @@ TEST_F(SettingsPaneTest, CharactersThatTheChargerCannotHoldAreRefusedWithAHint)
     QTest::keyClicks(window.lineEdit("Title"), "r 3");
     EXPECT_EQ(window.lineEdit("Title")->text(), "Br 3");
     EXPECT_TRUE(waitFor([] { return QToolTip::isVisible(); }));
-    EXPECT_EQ(QToolTip::text(), QString::fromUtf8("The Kelvaron can only store plain English "
-                                                  "letters, digits and punctuation (ASCII), not "
-                                                  "\"\xC3\xA4\"."));
+    EXPECT_EQ(QToolTip::text(),
+              QString::fromUtf8("The Kelvaron can only store plain English letters, digits and "
+                                "punctuation (ASCII), not "
+                                "\"\xC3\xA4\"."));
     save();
     EXPECT_EQ(value("Title"), "Br 3");
 }

@@ -156,9 +156,9 @@ TEST_F(ChargerCommandsTest, ADamagedProfileIsReportedAndItsBytesAreKept)
     writeFile("editor/kelvaron_chemistries.cb",
               schema().replace("2, 2, x1", "9, 9, x1").replace("A, 2, -1", "A, 9, -1"));
     writeFile("back.xml", "older");
-    expectRefused(runOnCharger({"read", "back.xml"}), 1,
-                  "charger:ttyKelvaronTest: error: a profile has a type that is not in the "
-                  "settings header");
+    expectRefused(
+        runOnCharger({"read", "back.xml"}), 1,
+        "charger:ttyKelvaronTest: error: a profile has a type that is not in the settings header");
     EXPECT_EQ(contentOf("back.xml"), "older");
     EXPECT_EQ(runOnCharger({"read", "back.hex"}).exitCode, 1);
     EXPECT_TRUE(startsWith(contentOf("back.hex"), ':'));

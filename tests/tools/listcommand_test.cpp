@@ -40,9 +40,9 @@ TEST_F(ListCommandTest, ShowsABadChecksumWithoutFailing)
     writeFile("out.kelvaron", contentOf("out.kelvaron").replace("name = test", "name = tess"));
     const ProgramRun listed = run({"list", "out.kelvaron"});
     EXPECT_EQ(listed.exitCode, 0);
-    EXPECT_TRUE(
-        contains(rows(listed), QString("0 1 12 %1 WRONG device.txt")
-                                   .arg(QString::fromLatin1(BundleText::md5("name = tess\n")))))
+    EXPECT_TRUE(contains(
+        rows(listed),
+        QString("0 1 12 %1 WRONG device.txt").arg(QString(BundleText::md5("name = tess\n")))))
         << listed.output;
 }
 

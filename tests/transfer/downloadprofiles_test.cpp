@@ -86,7 +86,7 @@ TEST_F(DownloadProfilesTest, OwnerThatGoesEndsTheRun)
     uploader.setBehaviour("echo $$ > pid; " + FakeUploader::waitForGo());
     auto window = std::make_unique<QObject>();
     (new DownloadProfiles("COM7", "x.hex", window.get()))->start();
-    ASSERT_TRUE(waitFor([] { return !contentOf("pid").isEmpty(); }));
+    ASSERT_TRUE(waitFor([] { return contentOf("pid").endsWith('\n'); }));
     window.reset();
     EXPECT_NE(::kill(contentOf("pid").trimmed().toInt(), 0), 0) << "still running";
 }

@@ -126,7 +126,7 @@ TEST_F(ResetDialogTest, StayingDuringTheResetEndsTheRun)
         DialogScript script;
         script.thenDo([&](QWidget& shown) {
             clickOn(button(shown, "Reset Kelvaron"));
-            ASSERT_TRUE(waitFor([] { return !contentOf("pid").isEmpty(); }));
+            ASSERT_TRUE(waitFor([] { return contentOf("pid").endsWith('\n'); }));
             clickOn(button(shown, "Stay in Bootloader Mode"));
         });
         EXPECT_EQ(dialog.exec(), 102);

@@ -165,7 +165,7 @@ TEST_F(UploadProfilesTest, OwnerThatGoesEndsTheRun)
     auto* run = new UploadProfiles("COM7", "x.hex", window.get());
     QSignalSpy heard(run, &UploadProfiles::errorUploading);
     run->start();
-    ASSERT_TRUE(waitFor([] { return !contentOf("pid").isEmpty(); }));
+    ASSERT_TRUE(waitFor([] { return contentOf("pid").endsWith('\n'); }));
     window.reset();
     EXPECT_EQ(heard.size(), 0);
     EXPECT_NE(::kill(contentOf("pid").trimmed().toInt(), 0), 0) << "still running";
