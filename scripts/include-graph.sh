@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Prints which folder of src/ includes which, from the top floor to the bottom one.
+# Prints which folder of src/ includes which, from the top to the bottom.
 #
 #   scripts/include-graph.sh           prints the graph
 #   scripts/include-graph.sh --check   fails when an arrow runs up, or when docs/architecture.md shows
@@ -8,8 +8,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# From the top to the bottom: a folder includes only what comes after it. Files that are not in a folder
-# count as floors of their own, except main.cpp.
+# From the top to the bottom: a folder includes only what comes after it. Files outside folders
+# count as folders, except main.cpp.
 floors=(
     mainwindow window
     firmware transfer updatecheck

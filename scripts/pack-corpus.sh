@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Packs the seeds of a fuzz target, as they are in the build folder, into fuzz/corpus/TARGET.tar.xz.
-# The archive depends on the seeds' names and contents alone.
+# The archive depends only on the seeds' names and contents.
 
 set -euo pipefail
 

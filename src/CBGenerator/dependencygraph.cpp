@@ -69,7 +69,7 @@ void DependencyGraph::visit(const StructSetting* start)
         const StructSetting* target = targets.at(step.nextFollowed++);
         if (onPath.contains(target)) {
             const QList<const StructSetting*> loop = path.mid(path.indexOf(target)) << target;
-            if (!found.contains(loop)) { // several formulas may follow one setting
+            if (!found.contains(loop)) { // several formulas may depend on one setting
                 found.append(loop);
             }
         } else if (target != nullptr && !finished.contains(target)) {
@@ -82,7 +82,7 @@ const StructSetting* DependencyGraph::findAvalanche() const
 {
     QHash<const StructSetting*, qint64> changes;
     for (auto setting = finishOrder.crbegin(); setting != finishOrder.crend(); ++setting) {
-        const qint64 number = ++changes[*setting]; // those of all its followers are in
+        const qint64 number = ++changes[*setting]; // the counts of all its dependents are included
         if (number > mostChanges) {
             return *setting;
         }

@@ -9,23 +9,23 @@ namespace HParser
 class StructSetting;
 class StructSettings;
 
-/// Which settings each setting's formulas follow: finds loops among them, and changes that multiply.
+/// Records which settings each setting's formulas use, and finds loops and changes that multiply.
 class DependencyGraph
 {
 public:
-    /// A change that sets off more than these is refused: far beyond any sensible schema, and done
-    /// before anyone notices.
+    /// A schema in which one change triggers more changes than this is refused. The limit is far
+    /// beyond any sensible schema, and this many changes still take no noticeable time.
     static constexpr qint64 mostChanges = 10000;
 
     /// REQUIRES: settings whose formula trees are built. They are not owned.
     explicit DependencyGraph(const StructSettings& settings);
 
-    /// The loops, the first setting of each repeated at its end. When the last step of each is taken
-    /// away no loop is left. Of a hostile schema only the first hundred are found.
+    /// Returns the loops, the first setting of each repeated at its end. Removing the last edge of
+    /// each loop makes the graph acyclic. In a hostile schema only the first hundred are found.
     QList<QList<const StructSetting*>> loops();
 
-    /// A setting whose change would set off too many changes, its own counted; nullptr when there is
-    /// none. REQUIRES: the search for loops, which found none.
+    /// Returns a setting whose change would trigger too many changes, including its own; nullptr if
+    /// there is none. REQUIRES: loops() was called and found none.
     const StructSetting* findAvalanche() const;
 
 private:
@@ -34,7 +34,7 @@ private:
     QList<const StructSetting*> starts;
     QHash<const StructSetting*, QList<const StructSetting*>> followed;
     QSet<const StructSetting*> finished;
-    QList<const StructSetting*> finishOrder; ///< each setting behind those that it follows
+    QList<const StructSetting*> finishOrder; ///< each setting after those it depends on
     QList<QList<const StructSetting*>> found;
 };
 } // namespace HParser

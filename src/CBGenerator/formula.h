@@ -25,15 +25,14 @@ class Formula : public QObject
     Q_OBJECT
 
 public:
-    /// Stores the text and builds nothing. The parent is the setting that the formula belongs to.
+    /// Stores the text and builds nothing. The parent is the setting to which the formula belongs.
     Formula(QString text, QObject* parent);
 
-    /// The text as given.
+    /// Returns the text as given.
     QString toString() const { return formulaString; }
 
-    /// The value of the expression; may be infinite or not-a-number.
-    /// REQUIRES: a tree built without errors; otherwise a fatal assertion that names the formula
-    /// and its setting.
+    /// Returns the value of the expression; may be infinite or not-a-number. REQUIRES: a tree built
+    /// without errors; otherwise a fatal assertion that names the formula and its setting.
     double toDouble() const;
 
     /// Builds the tree; variable names are looked up in `settings`, which must outlive it. A
@@ -46,34 +45,35 @@ public:
     /// True when there is a tree, and each name in it is that of a setting.
     bool canBeEvaluated() const;
 
-    /// True when the value cannot change: no setting is named.
+    /// Returns true if the value cannot change because the formula names no setting.
     bool isPlainNumber() const { return constant.has_value(); }
 
-    /// Has every setting that the formula names report its changes to this formula, once for each
-    /// time that it is named. Called once for a tree.
+    /// Connects every setting that the formula names to this formula, once for each occurrence.
+    /// Called once for a tree.
     void attachSettingValueChangedSignals();
 
-    /// Calls `visit` with every setting that the formula names, each time that it is named; nullptr
-    /// for an unknown name.
+    /// Calls `visit` for each occurrence of a setting in the formula, with nullptr for an unknown
+    /// name.
     void visitSettings(const std::function<void(StructSetting*)>& visit) const;
 
-    /// The tree of a formula's text, or none for a malformed one; see buildFormulaTree().
+    /// Returns the tree of a formula's text, or null if the text is malformed; see
+    /// buildFormulaTree().
     static std::unique_ptr<FormulaNode> buildTree(const QString& text,
                                                   const QList<StructSetting*>& settings);
 
-    /// The group that opens at `start` up to its closing parenthesis, both included; up to the end
-    /// of the text when it is never closed.
+    /// Returns the group that opens at `start`, including both parentheses; up to the end of the
+    /// text if it is never closed.
     static QString captureStuffInParentheses(const QString& text, int start);
 
-    /// The first setting whose C variable name is exactly `name`; nullptr when there is none.
+    /// Returns the first setting whose C variable name is exactly `name`; nullptr if there is none.
     static StructSetting* getSettingByVariableName(const QList<StructSetting*>& settings,
                                                    const QString& name);
 
-    /// For messages: the formula's text and the setting that it belongs to.
+    /// Returns, for messages, the formula's text and its setting.
     QString describe() const;
 
 signals:
-    /// A setting that the formula names has changed.
+    /// Emitted when a setting that the formula names has changed.
     void memberSettingChanged();
 
 public slots:
@@ -81,7 +81,7 @@ public slots:
 
 private:
     QString formulaString;
-    std::unique_ptr<FormulaNode> root; ///< none for a plain number
+    std::unique_ptr<FormulaNode> root; ///< null for a plain number
     std::optional<double> constant;    ///< the value of a plain number
 };
 } // namespace HParser

@@ -13,30 +13,30 @@ namespace HParser
 {
 class StructSetting;
 
-/// Turns the text of a formula into its expression tree.
+/// Converts the text of a formula to its expression tree.
 class FormulaBuilder
 {
 public:
     /// Variable names are looked up in `settings`; the settings must outlive the trees.
     explicit FormulaBuilder(QList<StructSetting*> settings);
 
-    /// The tree, or none for a malformed text. A name that no setting has gives a node without a
+    /// Returns the tree, or null for a malformed text. An unknown name becomes a node without a
     /// setting.
     std::unique_ptr<FormulaNode> buildTree(const QString& text) const;
 
-    /// The value of a formula that is a number literal and nothing else.
+    /// Returns the value of a formula that is only a number literal.
     static std::optional<double> plainNumber(const QString& text);
 
 private:
     struct Tokens
     {
         QStringList operands;
-        QString operators; ///< operator i stands between operands i and i + 1
+        QString operators; ///< operator i is between operands i and i + 1
     };
 
     std::unique_ptr<FormulaNode> buildTree(const QString& text, int depth) const;
 
-    /// The tree of `operatorCount` operators from `firstOperator` on and the operands around them.
+    /// Returns the tree of `operatorCount` operators from `firstOperator` on, with their operands.
     std::unique_ptr<FormulaNode> buildRange(const Tokens& tokens, int firstOperator,
                                             int operatorCount, int depth) const;
     std::unique_ptr<FormulaNode> buildOperand(const QString& token) const;

@@ -64,7 +64,7 @@ public:
     /// '+', '-', '*' or '/'; any other character leaves the operator unset.
     void setOpType(QChar character);
 
-    /// The left operand's value alone while the operator is unset.
+    /// Returns only the left operand's value while the operator is unset.
     double evaluate() const override;
     QString getFormulaNodeType() const override { return QStringLiteral("MathOp"); }
     void attachSettingValueChangedSignals(Formula* formula) override;
@@ -93,6 +93,6 @@ public:
     void visitSettings(const std::function<void(StructSetting*)>& visit) const override;
 
     StructSetting* setting = nullptr;
-    QString name; ///< as the formula writes it
+    QString name; ///< as written in the formula
 };
 } // namespace HParser

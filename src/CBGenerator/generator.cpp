@@ -82,7 +82,7 @@ QList<SchemaFault> Generator::addStruct(const HeaderText::Struct& structure)
     settings->setOriginalOrderStructSettings(members);
     settings->setStructSettings(sortByVisualIndex(members));
     if (structure.isGlobal) {
-        delete globalSettings; // the last global struct wins
+        delete globalSettings; // the last global struct is used
         globalSettings = settings;
     } else {
         chemistrySettings.append(settings);

@@ -17,8 +17,8 @@ struct SchemaFault;
 
 /// The settings schema: parses the schema header (see docs/file-formats/schema-header.md).
 ///
-/// Any malformation is a fatal assertion; what was being parsed (file, number of the line, line) is
-/// printed on standard output.
+/// Any malformation is a fatal assertion; the file, the number of the line and the line are printed
+/// to standard output.
 class Generator : public QObject
 {
     Q_OBJECT
@@ -26,11 +26,11 @@ class Generator : public QObject
 public:
     explicit Generator(QObject* parent);
 
-    /// Path of the header to parse.
+    /// Sets the path of the header to parse.
     void setHFileLocation(const QString& path) { hFileLocation = path; }
     QString getHFileLocation() const { return hFileLocation; }
 
-    /// A second path kept for callers; parsing does not use it.
+    /// Sets a second path, kept for callers and not used for parsing.
     void setCBFileLocation(const QString& path) { cbFileLocation = path; }
     QString getCBFileLocation() const { return cbFileLocation; }
 
@@ -41,29 +41,29 @@ public:
     /// in which generate() would fail with them. The schema then lacks what could not be parsed.
     QList<SchemaFault> parse(const QString& text, int firstLine = 1);
 
-    /// The charger's global settings: shared, edited in place, owned by the generator.
+    /// Returns the charger's global settings: shared, edited in place, owned by the generator.
     StructSettings* getGlobalSettings() const { return globalSettings; }
 
-    /// The chemistry templates in header order; owned by the generator, never edited.
+    /// Returns the chemistry templates in header order; owned by the generator, never edited.
     QList<StructSettings*> getChemistrySettings() const { return chemistrySettings; }
 
-    /// A deep copy of the first chemistry of exactly this name, without values: the caller calls
-    /// buildFormulaTrees() on it. None for an unknown chemistry.
+    /// Returns a deep copy of the first chemistry with exactly this name, without values: the
+    /// caller calls buildFormulaTrees() on it. Null for an unknown chemistry.
     std::unique_ptr<StructSettings> getProfileSettings(const QString& chemistry) const;
 
-    /// True when the schema holds a chemistry of exactly this name.
+    /// Returns true if the schema has a chemistry with exactly this name.
     bool hasChemistry(const QString& chemistry) const;
 
-    /// Where profiles start in the charger's memory, in words.
+    /// Returns the word address at which profiles start in the charger's memory.
     int getProfileStartWordAddress() const { return profileStartWordAddress; }
 
-    /// Debug dumps to standard output.
+    /// Write debug dumps to standard output.
     void printAllSettings() const;
     static void printString(const QString& text);
     static void printStringList(const QStringList& texts);
 
 signals:
-    /// The header has been parsed.
+    /// Emitted when the header has been parsed.
     void finished();
 
 private:

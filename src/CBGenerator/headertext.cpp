@@ -11,7 +11,7 @@ namespace HParser
 {
 namespace
 {
-// Every line is looked at by these, so they do without regular expressions where they can.
+// These are called for every line, so they avoid regular expressions where possible.
 
 bool isBlank(const QString& line)
 {
@@ -33,7 +33,7 @@ HeaderText::StartAddress startAddressIn(const HeaderText::Line& line)
 {
     const QString word = line.text.simplified().section(QLatin1Char(' '), -1);
     bool isNumber = false;
-    const int value = word.toInt(&isNumber, 0); // base as C literals tell
+    const int value = word.toInt(&isNumber, 0); // base as in C literals
     return {line, word, isNumber ? std::optional<int>(value) : std::nullopt};
 }
 } // namespace

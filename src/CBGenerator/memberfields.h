@@ -14,7 +14,7 @@ enum class MemberField
     Size,
     LowerBound,
     UpperBound,
-    ScaleFactor, ///< behind one marker character
+    ScaleFactor, ///< after one marker character
     Decimals,
     Name,
     Units,
@@ -25,7 +25,7 @@ enum class MemberField
     Level
 };
 
-/// The fields of a member line of the schema header, by the kind of the setting.
+/// The fields of a member line in the schema header, for each kind of setting.
 struct MemberFields
 {
     StructSetting::SettingType type;

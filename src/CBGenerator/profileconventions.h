@@ -7,7 +7,7 @@ namespace HParser
 {
 class StructSettings;
 
-/// What a chemistry needs to be a profile.
+/// The conventions that a chemistry must follow to serve as a profile.
 namespace ProfileConventions
 {
 /// The names of settings that the editor itself knows.
@@ -23,7 +23,7 @@ inline constexpr QLatin1String chemistry("chemistry");
 /// The names of the flags that each chemistry has: active, default and modifiable.
 QStringList flags();
 
-/// True when the struct has a flag of this name.
+/// Returns true if the struct has a flag of this name.
 bool hasFlag(const StructSettings& settings, const QString& name);
 
 /// True when the struct begins with the number by which images name it, "type".

@@ -53,8 +53,8 @@ QList<SchemaFault> brokenFormulas(const StructSettings& settings)
     return faults;
 }
 
-/// A formula changes its own setting once for each time that it names the changed one; where formulas
-/// name a setting several times the changes multiply from one to the next.
+/// A formula changes its own setting once for each occurrence of the changed setting; if formulas
+/// name a setting several times, the changes multiply from one setting to the next.
 QList<SchemaFault> endlessChanges(const StructSettings& settings)
 {
     DependencyGraph graph(settings);
@@ -66,14 +66,14 @@ QList<SchemaFault> endlessChanges(const StructSettings& settings)
             names.append(QStringLiteral("\"%1\"").arg(setting->descriptiveName));
         }
         faults.append({"formulas do not form a loop", __FILE__, __LINE__, 0,
-                       QStringLiteral("Formulas of these settings follow each other: ")
+                       QStringLiteral("Formulas of these settings depend on each other: ")
                            + names.join(QStringLiteral(" -> "))});
     }
     const StructSetting* avalanche = faults.isEmpty() ? graph.findAvalanche() : nullptr;
     if (avalanche != nullptr) {
         faults.append(
             {"changes do not multiply endlessly", __FILE__, __LINE__, 0,
-             QStringLiteral("A change sets off more than %1 others, that of \"%2\"")
+             QStringLiteral("A change triggers more than %1 others, that of \"%2\"")
                  .arg(QString::number(DependencyGraph::mostChanges), avalanche->descriptiveName)});
     }
     return faults;

@@ -13,8 +13,8 @@ struct SchemaFault;
 /// Every struct is checked on a deep copy; a fault is a fatal assertion that names the setting and
 /// the formula:
 /// - a formula that cannot be built, or that names an unknown or hidden setting;
-/// - formulas that follow each other in a loop;
-/// - a setting whose change sets off more than 10,000 changes of settings that follow it;
+/// - formulas that depend on each other in a loop;
+/// - a setting whose change triggers more than 10,000 changes of dependent settings;
 /// - a chemistry without "active", "default" and "modifiable" flags, or with fewer than two visible
 ///   settings (its title and subtitle).
 class SchemaCheck

@@ -10,7 +10,7 @@ namespace HParser
 struct SchemaFault
 {
     const char* condition; ///< that does not hold, as the fatal assertion prints it
-    const char* source;    ///< the source file that demands it
+    const char* source;    ///< the source file with the condition
     int sourceLine;
     int line = 0;         ///< of the header, counted from 1; 0 if no single line is at fault
     QString context = {}; ///< the text of that line, or what was checked; may be empty

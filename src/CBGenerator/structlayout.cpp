@@ -58,7 +58,8 @@ QStringList StructLayout::dataTypes()
 
 int StructLayout::mostBits(const StructSetting& setting)
 {
-    const bool isFlag = setting.settingType == StructSetting::BOOL; // takes a byte of any type
+    const bool isFlag =
+        setting.settingType == StructSetting::BOOL; // takes a byte whatever its type
     return bitsPerByte * (isFlag ? 1 : byteCount(setting.variableDataType));
 }
 

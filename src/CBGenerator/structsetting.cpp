@@ -108,7 +108,7 @@ QStringList StructSetting::getList(const QStringList& pieces)
     KELVARON_ASSERT_TEXT(lastItem >= firstItem - 1, "index out of range"); // a list may be empty
     QStringList items;
     for (int i = firstItem; i <= lastItem; ++i) {
-        // Braces may stand around the whole list, so its ends are cut out by their quotes.
+        // The whole list may be in braces, so its first and last items are found by their quotes.
         const bool isEnd = i == firstItem || i == lastItem;
         items.append(isEnd ? getStringInQuotes(pieces.at(i)) : stripOutQuotes(pieces.at(i)));
     }

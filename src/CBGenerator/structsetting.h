@@ -19,9 +19,9 @@ struct SchemaFault;
 ///
 /// A header line is "<C type> <name>[<array size>]; // <kind>, <comma-separated fields>" (see
 /// docs/file-formats/schema-header.md). Numbers are clamped to their bounds and rounded to their
-/// decimal places, texts are cut to their C array. Formulas belong to the setting as children.
-/// Life: parsed (formulas hold text only), wired by the struct (buildFormulaTrees and the two
-/// attach calls), edited.
+/// decimal places, texts are truncated to their C array. Formulas are children of the setting.
+/// Stages of its life: parsed (formulas contain only text), connected by the struct
+/// (buildFormulaTrees and the two attach calls), edited.
 class StructSetting : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ class StructSetting : public QObject
 public:
     enum SettingType : int
     {
-        UNKNOWN = -1, ///< keyword is none of the four: never shown, no value
+        UNKNOWN = -1, ///< none of the four keywords: never shown, no value
         NUM = 0,
         BOOL = 1,
         STRING = 2,
@@ -42,7 +42,7 @@ public:
     /// The value of a new profile; a formula (child of this setting) for NUM.
     using DefaultValue = std::variant<std::monostate, Formula*, bool, QString>;
 
-    /// An empty setting of unknown kind, to be filled by a copy.
+    /// Creates an empty setting of unknown kind, to be filled by a copy.
     explicit StructSetting(QObject* parent);
 
     /// Parses one member line. A malformed line is a fatal assertion: an empty part, or too few
@@ -53,8 +53,8 @@ public:
     /// Returns why the line cannot be parsed; nothing if it can.
     static std::optional<SchemaFault> faultOf(const MemberLine& line);
 
-    /// NUM: the number with 6 significant digits; BOOL: "true" or "false"; STRING and LIST: the
-    /// text; unknown kind: "ERROR".
+    /// Returns, for NUM, the number with 6 significant digits; BOOL: "true" or "false"; STRING and
+    /// LIST: the text; unknown kind: "ERROR".
     QString getValue() const;
 
     /// NUM: clamps, rounds and stores; then emits numValueChanged(). An advanced setting outside
@@ -62,8 +62,8 @@ public:
     /// REQUIRES: a NUM whose formulas are built.
     void setValue(double value);
 
-    /// STRING, LIST: stores the first arraySize - 1 characters; all of them when arraySize is 0.
-    /// Half a surrogate pair is never left at the cut.
+    /// STRING, LIST: stores the first arraySize - 1 characters; all of them if arraySize is 0. A
+    /// surrogate pair is never split.
     void setValue(const QString& text);
 
     /// BOOL: stores the flag.
@@ -71,69 +71,70 @@ public:
 
     void setValue(const char*) = delete; // would silently become a bool
 
-    /// Stores the value that a text stands for, as it is: no clamping, no cut, no signal. NUM: 0 for
-    /// a text that is no finite number; BOOL: true exactly for "true".
+    /// Stores the value of a text unchanged: no clamping, no truncation, no signal. NUM: 0 for a
+    /// text that is not a finite number; BOOL: true only for "true".
     void storeValueFromText(const QString& text);
 
-    /// What setValue() would make of a number outside the advanced rule; stores nothing.
+    /// Returns the number as setValue() would store it, ignoring the advanced rule; stores nothing.
     double setInBoundsAndDecPlaces(double value) const;
 
-    /// NUM: the default formula's value, neither clamped nor rounded; the others: the default.
+    /// Stores, for NUM, the default formula's value, neither clamped nor rounded; for the others
+    /// the default.
     void copyDefaultValueIntoCurrentValue();
 
     /// Sets the value again to what getValue() returns, with the setter's rules. A number is cut to 6
     /// significant digits.
     void updateValue();
 
-    /// A copy of the description without parent, current value and formula trees; the caller owns
-    /// it.
+    /// Returns a copy of the description without parent, current value and formula trees; the
+    /// caller owns it.
     StructSetting* deepCopy() const;
 
     /// NUM: builds the trees of all formulas; names are looked up in `siblings`.
     void buildFormulaTrees(const QList<StructSetting*>& siblings);
 
-    /// NUM: has the settings that its formulas name report their changes to those formulas.
+    /// NUM: connects the settings that its formulas name to those formulas.
     void attachMemberSettingSignalsToContainerFormulaSlots();
 
     /// NUM: re-clamps this setting whenever one of its formulas reports a change.
     void attachMemberFormulaSignalsToThisSettingsSlot();
 
-    /// Switches advanced mode of an advanced setting and emits enableView(); nothing for a basic
-    /// one.
+    /// Switches advanced mode of an advanced setting and emits enableView(); does nothing for a
+    /// basic one.
     void enableAdvancedMode(bool on);
 
-    /// The display position that the visual index text stands for; nothing when it does not convert
-    /// to a number. Never evaluates the formula.
+    /// Returns the display position given by the visual index text; nothing if the text is not a
+    /// number. Never evaluates the formula.
     std::optional<double> visualPosition() const;
 
-    /// The formulas that are evaluated: lower and upper bound, scale factor, decimal places,
-    /// default. Empty for the other kinds.
+    /// Returns the formulas that are evaluated: lower and upper bound, scale factor, decimal
+    /// places, default. Empty for the other kinds.
     QList<Formula*> evaluatedFormulas() const;
 
-    /// BOOL: the current flag; false for other kinds.
+    /// Returns the current flag of a BOOL; false for other kinds.
     bool isOn() const;
 
-    /// NUM: the current number; 0 for other kinds.
+    /// Returns the current number of a NUM; 0 for other kinds.
     double number() const;
 
-    /// The number that the text of getValue() stands for: as others see this setting, with 6
+    /// Returns the text of getValue() as a number, which is what formulas of other settings use: 6
     /// significant digits. 0 for a text that is not a number.
     double textAsNumber() const;
 
     /// Writes every field to standard output.
     void printSetting() const;
 
-    /// The number in the first "[...]"; 0 when none can be read.
+    /// Returns the number in the first "[...]"; 0 if there is none.
     static int getNumInSquareBrackets(const QString& text);
 
-    /// The items of a LIST line's pieces. REQUIRES: 7 pieces or more (fatal assertion).
+    /// Returns the items of a LIST line's pieces. REQUIRES: 7 pieces or more (fatal assertion).
     static QStringList getList(const QStringList& pieces);
 
-    /// The first quoted run of letters, digits, underscores and white space, without its quotes;
-    /// empty when there is none.
+    /// Returns the first quoted run of letters, digits, underscores and white space, without its
+    /// quotes; empty if there is none.
     static QString getStringInQuotes(const QString& text);
 
-    /// The text without its first and last characters, whatever these are.
+    /// Returns the text without its first and last characters, whatever these are.
     static QString stripOutQuotes(const QString& text);
 
     QString variableName;     ///< C member name, without any "[..]"
@@ -151,20 +152,20 @@ public:
     QString categoryLabel;
     DefaultValue defaultValue;
     Value currentValue;
-    Formula* visualIndex = nullptr; ///< read as text, never evaluated; none for unknown kind
+    Formula* visualIndex = nullptr; ///< read as text, never evaluated; null for unknown kind
     bool isBasic = false;
     QStringList list; ///< LIST: the items in header order
     bool advancedModeEnabled = false;
 
 signals:
-    /// After every setValue(double).
+    /// Emitted after every setValue(double).
     void numValueChanged();
 
-    /// An advanced setting's editor is to be enabled or disabled.
+    /// Emitted to enable or disable the editor of an advanced setting.
     void enableView(bool on);
 
 public slots:
-    /// Pulls the value back inside bounds that may have moved.
+    /// Clamps the value again after its bounds may have changed.
     void on_formulasMemberSettingChanged();
 
 private:
@@ -175,7 +176,7 @@ private:
     void initialiseValue();
     QString defaultValueText() const;
 
-    // What textAsNumber() was last asked for, and its answer: fifty bounds may follow one setting.
+    // The last number and result of textAsNumber(): fifty bounds may depend on one setting.
     mutable double lastNumber = std::numeric_limits<double>::quiet_NaN();
     mutable double lastTextNumber = 0;
 };

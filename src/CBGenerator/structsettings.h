@@ -22,11 +22,11 @@ class StructSettings : public QObject
 public:
     explicit StructSettings(QObject* parent);
 
-    /// The name shown to the user; for a chemistry, the chemistry's name.
+    /// Returns the name shown to the user; for a chemistry, the chemistry's name.
     QString getDescriptiveName() const { return descriptiveName; }
     void setDescriptiveName(const QString& name) { descriptiveName = name; }
 
-    /// True for the charger's global settings, false for a chemistry.
+    /// Returns true for the charger's global settings, false for a chemistry.
     bool getGlobal() const { return global; }
     void setGlobal(bool isGlobal) { global = isGlobal; }
 
@@ -43,19 +43,19 @@ public:
     /// Takes ownership of the settings.
     void setOriginalOrderStructSettings(const QList<StructSetting*>& settings);
 
-    /// True once the user has changed advanced settings; they then keep their values.
+    /// Returns true once the user has changed advanced settings; they then keep their values.
     bool getAdvancedSettingsEdited() const { return advancedSettingsEdited; }
     void setAdvancedSettingsEdited(bool edited) { advancedSettingsEdited = edited; }
 
-    /// An independent copy without values; buildFormulaTrees() brings it to life.
+    /// Returns an independent copy without values; call buildFormulaTrees() on it before use.
     std::unique_ptr<StructSettings> deepCopy() const;
 
-    /// Wires the formulas and gives every setting its default value. Called once on every struct
-    /// that will be edited or evaluated. A formula can name only settings of the visual order;
-    /// while the defaults are copied, a value not yet copied counts as 0.
+    /// Connects the formulas and sets every setting to its default value. Call this once on every
+    /// struct that will be edited or evaluated. A formula can only use settings of the visual
+    /// order; while the defaults are copied, a value not yet copied counts as 0.
     void buildFormulaTrees();
 
-    /// The first setting of the header order with exactly this name; nullptr when there is none.
+    /// Returns the first setting in header order with exactly this name; nullptr if there is none.
     StructSetting* getStructSettingByDescriptiveName(const QString& name) const;
 
     /// Writes the struct to standard output.

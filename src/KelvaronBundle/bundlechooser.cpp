@@ -12,7 +12,8 @@
 
 namespace
 {
-/// By name ignoring case; names that differ in case alone have an order too, the same on every disk.
+/// By name ignoring case; names that differ only in case are ordered, too, in the same way on every
+/// disk.
 QStringList namesOfFiles(const QDir& directory)
 {
     QStringList names = directory.entryList(QDir::Files, QDir::Name);

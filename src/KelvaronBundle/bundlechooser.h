@@ -16,8 +16,8 @@ public:
 
     BundleChooser() = delete;
 
-    /// The bundle file ("*.kelvaron") of the highest version in `folder`; of several with that
-    /// version, the first by name ignoring case. A version text that is not a dotted version counts as
-    /// "0". Nothing when no bundle has a version above "0".
+    /// Returns the bundle file ("*.kelvaron") with the highest version in `folder`; of several with
+    /// that version, the first by name ignoring case. A version text that is not a dotted version
+    /// counts as "0". Returns nothing if no bundle has a version above "0".
     static std::optional<Choice> mostRecent(const QString& folder);
 };

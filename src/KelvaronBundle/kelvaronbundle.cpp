@@ -236,7 +236,7 @@ QString KelvaronBundle::getBundleVersion(const QString& path)
     const QString fileName = QFileInfo(path).fileName();
     static const QRegularExpression versionedName(
         QStringLiteral("([0-9]+\\.)*[0-9]+.*\\.kelvaron"),
-        QRegularExpression::DotMatchesEverythingOption); // a name may hold a line feed
+        QRegularExpression::DotMatchesEverythingOption); // a name may contain a line feed
     static const QRegularExpression dottedNumber(QStringLiteral("([0-9]+\\.)*[0-9]+"));
     if (versionedName.match(fileName).hasMatch()) {
         return dottedNumber.match(fileName).captured(0);

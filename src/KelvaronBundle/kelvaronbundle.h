@@ -34,7 +34,7 @@ public:
         DEVICE_DESCRIPTION = 0,
         SCHEMA_HEADER = 1,
         FIRMWARE_IMAGE = 2,                 ///< Intel HEX
-        DEVICE_DESCRIPTION_NO_OVERWRITE = 3 ///< for a flash that keeps the charger's profiles
+        DEVICE_DESCRIPTION_NO_OVERWRITE = 3 ///< to keep the charger's profiles in a flash
     };
 
     static constexpr QLatin1String keyBlockLine{"..."}; ///< opens and closes the key/value block
@@ -45,72 +45,74 @@ public:
     /// A device description, a schema header and the checksums: a bundle with fewer is unusable.
     static constexpr int fewestSections = 3;
 
-    /// Reads nothing yet.
+    /// Creates the object; reads nothing yet.
     explicit KelvaronBundle(QString path);
 
-    /// Reads the key/value block; an unreadable file leaves every key empty. A malformed line is a
-    /// fatal assertion.
+    /// Reads the key/value block; with an unreadable file, every key is empty. A malformed line is
+    /// a fatal assertion.
     void parseKeyValuePairs();
 
-    /// False when parseKeyValuePairs() would find a malformed line in this file.
+    /// Returns false if parseKeyValuePairs() would find a malformed line in this file.
     static bool hasSoundKeyBlock(const QString& path);
 
     /// A key and its value.
     using KeyValue = QPair<QString, QString>;
 
-    /// What a line of the key/value block holds, both trimmed; nothing for a malformed line. Neither
-    /// is checked for being empty: "KEY = " has an empty value, while "KEY =" is malformed.
+    /// Returns the key and value in a line of the key/value block, both trimmed; nothing for a
+    /// malformed line. Either may be empty: "KEY = " has an empty value, while "KEY =" is
+    /// malformed.
     static std::optional<KeyValue> parseKeyLine(const QString& line);
 
-    /// The value; empty for an absent key.
+    /// Returns the value; empty for a missing key.
     QString valueFromKey(const QString& key) const { return keyValuePairs.value(key); }
 
-    /// The whole key/value block.
+    /// Returns the whole key/value block.
     QMap<QString, QString> getKeyValuePairs() const { return keyValuePairs; }
 
-    /// Reads the sections and verifies their checksums. False when the file cannot be opened or
-    /// something does not match ("Match failed!" on standard output); the sections that were found
-    /// can be used all the same.
+    /// Reads the sections and verifies their checksums. Returns false if the file cannot be opened
+    /// or a checksum does not match ("Match failed!" on standard output); the sections found can
+    /// still be used.
     bool parseBundle();
 
     /// Finds the sections in the text of a bundle, as UTF-8 without carriage returns.
     void cutSections(const QByteArray& text);
 
-    /// How many sections were found, the checksums' own included.
+    /// Returns how many sections were found, including the checksums.
     int getNumFiles() const { return files.size(); }
 
-    /// The numbers, counted from 0, of the lines that open and close each section; the last one is
-    /// missing when the last section is not closed.
+    /// Returns the numbers, counted from 0, of the lines that open and close each section; the last
+    /// number is missing if the last section is not closed.
     QVector<int> getSectionLines() const { return sectionLines; }
 
-    /// Text of section `index`, each line ended by a line feed. An index out of range is a fatal
-    /// assertion.
+    /// Returns the text of section `index`, each line ended by a line feed. An index out of range
+    /// is a fatal assertion.
     QString getFile(int index) const;
 
-    /// The opening marker line of section `index`, as it stands.
+    /// Returns the opening marker line of section `index`, unchanged.
     QString getMarker(int index) const;
 
     /// Returns the text between the ends of that line, trimmed.
     QString getName(int index) const;
 
-    /// Writes section `index` to `path`, whole or not at all; false when it cannot be written. An
-    /// index out of range is a fatal assertion.
+    /// Writes section `index` to `path`, completely or not at all; returns false if it cannot be
+    /// written. An index out of range is a fatal assertion.
     bool saveFile(int index, const QString& path) const;
 
-    /// The bytes that saveFile() writes. An index out of range is a fatal assertion.
+    /// Returns the bytes that saveFile() writes. An index out of range is a fatal assertion.
     QByteArray bytesOf(int index) const;
 
-    /// How many embedded files can be used: all sections but the last, which holds the checksums.
+    /// Returns the number of usable embedded files: all sections but the last, which contains the
+    /// checksums.
     int getNumEmbedded() const { return std::max(0, getNumFiles() - 1); }
 
-    /// True for a line that opens or closes a section.
+    /// Returns true for a line that opens or closes a section.
     static bool matchesStartEndLine(const QString& line);
 
-    /// The version of any bundle file: its key VERSION, else the first dotted number in its file
-    /// name, else "0". A VERSION is returned as it stands, whether it is a dotted version or not.
+    /// Returns the version of any bundle file: its key VERSION, else the first dotted number in its
+    /// file name, else "0". A VERSION is returned unchanged, whether it is a dotted version or not.
     static QString getBundleVersion(const QString& path);
 
-    /// The checksum of a section's text: lower-case hexadecimal MD5 of its UTF-8 bytes.
+    /// Returns the checksum of a section's text: lower-case hexadecimal MD5 of its UTF-8 bytes.
     static QString checksum(const QString& text);
 
     /// Returns the checksum of section `index`. An index out of range is a fatal assertion.
@@ -119,7 +121,7 @@ public:
     /// A line of the last section, which has a checksum for each of the others.
     struct ChecksumLine
     {
-        int number = 0; ///< of the line, counted from 0
+        int number = 0; ///< number of the line, counted from 0
         QString text;
     };
 
@@ -141,7 +143,7 @@ public:
     static KeyBlock readKeyBlock(QIODevice& device);
 
 private:
-    /// Where an embedded file stands in `content`.
+    /// The position of an embedded file in `content`.
     struct Range
     {
         int start = 0;
@@ -153,8 +155,9 @@ private:
     bool checksumsMatch() const;
 
     QString bundleFilePath;
-    QByteArray content;        ///< the whole bundle as UTF-8, lines ended by a line feed
-    QVector<int> sectionLines; ///< of the markers that open and close the sections, in turn; from 0
+    QByteArray content; ///< the whole bundle as UTF-8, lines ended by a line feed
+    QVector<int>
+        sectionLines; ///< line numbers of the markers that open and close the sections, in turn; from 0
     QVector<Range> files;
     QStringList markers;
     QMap<QString, QString> keyValuePairs;

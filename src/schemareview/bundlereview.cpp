@@ -54,12 +54,12 @@ void BundleReview::checkSections()
     if (isOpen) {
         add(markerLine(markers - 1), 1, Problem::Severity::Fatal,
             QStringLiteral("this section is never closed, or a marker before it is missing"),
-            QStringLiteral("the same marker line behind its last line"));
+            QStringLiteral("the same marker line after its last line"));
     }
     if (whole < KelvaronBundle::fewestSections) {
         add(0, 0, Problem::Severity::Fatal,
-            QStringLiteral("%1 whole sections, fewer than a device description, a settings header "
-                           "and checksums")
+            QStringLiteral("%1 complete sections, fewer than a device description, a settings "
+                           "header and checksums")
                 .arg(whole),
             QStringLiteral("each between two lines such as %1")
                 .arg(KelvaronBundle::markerLine(QStringLiteral("device.txt"))));
@@ -119,13 +119,13 @@ void BundleReview::checkKeyLine(const QString& line, int number)
     if (!pair) {
         add(number, 1, Problem::Severity::Fatal,
             QStringLiteral("%1 is not a key with a value").arg(quotedText(line)),
-            QStringLiteral("KEY = VALUE, of letters, digits, \"_\" and \".\""));
+            QStringLiteral("KEY = VALUE, with letters, digits, \"_\" and \".\""));
         return;
     }
     const QString& key = pair->first;
     if (values.contains(key)) {
         add(number, line.indexOf(key) + 1, Problem::Severity::Warning,
-            QStringLiteral("the key %1 is there already in line %2; this one counts")
+            QStringLiteral("the key %1 is already in line %2; this one is used")
                 .arg(key)
                 .arg(values.value(key).line),
             QStringLiteral("each key once"));
@@ -138,21 +138,20 @@ void BundleReview::checkVersions(const QString& fileName)
 {
     static const QRegularExpression versionedName(QStringLiteral("[0-9].*\\.kelvaron"));
     const QString form = QStringLiteral("numbers with dots, such as 1.2.0");
-    // The editor takes a key without a value for one that is absent.
+    // The editor treats a key without a value as missing.
     const auto version = values.constFind(KelvaronBundle::versionKey);
     if (version == values.constEnd() || version->text.isEmpty()) {
         const QString meant = nearestWord(KelvaronBundle::versionKey, values.keys());
         if (!versionedName.match(fileName).hasMatch() && !meant.isEmpty()
             && meant != KelvaronBundle::versionKey) {
             add(values.value(meant).line, values.value(meant).keyColumn, Problem::Severity::Error,
-                QStringLiteral(
-                    "%1 is not the key of the version: the editor passes the bundle over")
+                QStringLiteral("%1 is not the key of the version: the editor ignores the bundle")
                     .arg(quotedText(meant)),
                 KelvaronBundle::versionKey);
         } else if (!versionedName.match(fileName).hasMatch()) {
             add(0, 0, Problem::Severity::Error,
                 QStringLiteral("no version, neither as a key nor in the file's name: the editor "
-                               "passes the bundle over"),
+                               "ignores the bundle"),
                 QStringLiteral("VERSION = 1.2.0 between two lines \"...\""));
         }
     } else if (!VersionString::isDottedVersion(version->text)) {
@@ -188,7 +187,7 @@ void BundleReview::checkHeader()
     constexpr int header = KelvaronBundle::SCHEMA_HEADER;
     if (bundle.getSectionLines().size() > 2 * (header + 1)) {
         QString text = bundle.getFile(header);
-        text.chop(1); // the line feed behind the last line
+        text.chop(1); // the line feed after the last line
         found += HParser::HeaderReview::problems(text, markerLine(2 * header) + 1);
     }
 }

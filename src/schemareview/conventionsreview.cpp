@@ -14,8 +14,8 @@ namespace
 {
 constexpr int fewestShown = 2;
 
-/// A whole byte of an image, be it a member or a bit field. True also for a size or type that is none:
-/// that was reported with the line.
+/// Returns true for a whole byte of an image, as a member or a bit field. Also true for an invalid
+/// size or type, which was reported with the line.
 bool takesOneByte(const StructSetting& setting)
 {
     if (setting.size != QLatin1String("auto")) {
@@ -59,7 +59,7 @@ bool ConventionsReview::checkFlags()
             }
         } else if (!ProfileConventions::hasFlag(structure.settings(), name)) {
             structure.add(*member, MemberField::Kind, Problem::Severity::Fatal,
-                          QStringLiteral("\"%1\" has to be a bool").arg(name), line);
+                          QStringLiteral("\"%1\" must be a bool").arg(name), line);
         } else if (structure.isShown(member->setting)) {
             structure.add(*member, MemberField::Place, Problem::Severity::Warning,
                           QStringLiteral("\"%1\" is set in the list of profiles").arg(name),
@@ -77,7 +77,8 @@ bool ConventionsReview::checkFlags()
     return areThere;
 }
 
-/// The hidden member whose name was probably meant to be this one; nullptr for none.
+/// Returns the hidden member whose name was probably meant to be this one; nullptr if there is
+/// none.
 const ReviewedStruct::Member* ConventionsReview::memberMeant(const QString& name) const
 {
     QStringList names;
@@ -100,7 +101,7 @@ void ConventionsReview::checkTypeMember()
                              && member.setting->descriptiveName == ProfileConventions::type;
         if (isNamed && i > 0) {
             structure.add(member, MemberField::Name, Problem::Severity::Fatal,
-                          QStringLiteral("\"type\" is the first member of a struct and no other"),
+                          QStringLiteral("only the first member of a struct may be \"type\""),
                           QStringLiteral("another name"));
         }
     }
@@ -116,13 +117,13 @@ void ConventionsReview::checkTypeMember()
     const StructSetting& setting = *first.setting;
     if (setting.descriptiveName != ProfileConventions::type) {
         structure.add(first, MemberField::Name, Problem::Severity::Fatal,
-                      QStringLiteral("the first member of a struct is its \"type\""), form);
+                      QStringLiteral("the first member of a struct must be its \"type\""), form);
         return;
     }
     const bool isByte = takesOneByte(setting);
     if (setting.settingType != StructSetting::NUM || !isByte) {
         structure.add(first, MemberField::Kind, Problem::Severity::Fatal,
-                      QStringLiteral("\"type\" has to be a number of one byte"), form);
+                      QStringLiteral("\"type\" must be a number of one byte"), form);
     } else if (structure.isShown(&setting)) {
         structure.add(first, MemberField::Place, Problem::Severity::Warning,
                       QStringLiteral("\"type\" must not be editable"),
@@ -156,7 +157,7 @@ void ConventionsReview::checkChecksum()
     if (!isByte || !isCount) {
         structure.add(
             *member, MemberField::Kind, Problem::Severity::Error,
-            QStringLiteral("\"checksum\" has to be a number of one byte with scale factor 1"),
+            QStringLiteral("\"checksum\" must be a number of one byte with scale factor 1"),
             QStringLiteral("num, auto, 0, 255, x1, 0, \"checksum\", \"\", Identity, 0, -1, "
                            "advanced, of type unsigned char"));
     }

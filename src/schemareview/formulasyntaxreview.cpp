@@ -6,7 +6,7 @@ namespace HParser
 {
 namespace
 {
-// FormulaBuilder builds more than this.
+// Well below what FormulaBuilder can handle.
 constexpr int mostOperators = 1000;
 constexpr int deepest = 400;
 } // namespace
@@ -31,7 +31,8 @@ FormulaSyntaxReview::FormulaSyntaxReview(const QString& text, const JudgeName& j
     positions.append(text.size());
 }
 
-/// Reads the operands and operators from `first` up to, not including, `last`. False after a fault.
+/// Reads the operands and operators from `first` up to, but not including, `last`. Returns false
+/// after a fault.
 bool FormulaSyntaxReview::readExpression(int first, int last, int depth)
 {
     const bool isGroup = first < last && compact.at(first) == QLatin1Char('(')
@@ -49,7 +50,7 @@ bool FormulaSyntaxReview::readExpression(int first, int last, int depth)
         }
         if (++operators > mostOperators) {
             return refuse(position, QStringLiteral("the formula is too long"),
-                          QStringLiteral("a setting of its own for a part of it"));
+                          QStringLiteral("a separate setting for a part of it"));
         }
         ++position;
     }
@@ -79,7 +80,7 @@ bool FormulaSyntaxReview::readGroup(int& position, int last, int depth)
     const int end = FormulaScanner::groupEnd(compact, position, last);
     if (end < 0) {
         return refuse(position, QStringLiteral("\"(\" is never closed"),
-                      QStringLiteral("a \")\" behind the operand that it opens"));
+                      QStringLiteral("a \")\" after the operand that it opens"));
     }
     const int inner = position + 1;
     const bool isDoubled = inner < end - 1 && compact.at(inner) == QLatin1Char('(')
@@ -89,8 +90,8 @@ bool FormulaSyntaxReview::readGroup(int& position, int last, int depth)
                       QStringLiteral("one pair of parentheses"));
     }
     if (depth >= deepest) {
-        return refuse(position, QStringLiteral("parentheses are nested too deep"),
-                      QStringLiteral("a setting of its own for a part of the formula"));
+        return refuse(position, QStringLiteral("parentheses are nested too deeply"),
+                      QStringLiteral("a separate setting for a part of the formula"));
     }
     position = end;
     return readExpression(inner, end - 1, depth + 1);
@@ -115,13 +116,13 @@ bool FormulaSyntaxReview::refuseOperand(int position, int last)
     }
     const QChar c = compact.at(position);
     if (FormulaScanner::isSign(c)) {
-        return refuse(position, QStringLiteral("a sign can only stand before a number"),
+        return refuse(position, QStringLiteral("a sign is only allowed before a number"),
                       c == QLatin1Char('-') ? QStringLiteral("\"0 - ...\", in parentheses")
                                             : QStringLiteral("it without the \"+\""));
     }
     if (c == QLatin1Char('.')) {
         return refuse(position, QStringLiteral("a number cannot begin with a point"),
-                      QStringLiteral("\"0.\" and the digits behind it"));
+                      QStringLiteral("\"0.\" and the digits after it"));
     }
     return refuse(position, QStringLiteral("\"%1\" starts neither a number nor a name").arg(c),
                   QStringLiteral("a number, a name or an expression in parentheses"));

@@ -40,7 +40,7 @@ private:
 
     const JudgeName& judgeName;
     QString compact;      ///< the formula without blanks
-    QList<int> positions; ///< of each character of `compact`, and of the end
+    QList<int> positions; ///< position of each character of `compact`, and of the end
     QList<Fault> found;
     int operators = 0;
 };

@@ -35,7 +35,7 @@ QString wordAt(const QString& line, int position)
     return found.isEmpty() ? line.mid(position, 1) : found;
 }
 
-/// Where the first visible character stands.
+/// Returns the position of the first visible character.
 int firstColumn(const QString& line)
 {
     int column = 1;
@@ -94,7 +94,7 @@ void HeaderReview::refuseHeader(const HeaderText::Line& line)
                               : QStringLiteral("%1 instead of %2").arg(quotedText(word), expected);
     found.append(
         {line.number, header.position() + 1, Problem::Severity::Error,
-         QStringLiteral("%1: this line opens no struct of settings, its members are ignored")
+         QStringLiteral("%1: this line does not open a struct of settings, its members are ignored")
              .arg(fault),
          nearest.isEmpty() ? headerForm : nearest});
 }
@@ -147,7 +147,7 @@ void HeaderReview::readStruct(const HeaderText::Struct& structure)
 void HeaderReview::checkStartAddress(const std::optional<HeaderText::StartAddress>& address)
 {
     if (!address) {
-        return; // reported at the end: a line may be meant to define it
+        return; // reported at the end: a later line may be meant to define it
     }
     const HeaderText::Line& line = address->line;
     const int column = line.text.lastIndexOf(address->word) + 1;
@@ -159,7 +159,7 @@ void HeaderReview::checkStartAddress(const std::optional<HeaderText::StartAddres
                       QStringLiteral("a C integer such as 0x9C00")});
     } else if (*address->value < 0 || 2 * static_cast<qint64>(*address->value) > lastStart) {
         found.append({line.number, column, Problem::Severity::Error,
-                      QStringLiteral("the profiles would lie outside the charger's flash memory"),
+                      QStringLiteral("the profiles would be outside the charger's flash memory"),
                       QStringLiteral("a word address from 0 to 0x%1")
                           .arg(QString::number(lastStart / 2, 16).toUpper())});
     }
@@ -200,8 +200,8 @@ void HeaderReview::checkStructs()
         }
         if (global != nullptr) {
             found.append({global->line(), 1, Problem::Severity::Error,
-                          QStringLiteral("these global settings are dropped: those of line %1 "
-                                         "count")
+                          QStringLiteral("these global settings are ignored: those in line %1 are "
+                                         "used")
                               .arg(structure->line()),
                           QStringLiteral("one global struct")});
         }
@@ -231,11 +231,10 @@ void HeaderReview::checkNames()
         }
         const QString name = structure->name();
         if (lines.contains(name)) {
-            found.append(
-                {structure->line(), 1, Problem::Severity::Error,
-                 QStringLiteral("the chemistry %1 is there already in line %2, which counts")
-                     .arg(quotedText(name), QString::number(lines.value(name))),
-                 QStringLiteral("another title")});
+            found.append({structure->line(), 1, Problem::Severity::Error,
+                          QStringLiteral("the chemistry %1 is already in line %2, which is used")
+                              .arg(quotedText(name), QString::number(lines.value(name))),
+                          QStringLiteral("another title")});
         } else {
             lines.insert(name, structure->line());
         }
@@ -257,11 +256,11 @@ void HeaderReview::checkTypes()
         }
         if (lines.contains(*type)) {
             found.append({structure->typeLine(), structure->typeColumn(), Problem::Severity::Error,
-                          QStringLiteral("the type %1 is that of the struct in line %2: images "
+                          QStringLiteral("the struct in line %2 also has the type %1: images "
                                          "cannot be read")
                               .arg(*type)
                               .arg(lines.value(*type)),
-                          QStringLiteral("a type of its own from 1 to 254")});
+                          QStringLiteral("a unique type from 1 to 254")});
         } else {
             lines.insert(*type, structure->line());
         }
@@ -270,7 +269,7 @@ void HeaderReview::checkTypes()
 
 void HeaderReview::checkSizes()
 {
-    // One profile fewer than there is room for is written.
+    // One profile fewer than fit is written.
     constexpr int largest = HexUtility::imageSize / 2;
     for (const std::unique_ptr<StructReview>& structure : structs) {
         const std::optional<int> size = structure->imageSize();
@@ -281,8 +280,8 @@ void HeaderReview::checkSizes()
                               .arg(structure->name())
                               .arg(*size)
                               .arg(HexUtility::imageSize),
-                          QStringLiteral("fewer or smaller members: %1 bytes at most, a third of "
-                                         "them more than the members have")
+                          QStringLiteral("fewer or smaller members: %1 bytes at most, which is a "
+                                         "third more than the members have")
                               .arg(largest)});
         }
     }

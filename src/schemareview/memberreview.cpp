@@ -68,11 +68,11 @@ bool MemberReview::checkParts()
                     "the comment outside the struct: inside are members and blank lines"));
         } else {
             add(pieces.endColumn(), Problem::Severity::Fatal,
-                QStringLiteral("a member without a description behind \";\""), form);
+                QStringLiteral("a member without a description after \";\""), form);
         }
         break;
     case MemberLine::Fault::NoFields:
-        add(pieces.endColumn(), Problem::Severity::Fatal, QStringLiteral("no fields behind \";\""),
+        add(pieces.endColumn(), Problem::Severity::Fatal, QStringLiteral("no fields after \";\""),
             QStringLiteral("// ") + MemberFields::all().first().form);
         break;
     }
@@ -102,11 +102,12 @@ bool MemberReview::checkNumberOfFields()
     const QList<int> empty = pieces.emptyFieldColumns();
     const QString counts = MendedLine::fieldCounts(pieces);
     const bool isShifted =
-        kind.hasItems() && isQuoted(pieces.text(MemberField::Place)); // that is an item
+        kind.hasItems()
+        && isQuoted(pieces.text(MemberField::Place)); // the position that is an item
     const bool isShort = pieces.fault() == MemberLine::Fault::TooFewFields || isShifted;
     for (const int column : empty) {
         add(column, isShort ? Problem::Severity::Fatal : Problem::Severity::Error,
-            QStringLiteral("an empty field does not count, all behind it move up")
+            QStringLiteral("an empty field is skipped, all fields after it move up")
                 + (isShort ? QStringLiteral(": ") + counts : QString()),
             QStringLiteral("\"\" for an empty text"));
     }
@@ -132,10 +133,10 @@ void MemberReview::addMissingField(const QString& text)
     }
 }
 
-/// The column of the blank where a comma is missing; 0 when no field looks like two.
+/// Returns the column of the blank where a comma is missing; 0 if no field looks like two.
 int MemberReview::missingComma() const
 {
-    // Behind or before a quote, or where a number and something else meet.
+    // After or before a quote, or between a number and something else.
     static const QRegularExpression gap(QStringLiteral(
         "(?<=\")\\s+\\S|(?<=\\S)\\s+(?=\")|[\\d.]\\s+(?=[\\w(])|[\\w)]\\s+(?=[x-]?[\\d.]+\\z)"));
     for (const MemberLine::Piece& piece : pieces.fields()) {
@@ -170,7 +171,7 @@ void MemberReview::checkName()
 {
     const MemberLine::Piece name = pieces.name();
     if (isBroken()) {
-        // A number's type reaches up to the last blank then and is none of the charger's.
+        // A number's type then extends to the last blank and is not a type of the charger.
         const bool isNum = setting->settingType == StructSetting::NUM;
         add(name.column(), isNum ? Problem::Severity::Fatal : Problem::Severity::Error,
             QStringLiteral("blanks in the brackets: this is not an array"),
@@ -185,14 +186,14 @@ void MemberReview::checkName()
     if (!isIdentifier(setting->variableName)) {
         add(name.column(), Problem::Severity::Error,
             QStringLiteral("%1 is not a C name").arg(quotedText(setting->variableName)),
-            QStringLiteral("letters, digits and \"_\", a letter first"));
+            QStringLiteral("letters, digits and \"_\", beginning with a letter"));
     }
 }
 
 void MemberReview::checkType()
 {
     if (isBroken()) {
-        return; // told with the name: where the type ends is not known
+        return; // reported with the name: the end of the type is not known
     }
     const QString& type = setting->variableDataType;
     const bool isNum = setting->settingType == StructSetting::NUM;
@@ -268,7 +269,7 @@ void MemberReview::checkFields()
     case StructSetting::BOOL:
         if (defaultPiece.text != QLatin1String("1") && defaultPiece.text != QLatin1String("0")) {
             add(defaultPiece.column(), Problem::Severity::Error,
-                QStringLiteral("the default %1 counts as off").arg(quotedText(defaultPiece.text)),
+                QStringLiteral("the default %1 means off").arg(quotedText(defaultPiece.text)),
                 QStringLiteral("1 or 0"));
         }
         break;
@@ -320,14 +321,14 @@ void MemberReview::checkListItems()
             add(piece.column(), Problem::Severity::Error,
                 QStringLiteral("%1 becomes an empty item").arg(quotedText(piece.text)),
                 QStringLiteral("letters, digits, \"_\" and blanks in quotes: the first and the "
-                               "last item hold nothing else"));
+                               "last item cannot contain anything else"));
         } else if (!isEnd) {
             checkQuoted(piece, QStringLiteral("the item"));
         }
         checkText(item, piece.column(), QStringLiteral("the item"));
         if (seen.contains(item)) {
             add(piece.column(), Problem::Severity::Warning,
-                QStringLiteral("the item %1 is there twice").arg(quotedText(item)));
+                QStringLiteral("the item %1 occurs twice").arg(quotedText(item)));
         }
         seen.insert(item);
     }
@@ -347,7 +348,7 @@ void MemberReview::checkText(const QString& text, int column, const QString& wha
     const QString characters = StorableText::unstorable(text);
     if (!characters.isEmpty()) {
         add(column, Problem::Severity::Error,
-            QStringLiteral("%1 holds %2, which the charger cannot hold")
+            QStringLiteral("%1 contains %2, which the charger cannot store")
                 .arg(what, quotedText(characters)),
             QStringLiteral("ASCII characters"));
     } else if (setting->arraySize > 0 && text.size() > setting->arraySize - 1) {
@@ -377,7 +378,8 @@ void MemberReview::checkLevel()
     const MemberLine::Piece level = pieces.field(MemberField::Level);
     if (level.text != basicLevel && !nearestWord(level.text, {basicLevel}).isEmpty()) {
         add(level.column(), Problem::Severity::Warning,
-            QStringLiteral("%1 makes an advanced setting").arg(quotedText(level.text)), basicLevel);
+            QStringLiteral("%1 makes this an advanced setting").arg(quotedText(level.text)),
+            basicLevel);
     }
 }
 

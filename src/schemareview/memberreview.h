@@ -13,7 +13,7 @@ class StructSetting;
 class MemberReview
 {
 public:
-    /// Appends what it finds to `problems`, with `lineNumber`.
+    /// Appends the problems found to `problems`, with `lineNumber`.
     MemberReview(const QString& lineText, int lineNumber, Problems& problems);
 
     /// Checks the line, after mending it (see MendedLine). Returns the setting that it describes, a
@@ -37,7 +37,7 @@ private:
     void checkText(const QString& text, int column, const QString& what);
     void checkQuoted(const MemberLine::Piece& piece, const QString& what);
     void checkLevel();
-    bool isBroken() const; ///< an array in the wrong form
+    bool isBroken() const; ///< a malformed array
     bool isText() const;
     void add(int column, Problem::Severity severity, const QString& text,
              const QString& advice = {});

@@ -9,9 +9,9 @@ namespace
 {
 const QLatin1Char quote('"');
 const QLatin1Char comma(',');
-constexpr int mostMended = 10; // texts of a line: each takes a look at the whole line
+constexpr int mostMended = 10; // texts per line: each requires a search of the whole line
 
-/// The index of the piece that closes the text which this piece opens; -1 when none does.
+/// Returns the index of the piece that closes the text opened by this piece; -1 if there is none.
 int closingPiece(const QVector<MemberLine::Piece>& pieces, int opening)
 {
     const QString& first = pieces.at(opening).text;
@@ -50,17 +50,17 @@ void MendedLine::mendSemicolon()
     if (!isMissing) {
         return;
     }
-    int end = comment; // behind the name
+    int end = comment; // after the name
     while (line.at(end - 1).isSpace()) {
         --end;
     }
     line[end] = QLatin1Char(';');
-    add(end + 1, Problem::Severity::Fatal, QStringLiteral("no \";\" behind the name"),
+    add(end + 1, Problem::Severity::Fatal, QStringLiteral("no \";\" after the name"),
         declaration.section(QLatin1Char(' '), -1) + QLatin1Char(';'));
 }
 
-/// A line with a number of fields of its own is left alone when it has no field too many: there a quote
-/// is missing.
+/// A line of a kind with a fixed number of fields is left alone if it has no field too many: a
+/// quote is missing then.
 void MendedLine::mendQuotedCommas()
 {
     for (int i = 0; i < mostMended; ++i) {
@@ -74,7 +74,7 @@ void MendedLine::mendQuotedCommas()
     }
 }
 
-/// Puts the first text that is cut together again. False when none is.
+/// Joins the first text that is split. Returns false if there is none.
 bool MendedLine::mendNextText(const MemberLine& pieces)
 {
     const QVector<MemberLine::Piece>& fields = pieces.fields();
@@ -92,7 +92,7 @@ bool MendedLine::mendNextText(const MemberLine& pieces)
         const QString whole = line.mid(begin, size).remove(comma).simplified();
         line.replace(begin, size, line.mid(begin, size).remove(comma).leftJustified(size));
         add(first + 1, isItem ? Problem::Severity::Error : Problem::Severity::Fatal,
-            QStringLiteral("a comma cuts %1").arg(quotedText(QString(whole).remove(quote)))
+            QStringLiteral("a comma splits %1").arg(quotedText(QString(whole).remove(quote)))
                 + counts,
             whole);
         return true;

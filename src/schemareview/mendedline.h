@@ -19,7 +19,7 @@ public:
     /// Returns the slips that were mended.
     Problems problems() const { return found; }
 
-    /// "11 fields where a num has 12". REQUIRES: a line of a known kind.
+    /// Returns, for example, "11 fields where a num has 12". REQUIRES: a line of a known kind.
     static QString fieldCounts(const MemberLine& pieces);
 
 private:

@@ -13,7 +13,7 @@ namespace HParser
 {
 namespace
 {
-/// A name near this one that gives a tag.
+/// Returns a similar name that results in a valid tag.
 QString soundName(const QString& name)
 {
     QString plain;
@@ -22,7 +22,7 @@ QString soundName(const QString& name)
         plain += isSound ? c : QLatin1Char(' ');
     }
     QStringList words = plain.simplified().split(QLatin1Char(' '));
-    // A number goes behind the words: a tag begins with a letter.
+    // A number is moved after the words: a tag begins with a letter.
     for (int i = 0; i < words.size() && !words.first().isEmpty() && !words.first().at(0).isLetter();
          ++i) {
         words.append(words.takeFirst());
@@ -49,9 +49,9 @@ void NamesReview::check()
         if (variables.contains(variable)) {
             structure.addAt(
                 member, member.pieces.name().column(), Problem::Severity::Error,
-                QStringLiteral("the C name %1 is taken in line %2")
+                QStringLiteral("the C name %1 is already used in line %2")
                     .arg(quotedText(variable), QString::number(variables.value(variable))),
-                QStringLiteral("a name of its own"));
+                QStringLiteral("a unique name"));
         } else {
             variables.insert(variable, member.line);
         }
@@ -67,7 +67,7 @@ void NamesReview::checkTag(const ReviewedStruct::Member& member, QMap<QString, i
     if (structure.isShown(member.setting) && !XMLUtility::isTag(tag)) {
         structure.add(
             member, field, Problem::Severity::Error,
-            QStringLiteral("%1 makes %2, which is not an XML tag: saved profiles cannot be read")
+            QStringLiteral("%1 becomes %2, which is not an XML tag: saved profiles cannot be read")
                 .arg(quotedText(name), quotedText(QLatin1Char('<') + tag + QLatin1Char('>'))),
             QLatin1Char('"') + soundName(name) + QLatin1Char('"'));
     }
@@ -76,13 +76,13 @@ void NamesReview::checkTag(const ReviewedStruct::Member& member, QMap<QString, i
         lines.insert(tag, member.line);
     } else if (*taken == structure.line()) {
         structure.add(member, field, Problem::Severity::Error,
-                      QStringLiteral("the tag of %1 is that of the profile's chemistry")
+                      QStringLiteral("the tag of %1 is also that of the profile's chemistry")
                           .arg(quotedText(name)),
                       QStringLiteral("another name"));
     } else {
         structure.add(
             member, field, Problem::Severity::Error,
-            QStringLiteral("%1 has the same XML tag as line %2: one value gets lost")
+            QStringLiteral("%1 has the same XML tag as line %2: one value is lost")
                 .arg(quotedText(name), QString::number(*taken)),
             QStringLiteral("a name that differs in more than case, blanks and / < > & %"));
     }

@@ -38,7 +38,7 @@ QString nearestWord(const QString& word, const QStringList& candidates)
     }
     const QString lower = word.toLower();
     QString nearest;
-    int least = std::max(2, word.size() / 3 + 1); // one slip more than is near
+    int least = std::max(2, word.size() / 3 + 1); // one more than the allowed number
     for (const QString& candidate : candidates) {
         const bool mayBeNear = std::abs(candidate.size() - word.size()) < least;
         const int slips = mayBeNear ? slipsBetween(candidate.toLower(), lower) : least;

@@ -60,10 +60,10 @@ void NumbersReview::checkBounds(const ReviewedStruct::Member& member)
         structure.add(member, MemberField::LowerBound, Problem::Severity::Warning,
                       QStringLiteral("the lower bound %1 is above the upper bound %2")
                           .arg(numberText(lower), numberText(upper)),
-                      QStringLiteral("bounds that leave room"));
+                      QStringLiteral("bounds with values between them"));
     } else if (!(value >= lower - tolerance && value <= upper + tolerance)) {
         structure.add(member, MemberField::Default, Problem::Severity::Warning,
-                      QStringLiteral("the default %1 is not within %2 and %3")
+                      QStringLiteral("the default %1 is not between %2 and %3")
                           .arg(numberText(value), numberText(lower), numberText(upper)),
                       QStringLiteral("a default within the bounds"));
     }
@@ -80,7 +80,8 @@ void NumbersReview::checkSteps(const ReviewedStruct::Member& member)
     } else if (scale > 0 && scale > std::pow(10, -decimals) * (1 + 1e-9)) {
         structure.add(
             member, MemberField::ScaleFactor, Problem::Severity::Warning,
-            QStringLiteral("values of %1 decimals are stored in steps of %2 and come back changed")
+            QStringLiteral("values with %1 decimals are stored in steps of %2 and are changed when "
+                           "read back")
                 .arg(numberText(decimals), numberText(scale)),
             QLatin1Char('x') + QString::number(std::pow(10, -decimals), 'g', 10));
     }

@@ -48,7 +48,7 @@ void ReviewedStruct::close()
     }
 }
 
-/// The settings that are shown if the lines that cannot be parsed become settings as well.
+/// The settings that are shown if the lines that cannot be parsed count as settings, too.
 QList<StructSetting*> ReviewedStruct::shownAmong(const QList<StructSetting*>& all) const
 {
     QList<StructSetting*> list;
@@ -110,7 +110,7 @@ void ReviewedStruct::addAt(const Member& member, int column, Problem::Severity s
     }
 }
 
-/// The index of the error at a place among the problems; -1 for none.
+/// Returns the index of the error at a place among the problems; -1 if there is none.
 int ReviewedStruct::errorAt(int line, int column)
 {
     for (; indexed < found.size(); ++indexed) {

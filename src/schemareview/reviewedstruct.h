@@ -76,11 +76,11 @@ private:
     QString structName;
     bool global;
     Problems& found;
-    int indexed;                        ///< of these are in `errors`, or of earlier structs
+    int indexed;                        ///< problems already in `errors`, or of earlier structs
     QHash<QPair<int, int>, int> errors; ///< by line and column
     std::unique_ptr<StructSettings> structSettings; ///< owns the settings
     std::vector<Member> lines;
-    QHash<QString, int> firstOfVariable; ///< index of the first member of that C name
+    QHash<QString, int> firstOfVariable; ///< index of the first member with that C name
     QSet<const StructSetting*> shown;
     bool everyLineParsed = true;
 };

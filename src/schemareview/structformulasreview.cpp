@@ -48,7 +48,7 @@ bool StructFormulasReview::checkFormula(const ReviewedStruct::Member& member, Me
     const MemberLine::Piece piece = member.pieces.field(field);
     const int skipped = field == MemberField::ScaleFactor ? 1 : 0; // the marker character
     if (skipped == 1 && !piece.raw.isEmpty() && piece.raw.at(0).isDigit()) {
-        return false; // the marker is missing: told with the line
+        return false; // the marker is missing: reported with the line
     }
     const QString text = piece.raw.mid(skipped);
     const QList<FormulaSyntaxReview::Fault> faults = FormulaSyntaxReview::faults(
@@ -67,7 +67,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
 {
     const ReviewedStruct::Member* named = structure.memberOfVariable(formulaName);
     if (refusedNames.contains(formulaName)) {
-        return {}; // one slip in a declaration would be reported wherever the name is used
+        return {}; // otherwise one mistake in a declaration would be reported wherever the name is used
     }
     if (named == nullptr) {
         refusedNames.insert(formulaName);
@@ -77,14 +77,14 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
                                   : nearest};
     }
     if (named->setting == nullptr) {
-        return {}; // what its line would have been is not known
+        return {}; // the intended content of its line is not known
     }
     if (!structure.isShown(named->setting)) {
         refusedNames.insert(formulaName);
         return judgeHidden(*named);
     }
     if (named->setting->settingType != StructSetting::NUM) {
-        return {0, QStringLiteral("\"%1\" is not a num and hardly a number").arg(formulaName),
+        return {0, QStringLiteral("\"%1\" is not a num and rarely a number").arg(formulaName),
                 QStringLiteral("the C name of a num"), true};
     }
     return {};
@@ -92,7 +92,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeName(const QString& formul
 
 FormulaSyntaxReview::Fault StructFormulasReview::judgeHidden(const ReviewedStruct::Member& member)
 {
-    const QString text = QStringLiteral("\"%1\" is not shown: formulas cannot name it")
+    const QString text = QStringLiteral("\"%1\" is not shown: formulas cannot use it")
                              .arg(member.setting->variableName);
     const std::optional<double> place = member.setting->visualPosition();
     const bool isPlace = place && *place == std::floor(*place)
@@ -102,7 +102,7 @@ FormulaSyntaxReview::Fault StructFormulasReview::judgeHidden(const ReviewedStruc
             0, text,
             QStringLiteral("a place from 0 on for it in line %1, or a number").arg(member.line)};
     }
-    // The place was reported as none; that is the slip.
+    // The place was reported as invalid; that is the mistake.
     structure.add(member, MemberField::Place, Problem::Severity::Fatal, text);
     canEvaluate = false;
     return {};
@@ -146,9 +146,9 @@ void StructFormulasReview::checkDependencies()
         const ReviewedStruct::Member& member = *structure.memberOf(avalanche);
         structure.addAt(
             member, member.pieces.name().column(), Problem::Severity::Fatal,
-            QStringLiteral("a change of \"%1\" sets off more than %2 others")
+            QStringLiteral("a change of \"%1\" triggers more than %2 others")
                 .arg(avalanche->descriptiveName, QString::number(DependencyGraph::mostChanges)),
-            QStringLiteral("formulas that name fewer settings that have formulas themselves"));
+            QStringLiteral("formulas that use fewer settings with formulas of their own"));
     }
 }
 
@@ -164,13 +164,13 @@ void StructFormulasReview::tellLoop(const QList<const StructSetting*>& loop)
     const ReviewedStruct::Member& last = *structure.memberOf(loop.at(loop.size() - 2));
     for (const MemberField field : fieldsThatFollow(last, loop.last())) {
         structure.add(last, field, Problem::Severity::Fatal,
-                      QStringLiteral("formulas follow each other in a loop: %1")
+                      QStringLiteral("formulas depend on each other in a loop: %1")
                           .arg(names.join(QStringLiteral(" -> "))),
                       QStringLiteral("a formula without \"%1\"").arg(loop.last()->variableName));
     }
 }
 
-/// The fields whose formulas name the setting.
+/// Returns the fields whose formulas name the setting.
 QList<MemberField> StructFormulasReview::fieldsThatFollow(const ReviewedStruct::Member& member,
                                                           const StructSetting* followed)
 {

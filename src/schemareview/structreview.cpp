@@ -73,9 +73,9 @@ void StructReview::checkPlaces()
         } else if (const ReviewedStruct::Member* first = taken.value(static_cast<int>(*place))) {
             structure.add(
                 member, field, Problem::Severity::Error,
-                QStringLiteral("the place %1 is taken by \"%2\" in line %3")
+                QStringLiteral("the place %1 is already used by \"%2\" in line %3")
                     .arg(text, first->setting->descriptiveName, QString::number(first->line)),
-                QStringLiteral("a place of its own"));
+                QStringLiteral("a unique place"));
         } else {
             taken.insert(static_cast<int>(*place), &member);
         }
@@ -92,7 +92,7 @@ void StructReview::checkBits()
     for (const StructLayout::BrokenRun& run : runs) {
         const int over = run.bits % 8;
         const QString text =
-            QStringLiteral("the bit fields from line %1 on have %2, no whole bytes")
+            QStringLiteral("the bit fields from line %1 on have %2, not whole bytes")
                 .arg(QString::number(members[static_cast<std::size_t>(run.first)].line),
                      countedText(run.bits, QStringLiteral("bit"), QStringLiteral("bits")));
         const QString more =
@@ -110,7 +110,7 @@ void StructReview::checkBits()
     }
     const bool isEven = StructLayout::dataBytes(structure.settings()).has_value();
     if (runs.isEmpty() && !isEven) {
-        // Only the checksum's own size can be at fault, which was reported with its kind.
+        // Only the checksum's own size can be wrong, which was reported with its kind.
         structure.add(*structure.memberNamed(ProfileConventions::checksum), MemberField::Kind,
                       Problem::Severity::Fatal, QStringLiteral("the checksum is not a whole byte"));
     } else if (runs.isEmpty()) {

@@ -164,7 +164,7 @@ TEST(SchemaCheckDeathTest, RefusesChangesThatMultiplyEndlessly)
 {
     expectRefusal(tripleChain(30),
                   {"changes do not multiply endlessly", "Checking struct \"Li Ion\"",
-                   "A change sets off more than 10000 others, that of \"Label s"});
+                   "A change triggers more than 10000 others, that of \"Label s"});
 }
 
 TEST(SchemaCheckDeathTest, RefusesChangesThatMultiplyWithinTheFormulas)

@@ -127,15 +127,15 @@ TEST(BundleReviewTest, NamesASectionThatIsNeverClosed)
     text.chop(marker.size());
     const QStringList found = reviewed(text);
     ASSERT_EQ(found.size(), 2) << qPrintable(found.join('\n'));
-    EXPECT_TRUE(found.at(0).startsWith("0:0 fatal 2 whole sections"));
+    EXPECT_TRUE(found.at(0).startsWith("0:0 fatal 2 complete sections"));
     EXPECT_TRUE(found.at(1).startsWith("24:1 fatal this section is never closed"));
 }
 
 TEST(BundleReviewTest, WantsThreeSections)
 {
     EXPECT_TRUE(
-        reviewed("").contains("0:0 fatal 0 whole sections, fewer than a device description, "
-                              "a settings header and checksums | each between two lines "
+        reviewed("").contains("0:0 fatal 0 complete sections, fewer than a device description, a "
+                              "settings header and checksums | each between two lines "
                               "such as /\\/\\/\\ device.txt /\\/\\/\\"));
 }
 

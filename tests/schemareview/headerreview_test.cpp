@@ -74,14 +74,14 @@ TEST(HeaderReviewTest, RefusesTwoSettingsWithOneXmlTag)
 
 TEST(HeaderReviewTest, RefusesTwoMembersOfOneCName)
 {
-    expectProblem(with(14, "high;", "low;"), "14:15 error", "taken in line 13");
+    expectProblem(with(14, "high;", "low;"), "14:15 error", "used in line 13");
 }
 
 TEST(HeaderReviewTest, RefusesTwoChemistriesOfOneName)
 {
     QStringList lines = soundHeader + soundHeader.mid(5);
     lines[18].replace("2, 2,", "3, 3,").replace("2, -1", "3, -1");
-    expectOnly(lines, "18:1 error", "the chemistry \"Cell\" is there already in line 6");
+    expectOnly(lines, "18:1 error", "the chemistry \"Cell\" is already in line 6");
 }
 
 // Places
@@ -97,7 +97,7 @@ TEST(HeaderReviewTest, RefusesPlacesThatAreLost)
 TEST(HeaderReviewTest, RefusesAPlaceThatIsTaken)
 {
     expectOnly(with(15, "\"Off\", 4", "\"Off\", 3"), "15@3, \"On@ error",
-               "taken by \"High\" in line 14");
+               "already used by \"High\" in line 14");
 }
 
 TEST(HeaderReviewTest, AcceptsGapsAndHiddenSettings)
@@ -112,7 +112,7 @@ TEST(HeaderReviewTest, RefusesBitFieldsThatDoNotAddUp)
 {
     expectOnly(with(12, "bool, 6", "bool, 5"), "13@auto@ fatal", "have 7 bits");
     expectProblem(with(12, "bool, 6", "bool, 5"), "13@auto@",
-                  "from line 10 on have 7 bits, no whole bytes, before this member | "
+                  "from line 10 on have 7 bits, not whole bytes, before this member | "
                   "fields of 1 more bit, or of 7 fewer");
     QStringList lines = with(12, "bool, 6", "bool, 5");
     lines.move(11, 15);
@@ -199,7 +199,7 @@ TEST(HeaderReviewTest, RefusesAFlagThatIsNoBool)
 {
     expectProblem(with(10, "bool, 1, \"active\", A, 0, -1, basic",
                        "num, 1, 0, 1, x1, 0, \"active\", \"\", A, 0, -1, basic"),
-                  "10@num@ fatal", "has to be a bool");
+                  "10@num@ fatal", "must be a bool");
 }
 
 TEST(HeaderReviewTest, SaysNothingOfAFlagWhoseLineIsBroken)
@@ -220,15 +220,16 @@ TEST(HeaderReviewTest, WantsATypeFirst)
     QStringList empty = soundHeader;
     empty[2] = empty[3] = QString();
     expectProblem(empty, "2:1 fatal", "\"Global\" has no members");
-    expectProblem(without(7), "8@\"Title@ fatal", "the first member of a struct is its \"type\"");
-    expectProblem(with(13, "\"Low\"", "\"type\""), "13@\"type@ fatal", "no other");
+    expectProblem(without(7), "8@\"Title@ fatal",
+                  "the first member of a struct must be its \"type\"");
+    expectProblem(with(13, "\"Low\"", "\"type\""), "13@\"type@ fatal", "only the first member");
     expectProblem(with(7, "unsigned char", "short"), "7@num@ fatal", "one byte");
     expectProblem(with(7, "num, auto", "num, 4"), "7@num@ fatal", "one byte");
     expectOnly(
         with(7, "2, 2, x1, 0, \"type\", \"\", A, 2", "255, 255, x1, 0, \"type\", \"\", A, 255"),
         "7:", "255 is not a type");
     expectOnly(with(7, "2, 2, x1, 0, \"type\", \"\", A, 2", "1, 1, x1, 0, \"type\", \"\", A, 1"),
-               "7@1, -1@ error", "is that of the struct in line 2");
+               "7@1, -1@ error", "the struct in line 2 also has the type 1");
 }
 
 TEST(HeaderReviewTest, WarnsOfAMissingChecksum)
@@ -291,7 +292,7 @@ TEST(HeaderReviewTest, RefusesChangesThatMultiply)
                                  .arg(5 + i));
     }
     // 3^0 + ... + 3^9 changes of what follows the third, but fewer than 10000 of what follows the fourth
-    expectOnly(lines, "17@s2@ fatal a change of \"S2\" sets off more than 10000 others");
+    expectOnly(lines, "17@s2@ fatal a change of \"S2\" triggers more than 10000 others");
 }
 
 // Lines that cannot be parsed
@@ -311,9 +312,9 @@ TEST(HeaderReviewTest, RefusesLinesWithTooFewFields)
 TEST(HeaderReviewTest, NamesACommaInsideQuotes)
 {
     expectOnly(with(13, "\"Low\"", "\"Low, V\""), "13@, V\"@ fatal",
-               "a comma cuts \"Low V\": 13 fields where a num has 12 | \"Low V\"");
+               "a comma splits \"Low V\": 13 fields where a num has 12 | \"Low V\"");
     expectOnly(with(13, " \"V\"", ""), "13@, A@ fatal",
-               "an empty field does not count, all behind it move up: 11 fields where");
+               "an empty field is skipped, all fields after it move up: 11 fields where");
 }
 
 TEST(HeaderReviewTest, NamesFieldsWithoutQuotes)
@@ -343,7 +344,7 @@ TEST(HeaderReviewTest, FindsStructHeadersThatOpenNothing)
 
 TEST(HeaderReviewTest, NamesGlobalStructsThatAreDropped)
 {
-    expectProblem(soundHeader + soundHeader.mid(1, 4), "2:1 error", "those of line 18 count");
+    expectProblem(soundHeader + soundHeader.mid(1, 4), "2:1 error", "those in line 18 are used");
 }
 
 TEST(HeaderReviewTest, WantsAStartAddress)
@@ -365,7 +366,7 @@ TEST(HeaderReviewTest, TakesAnEmptyTextForAHeaderWithNothingInIt)
 TEST(HeaderReviewTest, WarnsOfDefaultsOutsideTheirBounds)
 {
     expectOnly(with(14, "low + 1", "low + 7"), "14@low + 7@ warning",
-               "the default 10 is not within 3 and 9");
+               "the default 10 is not between 3 and 9");
     expectProblem(with(13, "0, 9", "9, 0"), "13@9, 0@ warning", "9 is above the upper bound 0");
 }
 
@@ -373,7 +374,7 @@ TEST(HeaderReviewTest, WarnsOfValuesThatAnImageDoesNotHold)
 {
     expectOnly(with(13, "0, 9", "0, 256"), "13@256@ warning", "256 does not fit into 8 bits");
     expectProblem(with(13, "0, 9", "-1, 9"), "13@-1@ warning", "negative");
-    expectProblem(with(13, "x1, 0", "x1, 1"), "13@x1@ warning", "come back changed");
+    expectProblem(with(13, "x1, 0", "x1, 1"), "13@x1@ warning", "are changed when read back");
     expectProblem(with(13, "x1, 0", "x1, -1"), "13@-1@ warning", "decimal places");
 }
 
@@ -426,11 +427,11 @@ TEST(HeaderReviewTest, RefusesListsWhoseItemsGetLost)
 TEST(HeaderReviewTest, RefusesTextsBeyondAscii)
 {
     expectOnly(with(8, "\"one\"", "\"\u00e9t\u00e9\""), "8@\"\u00e9@ error",
-               "the charger cannot hold");
+               "the charger cannot store");
 }
 
 TEST(HeaderReviewTest, NamesOddDefaultsOfABoolAndLevels)
 {
-    expectOnly(with(10, "A, 0,", "A, true,"), "10:", "\"true\" counts as off");
-    expectOnly(with(13, "basic", "Basic"), "13:", "makes an advanced setting");
+    expectOnly(with(10, "A, 0,", "A, true,"), "10:", "\"true\" means off");
+    expectOnly(with(13, "basic", "Basic"), "13:", "makes this an advanced setting");
 }

@@ -8,17 +8,17 @@ using namespace ReviewedHeader;
 
 TEST(HeaderSlipsTest, ACommaInANameIsOneProblemWhateverFollowsFromIt)
 {
-    expectOnly(with(3, "\"type\"", "\"t,ype\""), "3@,ype@ fatal", "a comma cuts \"type\"");
+    expectOnly(with(3, "\"type\"", "\"t,ype\""), "3@,ype@ fatal", "a comma splits \"type\"");
     expectOnly(with(10, "\"active\"", "\"act,ive\""), "10@,ive@ fatal", "8 fields where a bool");
     expectOnly(with(8, "\"Title\"", "\"Ti, t, le\""), "8@, t@ fatal", "| \"Ti t le\"");
-    expectOnly(with(13, "\"V\"", "\"V,\""), "13@,\", A@ fatal", "a comma cuts \"V\"");
-    expectOnly(with(13, "\"V\"", "\",,V\""), "13@,,V@ fatal", "a comma cuts \"V\"");
-    expectOnly(with(15, "\"Mode\"", "\"Mo,de\""), "15@,de@ fatal", "a comma cuts \"Mode\"");
+    expectOnly(with(13, "\"V\"", "\"V,\""), "13@,\", A@ fatal", "a comma splits \"V\"");
+    expectOnly(with(13, "\"V\"", "\",,V\""), "13@,,V@ fatal", "a comma splits \"V\"");
+    expectOnly(with(15, "\"Mode\"", "\"Mo,de\""), "15@,de@ fatal", "a comma splits \"Mode\"");
 }
 
 TEST(HeaderSlipsTest, ACommaInTheItemOfAListIsNotFatal)
 {
-    expectOnly(with(15, "\"On\"", "\"O, n\""), "15@, n@ error", "a comma cuts \"O n\" | \"O n\"");
+    expectOnly(with(15, "\"On\"", "\"O, n\""), "15@, n@ error", "a comma splits \"O n\" | \"O n\"");
 }
 
 TEST(HeaderSlipsTest, TwoCommasInTwoTextsAreTwoProblems)
@@ -35,7 +35,7 @@ TEST(HeaderSlipsTest, WhatStandsBehindACommaInANameIsCheckedInItsPlace)
     QStringList lines = with(13, "\"Low\"", "\"L,ow\"");
     lines[12].replace("2, basic", "2, Basic");
     expectProblem(lines, "13@,ow@ fatal");
-    expectProblem(lines, "13@Basic@ warning", "makes an advanced setting");
+    expectProblem(lines, "13@Basic@ warning", "makes this an advanced setting");
     EXPECT_EQ(reviewed(lines).size(), 2);
 }
 
@@ -59,7 +59,7 @@ TEST(HeaderSlipsTest, AMissingCommaIsFoundWhereTwoFieldsMeet)
 
 TEST(HeaderSlipsTest, AMissingSemicolonIsOneProblem)
 {
-    expectOnly(with(13, "low; ", "low "), "13@ // num@ fatal no \";\" behind the name", "| low;");
+    expectOnly(with(13, "low; ", "low "), "13@ // num@ fatal no \";\" after the name", "| low;");
 }
 
 TEST(HeaderSlipsTest, AFieldThatIsMissingBeforeTheItemsOfAListIsOneProblem)
@@ -126,8 +126,8 @@ TEST(HeaderSlipsTest, ALineLikeTheStartAddressIsNoFaultBesideTheAddress)
 TEST(HeaderSlipsTest, ASlipInTheLineThatOpensAStructIsOneProblemAtItsPlace)
 {
     expectOnly(with(6, "instantiable", "instantable"), "6@instantable@ fatal",
-               "\"instantable\" instead of global or instantiable: this line opens no struct of "
-               "settings, its members are ignored | instantiable");
+               "\"instantable\" instead of global or instantiable: this line does not open a "
+               "struct of settings, its members are ignored | instantiable");
     expectOnly(with(6, "Settings", "Setings"), "6@Setings@ fatal", "| Settings");
     expectOnly(with(6, "\"Cell\"", "\"Ce(l\""), "6@(l@ fatal", "\"(\" instead of letters");
     expectOnly(with(6, " {", ""), "6@// Set@ fatal", "instead of {");

@@ -1,6 +1,6 @@
-// The parsers and the reviews judge alike: whatever small damage is done to a sound header or bundle, the
-// review finds a fatal problem where the parser finds a fault, and calls nothing else fatal but lines that
-// are read otherwise than they were meant.
+// The parsers and the reviews agree: after any small damage to a valid header or bundle, the review finds a
+// fatal problem where the parser finds a fault, and otherwise calls only those lines fatal that are not read
+// as they were meant.
 
 #include "CBGenerator/generator.h"
 #include "CBGenerator/schemacheck.h"
@@ -26,7 +26,7 @@ using HParser::SchemaFault;
 
 namespace
 {
-/// The text with one character left out or replaced, for each character of it.
+/// Returns the text with one character left out or replaced, for each of its characters.
 QStringList damaged(const QString& text)
 {
     QStringList texts;
@@ -49,11 +49,11 @@ Problems fatalAmong(const Problems& problems)
     return fatal;
 }
 
-/// A line that the parser reads, but not as it was meant: values get mixed up.
+/// Returns true for a line that the parser reads, but not as it was meant: values are mixed up.
 bool isOnlyMisread(const Problem& problem)
 {
     static const QRegularExpression misread(
-        "a comma cuts|a field before the items is missing|the first character of a scale factor");
+        "a comma splits|a field before the items is missing|the first character of a scale factor");
     return problem.text.contains(misread);
 }
 } // namespace
@@ -83,7 +83,7 @@ TEST(ParserAgreementTest, ADamagedHeaderIsFatalWhereItCannotBeUsed)
                                           << qPrintable(header);
         (faults.isEmpty() ? usable : refused) += 1;
     }
-    EXPECT_GT(refused, 500); // both answers come up
+    EXPECT_GT(refused, 500); // both answers occur
     EXPECT_GT(usable, 1000);
 }
 

@@ -76,8 +76,8 @@ TEST_F(CheckCommandTest, TellsPlaceProblemAndRemedy)
 {
     const ProgramRun checked = checkHeaderWith("\"Low\"", "\"Low (V)\"");
     expectProblem(checked,
-                  "schema.h:12:47: error: \"Low (V)\" makes \"<low_(v)>\", which is not an "
-                  "XML tag: saved profiles cannot be read\n"
+                  "schema.h:12:47: error: \"Low (V)\" becomes \"<low_(v)>\", which is not an XML "
+                  "tag: saved profiles cannot be read\n"
                   "schema.h:12:47: note: write \"Low V\"\n");
     EXPECT_TRUE(checked.output.endsWith("schema.h: 1 error, 2 warnings\n"));
 }
@@ -101,7 +101,7 @@ TEST_F(CheckCommandTest, FindsEveryProblemOfABundle)
     expectProblem(checked,
                   "out.kelvaron:2:1: error: \"VERSION : 1.2.0\" is not a key with a value\n");
     // The header begins after line 7.
-    expectProblem(checked, "out.kelvaron:14:33: error: \"1\" makes ");
+    expectProblem(checked, "out.kelvaron:14:33: error: \"1\" becomes ");
     expectProblem(checked, "out.kelvaron:20:66: error: no setting is called \"lw\"\n"
                            "out.kelvaron:20:66: note: write low\n");
     expectProblem(checked, "out.kelvaron:24:1: error: section 0, from line 5 on, does not match "
@@ -124,7 +124,7 @@ TEST_F(CheckCommandTest, WarningsAloneAreNoFailure)
 {
     const ProgramRun checked = checkHeaderWith("A, 3,", "A, 10,");
     expectGood(checked);
-    EXPECT_TRUE(contains(checked.output, ": warning: the default 10 is not within 0 and 9\n"));
+    EXPECT_TRUE(contains(checked.output, ": warning: the default 10 is not between 0 and 9\n"));
 }
 
 TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
@@ -136,7 +136,7 @@ TEST_F(CheckCommandTest, TellsFilesThatCannotBeReadFromBadOnes)
     expectRefused(both, 3, "absent.h");
     EXPECT_TRUE(contains(both.output, "schema.in: "));
     writeFile("empty.kelvaron", "");
-    expectProblem(check("empty.kelvaron"), "empty.kelvaron: error: 0 whole sections");
+    expectProblem(check("empty.kelvaron"), "empty.kelvaron: error: 0 complete sections");
     expectProblem(check("device.in"), "device.in:1: error: the profile start address is missing");
 }
 

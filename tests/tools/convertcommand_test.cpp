@@ -78,7 +78,7 @@ TEST_F(ConvertCommandTest, TellsABundleWhoseChecksumsDoNotMatch)
     EXPECT_EQ(result.errors, "out.kelvaron: warning: its checksums do not match\n");
     writeFile("none.kelvaron", "...\nVERSION = 1\n...\n");
     expectRefused(runProfiles({"convert", "--bundle", "none.kelvaron", "in.xml", "out2.hex"}), 1,
-                  "none.kelvaron: error: 0 whole sections");
+                  "none.kelvaron: error: 0 complete sections");
 }
 
 TEST_F(ConvertCommandTest, WritesTheFormatThatIsSaid)

@@ -209,7 +209,7 @@ TEST_F(PackCommandTest, RefusesAHeaderWithErrorsAndNamesThem)
     writeFile("out.kelvaron", "older");
     writeFile("schema.in", smallSchema().replace("\"Low\"", "\"L,ow\""));
     const ProgramRun packed = run(packArguments());
-    expectRefused(packed, 1, "schema.in:12:49: error: a comma cuts \"Low\"");
+    expectRefused(packed, 1, "schema.in:12:49: error: a comma splits \"Low\"");
     expectRefused(packed, 1,
                   "kelvaron-profiles: schema.in: 1 error in the settings header, nothing "
                   "was written; correct the header, or pack it as it is with --force\n");
