@@ -80,20 +80,17 @@ QString helpText()
         "<font size=\"5\"><b>Kelvaron Profile Editor Basic Usage:</b></font>"
         "<font size=\"3\"><ol>"
         "<li>Connect the USB end of the USB-&gt;TTL programming cable to your computer, and "
-        "TRS end (1/8\" audio plug) to the programming adapter cable of the Kelvaron</li>"
-        "<br>"
+        "TRS end (1/8\" audio plug) to the programming adapter cable of the Kelvaron</li><br>"
         "<li>Put the Kelvaron in bootloader mode. With V0.9 or later firmware, this is done "
         "by pressing and holding both buttons to enter the setup menu, then going to "
         "advanced setup-&gt; Connect to PC. Alternately, it can be accomplished by leaving "
         "the Kelvaron powered off for 30 seconds, and then pressing and holding the lower "
         "button when AC power is applied. In bootloader mode, the OLED display screen will "
         "be completely blank. If you see the screen displaying information, then the "
-        "Kelvaron is not in bootloader and cannot be reprogrammed</li>"
-        "<br>"
+        "Kelvaron is not in bootloader and cannot be reprogrammed</li><br>"
         "<li>With the Kelvaron on and in bootloader mode, you can then read and write "
         "profiles to the device by selecting the \"read from kelvaron\" and \"write to "
-        "kelvaron\" buttons</li>"
-        "<br>"
+        "kelvaron\" buttons</li><br>"
         "<li>You will be prompted to select the COM port in a pop-up window. Usually the "
         "default is correct, but if in doubt, unplug and replug the USB cable from your "
         "computer to see which COM Port item disappears and then reappears from the "
@@ -264,11 +261,10 @@ int MessageDialogs::currentSoftwareTooOld(QWidget* parent, const VersionString& 
                                           const VersionString& requiredVersion)
 {
     return message(parent, QStringLiteral("Software Update Required"),
-                   QStringLiteral("Kelvaron Bundle version ") + bundleVersion.toString()
-                       + QStringLiteral(" requires Kelvaron Profile Editor version ")
-                       + requiredVersion.toString()
-                       + QStringLiteral(" or higher. You can download it at ")
-                       + latin1(BuildConstants::editorDownloadPage));
+                   QStringLiteral("Kelvaron Bundle version %1 requires Kelvaron Profile Editor "
+                                  "version %2 or higher. You can download it at %3")
+                       .arg(bundleVersion.toString(), requiredVersion.toString(),
+                            latin1(BuildConstants::editorDownloadPage)));
 }
 
 int MessageDialogs::profilesLeftOut(QWidget* parent, const QStringList& profiles,
@@ -295,16 +291,15 @@ int MessageDialogs::profilesLeftOut(QWidget* parent, const QStringList& profiles
 
 int MessageDialogs::askUnstorableTexts(QWidget* parent, const QStringList& texts)
 {
-    return question(
-        parent, QStringLiteral("Texts Do Not Fit"),
-        QStringLiteral(
-            "The Kelvaron can only store plain English letters, digits and punctuation (ASCII). "
-            "With other characters its profiles may become unreadable. %1:\n\n%2\n\nNothing has "
-            "been written yet. Do you want to continue anyway?")
-            .arg(texts.size() == 1 ? QStringLiteral("This text has such characters")
-                                   : QStringLiteral("These texts have such characters"),
-                 shortened(texts)),
-        Qt::PlainText);
+    const QString subject =
+        texts.size() == 1 ? QStringLiteral("This text has") : QStringLiteral("These texts have");
+    return question(parent, QStringLiteral("Texts Do Not Fit"),
+                    QStringLiteral("The Kelvaron can only store plain English letters, digits and "
+                                   "punctuation (ASCII). With other characters its profiles may "
+                                   "become unreadable. %1 such characters:\n\n%2\n\nNothing has "
+                                   "been written yet. Do you want to continue anyway?")
+                        .arg(subject, shortened(texts)),
+                    Qt::PlainText);
 }
 
 int MessageDialogs::importChanges(QWidget* parent, const QString& changes)
