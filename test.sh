@@ -132,20 +132,24 @@ if [[ "$preset" == coverage ]]; then
 fi
 
 progress "Running the tests of build/$preset"
-arguments=(--preset "$preset" --output-on-failure --no-tests=error -j "$(processors)")
+arguments=(--preset "$preset" --output-on-failure --no-tests=error)
 if [[ -n "$thorough$filter" || "$preset" == sanitize ]]; then
     export KELVARON_THOROUGH=1 # see tests/support/thorough.h
 fi
+jobs="$(processors)"
 if [[ -n "$filter" ]]; then
     arguments+=(-R "$filter" -LE shard)
 elif [[ -n "$thorough" && "$preset" != sanitize ]]; then
     arguments+=(-LE shard)
+elif [[ "$preset" == sanitize ]]; then
+    arguments+=(-LE single)
 else
     arguments+=(-LE single)
+    jobs=$((2 * jobs)) # half of the time they wait for a process or a timer
 fi
 failed="build/$preset/Testing/Temporary/LastTestsFailed.log"
 rm -f "$failed"
-if ! ctest "${arguments[@]}"; then
+if ! ctest "${arguments[@]}" -j "$jobs"; then
     if [[ -s "$failed" ]]; then
         list_failed >&2
     fi

@@ -58,12 +58,21 @@ void Formula::visitSettings(const std::function<void(StructSetting*)>& visit) co
     }
 }
 
-bool Formula::canBeEvaluated() const
+std::optional<SchemaFault> Formula::fault() const
 {
-    bool isKnown = hasTree();
-    visitSettings(
-        [&isKnown](const StructSetting* setting) { isKnown = isKnown && setting != nullptr; });
-    return isKnown;
+    std::optional<SchemaFault> fault;
+    if (!hasTree()) {
+        fault = {"root != nullptr", __FILE__, __LINE__};
+    }
+    visitSettings([&fault](const StructSetting* setting) {
+        if (setting == nullptr && !fault) {
+            fault = FormulaNodeVar::unknownSetting();
+        }
+    });
+    if (fault) {
+        fault->context = QStringLiteral("Evaluating ") + describe();
+    }
+    return fault;
 }
 
 std::unique_ptr<FormulaNode> Formula::buildTree(const QString& text,

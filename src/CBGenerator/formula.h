@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CBGenerator/formulanode.h"
+#include "CBGenerator/schemafault.h"
 
 #include <QList>
 #include <QObject>
@@ -42,8 +43,8 @@ public:
     /// True when the text is well-formed (it may still name unknown settings).
     bool hasTree() const { return constant.has_value() || root != nullptr; }
 
-    /// True when there is a tree, and each name in it is that of a setting.
-    bool canBeEvaluated() const;
+    /// Returns why the formula cannot be evaluated: it has no tree, or names an unknown setting.
+    std::optional<SchemaFault> fault() const;
 
     /// Returns true if the value cannot change because the formula names no setting.
     bool isPlainNumber() const { return constant.has_value(); }

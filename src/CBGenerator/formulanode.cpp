@@ -65,6 +65,11 @@ double FormulaNodeVar::evaluate() const
     return setting->textAsNumber();
 }
 
+SchemaFault FormulaNodeVar::unknownSetting()
+{
+    return {"setting != nullptr", __FILE__, __LINE__};
+}
+
 void FormulaNodeVar::attachSettingValueChangedSignals(Formula* formula)
 {
     if (setting != nullptr) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CBGenerator/schemafault.h"
+
 #include <QObject>
 #include <QString>
 
@@ -91,6 +93,9 @@ public:
     QString getFormulaNodeType() const override { return QStringLiteral("NodeVar"); }
     void attachSettingValueChangedSignals(Formula* formula) override;
     void visitSettings(const std::function<void(StructSetting*)>& visit) const override;
+
+    /// Returns the fault of a schema whose formula names an unknown setting.
+    static SchemaFault unknownSetting();
 
     StructSetting* setting = nullptr;
     QString name; ///< as written in the formula

@@ -21,9 +21,7 @@ void Generator::generate()
 {
     printLine(QStringLiteral("Parsing Header File"));
     InstalledFileScope scope(hFileLocation);
-    const std::optional<QString> text = TextFile::read(hFileLocation);
-    KELVARON_ASSERT_TEXT(text.has_value(), "false");
-    const QList<SchemaFault> faults = parse(*text);
+    const QList<SchemaFault> faults = parse(getHeaderFile());
     if (!faults.isEmpty()) {
         scope.setLine(faults.first().line, faults.first().context);
         faults.first().fail();
@@ -31,12 +29,19 @@ void Generator::generate()
     emit finished();
 }
 
+QString Generator::getHeaderFile() const
+{
+    const std::optional<QString> text = TextFile::read(hFileLocation);
+    KELVARON_ASSERT_TEXT(text.has_value(), "false");
+    return *text;
+}
+
 QList<SchemaFault> Generator::parse(const QString& text, int firstLine)
 {
     const HeaderText header(text, firstLine);
-    QList<SchemaFault> faults = readStartAddress(header.startAddress());
+    QList<SchemaFault> faults = parseProfileStartAddress(header.startAddress());
     for (const HeaderText::Struct& structure : header.structs()) {
-        faults += addStruct(structure);
+        faults += processStruct(structure);
     }
     if (globalSettings == nullptr) {
         faults.append({"globalSettings != NULL", __FILE__, __LINE__});
@@ -47,7 +52,7 @@ QList<SchemaFault> Generator::parse(const QString& text, int firstLine)
     return faults;
 }
 
-QList<SchemaFault> Generator::readStartAddress(
+QList<SchemaFault> Generator::parseProfileStartAddress(
     const std::optional<HeaderText::StartAddress>& address)
 {
     if (!address) {
@@ -61,7 +66,7 @@ QList<SchemaFault> Generator::readStartAddress(
     return {};
 }
 
-QList<SchemaFault> Generator::addStruct(const HeaderText::Struct& structure)
+QList<SchemaFault> Generator::processStruct(const HeaderText::Struct& structure)
 {
     auto* settings = new StructSettings(this);
     settings->setDescriptiveName(structure.title);
@@ -70,13 +75,8 @@ QList<SchemaFault> Generator::addStruct(const HeaderText::Struct& structure)
     QList<SchemaFault> faults;
     QList<StructSetting*> members;
     for (const HeaderText::Line& line : structure.members) {
-        const MemberLine member(line.text);
-        if (std::optional<SchemaFault> fault = StructSetting::faultOf(member)) {
-            fault->line = line.number;
-            fault->context = line.text;
+        if (const auto fault = processStructLine(line, settings, &members)) {
             faults.append(*fault);
-        } else {
-            members.append(new StructSetting(member, settings));
         }
     }
     settings->setOriginalOrderStructSettings(members);
@@ -88,6 +88,21 @@ QList<SchemaFault> Generator::addStruct(const HeaderText::Struct& structure)
         chemistrySettings.append(settings);
     }
     return faults;
+}
+
+std::optional<SchemaFault> Generator::processStructLine(const HeaderText::Line& line,
+                                                        StructSettings* settings,
+                                                        QList<StructSetting*>* members)
+{
+    const MemberLine member(line.text);
+    std::optional<SchemaFault> fault = StructSetting::faultOf(member);
+    if (fault) {
+        fault->line = line.number;
+        fault->context = line.text;
+    } else {
+        members->append(new StructSetting(member, settings));
+    }
+    return fault;
 }
 
 std::unique_ptr<StructSettings> Generator::getProfileSettings(const QString& chemistry) const

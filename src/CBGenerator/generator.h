@@ -67,8 +67,13 @@ signals:
     void finished();
 
 private:
-    QList<SchemaFault> readStartAddress(const std::optional<HeaderText::StartAddress>& address);
-    QList<SchemaFault> addStruct(const HeaderText::Struct& structure);
+    QString getHeaderFile() const;
+    QList<SchemaFault> parseProfileStartAddress(
+        const std::optional<HeaderText::StartAddress>& address);
+    QList<SchemaFault> processStruct(const HeaderText::Struct& structure);
+    static std::optional<SchemaFault> processStructLine(const HeaderText::Line& line,
+                                                        StructSettings* settings,
+                                                        QList<StructSetting*>* members);
     const StructSettings* findChemistry(const QString& name) const;
     static void printStruct(const StructSettings* settings);
 

@@ -44,9 +44,8 @@ QList<SchemaFault> brokenFormulas(const StructSettings& settings)
         setting->buildFormulaTrees(settings.getStructSettings());
         const QList<Formula*> formulas = setting->evaluatedFormulas();
         for (const Formula* formula : formulas) {
-            if (!formula->canBeEvaluated()) {
-                faults.append({"formula can be evaluated", __FILE__, __LINE__, 0,
-                               QStringLiteral("Evaluating ") + formula->describe()});
+            if (const std::optional<SchemaFault> fault = formula->fault()) {
+                faults.append(*fault);
             }
         }
     }

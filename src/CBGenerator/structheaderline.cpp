@@ -35,8 +35,8 @@ StructHeaderLine::StructHeaderLine(const QString& line)
 {
     sound = readText(line, "struct") && readName(line) && readText(line, "{")
             && readText(line, "//") && readText(line, "Settings") && readText(line, ":")
-            && readText(line, "\"", "a title in quotes") && readTitle(line)
-            && readText(line, ",", "a comma") && readKind(line) && readEnd(line);
+            && readText(line, "\"", "a title in quotes") && parseStructDescriptiveName(line)
+            && readText(line, ",", "a comma") && parseIsGlobal(line) && readEnd(line);
 }
 
 bool StructHeaderLine::readText(const QString& line, const char* text, const char* description)
@@ -57,7 +57,7 @@ bool StructHeaderLine::readName(const QString& line)
     return place > start;
 }
 
-bool StructHeaderLine::readTitle(const QString& line)
+bool StructHeaderLine::parseStructDescriptiveName(const QString& line)
 {
     expectedPiece = QStringLiteral("letters, digits, \"_\" and blanks");
     const int start = place;
@@ -68,7 +68,7 @@ bool StructHeaderLine::readTitle(const QString& line)
     return isClosed;
 }
 
-bool StructHeaderLine::readKind(const QString& line)
+bool StructHeaderLine::parseIsGlobal(const QString& line)
 {
     global = readText(line, "global");
     const bool isKnown = global || readText(line, "instantiable");

@@ -28,8 +28,8 @@ public:
 private:
     bool readText(const QString& line, const char* text, const char* description = nullptr);
     bool readName(const QString& line);
-    bool readTitle(const QString& line);
-    bool readKind(const QString& line);
+    bool parseStructDescriptiveName(const QString& line);
+    bool parseIsGlobal(const QString& line);
     bool readEnd(const QString& line);
 
     QString titleText;

@@ -20,8 +20,8 @@ QString ProfileFileDialog::filter() const
 QString ProfileFileDialog::askFileToLoad()
 {
     const QString chosen = FileDialogs::openFileName(
-        parentWidget, QStringLiteral("Select %1 File to Import Profiles").arg(format), folder,
-        filter());
+        parentWidget, QStringLiteral("Select %1 File to Import Profiles").arg(format),
+        lastUsedDirectory, filter());
     if (!chosen.isEmpty()) {
         rememberFolder(chosen);
     }
@@ -34,8 +34,8 @@ QString ProfileFileDialog::askFileToSave()
     QString offered = name;
     for (;;) {
         const QString chosen = FileDialogs::saveFileName(
-            parentWidget, QStringLiteral("Select %1 File to Export Profiles").arg(format), folder,
-            filter(), offered);
+            parentWidget, QStringLiteral("Select %1 File to Export Profiles").arg(format),
+            lastUsedDirectory, filter(), offered);
         if (chosen.isEmpty()) {
             return {};
         }
@@ -66,7 +66,7 @@ bool ProfileFileDialog::isReplaced(const QString& fileName) const
 
 void ProfileFileDialog::rememberFolder(const QString& fileName)
 {
-    folder = QFileInfo(fileName).absolutePath();
+    lastUsedDirectory = QFileInfo(fileName).absolutePath();
 }
 
 void ProfileFileDialog::rememberName(const QString& fileName)

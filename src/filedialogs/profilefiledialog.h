@@ -45,6 +45,6 @@ private:
     QWidget* parentWidget;
     QString format;
     SuffixRule suffixRule;
-    QString folder = QStringLiteral("saved_profiles");
+    QString lastUsedDirectory = QStringLiteral("saved_profiles");
     QString name; ///< without a folder
 };
