@@ -145,7 +145,7 @@ elif [[ "$preset" == sanitize ]]; then
     arguments+=(-LE single)
 else
     arguments+=(-LE single)
-    jobs=$((2 * jobs)) # half of the time they wait for a process or a timer
+    jobs=$((3 * jobs)) # most of the time they wait for a process or a timer
 fi
 failed="build/$preset/Testing/Temporary/LastTestsFailed.log"
 rm -f "$failed"

@@ -18,12 +18,6 @@ using UploadDownload::UploadDownloadManager;
 class TransferManagerTest : public ::testing::Test
 {
 protected:
-    TransferManagerTest()
-    {
-        QObject::connect(manager, &UploadDownloadManager::deleteAllProfiles, window.list,
-                         &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
-    }
-
     ~TransferManagerTest() override { flushDeletions(); }
 
     /// The open transfer dialog; nullptr when there is none.
@@ -54,9 +48,8 @@ protected:
     FakeUploader uploader;
     FakePorts ports{{"/dev/ttyUSB0"}};
     EditorWindow window;
-    HEXManager* hexManager = new HEXManager(&window, window.ui->profileNamesList, window.generator,
-                                            window.importer, &window);
-    UploadDownloadManager* manager = new UploadDownloadManager(hexManager, &window);
+    HEXManager* hexManager = window.managers.hex;
+    UploadDownloadManager* manager = window.managers.transfers;
     QSignalSpy emptied{manager, &UploadDownloadManager::deleteAllProfiles};
 };
 

@@ -13,25 +13,11 @@ EditorWindow::EditorWindow(const QByteArray& schema) : ui(std::make_unique<Ui::M
     generator = TestSchema::parse(schema).release();
     generator->setParent(this);
     ui->setupUi(this);
-    pane = new SettingsPaneManager(ui.get(), generator, this);
-    list = new ProfileNamesListManager(this, ui->profileNamesList, ui->addProfileButton,
-                                       ui->profileNameUpButton, ui->profileNameDownButton,
-                                       generator, pane);
-    connect(list, &ProfileNamesListManager::settingsPaneUpdateNeeded, pane,
-            &SettingsPaneManager::updateSettingsPane);
-    connect(list, &ProfileNamesListManager::quickSettingsPaneUpdateNeeded, pane,
-            &SettingsPaneManager::quickUpdateSettingsPane);
-    connect(list, &ProfileNamesListManager::noMoreProfilesLeft, pane,
-            &SettingsPaneManager::on_profilesListEmpty);
-    pane->hideEverything();
-    importer = new ImportProfiles::ImportProfilesMain(this, generator, this);
-    connect(importer, &ImportProfiles::ImportProfilesMain::profileReadyForImport, list,
-            &ProfileNamesListManager::on_profileReadyForImport);
-    connect(importer, &ImportProfiles::ImportProfilesMain::importStarted, list,
-            &ProfileNamesListManager::holdBackRows);
-    connect(importer, &ImportProfiles::ImportProfilesMain::importFinished, list,
-            &ProfileNamesListManager::showHeldBackRows);
-    globalSettings = new GlobalSettingsManager(this, generator, this);
+    managers.make(ui.get(), generator, this);
+    pane = managers.pane;
+    list = managers.list;
+    importer = managers.importer;
+    globalSettings = managers.globalSettings;
     show();
     QApplication::setActiveWindow(this);
     EXPECT_TRUE(QTest::qWaitForWindowActive(this, patience));

@@ -14,6 +14,7 @@
 #include "support/gui/testschema.h"
 #include "support/gui/widgets.h"
 #include "ui_mainwindow.h"
+#include "window/managers.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -33,6 +34,9 @@ public:
 
     std::unique_ptr<Ui::MainWindow> ui;
     HParser::Generator* generator = nullptr;
+    Managers managers;
+
+    // Those of the managers that most tests use.
     SettingsPaneManager* pane = nullptr;
     ProfileNamesListManager* list = nullptr;
     ImportProfiles::ImportProfilesMain* importer = nullptr;

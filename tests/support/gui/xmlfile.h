@@ -40,14 +40,9 @@ protected:
 class XmlEditor : public EditorWindow
 {
 public:
-    explicit XmlEditor(const QByteArray& schema = TestSchema::text())
-        : EditorWindow(schema), xml(this, ui->profileNamesList, importer, generator, this)
-    {
-        connect(&xml, &XMLGeneratorParser::XMLManager::deleteAllProfiles, list,
-                &ProfileNamesListManager::deleteAllProfilesNoConfirmation);
-    }
+    using EditorWindow::EditorWindow;
 
-    XMLGeneratorParser::XMLManager xml;
+    XMLGeneratorParser::XMLManager& xml = *managers.xml;
 };
 
 /// What a user reads in a message box.
