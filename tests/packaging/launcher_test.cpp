@@ -159,7 +159,8 @@ TEST_F(Launcher, FolderThatCannotBeMadeIsTold)
     answerBoxes(0);
     const ProgramRun ended = run({"--demo"});
     EXPECT_EQ(ended.exitCode, 1);
-    EXPECT_TRUE(contains(QString(ended.errors), "The folder " + demoFiles + " could not be created"));
+    EXPECT_TRUE(
+        contains(QString(ended.errors), "The folder " + demoFiles + " could not be created"));
     EXPECT_EQ(shownTexts().value(0), "Kelvaron Profile Editor");
     EXPECT_TRUE(contains(shownTexts().value(1), "could not be created"));
     EXPECT_TRUE(contains(shownTexts().value(1), "Not a directory"));
