@@ -104,6 +104,8 @@ list_failed() {
 export QT_QPA_PLATFORM=offscreen
 # One locale for every program, so that file names and texts are UTF-8 everywhere.
 export LC_ALL=C.UTF-8
+# The C library overwrites memory that is freed, so that its use does not pass by luck.
+export MALLOC_PERTURB_=165
 
 if [[ -n "$long_life" ]]; then
     scripts/install-dependencies.sh --for test

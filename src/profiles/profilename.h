@@ -77,7 +77,12 @@ public:
     /// Places this row's buttons between these two widgets in the tab order.
     void placeInTabOrder(QWidget* before, QWidget* after);
 
+    /// Returns the item that carries this row; nullptr once the item has been deleted, until the event
+    /// loop deletes the row.
     ProfileNameListWidget* getListItem() const { return listItem; }
+
+    /// Called by the item when it is deleted.
+    void forgetListItem() { listItem = nullptr; }
 
     /// Handle a click on the light, the mark or the cross by requesting the change.
     void requestActiveChange();

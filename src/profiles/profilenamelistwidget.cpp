@@ -23,7 +23,11 @@ ProfileNameListWidget::ProfileNameListWidget(ProfileName::FormTime formTime)
 
 ProfileNameListWidget::~ProfileNameListWidget()
 {
-    if (profileName != nullptr && profileName->parent() == nullptr) {
+    if (profileName == nullptr) {
+        return;
+    }
+    profileName->forgetListItem(); // the list widget deletes it later, from the event loop
+    if (profileName->parent() == nullptr) {
         delete profileName; // never attached, so no list widget deletes it
     }
 }

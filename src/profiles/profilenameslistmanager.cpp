@@ -253,7 +253,7 @@ void ProfileNamesListManager::deleteProfile(ProfileName* row)
         parentWidget, QStringLiteral("Deleting Profile"),
         QStringLiteral("Do you really want to delete the profile <b>\"%1\"</b>?")
             .arg(row->getTitle().toHtmlEscaped()));
-    if (answer == QMessageBox::Yes && asked != nullptr) {
+    if (answer == QMessageBox::Yes && asked != nullptr && asked->getListItem() != nullptr) {
         deleteProfile(asked->getListItem());
     }
 }

@@ -29,7 +29,7 @@ void SeenRows::fitRows(const QResizeEvent& resize)
         // The list itself lays out its items and rows for the greatest width it has had.
         list->doItemsLayout();
     }
-    if (wasInSight) {
+    if (wasInSight && keptRow->getListItem() != nullptr) {
         list->scrollToItem(keptRow->getListItem());
     }
 }

@@ -34,6 +34,18 @@ TEST_F(ProfileListTest, ClosingTheDeletionQuestionKeepsTheRow)
     EXPECT_EQ(window.count(), 4);
 }
 
+TEST_F(ProfileListTest, ListReplacedBehindTheDeletionQuestionIsKept)
+{
+    addFour();
+    DialogScript script;
+    script.thenPress("Yes", [this](const QMessageBox&) {
+        window.list->deleteAllProfilesNoConfirmation(); // as a reload of the bundle does
+        window.add("New");
+    });
+    window.clickCross(1);
+    EXPECT_EQ(window.titles(), QStringList("New"));
+}
+
 TEST_F(ProfileListTest, DeletingARowSelectsTheOneAbove)
 {
     addFour();
