@@ -1,155 +1,60 @@
-#include "CBGenerator/generator.h"
-
 #include "CBGenerator/formula.h"
+#include "support/generatortest.h"
 #include "support/schematext.h"
-#include "support/standardoutputcapture.h"
 
-#include <gtest/gtest.h>
-
-#include <QFile>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTextCodec>
-
-#include <csignal>
-#include <memory>
 
 using HParser::Generator;
 using HParser::StructSetting;
 using HParser::StructSettings;
 using SchemaText::member;
-using SchemaText::NumLine;
-using SchemaText::utf8;
-using ::testing::KilledBySignal;
 
 namespace
 {
-const char* const define = "#define PROFILESTARTADDRESS 0x0400\n";
-const char* const globalStruct =
-    "struct GlobalSettings { // Settings : \"Global Settings\", global\n"
-    "    unsigned char beeper; // bool, 1, \"Beeper\", General, 1, 0, basic\n"
-    "}\n";
-const char* const chemistryStruct =
-    "struct LiIon { // Settings : \"Li Ion\", instantiable\n"
-    "    unsigned short chargeCurrent; // num, 16, 0.5, 10, x0.1, 1, \"Charge Current\", \"A\", "
-    "Charging, 2.0, 0, basic\n"
-    "    unsigned short cellVoltage; // num, 16, 3.0, 4.35, x0.001, 3, \"Cell Voltage\", \"V\", "
-    "Charging, 4.2, 1, basic\n"
-    "}\n";
-
-QByteArray example()
-{
-    return QByteArray(define) + globalStruct + chemistryStruct;
-}
-
-/// A whole header around the lines of one chemistry's members.
-QByteArray headerOf(const QByteArray& members)
-{
-    return QByteArray(define) + globalStruct + "struct A { // Settings : \"A\", instantiable\n"
-           + members + "}\n";
-}
-
-QByteArray flagLine(const char* name, const char* index)
-{
-    return QByteArray("char ") + name + "; // bool, 1, \"" + name + "\", G, 1, " + index
-           + ", basic\n";
-}
-
-class HeaderFile
-{
-public:
-    explicit HeaderFile(const QByteArray& text)
-    {
-        QFile file(path());
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
-            ADD_FAILURE() << "cannot write the header";
-        }
-    }
-
-    QString path() const { return folder.filePath("schema.cb"); }
-
-private:
-    QTemporaryDir folder;
-};
-
-std::unique_ptr<Generator> generated(const QByteArray& header)
-{
-    const HeaderFile file(header);
-    auto generator = std::make_unique<Generator>(nullptr);
-    generator->setHFileLocation(file.path());
-    const StandardOutputCapture output;
-    generator->generate();
-    return generator;
-}
-
-/// Parses with standard output redirected to where a death test reads it.
-void parse(const QByteArray& header)
-{
-    const HeaderFile file(header);
-    sendStandardOutputToStandardError();
-    Generator generator(nullptr);
-    generator.setHFileLocation(file.path());
-    generator.generate();
-}
-
-void parseAbsentFile()
-{
-    sendStandardOutputToStandardError();
-    Generator generator(nullptr);
-    generator.setHFileLocation("/no such folder/schema.cb");
-    generator.generate();
-}
-
-int addressOf(const QByteArray& defineLine)
-{
-    return generated(defineLine + "\n" + globalStruct + chemistryStruct)
-        ->getProfileStartWordAddress();
-}
-
-std::string names(const QList<StructSetting*>& settings)
+QString names(const QList<StructSetting*>& settings)
 {
     QStringList texts;
     for (const StructSetting* setting : settings) {
         texts.append(setting->variableName);
     }
-    return utf8(texts.join(' '));
+    return texts.join(' ');
 }
 
-std::string chemistries(const Generator& generator)
+QString chemistries(const Generator& generator)
 {
     QStringList texts;
     const QList<StructSettings*> settings = generator.getChemistrySettings();
     for (const StructSettings* chemistry : settings) {
         texts.append(chemistry->getDescriptiveName());
     }
-    return utf8(texts.join('|'));
+    return texts.join('|');
 }
 } // namespace
 
-TEST(GeneratorTest, ParsesTheWholeHeader)
+TEST_F(GeneratorTest, ParsesTheWholeHeader)
 {
-    const auto generator = generated(example());
+    const auto generator = generated(example);
     EXPECT_EQ(generator->getProfileStartWordAddress(), 0x400);
     ASSERT_NE(generator->getGlobalSettings(), nullptr);
-    EXPECT_EQ(utf8(generator->getGlobalSettings()->getDescriptiveName()), "Global Settings");
+    EXPECT_EQ(generator->getGlobalSettings()->getDescriptiveName(), "Global Settings");
     EXPECT_TRUE(generator->getGlobalSettings()->getGlobal());
     EXPECT_EQ(names(generator->getGlobalSettings()->getOriginalOrderStructSettings()), "beeper");
 
     ASSERT_EQ(generator->getChemistrySettings().size(), 1);
     const StructSettings* chemistry = generator->getChemistrySettings().first();
-    EXPECT_EQ(utf8(chemistry->getDescriptiveName()), "Li Ion");
+    EXPECT_EQ(chemistry->getDescriptiveName(), "Li Ion");
     EXPECT_FALSE(chemistry->getGlobal());
     EXPECT_EQ(names(chemistry->getOriginalOrderStructSettings()), "chargeCurrent cellVoltage");
     EXPECT_EQ(names(chemistry->getStructSettings()), "chargeCurrent cellVoltage");
-    EXPECT_EQ(utf8(member(*chemistry, "cellVoltage")->upperBound->toString()), "4.35");
+    EXPECT_EQ(member(*chemistry, "cellVoltage")->upperBound->toString(), "4.35");
 }
 
-TEST(GeneratorTest, SaysThatItParsesAndWhenItHasFinished)
+TEST_F(GeneratorTest, SaysThatItParsesAndWhenItHasFinished)
 {
-    const HeaderFile file(example());
     Generator generator(nullptr);
-    generator.setHFileLocation(file.path());
+    generator.setHFileLocation(written(example));
     const QSignalSpy finished(&generator, &Generator::finished);
     const StandardOutputCapture output;
     generator.generate();
@@ -157,20 +62,19 @@ TEST(GeneratorTest, SaysThatItParsesAndWhenItHasFinished)
     EXPECT_EQ(finished.count(), 1);
 }
 
-TEST(GeneratorTest, KeepsBothPathsAndReadsTheFirst)
+TEST_F(GeneratorTest, KeepsBothPathsAndReadsTheFirst)
 {
-    const HeaderFile file(example());
     Generator generator(nullptr);
-    generator.setHFileLocation(file.path());
+    generator.setHFileLocation(written(example));
     generator.setCBFileLocation("/no such folder/other.cb");
-    EXPECT_EQ(generator.getHFileLocation(), file.path());
-    EXPECT_EQ(utf8(generator.getCBFileLocation()), "/no such folder/other.cb");
+    EXPECT_EQ(generator.getHFileLocation(), pathOf("schema.cb"));
+    EXPECT_EQ(generator.getCBFileLocation(), "/no such folder/other.cb");
     const StandardOutputCapture output;
     generator.generate();
     EXPECT_EQ(chemistries(generator), "Li Ion");
 }
 
-TEST(GeneratorTest, ReadsTheStartAddressInEveryWriting)
+TEST_F(GeneratorTest, ReadsTheStartAddressInEveryWriting)
 {
     EXPECT_EQ(addressOf("#define PROFILESTARTADDRESS 1024"), 1024);
     EXPECT_EQ(addressOf("# define PROFILESTARTADDRESS 0x400"), 1024);
@@ -181,7 +85,7 @@ TEST(GeneratorTest, ReadsTheStartAddressInEveryWriting)
     EXPECT_EQ(addressOf("#define PROFILESTARTADDRESS 0"), 0);
 }
 
-TEST(GeneratorTest, FirstStartAddressWins)
+TEST_F(GeneratorTest, FirstStartAddressWins)
 {
     EXPECT_EQ(addressOf("#define OTHER 5\n#define PROFILESTARTADDRESS 16\n"
                         "#define PROFILESTARTADDRESS 32"),
@@ -189,36 +93,33 @@ TEST(GeneratorTest, FirstStartAddressWins)
     EXPECT_EQ(addressOf("// #define PROFILESTARTADDRESS 5\n#define PROFILESTARTADDRESS 16"), 16);
 }
 
-TEST(GeneratorTest, StartAddressMayStandAnywhereOutsideStructs)
+TEST_F(GeneratorTest, StartAddressMayStandAnywhereOutsideStructs)
 {
-    EXPECT_EQ(generated(QByteArray(globalStruct) + chemistryStruct + define)
-                  ->getProfileStartWordAddress(),
+    EXPECT_EQ(generated(globalStruct + chemistryStruct + define)->getProfileStartWordAddress(),
               1024);
 }
 
-TEST(GeneratorTest, IgnoresOtherLinesOutsideStructs)
+TEST_F(GeneratorTest, IgnoresOtherLinesOutsideStructs)
 {
-    const auto generator = generated(QByteArray("#pragma once\n/* a comment; // num */\n") + define
-                                     + "};\nstruct Plain {\n" + globalStruct + "typedef int x;\n"
-                                     + chemistryStruct + "} trailing\n");
+    const auto generator =
+        generated("#pragma once\n/* a comment; // num */\n" + define + "};\nstruct Plain {\n"
+                  + globalStruct + "typedef int x;\n" + chemistryStruct + "} trailing\n");
     EXPECT_EQ(chemistries(*generator), "Li Ion");
 }
 
-TEST(GeneratorTest, AcceptsLooseSpacingInStructHeaders)
+TEST_F(GeneratorTest, AcceptsLooseSpacingInStructHeaders)
 {
     for (const char* line : {"struct A{//Settings:\"A b_1\",instantiable",
-                             "  struct A { // Settings : \"A b_1\" , "
-                             "instantiable  ",
+                             "  struct A { // Settings : \"A b_1\" , instantiable  ",
                              "\tstruct\tA\t{\t//\tSettings\t:\t\"A b_1\"\t,\tinstantiable\t",
-                             "structA { // Settings : "
-                             "\"A b_1\", instantiable"}) {
-        const auto generator = generated(QByteArray(define) + globalStruct + line + "\n"
-                                         + flagLine("x", "0") + "  }  \n");
+                             "structA { // Settings : \"A b_1\", instantiable"}) {
+        const auto generator =
+            generated(define + globalStruct + line + "\n" + flagLine("x", "0") + "  }  \n");
         EXPECT_EQ(chemistries(*generator), "A b_1") << line;
     }
 }
 
-TEST(GeneratorTest, IgnoresStructsWhoseHeaderDoesNotMatch)
+TEST_F(GeneratorTest, IgnoresStructsWhoseHeaderDoesNotMatch)
 {
     for (const char* line :
          {"struct A { // Settings : \"Li-Ion\", instantiable",
@@ -228,47 +129,46 @@ TEST(GeneratorTest, IgnoresStructsWhoseHeaderDoesNotMatch)
           "Struct A { // Settings : \"A\", instantiable",
           "struct A { // Settings : \"A\", instantiable, more",
           "struct A { // Settings : A, instantiable"}) {
-        const auto generator = generated(example() + line + "\n" + flagLine("x", "0") + "}\n");
+        const auto generator = generated(example + line + "\n" + flagLine("x", "0") + "}\n");
         EXPECT_EQ(chemistries(*generator), "Li Ion") << line;
-        EXPECT_EQ(utf8(generator->getGlobalSettings()->getDescriptiveName()), "Global Settings");
+        EXPECT_EQ(generator->getGlobalSettings()->getDescriptiveName(), "Global Settings");
     }
 }
 
-TEST(GeneratorTest, StructNameMayBeEmpty)
+TEST_F(GeneratorTest, StructNameMayBeEmpty)
 {
-    const auto generator =
-        generated(example() + "struct B { // Settings : \"\", instantiable\n}\n");
+    const auto generator = generated(example + "struct B { // Settings : \"\", instantiable\n}\n");
     EXPECT_EQ(chemistries(*generator), "Li Ion|");
 }
 
-TEST(GeneratorTest, KeepsChemistriesInHeaderOrder)
+TEST_F(GeneratorTest, KeepsChemistriesInHeaderOrder)
 {
-    const auto generator = generated(
-        QByteArray(define) + "struct B { // Settings : \"B\", instantiable\n}\n" + globalStruct
-        + chemistryStruct + "struct A { // Settings : \"A\", instantiable\n}\n");
+    const auto generator =
+        generated(define + "struct B { // Settings : \"B\", instantiable\n}\n" + globalStruct
+                  + chemistryStruct + "struct A { // Settings : \"A\", instantiable\n}\n");
     EXPECT_EQ(chemistries(*generator), "B|Li Ion|A");
 }
 
-TEST(GeneratorTest, LastGlobalStructWins)
+TEST_F(GeneratorTest, LastGlobalStructWins)
 {
-    const auto generator = generated(example() + "struct G { // Settings : \"Second\", global\n"
+    const auto generator = generated(example + "struct G { // Settings : \"Second\", global\n"
                                      + flagLine("x", "0") + "}\n");
-    EXPECT_EQ(utf8(generator->getGlobalSettings()->getDescriptiveName()), "Second");
+    EXPECT_EQ(generator->getGlobalSettings()->getDescriptiveName(), "Second");
     EXPECT_EQ(chemistries(*generator), "Li Ion");
 }
 
-TEST(GeneratorTest, BlankLinesAreHarmless)
+TEST_F(GeneratorTest, BlankLinesAreHarmless)
 {
-    QByteArray header = example();
+    QByteArray header = example;
     header.replace("\n", "\n\n   \t\n");
     const auto generator = generated("\n" + header);
     EXPECT_EQ(names(generator->getChemistrySettings().first()->getOriginalOrderStructSettings()),
               "chargeCurrent cellVoltage");
 }
 
-TEST(GeneratorTest, ReadsFilesWithCarriageReturns)
+TEST_F(GeneratorTest, ReadsFilesWithCarriageReturns)
 {
-    QByteArray header = example();
+    QByteArray header = example;
     header.replace("\n", "\r\n");
     const auto generator = generated(header);
     EXPECT_EQ(generator->getProfileStartWordAddress(), 1024);
@@ -278,30 +178,30 @@ TEST(GeneratorTest, ReadsFilesWithCarriageReturns)
     EXPECT_TRUE(member(*chemistry, "cellVoltage")->isBasic);
 }
 
-TEST(GeneratorTest, ReadsUtf8InEveryLocale)
+TEST_F(GeneratorTest, ReadsUtf8InEveryLocale)
 {
     QTextCodec* const saved = QTextCodec::codecForLocale();
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
     const auto generator =
-        generated(QByteArray(define) + globalStruct
+        generated(define + globalStruct
                   + "struct Pb { // Settings : \"Blei Säure\", instantiable\n"
                     "char t[9]; // string, auto, \"Größe 😀\", G, \"€\", 0, basic\n}\n");
     QTextCodec::setCodecForLocale(saved);
     ASSERT_EQ(chemistries(*generator), "Blei Säure");
     const StructSetting* title =
         generator->getChemistrySettings().first()->getOriginalOrderStructSettings().first();
-    EXPECT_EQ(utf8(title->descriptiveName), "Größe 😀");
-    EXPECT_EQ(utf8(std::get<QString>(title->defaultValue)), "€");
+    EXPECT_EQ(title->descriptiveName, "Größe 😀");
+    EXPECT_EQ(std::get<QString>(title->defaultValue), "€");
 }
 
-TEST(GeneratorTest, EqualVisualIndicesKeepHeaderOrder)
+TEST_F(GeneratorTest, EqualVisualIndicesKeepHeaderOrder)
 {
     const auto generator = generated(headerOf(flagLine("a", "2") + flagLine("b", "0")
                                               + flagLine("c", "2") + flagLine("d", "1")));
     EXPECT_EQ(names(generator->getChemistrySettings().first()->getStructSettings()), "b d a c");
 }
 
-TEST(GeneratorTest, UnusableVisualIndexStaysInHeaderOrderOnly)
+TEST_F(GeneratorTest, UnusableVisualIndexStaysInHeaderOrderOnly)
 {
     const auto generator =
         generated(headerOf(flagLine("a", "0") + flagLine("b", "7") + flagLine("c", "0.5")
@@ -311,25 +211,25 @@ TEST(GeneratorTest, UnusableVisualIndexStaysInHeaderOrderOnly)
     EXPECT_EQ(names(chemistry->getStructSettings()), "a");
 }
 
-TEST(GeneratorTest, StructRunsToTheEndWhenNeverClosed)
+TEST_F(GeneratorTest, StructRunsToTheEndWhenNeverClosed)
 {
-    const auto generator = generated(QByteArray(define) + globalStruct
-                                     + "struct A { // Settings : \"A\", instantiable\n"
-                                     + flagLine("a", "0") + flagLine("b", "1"));
+    const auto generator =
+        generated(define + globalStruct + "struct A { // Settings : \"A\", instantiable\n"
+                  + flagLine("a", "0") + flagLine("b", "1"));
     EXPECT_EQ(names(generator->getChemistrySettings().first()->getOriginalOrderStructSettings()),
               "a b");
 }
 
-TEST(GeneratorTest, BuildsNoTrees)
+TEST_F(GeneratorTest, BuildsNoTrees)
 {
-    const auto generator = generated(example());
+    const auto generator = generated(example);
     EXPECT_FALSE(
         member(*generator->getChemistrySettings().first(), "cellVoltage")->lowerBound->hasTree());
 }
 
-TEST(GeneratorTest, GivesDeepCopiesOfChemistries)
+TEST_F(GeneratorTest, GivesDeepCopiesOfChemistries)
 {
-    const auto generator = generated(example());
+    const auto generator = generated(example);
     const StructSettings* original = generator->getChemistrySettings().first();
     const auto first = generator->getProfileSettings("Li Ion");
     const auto second = generator->getProfileSettings("Li Ion");
@@ -339,22 +239,21 @@ TEST(GeneratorTest, GivesDeepCopiesOfChemistries)
     first->buildFormulaTrees();
     second->buildFormulaTrees();
     member(*first, "cellVoltage")->setValue(3.5);
-    EXPECT_EQ(utf8(member(*second, "cellVoltage")->getValue()), "4.2");
+    EXPECT_EQ(member(*second, "cellVoltage")->getValue(), "4.2");
     EXPECT_FALSE(member(*original, "cellVoltage")->lowerBound->hasTree());
 }
 
-TEST(GeneratorTest, CopiesTheFirstChemistryOfAName)
+TEST_F(GeneratorTest, CopiesTheFirstChemistryOfAName)
 {
-    const auto generator =
-        generated(example() + "struct B { // Settings : \"Li Ion\", instantiable\n"
-                  + flagLine("other", "0") + "}\n");
+    const auto generator = generated(example + "struct B { // Settings : \"Li Ion\", instantiable\n"
+                                     + flagLine("other", "0") + "}\n");
     EXPECT_EQ(names(generator->getProfileSettings("Li Ion")->getOriginalOrderStructSettings()),
               "chargeCurrent cellVoltage");
 }
 
-TEST(GeneratorTest, UnknownChemistryGivesNoStruct)
+TEST_F(GeneratorTest, UnknownChemistryGivesNoStruct)
 {
-    const auto generator = generated(example());
+    const auto generator = generated(example);
     for (const char* name : {"li ion", "LiIon", "Li Ion ", "", "Global Settings"}) {
         EXPECT_EQ(generator->getProfileSettings(name), nullptr) << name;
         EXPECT_FALSE(generator->hasChemistry(name)) << name;
@@ -362,9 +261,9 @@ TEST(GeneratorTest, UnknownChemistryGivesNoStruct)
     EXPECT_TRUE(generator->hasChemistry("Li Ion"));
 }
 
-TEST(GeneratorTest, OwnsItsStructs)
+TEST_F(GeneratorTest, OwnsItsStructs)
 {
-    auto generator = generated(example());
+    auto generator = generated(example);
     const QPointer<StructSettings> global = generator->getGlobalSettings();
     const QPointer<StructSettings> chemistry = generator->getChemistrySettings().first();
     generator.reset();
@@ -372,9 +271,9 @@ TEST(GeneratorTest, OwnsItsStructs)
     EXPECT_TRUE(chemistry.isNull());
 }
 
-TEST(GeneratorTest, PrintsAllSettings)
+TEST_F(GeneratorTest, PrintsAllSettings)
 {
-    const auto generator = generated(example());
+    const auto generator = generated(example);
     const StandardOutputCapture output;
     generator->printAllSettings();
     const std::string text = output.text();
@@ -387,101 +286,10 @@ TEST(GeneratorTest, PrintsAllSettings)
     EXPECT_NE(text.find(":::::::::: END STRUCT\n"), std::string::npos);
 }
 
-TEST(GeneratorTest, PrintsTexts)
+TEST_F(GeneratorTest, PrintsTexts)
 {
     const StandardOutputCapture output;
     Generator::printString("one");
     Generator::printStringList({"two", QString::fromUtf8("drei €")});
     EXPECT_EQ(output.text(), "one\ntwo\ndrei €\n");
-}
-
-TEST(GeneratorDeathTest, RefusesAFileThatIsNotThere)
-{
-    EXPECT_EXIT(parseAbsentFile(), KilledBySignal(SIGABRT),
-                "ASSERT: \"false\" in file CBGenerator/generator\\.cpp, line [0-9]+\n");
-    EXPECT_EXIT(parseAbsentFile(), KilledBySignal(SIGABRT), "/no such folder/schema.cb");
-}
-
-TEST(GeneratorDeathTest, RefusesAHeaderWithoutStartAddress)
-{
-    const QByteArray header = QByteArray(globalStruct) + chemistryStruct;
-    EXPECT_EXIT(parse(header), KilledBySignal(SIGABRT),
-                "ASSERT: \"false\" in file CBGenerator/generator\\.cpp, line [0-9]+\n");
-    EXPECT_EXIT(parse(header), KilledBySignal(SIGABRT), "schema.cb");
-}
-
-TEST(GeneratorDeathTest, RefusesAStartAddressThatIsNoNumber)
-{
-    for (const char* line : {"#define PROFILESTARTADDRESS", "#define PROFILESTARTADDRESS abc",
-                             "#define PROFILESTARTADDRESS 0x4 // hex",
-                             "#define PROFILESTARTADDRESS 09", "#define PROFILESTARTADDRESS 1.5"}) {
-        const QByteArray header = QByteArray(line) + "\n" + globalStruct + chemistryStruct;
-        EXPECT_EXIT(
-            parse(header), KilledBySignal(SIGABRT),
-            "ASSERT: \"conversionSuccessful\" in file CBGenerator/generator\\.cpp, line [0-9]+\n")
-            << line;
-    }
-}
-
-TEST(GeneratorDeathTest, RefusesAHeaderWithoutGlobalStruct)
-{
-    EXPECT_EXIT(
-        parse(QByteArray(define) + chemistryStruct), KilledBySignal(SIGABRT),
-        "ASSERT: \"globalSettings != NULL\" in file CBGenerator/generator\\.cpp, line [0-9]+\n");
-}
-
-TEST(GeneratorDeathTest, RefusesAHeaderWithoutChemistry)
-{
-    EXPECT_EXIT(
-        parse(QByteArray(define) + globalStruct), KilledBySignal(SIGABRT),
-        "ASSERT: \"chemistrySettings.size\\(\\) != 0\" in file CBGenerator/generator\\.cpp, line [0-9]+\n");
-}
-
-TEST(GeneratorDeathTest, ChemistryWithAHyphenIsNotFound)
-{
-    QByteArray header = example();
-    header.replace("Li Ion", "Li-Ion");
-    EXPECT_EXIT(parse(header), KilledBySignal(SIGABRT), "chemistrySettings.size\\(\\) != 0");
-}
-
-TEST(GeneratorDeathTest, RefusesABraceWithSemicolon)
-{
-    const QByteArray header = QByteArray(define) + globalStruct
-                              + "struct A { // Settings : \"A\", instantiable\n"
-                              + flagLine("a", "0") + "};\n" + chemistryStruct;
-    EXPECT_EXIT(
-        parse(header), KilledBySignal(SIGABRT),
-        "ASSERT: \"commentDescriptorPart.size\\(\\) != 0\" in file CBGenerator/structsetting\\.cpp, line [0-9]+\n");
-    EXPECT_EXIT(parse(header), KilledBySignal(SIGABRT), "schema.cb.*[^0-9]7[^0-9].*};");
-}
-
-TEST(GeneratorDeathTest, ReadsStructHeadersAsMembersOfAStructNeverClosed)
-{
-    const QByteArray header = QByteArray(define) + globalStruct
-                              + "struct A { // Settings : \"A\", instantiable\n"
-                              + flagLine("a", "0") + chemistryStruct;
-    EXPECT_EXIT(parse(header), KilledBySignal(SIGABRT), "commentDescriptorPart.size\\(\\) != 0");
-    EXPECT_EXIT(
-        parse(header), KilledBySignal(SIGABRT),
-        "schema.cb.*[^0-9]7[^0-9].*struct LiIon \\{ // Settings : \"Li Ion\", instantiable");
-}
-
-TEST(GeneratorDeathTest, NamesFileLineNumberAndLine)
-{
-    // Blank lines count in the number of the line.
-    const QByteArray header =
-        "\n\n" + headerOf("\n" + flagLine("a", "0") + "\n  char b; // num, 8, 0, 1\n");
-    EXPECT_EXIT(
-        parse(header), KilledBySignal(SIGABRT),
-        "ASSERT: \"index out of range\" in file CBGenerator/structsetting\\.cpp, line [0-9]+\n");
-    EXPECT_EXIT(parse(header), KilledBySignal(SIGABRT),
-                "schema.cb.*[^0-9]11[^0-9].*char b; // num, 8, 0, 1\n");
-}
-
-TEST(GeneratorDeathTest, NamesTheLineOfABadStartAddress)
-{
-    const QByteArray header =
-        QByteArray(globalStruct) + "\n#define PROFILESTARTADDRESS abc\n" + chemistryStruct;
-    EXPECT_EXIT(parse(header), KilledBySignal(SIGABRT),
-                "schema.cb.*[^0-9]5[^0-9].*#define PROFILESTARTADDRESS abc\n");
 }

@@ -94,6 +94,25 @@ inline std::unique_ptr<HParser::StructSetting> liveSetting(const QString& line)
     return setting;
 }
 
+/// A text or, with the keyword "list", a list of the items "One" and "Two"; its default value is
+/// "default text".
+inline std::unique_ptr<HParser::StructSetting> textSetting(int arraySize,
+                                                           const QString& keyword = "string")
+{
+    return std::make_unique<HParser::StructSetting>(
+        QString("char t[%1]; // %2, auto, \"T\", G, \"default text\", 0, %3basic")
+            .arg(QString::number(arraySize), keyword,
+                 keyword == "list" ? "\"One\", \"Two\", " : ""),
+        nullptr);
+}
+
+/// A flag; "1" is the default text that switches it on.
+inline std::unique_ptr<HParser::StructSetting> flagSetting(const QString& defaultText = "1")
+{
+    return std::make_unique<HParser::StructSetting>(
+        QString("char f; // bool, 1, \"F\", G, %1, 0, basic").arg(defaultText), nullptr);
+}
+
 /// A struct parsed from member lines, all of them in the visual order as well, without trees.
 inline std::unique_ptr<HParser::StructSettings> parsedStruct(const QStringList& lines)
 {
