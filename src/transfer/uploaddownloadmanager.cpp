@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QWidget>
 
+#include <utility>
+
 namespace UploadDownload
 {
 UploadDownloadManager::UploadDownloadManager(HEXGeneratorParser::HEXManager* manager,
@@ -42,9 +44,10 @@ void UploadDownloadManager::on_writeButtonPressed()
     dialog->setImage(hexManager->image());
     connect(dialog, &UploadDownloadDialog::finished, this, &UploadDownloadManager::listWritten);
     if (backups != nullptr) {
-        // The list may have changed before a transfer ends whose dialog was closed.
-        dialog->setOnWritten(backups, [this, list = backups->current()] {
-            backups->keep(ProfileBackups::Occasion::WRITTEN, list);
+        // The list may have changed before a transfer ends whose dialog was closed. Its text is
+        // released then, because the worker lives as long as the window.
+        dialog->setOnWritten(backups, [this, list = backups->current()]() mutable {
+            backups->keep(ProfileBackups::Occasion::WRITTEN, std::exchange(list, {}));
         });
     }
 }
